@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include "drawing/label.h"
+#include "drawing/text_measurer.h"
+
+namespace veldra {
+
+/// A rectangle in metres of ground relative to the origin of the target.
+struct TargetBox {
+    double xmin = 0;
+    double ymin = 0;
+    double xmax = 0;
+    double ymax = 0;
+};
+
+/// What every layer draws on: the picture, a recording, a page. Coordinates are metres of ground
+/// in a local frame with its origin at the lower left corner of the view (or sheet); x grows to
+/// the east, y to the north. Callers subtract the origin in 64 bits and then narrow.
+class DrawingTarget {
+ public:
+    virtual ~DrawingTarget() = default;
+
+    virtual void DrawStyle(std::int16_t style) = 0;   ///< 0 solid, 2 dotted
+    virtual void DrawWidth(std::int16_t width) = 0;   ///< pen width in pixels
+    virtual void ForeColor(std::int32_t colour) = 0;  ///< pen and text colour, 0x00BBGGRR
+    virtual void FillStyle(std::int16_t style) = 0;   ///< 0 solid
+    virtual void FillColor(std::int32_t colour) = 0;  ///< fill of following circles
+    /// A segment in the pen; the current position is (x2, y2) afterwards.
+    virtual void Line(float x1, float y1, float x2, float y2) = 0;
+    /// A full circle, outlined in the pen and filled.
+    virtual void Circle(float x, float y, float radius) = 0;
+    /// A text turned by `escapement` tenths of a degree counter-clockwise, aligned to the current
+    /// position with its bottom, and with its right (`align` 11) or left (`align` 9) end.
+    virtual void TextRotated(std::string_view text, std::int32_t escapement, std::int32_t align,
+                             const FontSpec& font) = 0;
+    /// A label that has just been placed. The picture paints its labels from their table, over
+    /// everything; a page prints them here.
+    virtual void LabelPlaced(LabelArray array, std::int32_t index, const Label& label,
+                             const FontSpec& font, std::int32_t colour) = 0;
+
+    /// The area outside which nothing of this target shows, pens included; none if everything
+    /// must be handed over. Layers leave out what lies wholly outside.
+    [[nodiscard]] virtual std::optional<TargetBox> visible_box() const { return std::nullopt; }
+};
+
+}  // namespace veldra

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace veldra {
+
+/// Windows-1252 bytes as UTF-8. The five undefined bytes become the control characters of the same
+/// number, so that nothing is lost.
+[[nodiscard]] std::string to_utf8(std::string_view bytes);
+
+/// UTF-8 as Windows-1252 bytes; what the code page lacks, and malformed UTF-8, becomes "?".
+[[nodiscard]] std::string from_utf8(std::string_view text);
+
+/// Code point of a Windows-1252 byte.
+[[nodiscard]] char32_t code_point(unsigned char byte);
+
+/// Upper case of a Windows-1252 text: letters a to z, ä, ö, ü; every other byte stays, ß too.
+[[nodiscard]] std::string upper_case(std::string_view bytes);
+[[nodiscard]] char upper_case(char byte);
+
+/// The text without blanks at both ends. Tabs and NULs are no blanks.
+[[nodiscard]] std::string_view trim(std::string_view text);
+
+}  // namespace veldra

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace veldra {
+
+
+/// A file opened for reading from its first byte to its last. Throws FatalError, naming the file
+/// and the system's reason, when it cannot be opened or read.
+class InputFile {
+ public:
+    explicit InputFile(const std::string& path);
+    ~InputFile();
+    InputFile(const InputFile&) = delete;
+    InputFile& operator=(const InputFile&) = delete;
+
+    /// Reads up to `size` bytes; 0 at the end of the file.
+    std::size_t read(char* buffer, std::size_t size);
+
+ private:
+    std::string path_;
+    int handle_ = -1;
+};
+
+/// Replaces a file as a whole: bytes go to a temporary file in the same folder, which takes the
+/// place of `path` on `commit` (written through to the disk, then renamed). Until then, and when
+/// anything fails, the file that was there stays as it was. Permissions of an existing file are
+/// kept, and a symbolic link is followed. Failures throw FatalError.
+class ReplacedFile {
+ public:
+    explicit ReplacedFile(const std::string& path);
+    ~ReplacedFile();
+    ReplacedFile(const ReplacedFile&) = delete;
+    ReplacedFile& operator=(const ReplacedFile&) = delete;
+
+    void write(std::string_view bytes);
+    void commit();
+
+ private:
+    void flush();
+    std::string path_;
+    std::string temporary_;
+    std::string buffer_;
+    int handle_ = -1;
+};
+
+/// True if the path can be opened for reading and is no folder.
+[[nodiscard]] bool datei_vorhanden(const std::string& path);
+/// True if the path, without a trailing separator, is a folder.
+[[nodiscard]] bool ordner_vorhanden(const std::string& path);
+/// Deletes a file if it exists; throws FatalError when it exists and cannot be deleted.
+void remove_file(const std::string& path);
+/// Creates a folder and those above it; throws FatalError when that fails.
+void create_folder(const std::string& path);
+/// The whole content of a file; throws FatalError.
+[[nodiscard]] std::string read_whole_file(const std::string& path);
+/// The absolute form of a path, with the links in it left alone.
+[[nodiscard]] std::string absolute_path(const std::string& path);
+/// Size and time of last change, to notice that a file has become another one; zeros if missing.
+struct FileStamp {
+    std::uint64_t size = 0;
+    std::int64_t modified_ns = 0;
+    bool operator==(const FileStamp&) const = default;
+};
+[[nodiscard]] FileStamp file_stamp(const std::string& path);
+
+}  // namespace veldra

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace veldra {
+
+/// A table whose rows count from 1. Row 0 always exists, holds the defaults and stays unused.
+///
+/// Rows live in blocks that never move, so a reference to a row stays valid while rows are added,
+/// and growing never copies (a network of a million points would not fit twice).
+template <typename Row>
+class RowTable {
+ public:
+    RowTable() { clear(); }
+
+    /// Number of rows behind row 0.
+    [[nodiscard]] std::int32_t count() const { return count_; }
+
+    Row& operator[](std::int32_t index) {
+        return blocks_[static_cast<std::size_t>(index) >> block_bits]
+                      [static_cast<std::size_t>(index) & block_mask];
+    }
+    const Row& operator[](std::int32_t index) const {
+        return blocks_[static_cast<std::size_t>(index) >> block_bits]
+                      [static_cast<std::size_t>(index) & block_mask];
+    }
+
+    /// Appends a row with the defaults of its type and returns its index.
+    std::int32_t append() {
+        ++count_;
+        if ((static_cast<std::size_t>(count_) >> block_bits) >= blocks_.size()) {
+            blocks_.push_back(std::make_unique<Row[]>(block_size));
+        } else {
+            (*this)[count_] = Row{};
+        }
+        return count_;
+    }
+
+    /// Drops the rows behind `last`.
+    void truncate(std::int32_t last) {
+        if (last < count_) {
+            count_ = last;
+            blocks_.resize((static_cast<std::size_t>(count_) >> block_bits) + 1);
+        }
+    }
+
+    /// Drops all rows but row 0, which gets the defaults again.
+    void clear() {
+        blocks_.clear();
+        blocks_.push_back(std::make_unique<Row[]>(block_size));
+        count_ = 0;
+    }
+
+ private:
+    static constexpr std::size_t block_bits = 10;
+    static constexpr std::size_t block_size = std::size_t{1} << block_bits;
+    static constexpr std::size_t block_mask = block_size - 1;
+
+    std::vector<std::unique_ptr<Row[]>> blocks_;
+    std::int32_t count_ = 0;
+};
+
+}  // namespace veldra

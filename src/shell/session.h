@@ -1,0 +1,117 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "drawing/label.h"
+#include "settings/settings.h"
+#include "shell/tables.h"
+#include "shell/titelzeile.h"
+#include "shell/window_state.h"
+
+namespace veldra {
+
+/// The ground that the picture shows.
+struct Viewport {
+    double ansicht_rw_min = 0;  ///< easting of the left edge, metres
+    double ansicht_hw_min = 0;  ///< northing of the bottom edge
+    double ansicht_rw_max = 0;
+    double ansicht_hw_max = 0;
+    double ansicht_masseinheit = 1;  ///< metres of ground a twip
+};
+
+/// Box around everything shown, and smallest bare coordinates.
+struct Extents {
+    double gesamt_rw_min = 0;
+    double gesamt_hw_min = 0;
+    double gesamt_rw_max = 0;
+    double gesamt_hw_max = 0;
+    double roh_rw_min = 0;
+    double roh_hw_min = 0;
+};
+
+/// Size of the picture, in twips.
+struct PictureSize {
+    double width = 15000;
+    double height = 9000;
+};
+
+/// State of the application printer.
+struct PrinterState {
+    std::int16_t drucker_ok = table_false;
+    std::string drucker_start;
+    std::int16_t drucker_farbe = 2;  ///< 1 monochrome, 2 colour
+};
+
+/// Net area of a sheet and its margins, metres of paper.
+struct SheetGeometry {
+    double papier_breite = 0;
+    double papier_hoehe = 0;
+    double rand_links = 0;
+    double rand_oben = 0;
+    double rand_rechts = 0;
+    double rand_unten = 0;
+    std::int16_t plot_auto_rechts = 1;
+    std::int16_t plot_auto_hoch = 1;
+};
+
+/// Everything the program knows while it runs: the open file's tables, the selection, the view,
+/// the settings. There is no other state; two sessions never touch each other.
+struct Session {
+    // The file. Paths are the system's bytes; `titel` and the tables hold Windows-1252.
+    std::string graphikdatei;
+    std::string arbeitsdatei_suffix;  ///< "", "_1" or "_2"
+    /// Working copies are this path and the suffix; usually the graphic file itself.
+    std::string arbeitsdatei_basis;
+    std::int16_t datei_geladen = 0;
+    std::array<std::string, 5> zuletzt_datei;  ///< recent files, 1 to 4, most recent first
+
+    RowTable<NetworkPartRow> netz;
+    std::int32_t netz_aktuell = 0;
+    PlotSettings plot;
+    PlotSettings plot_merk;
+    std::array<double, 7> vektor_massstab{0.5, 0.5, 0.5, 0.5, 0.5, 0.5, 0.5};
+    std::array<double, 7> vektor_massstab_plot{0.5, 0.5, 0.5, 0.5, 0.5, 0.5, 0.5};
+    std::array<Maximum, 7> max_ap;
+    std::array<Maximum, 7> max_np;
+    std::array<Titelzeile, 4> titel;
+    ObjectSelection obj;
+    PointTable pu;
+    LineTable lin;
+    RowTable<NubezOffsetRow> nuoff;
+    /// Counts the rebuilds of pu and lin, so that what is derived from them knows its age.
+    std::uint64_t tables_revision = 0;
+
+    // Labels, by the index of their row. Element 0 is the measuring sample.
+    std::vector<Label> lbl_pubez;
+    std::vector<Label> lbl_fzbez;
+    std::vector<Label> lbl_nubez;
+
+    // The view.
+    Viewport view;
+    Extents extents;
+    PictureSize picture;
+    std::int16_t plotmodus = 0;
+
+    Settings settings;
+    PrinterState printer;
+    SheetGeometry sheet;
+    WindowState window;
+};
+
+/// The path that the readers read: the working copy if there is one, else the graphic file.
+[[nodiscard]] std::string working_path(const Session& session);
+
+/// Loads the row of `netz_aktuell` into the current plot settings.
+void load_plot_settings(Session& session);
+/// Stores the current plot settings in the row of `netz_aktuell`.
+void store_plot_settings(Session& session);
+/// Code 2 saves seven of the nine plot settings, code 3 restores them; the zero point is not among
+/// them.
+void plot_merken(Session& session, int code);
+/// Sets the six vector scales to 0.5 in both arrays.
+void vektor_standard(Session& session);
+
+}  // namespace veldra

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace veldra {
+
+/// One line of the legend's title. Text and font name are Windows-1252.
+class Titelzeile {
+ public:
+    void setTitelText(std::string text) { text_ = std::move(text); }
+    [[nodiscard]] const std::string& getTitelText() const { return text_; }
+    /// Height of a digit in millimetres of paper.
+    void setTitelSize(float size) { size_ = size; }
+    [[nodiscard]] float getTitelSize() const { return size_; }
+    void setTitelFont(std::string font) { font_ = std::move(font); }
+    [[nodiscard]] const std::string& getTitelFont() const { return font_; }
+    /// The three styles are booleans of the tables: 0 or -1.
+    void setTitelBold(std::int16_t bold) { bold_ = bold; }
+    [[nodiscard]] std::int16_t getTitelBold() const { return bold_; }
+    void setTitelItal(std::int16_t italic) { italic_ = italic; }
+    [[nodiscard]] std::int16_t getTitelItal() const { return italic_; }
+    void setTitelUndr(std::int16_t underline) { underline_ = underline; }
+    [[nodiscard]] std::int16_t getTitelUndr() const { return underline_; }
+
+ private:
+    std::string text_;
+    float size_ = 3.0F;
+    std::string font_ = "Arial";
+    std::int16_t bold_ = 0;
+    std::int16_t italic_ = 0;
+    std::int16_t underline_ = 0;
+};
+
+}  // namespace veldra
