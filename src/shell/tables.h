@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
+#include <unordered_map>
 
 #include "shell/flat_index.h"
 #include "shell/row_table.h"
@@ -19,7 +19,7 @@ constexpr std::int16_t table_false = 0;
 /// A network part of the file. Texts here and below are Windows-1252.
 struct NetworkPartRow {
     std::string netz_name;
-    double netz_massstab = -99.0;  ///< 1/M of the plot scale; -99: the part is not plotted
+    double netz_massstab = -99.0;         ///< 1/M of the plot scale; -99: the part is not plotted
     std::int16_t netz_ausrichtung = -99;  ///< 1 Hochformat, 2 Querformat
     std::int16_t netz_heftrand = 2;       ///< 1 oben, 2 links, 3 kein Heftrand
     std::int16_t netz_legendenlage = 4;   ///< 1 to 4
@@ -227,8 +227,10 @@ class LineTable : public RowTable<LineRow> {
     void clear();
 
  private:
+    [[nodiscard]] std::int32_t find_long(const LineKey& key, const LineKey& back) const;
+
     FlatIndex index_;
-    std::vector<std::int32_t> long_rows_;  ///< rows whose key does not fit the fields
+    std::unordered_map<std::string, std::int32_t> long_rows_;  ///< keys that overflow their fields
 };
 
 }  // namespace veldra

@@ -1,0 +1,59 @@
+#include "graphikdatei/line_reader.h"
+
+#include <cstring>
+
+namespace veldra {
+
+namespace {
+constexpr std::size_t window_size = std::size_t{256} * 1024;
+}
+
+LineReader::LineReader(const std::string& path) : file_(path), buffer_(window_size) {}
+
+bool LineReader::next(std::string_view& line) {
+    while (true) {
+        const void* found = end_ > scanned_
+                                ? std::memchr(buffer_.data() + scanned_, '\n', end_ - scanned_)
+                                : nullptr;
+        if (found != nullptr) {
+            const auto at =
+                static_cast<std::size_t>(static_cast<const char*>(found) - buffer_.data());
+            std::size_t length = at - begin_;
+            if (length > 0 && buffer_[at - 1] == '\r') {
+                --length;
+            }
+            line = std::string_view(buffer_.data() + begin_, length);
+            begin_ = scanned_ = at + 1;
+            ++line_number_;
+            return true;
+        }
+        scanned_ = end_;
+        if (!refill()) {
+            break;
+        }
+    }
+    if (begin_ == end_) {
+        return false;
+    }
+    line = std::string_view(buffer_.data() + begin_, end_ - begin_);
+    begin_ = scanned_ = end_;
+    ++line_number_;
+    return true;
+}
+
+bool LineReader::refill() {
+    if (begin_ > 0) {
+        std::memmove(buffer_.data(), buffer_.data() + begin_, end_ - begin_);
+        end_ -= begin_;
+        scanned_ -= begin_;
+        begin_ = 0;
+    }
+    if (end_ == buffer_.size()) {
+        buffer_.resize(buffer_.size() * 2);
+    }
+    const std::size_t count = file_.read(buffer_.data() + end_, buffer_.size() - end_);
+    end_ += count;
+    return count > 0;
+}
+
+}  // namespace veldra

@@ -1,0 +1,277 @@
+#include "graphikdatei/numbers.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <system_error>
+
+namespace veldra {
+
+namespace {
+
+constexpr bool is_digit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+/// The powers of ten that a 64-bit float holds exactly.
+constexpr std::array<double, 23> exact_power_of_ten{1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                    1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                                    1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr std::uint64_t exact_integer_limit = std::uint64_t{1} << 53U;
+
+/// A decimal number cut out of a text. A comma that was read as a point is remembered, since the
+/// library's reader knows points only.
+struct Prefix {
+    std::size_t begin = 0;  ///< first digit or point
+    std::size_t end = 0;
+    std::uint64_t mantissa = 0;
+    int decimals = 0;
+    int digits = 0;  ///< digits in `mantissa`, leading zeros not counted
+    std::size_t comma = std::string_view::npos;
+    bool negative = false;
+    bool has_exponent = false;
+    bool any_digit = false;
+};
+
+Prefix scan_prefix(std::string_view text, bool comma_is_point) {
+    Prefix found;
+    std::size_t at = 0;
+    while (at < text.size() && text[at] == ' ') {
+        ++at;
+    }
+    if (at < text.size() && (text[at] == '-' || text[at] == '+')) {
+        found.negative = text[at] == '-';
+        ++at;
+    }
+    found.begin = at;
+    bool point_seen = false;
+    bool comma_used = !comma_is_point;
+    for (; at < text.size(); ++at) {
+        const char c = text[at];
+        if (is_digit(c)) {
+            found.any_digit = true;
+            if (found.digits < 19) {
+                found.mantissa = found.mantissa * 10 + static_cast<std::uint64_t>(c - '0');
+            }
+            found.digits += found.mantissa != 0 ? 1 : 0;
+            found.decimals += point_seen ? 1 : 0;
+        } else if (!point_seen && c == '.') {
+            point_seen = true;
+        } else if (!point_seen && c == ',' && !comma_used) {
+            point_seen = true;
+            comma_used = true;
+            found.comma = at;
+        } else {
+            break;
+        }
+    }
+    if (found.any_digit && at < text.size() && (text[at] == 'e' || text[at] == 'E')) {
+        std::size_t exponent = at + 1;
+        if (exponent < text.size() && (text[exponent] == '-' || text[exponent] == '+')) {
+            ++exponent;
+        }
+        if (exponent < text.size() && is_digit(text[exponent])) {
+            while (exponent < text.size() && is_digit(text[exponent])) {
+                ++exponent;
+            }
+            found.has_exponent = true;
+            at = exponent;
+        }
+    }
+    found.end = at;
+    return found;
+}
+
+/// The general case, by the library; the sign is not part of the text.
+double parse_general(std::string_view text, const Prefix& found) {
+    std::string digits(text.substr(found.begin, found.end - found.begin));
+    if (found.comma != std::string_view::npos) {
+        digits[found.comma - found.begin] = '.';
+    }
+    double value = 0;
+    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    if (result.ec == std::errc::result_out_of_range) {
+        const std::size_t exponent = digits.find_first_of("eE");
+        const bool tiny = exponent != std::string::npos && digits[exponent + 1] == '-';
+        return tiny ? 0.0 : std::numeric_limits<double>::max();
+    }
+    return value;
+}
+
+double parse(std::string_view text, bool comma_is_point) {
+    const Prefix found = scan_prefix(text, comma_is_point);
+    if (!found.any_digit) {
+        return 0;
+    }
+    double value = 0;
+    if (!found.has_exponent && found.digits <= 19 && found.mantissa <= exact_integer_limit &&
+        found.decimals < static_cast<int>(exact_power_of_ten.size())) {
+        // Both operands are exact, so the quotient is correctly rounded.
+        value = static_cast<double>(found.mantissa) /
+                exact_power_of_ten[static_cast<std::size_t>(found.decimals)];
+    } else {
+        value = parse_general(text, found);
+    }
+    return found.negative ? -value : value;
+}
+
+/// The shortest decimal that reads back to a value: 0.digits times ten to the exponent.
+struct ShortestDecimal {
+    std::string digits;
+    int exponent = 0;
+};
+
+ShortestDecimal shortest_decimal(double magnitude) {
+    std::array<char, 32> buffer{};
+    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
+                                      std::chars_format::scientific);
+    const std::string_view text(buffer.data(),
+                                static_cast<std::size_t>(result.ptr - buffer.data()));
+    const std::size_t e = text.find('e');
+    ShortestDecimal decimal;
+    decimal.digits = text[0];
+    if (e > 1) {
+        decimal.digits += text.substr(2, e - 2);
+    }
+    int exponent = 0;
+    const char* begin = text.data() + e + 1 + (text[e + 1] == '+' ? 1 : 0);
+    std::from_chars(begin, result.ptr, exponent);
+    decimal.exponent = exponent + 1;
+    return decimal;
+}
+
+/// Digits of the magnitude rounded half away from zero to `decimals` places, as one integer text
+/// ("1235" for 12.345 and two places); "0" when nothing is left.
+std::string rounded_digits(double magnitude, int decimals) {
+    ShortestDecimal decimal = shortest_decimal(magnitude);
+    const int keep = decimal.exponent + decimals;  // digits that survive
+    if (keep < 0) {
+        return "0";
+    }
+    const auto kept = static_cast<std::size_t>(keep);
+    if (kept >= decimal.digits.size()) {
+        return decimal.digits + std::string(kept - decimal.digits.size(), '0');
+    }
+    const bool up = decimal.digits[kept] >= '5';
+    std::string digits = "0" + decimal.digits.substr(0, kept);
+    if (up) {
+        std::size_t at = digits.size() - 1;
+        while (digits[at] == '9') {
+            digits[at--] = '0';
+        }
+        ++digits[at];
+    }
+    return digits;
+}
+
+struct Mask {
+    std::size_t required = 0;  ///< required integer digits
+    std::size_t decimals = 0;
+    std::size_t required_decimals = 0;
+    bool point = false;
+};
+
+Mask read_mask(std::string_view text) {
+    Mask mask;
+    for (const char c : text) {
+        if (c == '.') {
+            mask.point = true;
+        } else if (mask.point) {
+            ++mask.decimals;
+            if (c == '0') {
+                mask.required_decimals = mask.decimals;
+            }
+        } else if (c == '0' || mask.required > 0) {
+            ++mask.required;
+        }
+    }
+    return mask;
+}
+
+/// Round half to even, which is the default rounding of the processor.
+template <typename Integer>
+std::optional<Integer> to_integer(double value) {
+    const double rounded = std::nearbyint(value);
+    if (!(rounded >= static_cast<double>(std::numeric_limits<Integer>::min()) &&
+          rounded <= static_cast<double>(std::numeric_limits<Integer>::max()))) {
+        return std::nullopt;
+    }
+    return static_cast<Integer>(rounded);
+}
+
+}  // namespace
+
+double numeric_prefix(std::string_view text) {
+    return parse(text, false);
+}
+
+double zahl_wert(std::string_view text) {
+    return parse(text, true);
+}
+
+std::string zahl_text(double value, std::string_view mask_text, std::string_view pad) {
+    const Mask mask = read_mask(mask_text);
+    const double magnitude =
+        std::isnan(value) ? 0.0 : std::min(std::fabs(value), std::numeric_limits<double>::max());
+    std::string digits = rounded_digits(magnitude, static_cast<int>(mask.decimals));
+    if (digits.size() < mask.decimals) {
+        digits.insert(0, mask.decimals - digits.size(), '0');
+    }
+    std::string integer = digits.substr(0, digits.size() - mask.decimals);
+    std::string fraction = digits.substr(digits.size() - mask.decimals);
+    integer.erase(0, integer.find_first_not_of('0'));
+    if (integer.size() < mask.required) {
+        integer.insert(0, mask.required - integer.size(), '0');
+    }
+    const bool zero = digits.find_first_not_of('0') == std::string::npos;
+    while (fraction.size() > mask.required_decimals && fraction.back() == '0') {
+        fraction.pop_back();
+    }
+    std::string text = std::signbit(value) && !zero ? "-" : "";
+    text += integer;
+    if (mask.point) {
+        text += '.';
+        text += fraction;
+    }
+    if (!pad.empty() && text.size() < mask_text.size()) {
+        std::string padding;
+        for (std::size_t i = text.size(); i < mask_text.size(); ++i) {
+            padding += pad;
+        }
+        text.insert(0, padding);
+    }
+    return text;
+}
+
+std::optional<std::int16_t> to_int16(double value) {
+    return to_integer<std::int16_t>(value);
+}
+
+std::optional<std::int32_t> to_int32(double value) {
+    return to_integer<std::int32_t>(value);
+}
+
+std::optional<std::int64_t> whole_centimetres(double metres) {
+    const double magnitude = std::fabs(metres);
+    if (!(magnitude < 9e15)) {
+        return std::nullopt;
+    }
+    // Away from a tie the product decides; its error is far below the distance kept to the tie.
+    constexpr double product_limit = 1e12;
+    const double product = magnitude * 100.0;
+    const double floor = std::floor(product);
+    const double fraction = product - floor;
+    std::int64_t result = 0;
+    if (product < product_limit && std::fabs(fraction - 0.5) > 1e-3) {
+        result = static_cast<std::int64_t>(floor) + (fraction > 0.5 ? 1 : 0);
+    } else {
+        const std::string digits = rounded_digits(magnitude, 2);
+        std::from_chars(digits.data(), digits.data() + digits.size(), result);
+    }
+    return metres < 0 ? -result : result;
+}
+
+}  // namespace veldra

@@ -1,0 +1,193 @@
+#include "graphikdatei/point_pass.h"
+
+#include <cmath>
+#include <unordered_map>
+
+#include "graphikdatei/codepage.h"
+#include "graphikdatei/numbers.h"
+#include "graphikdatei/part_filter.h"
+#include "graphikdatei/record_fields.h"
+
+namespace veldra {
+
+namespace {
+
+void reset_points(Session& session) {
+    session.pu.clear();
+    session.nuoff.clear();
+    session.lbl_pubez.clear();
+    session.lbl_nubez.clear();
+    ++session.tables_revision;
+}
+
+void read_signature(PointTable& points, Record& record, const RecordSource& source) {
+    if (!record.word(6).found()) {
+        return;
+    }
+    const Position position = read_position(record);
+    PointRow& point = points[points.punkt_suchen_neu(position.rechts, position.hoch)];
+    const auto is_kind = [](std::int16_t kind) { return kind >= 0 && kind <= 9; };
+    const std::int16_t lage = source.integer(record.number(4), "pu_art_lage");
+    if (is_kind(lage)) {
+        point.pu_art_lage = lage;
+    }
+    const std::int16_t hoehe = source.integer(record.number(5), "pu_art_hoehe");
+    if (is_kind(hoehe)) {
+        point.pu_art_hoehe = hoehe;
+    }
+    const std::int16_t flag = source.integer(record.number(6), "pu_signatur");
+    if (flag == 1) {
+        point.pu_signatur = 1;
+    } else if (flag == 0) {
+        point.pu_signatur = -1;
+    }
+    const Word label = record.word(7);
+    if (label.found()) {
+        point.pu_bez = trim(label.text);
+    }
+    if (record.word(9).found()) {
+        point.pu_bez_rechts = record.number(8);
+        point.pu_bez_hoch = record.number(9);
+    }
+}
+
+/// Reads moved district labels; a later one of the same name replaces the earlier.
+class DistrictLabels {
+ public:
+    explicit DistrictLabels(RowTable<NubezOffsetRow>& rows) : rows_(rows) {}
+
+    void read(Record& record) {
+        const std::string_view first = record.word(2).text;
+        const bool with_series = first == "L" || first == "C";
+        const int required = with_series ? 5 : 4;
+        if (!record.word(required).found()) {
+            return;
+        }
+        std::string name(first);
+        if (with_series) {
+            name += ' ';
+            name += record.word(3).text;
+        }
+        NubezOffsetRow& row = rows_[row_of(name)];
+        row.nuoff_bez = name;
+        row.nuoff_rechts = record.number(required - 1);
+        row.nuoff_hoch = record.number(required);
+    }
+
+ private:
+    std::int32_t row_of(const std::string& name) {
+        const auto [entry, added] = index_.try_emplace(name, 0);
+        if (added) {
+            entry->second = rows_.append();
+        }
+        return entry->second;
+    }
+
+    RowTable<NubezOffsetRow>& rows_;
+    std::unordered_map<std::string, std::int32_t> index_;
+};
+
+/// Takes token `n` into `field` if its rounded value lies in the range; a comma ends the number.
+template <typename Integer>
+void take_in_range(Record& record, int n, int least, int greatest, Integer& field) {
+    const double value = std::nearbyint(numeric_prefix(record.word(n).text));
+    if (value >= least && value <= greatest) {
+        field = static_cast<Integer>(value);
+    }
+}
+
+void take_boolean(Record& record, int n, std::int16_t& field) {
+    std::int16_t value = field == table_false ? std::int16_t{0} : std::int16_t{1};
+    take_in_range(record, n, 0, 1, value);
+    field = value == 1 ? table_true : table_false;
+}
+
+void read_selection(ObjectSelection& obj, Record& record) {
+    if (!record.word(14).found()) {
+        return;
+    }
+    take_in_range(record, 2, 0, 1, obj.obj_pube);
+    take_in_range(record, 3, 0, 1, obj.obj_pusi);
+    take_in_range(record, 4, 0, 8, obj.obj_puwe);
+    derive_value_modes(obj);
+    take_boolean(record, 5, obj.obj_test_restkl);
+    take_in_range(record, 6, 0, 5, obj.obj_nube);
+    take_in_range(record, 7, 0, 2, obj.obj_nbez);
+    take_in_range(record, 8, 0, 7, obj.obj_verw);
+    take_in_range(record, 9, 0, 3, obj.obj_beob);
+    take_boolean(record, 10, obj.obj_test_beob);
+    take_in_range(record, 11, 1, 3, obj.obj_test);
+    take_in_range(record, 12, 0, 3, obj.obj_bezu);
+    take_in_range(record, 13, 1, 5, obj.obj_bezu_elli);
+    take_in_range(record, 14, 1, 2, obj.obj_bezu_abbi);
+    if (obj.obj_bezu == 1) {
+        obj.obj_bezu_elli = 1;
+        obj.obj_bezu_abbi = 1;
+    } else if (obj.obj_bezu == 2) {
+        obj.obj_bezu_elli = 4;
+        obj.obj_bezu_abbi = 2;
+    }
+    if (record.word(15).found()) {
+        const auto meridian = to_int32(numeric_prefix(record.word(15).text));
+        obj.obj_nube_meridian = meridian.value_or(obj.obj_nube_meridian);
+    }
+    if (record.word(16).found()) {
+        take_boolean(record, 16, obj.obj_epbe);
+    }
+}
+
+/// Number of the title line (from 0) that a TITEL2 to TITEL4 record sets, or -1.
+int title_line(const Record& record) {
+    return record.is(keyword::titel2)   ? 1
+           : record.is(keyword::titel3) ? 2
+           : record.is(keyword::titel4) ? 3
+                                        : -1;
+}
+
+void read_title(Session& session, const Record& record) {
+    const int line = title_line(record);
+    if (line > 0 && record.has_rest()) {
+        session.titel[static_cast<std::size_t>(line)].setTitelText(std::string(record.rest()));
+    }
+}
+
+}  // namespace
+
+void punkt_lesen(Session& session) {
+    reset_points(session);
+    PartFilter part(session);
+    DistrictLabels districts(session.nuoff);
+    RecordSource source(working_path(session));
+    std::string_view line;
+    while (source.next(line)) {
+        Record record(line);
+        if (part.opens_part(record) || !part.inside()) {
+            continue;
+        }
+        switch (record.initial()) {
+            case 'P':
+                if (record.is(keyword::punktsignatur)) {
+                    read_signature(session.pu, record, source);
+                }
+                break;
+            case 'N':
+                if (record.is(keyword::numbezoffset)) {
+                    districts.read(record);
+                }
+                break;
+            case 'O':
+                if (record.is(keyword::objekte)) {
+                    read_selection(session.obj, record);
+                }
+                break;
+            case 'T':
+                read_title(session, record);
+                break;
+            default:
+                break;
+        }
+    }
+    session.pu.close_signature_rows();
+}
+
+}  // namespace veldra

@@ -1,0 +1,30 @@
+#include "graphikdatei/record_fields.h"
+
+#include "graphikdatei/codepage.h"
+#include "graphikdatei/numbers.h"
+
+namespace veldra {
+
+FatalError RecordSource::error(int code, std::string_view field) const {
+    return runtime_error_at(code, {path_, reader_.line_number(), to_utf8(field)});
+}
+
+std::int16_t RecordSource::integer(double value, std::string_view field) const {
+    const auto integer = to_int16(value);
+    if (!integer) {
+        throw error(6, field);
+    }
+    return *integer;
+}
+
+std::int16_t flag_value(const Word& word) {
+    if (!word.found()) {
+        return 0;
+    }
+    if (word.text.size() > 1) {
+        return 1;
+    }
+    return static_cast<std::int16_t>(zahl_wert(word.text));
+}
+
+}  // namespace veldra

@@ -1,0 +1,232 @@
+#include "shell/tables.h"
+
+#include <algorithm>
+#include <bit>
+
+#include "graphikdatei/numbers.h"
+
+namespace veldra {
+
+namespace {
+
+constexpr std::string_view key_mask = "#0000000.00";
+constexpr std::size_t field_width = 11;
+/// Centimetres whose text fills 11 characters at most.
+constexpr std::int64_t widest_positive = 9999999999;
+constexpr std::int64_t widest_negative = -999999999;
+
+std::uint64_t coordinate_bits(double value) {
+    return std::bit_cast<std::uint64_t>(value == 0.0 ? 0.0 : value);
+}
+
+std::uint64_t point_hash(double rechts, double hoch) {
+    return mix_bits(coordinate_bits(rechts) * 0x9E3779B97F4A7C15ULL + coordinate_bits(hoch));
+}
+
+std::string centimetre_field(std::int64_t centimetres) {
+    std::string digits = std::to_string(centimetres < 0 ? -centimetres : centimetres);
+    if (digits.size() < 9) {
+        digits.insert(0, 9 - digits.size(), '0');
+    }
+    digits.insert(digits.size() - 2, 1, '.');
+    if (centimetres < 0) {
+        digits.insert(0, 1, '-');
+    }
+    if (digits.size() < field_width) {
+        digits.insert(0, field_width - digits.size(), ' ');
+    }
+    return digits;
+}
+
+double field_value(std::string_view text, std::size_t position) {
+    return position < text.size() ? zahl_wert(text.substr(position, field_width)) : 0.0;
+}
+
+}  // namespace
+
+LineKey::LineKey(const LineCoordinates& ends) {
+    const std::array<double, 4> values{ends.x1, ends.y1, ends.x2, ends.y2};
+    bool fits = true;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const auto centimetres = whole_centimetres(values[i]);
+        fits = fits && centimetres && *centimetres <= widest_positive &&
+               *centimetres >= widest_negative;
+        centimetres_[i] = centimetres.value_or(0);
+    }
+    if (!fits) {
+        auto text = std::make_shared<LongText>();
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            text->fields[i] = zahl_text(values[i], key_mask, " ");
+        }
+        long_text_ = std::move(text);
+    }
+}
+
+std::string LineKey::text() const {
+    std::string text;
+    for (std::size_t i = 0; i < centimetres_.size(); ++i) {
+        text += long_text_ ? long_text_->fields[i] : centimetre_field(centimetres_[i]);
+    }
+    return text;
+}
+
+LineCoordinates LineKey::coordinates() const {
+    if (long_text_) {
+        const std::string whole = text();
+        return {field_value(whole, 0), field_value(whole, field_width),
+                field_value(whole, 2 * field_width), field_value(whole, 3 * field_width)};
+    }
+    const auto metres = [](std::int64_t centimetres) {
+        return static_cast<double>(centimetres) / 100.0;
+    };
+    return {metres(centimetres_[0]), metres(centimetres_[1]), metres(centimetres_[2]),
+            metres(centimetres_[3])};
+}
+
+bool LineKey::ends_equal() const {
+    if (long_text_) {
+        return long_text_->fields[0] + long_text_->fields[1] ==
+               long_text_->fields[2] + long_text_->fields[3];
+    }
+    return centimetres_[0] == centimetres_[2] && centimetres_[1] == centimetres_[3];
+}
+
+LineKey LineKey::reversed() const {
+    LineKey key;
+    key.centimetres_ = {centimetres_[2], centimetres_[3], centimetres_[0], centimetres_[1]};
+    if (long_text_) {
+        const auto& fields = long_text_->fields;
+        key.long_text_ =
+            std::make_shared<LongText>(LongText{{fields[2], fields[3], fields[0], fields[1]}});
+    }
+    return key;
+}
+
+std::uint64_t LineKey::symmetric_hash() const {
+    const auto end_hash = [this](std::size_t i) {
+        return mix_bits(static_cast<std::uint64_t>(centimetres_[i]) * 0x9E3779B97F4A7C15ULL +
+                        static_cast<std::uint64_t>(centimetres_[i + 1]));
+    };
+    return mix_bits(end_hash(0) + end_hash(2));
+}
+
+bool operator==(const LineKey& a, const LineKey& b) {
+    if (a.long_text_ || b.long_text_) {
+        return a.text() == b.text();
+    }
+    return a.centimetres_ == b.centimetres_;
+}
+
+void derive_value_modes(ObjectSelection& obj) {
+    constexpr std::array<std::int16_t, 9> lage{0, 1, 0, 1, 2, 0, 2, 3, 0};
+    constexpr std::array<std::int16_t, 9> hoehe{0, 0, 1, 1, 0, 2, 2, 0, 3};
+    const auto puwe = static_cast<std::size_t>(obj.obj_puwe);
+    obj.obj_wert_lage = lage.at(puwe);
+    obj.obj_wert_hoehe = hoehe.at(puwe);
+}
+
+void set_selection_defaults(ObjectSelection& obj) {
+    ObjectSelection defaults;
+    defaults.obj_bezu_elli = obj.obj_bezu_elli;
+    defaults.obj_bezu_abbi = obj.obj_bezu_abbi;
+    obj = defaults;
+}
+
+std::int32_t PointTable::punkt_finden(double rechts, double hoch) const {
+    const auto matches = [&](std::int32_t row) {
+        const PointRow& point = (*this)[row];
+        return point.pu_rechts == rechts && point.pu_hoch == hoch;
+    };
+    const std::uint64_t hash = point_hash(rechts, hoch);
+    const std::int32_t value_row = value_index_.find(hash, matches);
+    return value_row != 0 ? value_row : signature_index_.find(hash, matches);
+}
+
+std::int32_t PointTable::punkt_neu(double rechts, double hoch) {
+    const std::int32_t row = append();
+    PointRow& point = (*this)[row];
+    point.pu_rechts = rechts;
+    point.pu_hoch = hoch;
+    FlatIndex& index = open_ ? signature_index_ : value_index_;
+    index.put(point_hash(rechts, hoch), row, [&](std::int32_t other) {
+        return (*this)[other].pu_rechts == rechts && (*this)[other].pu_hoch == hoch;
+    });
+    return row;
+}
+
+std::int32_t PointTable::punkt_suchen_neu(double rechts, double hoch) {
+    const std::int32_t row = punkt_finden(rechts, hoch);
+    return row != 0 ? row : punkt_neu(rechts, hoch);
+}
+
+void PointTable::close_signature_rows() {
+    pu_anzahl_signatur = count();
+    open_ = false;
+}
+
+void PointTable::drop_value_rows() {
+    truncate(pu_anzahl_signatur);
+    value_index_.clear();
+}
+
+void PointTable::clear() {
+    RowTable::clear();
+    signature_index_.clear();
+    value_index_.clear();
+    pu_anzahl_signatur = 0;
+    open_ = true;
+}
+
+std::int16_t punkt_klasse(const PointRow& point) {
+    if (point.pu_art_lage == 0) {
+        return 0;
+    }
+    if (point.pu_art_lage != 1) {
+        return 3;
+    }
+    return point.pu_art_hoehe < 2    ? std::int16_t{1}
+           : point.pu_art_hoehe == 2 ? std::int16_t{2}
+                                     : std::int16_t{3};
+}
+
+LineTable::Found LineTable::lin_suchen(const LineCoordinates& ends) {
+    LineKey key(ends);
+    if (key.ends_equal()) {
+        return {0, true};
+    }
+    const LineKey back = key.reversed();
+    const std::uint64_t hash = key.symmetric_hash();
+    const auto matches = [&](std::int32_t row) {
+        const LineKey& other = (*this)[row].lin_schluessel;
+        return other == key || other == back;
+    };
+    const std::int32_t row = key.is_ordinary() ? index_.find(hash, matches) : find_long(key, back);
+    if (row != 0) {
+        return {(*this)[row].lin_schluessel == key ? row : -row, false};
+    }
+    const std::int32_t added = append();
+    if (key.is_ordinary()) {
+        index_.put(hash, added, matches);
+    } else {
+        long_rows_.emplace(key.text(), added);
+    }
+    (*this)[added].lin_schluessel = std::move(key);
+    return {added, false};
+}
+
+std::int32_t LineTable::find_long(const LineKey& key, const LineKey& back) const {
+    auto found = long_rows_.find(key.text());
+    if (found == long_rows_.end()) {
+        found = long_rows_.find(back.text());
+    }
+    return found == long_rows_.end() ? 0 : found->second;
+}
+
+void LineTable::clear() {
+    RowTable::clear();
+    index_.clear();
+    long_rows_.clear();
+    fernziel_anzahl = 0;
+}
+
+}  // namespace veldra
