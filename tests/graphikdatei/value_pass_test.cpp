@@ -1,0 +1,186 @@
+#include "graphikdatei/value_pass.h"
+
+#include "session_fixture.h"
+
+namespace veldra {
+namespace {
+
+constexpr std::int16_t horizontal_changes = 1;
+constexpr std::int16_t height_changes = 2;
+constexpr std::int16_t both_changes = 3;
+constexpr std::int16_t horizontal_residuals = 4;
+constexpr std::int16_t height_residuals = 5;
+constexpr std::int16_t both_residuals = 6;
+constexpr std::int16_t ellipses = 7;
+constexpr std::int16_t height_errors = 8;
+
+using ValuePass = testing_support::SessionOnFile;
+
+TEST_F(ValuePass, NextEpochHoldsTheRunningTotal) {
+    read_values(
+        "PUNKTSIGNATUR 10 20 0 0 1 P\nLAGEÄNDERUNG 10 20 3 4 1 \" 1998 \" 5 6\n"
+        "NÄCHSTEEPOCHE 1 -2 \"1999\"\nNÄCHSTEEPOCHE 1 1 \"2000\" 7 8\n",
+        horizontal_changes);
+    ASSERT_EQ(session.pu.count(), 4);
+    EXPECT_EQ(session.pu.pu_anzahl_signatur, 1);
+    EXPECT_EQ(session.pu[2].pu_wert_rechts, 3.0);
+    EXPECT_EQ(session.pu[2].pu_wert_lage, 1);
+    EXPECT_EQ(session.pu[2].pu_epoche, 0);
+    EXPECT_EQ(session.pu[2].pu_bez, " 1998 ");
+    EXPECT_EQ(session.pu[2].pu_bez_rechts, 5.0);
+    EXPECT_EQ(session.pu[2].pu_bez_hoch, 6.0);
+    EXPECT_EQ(session.pu[3].pu_wert_rechts, 4.0);
+    EXPECT_EQ(session.pu[3].pu_wert_hoch, 2.0);
+    EXPECT_EQ(session.pu[3].pu_rechts, 10.0);
+    EXPECT_EQ(session.pu[3].pu_wert_lage, 1);
+    EXPECT_EQ(session.pu[3].pu_epoche, 1);
+    EXPECT_EQ(session.pu[4].pu_wert_hoch, 3.0);
+    EXPECT_EQ(session.pu[4].pu_epoche, 2);
+    EXPECT_EQ(session.pu[4].pu_bez_hoch, 8.0);
+}
+
+TEST_F(ValuePass, NextEpochContinuesTheChangeThatCameLast) {
+    // The height change is not shown, but it is the parent all the same.
+    read_values("LAGEÄNDERUNG 1 2 3 4 0\nHÖHENÄNDERUNG 1 2 5 0\nNÄCHSTEEPOCHE 1 1\n",
+                horizontal_changes);
+    EXPECT_EQ(session.pu.count(), 1);
+    read_values("NÄCHSTEEPOCHE 1 1\nLAGEÄNDERUNG 1 2 3 4 0\nHÖHENFEHLER 1 2 3\nnä 1 1\n",
+                horizontal_changes);
+    ASSERT_EQ(session.pu.count(), 2);
+    EXPECT_EQ(session.pu[2].pu_wert_rechts, 4.0);
+}
+
+TEST_F(ValuePass, BothChangesGiveAPointTwoExtraRows) {
+    read_values("PUNKTSIGNATUR 1 2 0 0 1\nLAGEÄNDERUNG 1 2 3 4 1\nHÖHENÄNDERUNG 1 2 -5 0 \"x\"\n",
+                both_changes);
+    ASSERT_EQ(session.pu.count(), 3);
+    EXPECT_EQ(session.pu[2].pu_wert_lage, 1);
+    EXPECT_EQ(session.pu[2].pu_wert_hoehe, 0);
+    EXPECT_EQ(session.pu[3].pu_wert_hoehe, -4);
+    EXPECT_EQ(session.pu[3].pu_wert_dh, -5.0);
+    EXPECT_EQ(session.pu[3].pu_bez, "x");
+    EXPECT_EQ(session.pu[1].pu_wert_lage, 0);
+}
+
+TEST_F(ValuePass, HeightEpochsRunLikewise) {
+    read_values("HÖHENÄNDERUNG 1 2 5 1 a\nNÄCHSTEEPOCHE -2 \"b\" 3 4\n", height_changes);
+    ASSERT_EQ(session.pu.count(), 2);
+    EXPECT_EQ(session.pu[2].pu_wert_dh, 3.0);
+    EXPECT_EQ(session.pu[2].pu_wert_hoehe, 4);
+    EXPECT_EQ(session.pu[2].pu_bez, "b");
+    EXPECT_EQ(session.pu[2].pu_bez_rechts, 3.0);
+    EXPECT_EQ(session.pu[2].pu_epoche, 1);
+}
+
+TEST_F(ValuePass, FlagOfAChangeIsAbsentOneCharacterOrTrue) {
+    read_values(
+        "LAGEÄNDERUNG 1 1 3 4\nLAGEÄNDERUNG 2 2 3 4 0\nLAGEÄNDERUNG 3 3 3 4 00\n"
+        "LAGEÄNDERUNG 4 4 3 4 7\nLAGEÄNDERUNG 5 5 3 4 x\nLAGEÄNDERUNG 6 6 3 4 \"\"\n",
+        horizontal_changes);
+    ASSERT_EQ(session.pu.count(), 6);
+    EXPECT_EQ(session.pu[1].pu_wert_lage, -1);
+    EXPECT_EQ(session.pu[2].pu_wert_lage, -1);
+    EXPECT_EQ(session.pu[3].pu_wert_lage, 1);
+    EXPECT_EQ(session.pu[4].pu_wert_lage, 1);
+    EXPECT_EQ(session.pu[5].pu_wert_lage, -1);
+    EXPECT_EQ(session.pu[6].pu_wert_lage, -1);
+}
+
+TEST_F(ValuePass, ResidualsOfBothKindsKeepNoTestValues) {
+    read_values(
+        "PUNKTSIGNATUR 1 2 0 0 1\nLAGERESTKLAFFUNGEN 1 2 3 4 1 50 1 60 2\n"
+        "HÖHENRESTKLAFFUNGEN 1 2 5 1 70 3\n",
+        both_residuals);
+    ASSERT_EQ(session.pu.count(), 1);
+    EXPECT_EQ(session.pu[1].pu_wert_lage, 2);
+    EXPECT_EQ(session.pu[1].pu_wert_hoehe, 5);
+    EXPECT_EQ(session.pu[1].pu_wert_dh, 5.0);
+    EXPECT_EQ(session.pu[1].pu_ev_lage, 1000.0);
+    EXPECT_EQ(session.pu[1].pu_nv_lage, -99.0);
+}
+
+TEST_F(ValuePass, HorizontalResidualsHaveATestForEachComponent) {
+    read_values("LAGERESTKLAFFUNGEN 1 2 3 4 1 50 1 0.4 2\n", horizontal_residuals);
+    ASSERT_EQ(session.pu.count(), 1);
+    EXPECT_EQ(session.pu[1].pu_wert_lage, 2);
+    EXPECT_EQ(session.pu[1].pu_ev_lage, 50.0);
+    EXPECT_EQ(session.pu[1].pu_nv_lage, 1.0);
+    EXPECT_EQ(session.pu[1].pu_ev_hoehe, 0.4);
+    EXPECT_EQ(session.pu[1].pu_nv_hoehe, -99.0);
+}
+
+TEST_F(ValuePass, ResidualTestsNeedTheLastTokenAndTheFlag) {
+    read_values(
+        "LAGERESTKLAFFUNGEN 1 2 3 4 1 50 1 60\nLAGERESTKLAFFUNGEN 3 4 3 4 0 50 1 60 2\n"
+        "LAGERESTKLAFFUNGEN 5 6 3 4 2 50 1 60 2\n",
+        horizontal_residuals);
+    EXPECT_EQ(session.pu[1].pu_ev_lage, 1000.0);
+    EXPECT_EQ(session.pu[2].pu_ev_lage, 1000.0);
+    EXPECT_EQ(session.pu[2].pu_wert_lage, -2);
+    EXPECT_EQ(session.pu[3].pu_wert_lage, 0);
+    EXPECT_EQ(session.pu[3].pu_wert_rechts, 3.0);
+}
+
+TEST_F(ValuePass, HeightResidualWithoutNvReadsZero) {
+    read_values("HÖHENRESTKLAFFUNGEN 1 2 5 1 70\n", height_residuals);
+    EXPECT_EQ(session.pu[1].pu_ev_lage, 70.0);
+    EXPECT_EQ(session.pu[1].pu_nv_lage, 0.0);
+    EXPECT_EQ(session.pu[1].pu_ev_hoehe, 1000.0);
+}
+
+TEST_F(ValuePass, ResidualWithoutSignatureMakesARowWithoutLabel) {
+    read_values("PUNKTSIGNATUR 9 9 0 0 1\nLAGERESTKLAFFUNGEN 1 2 3 4 0\n", horizontal_residuals);
+    ASSERT_EQ(session.pu.count(), 2);
+    EXPECT_EQ(session.pu[2].pu_signatur, 0);
+    EXPECT_EQ(session.pu[2].pu_bez, "");
+}
+
+TEST_F(ValuePass, EllipseNeedsItsOrientation) {
+    read_values("LAGEFEHLERELLIPSE 1 2 3 4\nLAGEFEHLERELLIPSE 5 6 3 4 150\n", ellipses);
+    ASSERT_EQ(session.pu.count(), 2);
+    EXPECT_EQ(session.pu[1].pu_wert_lage, 0);
+    EXPECT_EQ(session.pu[1].pu_wert_rechts, 0.0);
+    EXPECT_EQ(session.pu[2].pu_wert_lage, -3);
+    EXPECT_EQ(session.pu[2].pu_wert_dh, 150.0);
+}
+
+TEST_F(ValuePass, HeightErrorNeedsItsValue) {
+    read_values("HÖHENFEHLER 1 2\nHÖHENFEHLER 3 4 1.5\n", height_errors);
+    ASSERT_EQ(session.pu.count(), 2);
+    EXPECT_EQ(session.pu[1].pu_wert_hoehe, 0);
+    EXPECT_EQ(session.pu[2].pu_wert_hoehe, -6);
+    EXPECT_EQ(session.pu[2].pu_wert_dh, 1.5);
+}
+
+TEST_F(ValuePass, OtherModesStoreNothing) {
+    read_values("LAGEFEHLERELLIPSE 5 6 3 4 150\nLAGEÄNDERUNG 1 2 3 4 1\n", height_errors);
+    EXPECT_EQ(session.pu.count(), 0);
+}
+
+TEST_F(ValuePass, ReadingTwiceGivesTheSameTable) {
+    read_values("PUNKTSIGNATUR 1 2 0 0 1\nLAGEÄNDERUNG 1 2 3 4 1\nNÄCHSTEEPOCHE 1 1\n",
+                horizontal_changes);
+    wert_lesen(session);
+    ASSERT_EQ(session.pu.count(), 3);
+    EXPECT_EQ(session.pu[3].pu_wert_rechts, 4.0);
+    EXPECT_EQ(session.pu.punkt_finden(1, 2), 3);
+    session.obj.obj_puwe = 0;
+    derive_value_modes(session.obj);
+    wert_lesen(session);
+    EXPECT_EQ(session.pu.count(), 1);
+    EXPECT_EQ(session.pu.punkt_finden(1, 2), 1);
+}
+
+TEST_F(ValuePass, ValuesOfAnEarlierChoiceAreReset) {
+    read_values("PUNKTSIGNATUR 1 2 0 0 1\nLAGEFEHLERELLIPSE 1 2 3 4 150\nHÖHENFEHLER 1 2 7\n",
+                ellipses);
+    session.obj.obj_puwe = height_errors;
+    derive_value_modes(session.obj);
+    wert_lesen(session);
+    EXPECT_EQ(session.pu[1].pu_wert_lage, 0);
+    EXPECT_EQ(session.pu[1].pu_wert_rechts, 0.0);
+    EXPECT_EQ(session.pu[1].pu_wert_hoehe, -6);
+}
+
+}  // namespace
+}  // namespace veldra
