@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 
+#include "drawing/ellipse_curve.h"
 #include "drawing/label.h"
 #include "drawing/text_measurer.h"
 
@@ -33,6 +34,14 @@ class DrawingTarget {
     virtual void Line(float x1, float y1, float x2, float y2) = 0;
     /// A full circle, outlined in the pen and filled.
     virtual void Circle(float x, float y, float radius) = 0;
+    /// The 200 segments of an error ellipse in the pen. A target that draws them otherwise must
+    /// give the same picture; all points are finite and narrow to 32-bit floats.
+    virtual void Ellipse(const EllipseCurve& curve) {
+        trace_ellipse(curve, [&](double x1, double y1, double x2, double y2) {
+            Line(static_cast<float>(x1 - curve.origin_x), static_cast<float>(y1 - curve.origin_y),
+                 static_cast<float>(x2 - curve.origin_x), static_cast<float>(y2 - curve.origin_y));
+        });
+    }
     /// A text turned by `escapement` tenths of a degree counter-clockwise, aligned to the current
     /// position with its bottom, and with its right (`align` 11) or left (`align` 9) end.
     virtual void TextRotated(std::string_view text, std::int32_t escapement, std::int32_t align,

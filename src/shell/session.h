@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "drawing/label.h"
+#include "drawing/view_index.h"
 #include "settings/settings.h"
 #include "shell/tables.h"
 #include "shell/titelzeile.h"
@@ -88,6 +89,11 @@ struct Session {
     std::vector<Label> lbl_pubez;
     std::vector<Label> lbl_fzbez;
     std::vector<Label> lbl_nubez;
+
+    /// Rows of lbl_pubez that the last drawing placed, in their order; all others are hidden.
+    std::vector<std::int32_t> lbl_pubez_placed;
+    /// Finds rows of pu and lin by place; brought into line with them before each use.
+    ViewIndex view_index;
 
     // The view.
     Viewport view;

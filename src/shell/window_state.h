@@ -81,6 +81,7 @@ struct WindowState {
     std::array<MenuItemState, static_cast<std::size_t>(MenuItem::count)> menu;
     std::array<ToolButtonState, static_cast<std::size_t>(ToolButton::count)> tools;
     bool frm_netzteile_shown = false;  ///< the dialog of network parts is to be open
+    bool frm_massstab_shown = false;   ///< the dialog of scale bars is to be open
     bool lbl_legende_visible = false;
     int mouse_pointer = 0;  ///< of the picture; 11 is the hourglass
 

@@ -1,0 +1,60 @@
+#include "drawing/layer_surface.h"
+
+#include "shell/fatal_error.h"
+
+namespace veldra {
+
+std::int16_t LayerSurface::scaled_width(std::int16_t width) const {
+    const int scaled = width * frame_.width_factor;
+    if (scaled > std::numeric_limits<std::int16_t>::max() ||
+        scaled < std::numeric_limits<std::int16_t>::min()) {
+        throw runtime_error_at(6, {"", 0, "DrawWidth"});
+    }
+    return static_cast<std::int16_t>(scaled);
+}
+
+void LayerSurface::ellipse(const EllipseCurve& curve) {
+    const double reach = std::abs(curve.a) + std::abs(curve.b);
+    const bool plain = !frame_.window && is_number(curve.x - frame_.origin_rechts) &&
+                       is_number(curve.y - frame_.origin_hoch) && is_number(4 * reach);
+    if (plain) {
+        target_.Ellipse(curve);
+    } else {
+        trace_ellipse(curve,
+                      [this](double x1, double y1, double x2, double y2) { line(x1, y1, x2, y2); });
+    }
+}
+
+std::optional<TargetBox> LayerSurface::visible_ground() const {
+    std::optional<TargetBox> box = target_.visible_box();
+    if (!box) {
+        return std::nullopt;
+    }
+    const double slack = 1e-6 * (std::abs(box->xmin) + std::abs(box->xmax) + std::abs(box->ymin) +
+                                 std::abs(box->ymax));
+    return TargetBox{
+        box->xmin + frame_.origin_rechts - slack, box->ymin + frame_.origin_hoch - slack,
+        box->xmax + frame_.origin_rechts + slack, box->ymax + frame_.origin_hoch + slack};
+}
+
+void SetTestStyle(LayerSurface& surface, const Settings& settings, std::int16_t obj_test,
+                  std::int16_t code, const TestValues& values) {
+    if (code > 0) {
+        surface.style(0);
+        if (obj_test >= 1 && obj_test <= 3) {
+            const TestPen pen = test_pen(settings, obj_test, values);
+            surface.pen(pen.width, pen.colour);
+        }
+    } else if (code == 0) {
+        surface.pen(2, 1, rgb(0, 0, 0));
+    }
+}
+
+float signature_radius(const LayerFrame& frame, std::int16_t klasse) {
+    if (klasse < 0 || klasse > 3) {
+        throw runtime_error_at(9, {"", 0, "punsigscr"});
+    }
+    return frame.punsig[static_cast<std::size_t>(klasse)];
+}
+
+}  // namespace veldra

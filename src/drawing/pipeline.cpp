@@ -1,0 +1,174 @@
+#include "drawing/pipeline.h"
+
+#include <array>
+#include <string>
+
+#include "drawing/observation_layers.h"
+#include "drawing/point_layers.h"
+#include "drawing/title.h"
+#include "drawing/value_layers.h"
+#include "graphikdatei/codepage.h"
+#include "reference/reference_layers.h"
+
+namespace veldra {
+
+namespace {
+
+constexpr int hourglass = 11;
+constexpr int default_pointer = 0;
+
+void set_pointer(Session& session, UserInterface& ui, int pointer) {
+    session.window.mouse_pointer = pointer;
+    ui.set_mouse_pointer(pointer);
+}
+
+void set_caption(Session& session) {
+    WindowState& window = session.window;
+    window.caption = window.fenstertitel;
+    if (session.netz.count() > 0) {
+        window.caption += " (" + to_utf8(session.netz[session.netz_aktuell].netz_name) + ")";
+    }
+    window.caption += ": " + to_utf8(BuildTitle(session, 0));
+}
+
+void draw_observations(Session& session, const LayerFrame& frame, DrawingTarget& target) {
+    const ObjectSelection& obj = session.obj;
+    if (obj.obj_beob < 1 || obj.obj_beob > 3) {
+        return;
+    }
+    const ObservationForm form =
+        obj.obj_beob == 1 ? ObservationForm::horizontal : ObservationForm::height_and_gps;
+    if (obj.obj_test_beob == table_false) {
+        DrawObservations(session, frame, target, form);
+    } else {
+        DrawTestObservations(session, frame, target, form);
+    }
+    if (form == ObservationForm::horizontal) {
+        DrawOrientations(session, frame, target);
+    }
+}
+
+/// Residuals of position and height side by side are never coloured by their tests.
+bool colours_residuals(const ObjectSelection& obj) {
+    const bool both = obj.obj_wert_lage == 2 && obj.obj_wert_hoehe == 2;
+    return !both && obj.obj_test_restkl == table_true;
+}
+
+void draw_residuals(Session& session, const LayerFrame& frame, DrawingTarget& target, int kind) {
+    if (colours_residuals(session.obj)) {
+        DrawTestResiduals(session, frame, target, kind);
+    } else {
+        DrawVectors(session, frame, target, kind);
+    }
+}
+
+void draw_values(Session& session, const LayerFrame& frame, DrawingTarget& target) {
+    switch (session.obj.obj_wert_lage) {
+        case 1:
+            DrawVectors(session, frame, target, 1);
+            break;
+        case 2:
+            draw_residuals(session, frame, target, 2);
+            break;
+        case 3:
+            DrawEllipses(session, frame, target);
+            break;
+        default:
+            break;
+    }
+    switch (session.obj.obj_wert_hoehe) {
+        case 1:
+            DrawVectors(session, frame, target, 4);
+            break;
+        case 2:
+            draw_residuals(session, frame, target, 5);
+            break;
+        case 3:
+            DrawVectors(session, frame, target, 6);
+            break;
+        default:
+            break;
+    }
+}
+
+constexpr std::array view_buttons{ToolButton::lupe_plus,        ToolButton::lupe_minus,
+                                  ToolButton::schiebe_rechts,   ToolButton::schiebe_links,
+                                  ToolButton::schiebe_hoch,     ToolButton::schiebe_runter,
+                                  ToolButton::schiebe_original, ToolButton::plot_ein};
+
+void offer_commands(WindowState& window) {
+    window[MenuItem::m_ansicht_massstab].enabled = true;
+    window[ToolButton::massstaebe].enabled = !window[MenuItem::m_ansicht_massstab].checked;
+    for (const MenuItem item :
+         {MenuItem::m_torvel_objekte, MenuItem::m_torvel_ansicht, MenuItem::m_torvel_plotten,
+          MenuItem::m_plotten_ein, MenuItem::m_torvel_optionen}) {
+        window[item].enabled = true;
+    }
+    for (const ToolButton button : view_buttons) {
+        window[button].enabled = true;
+    }
+    for (const MenuItem item :
+         {MenuItem::m_plotten_einstellungen, MenuItem::m_plotten_null, MenuItem::m_plotten_alle,
+          MenuItem::m_plotten_aktuell, MenuItem::m_plotten_aus}) {
+        window[item].enabled = false;
+    }
+    window[ToolButton::plot_aus].enabled = false;
+}
+
+void withdraw_commands(WindowState& window) {
+    window.frm_massstab_shown = false;
+    for (const MenuItem item : {MenuItem::m_ansicht_massstab, MenuItem::m_torvel_ansicht,
+                                MenuItem::m_torvel_plotten, MenuItem::m_torvel_optionen}) {
+        window[item].enabled = false;
+    }
+    for (const ToolButton button : view_buttons) {
+        window[button].enabled = false;
+    }
+    window[ToolButton::massstaebe].enabled = false;
+    window[ToolButton::plot_aus].enabled = false;
+}
+
+/// Says that there is nothing to draw; a part then is no longer marked for plotting.
+void report_empty(Session& session, UserInterface& ui) {
+    std::string text = "Datei enthält keine darzustellenden Objekte";
+    if (session.netz.count() > 0) {
+        NetworkPartRow& part = session.netz[session.netz_aktuell];
+        part.netz_plotmarke = table_false;
+        text = "Netzteil " + to_utf8(part.netz_name) + " enthält keine darzustellenden Objekte";
+    }
+    ui.message_box(MessageStyle::critical, " Fehler ", text);
+}
+
+}  // namespace
+
+void draw_network(Session& session, const LayerFrame& frame, DrawingTarget& target) {
+    draw_observations(session, frame, target);
+    if (session.obj.obj_pusi != 0) {
+        DrawPointSignatures(session, frame, target);
+    }
+    draw_values(session, frame, target);
+}
+
+void DrawAll(Session& session, DrawingTarget& target, TextMeasurer& measurer, UserInterface& ui) {
+    set_pointer(session, ui, hourglass);
+    session.window.lbl_legende_visible = false;
+    set_caption(session);
+    const LayerFrame frame = screen_frame(session, measurer);
+    if (session.obj.obj_verw != 0) {
+        DrawBoundaries(session, frame, target);
+    }
+    const Viewport& view = session.view;
+    DrawGrid(session, frame, target,
+             {view.ansicht_rw_min, view.ansicht_hw_min, view.ansicht_rw_max, view.ansicht_hw_max});
+    draw_network(session, frame, target);
+    DrawPointLabels(session, frame, target);
+    if (session.pu.count() > 0 || session.lin.count() > 0) {
+        offer_commands(session.window);
+    } else {
+        withdraw_commands(session.window);
+        report_empty(session, ui);
+    }
+    set_pointer(session, ui, default_pointer);
+}
+
+}  // namespace veldra

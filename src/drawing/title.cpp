@@ -1,0 +1,69 @@
+#include "drawing/title.h"
+
+#include <array>
+#include <string_view>
+
+#include "graphikdatei/codepage.h"
+#include "graphikdatei/numbers.h"
+
+namespace veldra {
+
+namespace {
+
+using Names = std::array<std::string_view, 4>;
+
+constexpr Names observation_names{"", "Lagebeobachtungen", "Höhenbeobachtungen",
+                                  "GPS-Raumvektoren"};
+constexpr Names position_value_names{"", "Lageänderungen", "Lagerestklaffungen",
+                                     "Lagefehlerellipsen"};
+constexpr Names height_value_names{"", "Höhenänderungen", "Höhenrestklaffungen", "Höhenfehler"};
+constexpr Names position_tests{"", ", EV", ", NV", ", EP"};
+constexpr Names height_tests{"", ", EV", ", NV", ", EH"};
+constexpr std::int16_t residuals = 2;
+
+std::string_view chosen(const Names& names, std::int16_t choice) {
+    return choice >= 0 && choice <= 3 ? names[static_cast<std::size_t>(choice)] : "";
+}
+
+void append_name(std::string& title, std::int16_t choice, std::string_view name) {
+    if (choice != 0 && !title.empty()) {
+        title += ", ";
+    }
+    title += name;
+}
+
+std::string scale_text(double massstab) {
+    std::string text = " 1: " + zahl_text(1 / massstab, "####0.#", "");
+    if (text.back() == '.') {
+        text.pop_back();
+    }
+    return text;
+}
+
+}  // namespace
+
+std::string BuildTitle(const Session& session, int mit_massstab) {
+    const ObjectSelection& obj = session.obj;
+    std::string title(chosen(observation_names, obj.obj_beob));
+    if (!title.empty() && obj.obj_test_beob == table_true) {
+        title += chosen(obj.obj_beob == 1 ? position_tests : height_tests, obj.obj_test);
+    }
+    append_name(title, obj.obj_wert_lage, chosen(position_value_names, obj.obj_wert_lage));
+    if (obj.obj_wert_lage == residuals && obj.obj_test_restkl == table_true) {
+        title += chosen(position_tests, obj.obj_test);
+    }
+    if (mit_massstab == 1 && obj.obj_wert_lage >= 1) {
+        title += scale_text(session.vektor_massstab[static_cast<std::size_t>(obj.obj_wert_lage)]);
+    }
+    append_name(title, obj.obj_wert_hoehe, chosen(height_value_names, obj.obj_wert_hoehe));
+    if (obj.obj_wert_hoehe == residuals && obj.obj_test_restkl == table_true) {
+        title += chosen(height_tests, obj.obj_test);
+    }
+    if (mit_massstab == 1 && obj.obj_wert_hoehe >= 1) {
+        title +=
+            scale_text(session.vektor_massstab[static_cast<std::size_t>(obj.obj_wert_hoehe) + 3]);
+    }
+    return from_utf8(title);
+}
+
+}  // namespace veldra

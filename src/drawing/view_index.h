@@ -1,0 +1,176 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "drawing/target.h"
+#include "shell/tables.h"
+
+namespace veldra {
+
+/// Finds the rows of the observation and point tables that can touch a rectangle, in the order of
+/// the rows. Built in one linear run over the tables, and again when they have been rebuilt.
+///
+/// A row has a box of 32-bit floats relative to the first coordinate. Narrowing keeps the order of
+/// numbers, so two ranges that overlap still do so when narrowed: no row is ever lost. 256 rows
+/// share a block box, so that files in spatial order pass over whole blocks; for others the scan
+/// of 16 bytes a row is still far below what drawing costs.
+class ViewIndex {
+ public:
+    /// Brings the index into line with the tables. `revision` tells their rebuilds apart.
+    void refresh(const PointTable& points, const LineTable& lines, std::uint64_t revision);
+
+    /// The label of a point row has been moved by the user: the row is visited whatever the view
+    /// until the next rebuild.
+    void label_moved(std::int32_t row);
+
+    /// Calls `visit(row)` for each observation line that can touch `box` (ground coordinates)
+    /// widened by `margin` metres; for every line without a box.
+    template <typename Visit>
+    void visit_lines(const std::optional<TargetBox>& box, double margin, Visit&& visit) const;
+
+    /// What a layer draws around a point row.
+    struct PointMargin {
+        double fixed = 0;           ///< metres on all sides
+        double per_centimetre = 0;  ///< metres for each centimetre of the row's values
+    };
+    /// Calls `visit(row)` for each point row that can touch `box` when it reaches as far as
+    /// `margin` tells; for every row without a box.
+    template <typename Visit>
+    void visit_points(const std::optional<TargetBox>& box, const PointMargin& margin,
+                      Visit&& visit) const;
+
+    /// Rows of orientation directions, in their order.
+    [[nodiscard]] const std::vector<std::int32_t>& orientations() const { return orientations_; }
+    [[nodiscard]] std::size_t longest_remote_name() const { return longest_remote_name_; }
+    /// Some line has a type below 0, so its pen comes from the row before.
+    [[nodiscard]] bool has_negative_types() const { return has_negative_types_; }
+    [[nodiscard]] bool has_ellipses() const { return has_ellipses_; }
+    [[nodiscard]] std::int16_t largest_epoch() const { return largest_epoch_; }
+
+    /// Labels of up to this many bytes and of up to this offset (percent of their height) count in
+    /// a layer's margin; rows with other labels are visited whatever the view.
+    static constexpr std::size_t usual_label_length = 40;
+    static constexpr double usual_label_offset = 400;
+    /// Longest label among the usual ones.
+    [[nodiscard]] std::size_t longest_usual_label() const { return longest_usual_label_; }
+
+ private:
+    static constexpr std::int32_t block_rows = 256;
+
+    struct Box {
+        float xmin;
+        float ymin;
+        float xmax;
+        float ymax;
+    };
+    /// `reach` is the largest value of the row in centimetres. A row that must always be visited
+    /// has no numbers for coordinates: comparisons with them never say "outside".
+    struct PointBox {
+        float x;
+        float y;
+        float reach;
+    };
+    struct PointBlock {
+        Box box;
+        float reach;
+    };
+
+    [[nodiscard]] Box narrowed(const TargetBox& box) const;
+    [[nodiscard]] float narrowed_x(double rechts) const;
+    [[nodiscard]] float narrowed_y(double hoch) const;
+    static bool outside(const Box& a, const Box& b) {
+        return a.xmin > b.xmax || a.xmax < b.xmin || a.ymin > b.ymax || a.ymax < b.ymin;
+    }
+    static bool outside(const PointBox& point, const TargetBox& box, double per_centimetre) {
+        const double reach = static_cast<double>(point.reach) * per_centimetre;
+        const auto x = static_cast<double>(point.x);
+        const auto y = static_cast<double>(point.y);
+        return x + reach < box.xmin || x - reach > box.xmax || y + reach < box.ymin ||
+               y - reach > box.ymax;
+    }
+    static bool outside(const PointBlock& block, const TargetBox& box, double per_centimetre) {
+        const double reach = static_cast<double>(block.reach) * per_centimetre;
+        return static_cast<double>(block.box.xmax) + reach < box.xmin ||
+               static_cast<double>(block.box.xmin) - reach > box.xmax ||
+               static_cast<double>(block.box.ymax) + reach < box.ymin ||
+               static_cast<double>(block.box.ymin) - reach > box.ymax;
+    }
+    /// The box relative to the origin of the index, widened by a margin and by what narrowing can
+    /// move a coordinate.
+    [[nodiscard]] TargetBox relative(const TargetBox& box, double margin) const;
+
+    void build_lines(const LineTable& lines);
+    void build_points(const PointTable& points);
+    [[nodiscard]] PointBox point_box(const PointTable& points, std::int32_t row);
+
+    std::optional<std::uint64_t> revision_;
+    double origin_x_ = 0;
+    double origin_y_ = 0;
+    float largest_coordinate_ = 0;
+    std::vector<Box> line_boxes_;  ///< element 0 unused
+    std::vector<Box> line_blocks_;
+    std::vector<PointBox> point_boxes_;  ///< element 0 unused
+    std::vector<PointBlock> point_blocks_;
+    std::vector<std::int32_t> orientations_;
+    std::size_t longest_remote_name_ = 0;
+    std::size_t longest_usual_label_ = 0;
+    std::int16_t largest_epoch_ = 0;
+    bool has_negative_types_ = false;
+    bool has_ellipses_ = false;
+};
+
+template <typename Visit>
+void ViewIndex::visit_lines(const std::optional<TargetBox>& box, double margin,
+                            Visit&& visit) const {
+    const auto count = static_cast<std::int32_t>(line_boxes_.size()) - 1;
+    if (!box) {
+        for (std::int32_t row = 1; row <= count; ++row) {
+            visit(row);
+        }
+        return;
+    }
+    const Box query =
+        narrowed({box->xmin - margin, box->ymin - margin, box->xmax + margin, box->ymax + margin});
+    for (std::int32_t first = 1; first <= count; first += block_rows) {
+        if (outside(line_blocks_[static_cast<std::size_t>(first / block_rows)], query)) {
+            continue;
+        }
+        const std::int32_t end = first + block_rows <= count ? first + block_rows : count + 1;
+        for (std::int32_t row = first; row < end; ++row) {
+            if (!outside(line_boxes_[static_cast<std::size_t>(row)], query)) {
+                visit(row);
+            }
+        }
+    }
+}
+
+template <typename Visit>
+void ViewIndex::visit_points(const std::optional<TargetBox>& box, const PointMargin& margin,
+                             Visit&& visit) const {
+    const auto count = static_cast<std::int32_t>(point_boxes_.size()) - 1;
+    if (!box) {
+        for (std::int32_t row = 1; row <= count; ++row) {
+            visit(row);
+        }
+        return;
+    }
+    const TargetBox query = relative(*box, margin.fixed);
+    for (std::int32_t first = 1; first <= count; first += block_rows) {
+        if (outside(point_blocks_[static_cast<std::size_t>(first / block_rows)], query,
+                    margin.per_centimetre)) {
+            continue;
+        }
+        const std::int32_t end = first + block_rows <= count ? first + block_rows : count + 1;
+        for (std::int32_t row = first; row < end; ++row) {
+            if (!outside(point_boxes_[static_cast<std::size_t>(row)], query,
+                         margin.per_centimetre)) {
+                visit(row);
+            }
+        }
+    }
+}
+
+}  // namespace veldra

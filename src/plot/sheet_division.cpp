@@ -1,0 +1,206 @@
+#include "plot/sheet_division.h"
+
+#include <cmath>
+#include <limits>
+
+#include "shell/fatal_error.h"
+#include "view/extents.h"
+#include "view/text_forms.h"
+
+namespace veldra {
+
+namespace {
+
+constexpr std::int16_t hochformat = 1;
+constexpr std::int16_t querformat = 2;
+constexpr std::int16_t heftrand_oben = 1;
+constexpr std::int16_t heftrand_links = 2;
+constexpr double schmaler_rand = 0.0005;
+constexpr double binding_rand = 0.015;
+constexpr double fuss_rand = 0.012;
+
+std::int16_t narrow_or_overflow(const Session& session, double value, const char* field) {
+    using Limits = std::numeric_limits<std::int16_t>;
+    if (!(value >= Limits::min() && value <= Limits::max())) {
+        throw runtime_error_at(6, {session.graphikdatei, 0, field});
+    }
+    return static_cast<std::int16_t>(value);
+}
+
+class SheetDivision {
+ public:
+    SheetDivision(Session& session, PaperTextSize& paper_text, SheetPrinter* printer)
+        : session_(session), plot_(session.plot), paper_text_(paper_text), printer_(printer) {}
+
+    void run() {
+        if (plot_.plot_ausrichtung != -99) {
+            keep_settings();
+        } else {
+            if (plot_.plot_massstab <= 0) {
+                choose_scale();
+            } else {
+                choose_orientation();
+            }
+            plot_.plot_null_rechts = session_.extents.gesamt_rw_min;
+            plot_.plot_null_hoch = session_.extents.gesamt_hw_min;
+            plot_.plot_blatt_auto = table_true;
+            count_sheets();
+        }
+        plot_merken(session_, 2);
+    }
+
+ private:
+    void set_landscape() {
+        plot_.plot_ausrichtung = querformat;
+        plot_.plot_heftrand = heftrand_oben;
+    }
+
+    void set_portrait() {
+        plot_.plot_ausrichtung = hochformat;
+        plot_.plot_heftrand = heftrand_links;
+    }
+
+    void reset_printer() {
+        if (printer_ != nullptr) {
+            printer_->ResetPrinter();
+        }
+    }
+
+    void compute_extents() { ComputeExtents(session_, paper_text_); }
+
+    [[nodiscard]] double width() const {
+        return session_.extents.gesamt_rw_max - session_.extents.gesamt_rw_min;
+    }
+    [[nodiscard]] double height() const {
+        return session_.extents.gesamt_hw_max - session_.extents.gesamt_hw_min;
+    }
+
+    void set_scale(std::size_t index) {
+        plot_.plot_massstab = 1 / GroupDigits(ApplyScaleList()[index]).value;
+    }
+
+    /// Index of the largest scale at which the part fits on one sheet, 0 if none does. Scales at
+    /// which the bare coordinates alone are too wide are passed over without measuring labels.
+    std::size_t largest_fitting_scale(const BareSpan& bare) {
+        ComputePaperArea(session_, printer_);
+        const SheetGeometry& sheet = session_.sheet;
+        for (std::size_t index = ApplyScaleList().size() - 1;; --index) {
+            set_scale(index);
+            const double s = plot_.plot_massstab;
+            if (index > 0 &&
+                (bare.rechts * s > sheet.papier_breite || bare.hoch * s > sheet.papier_hoehe)) {
+                continue;
+            }
+            compute_extents();
+            if (index == 0 ||
+                (width() * s <= sheet.papier_breite && height() * s <= sheet.papier_hoehe)) {
+                return index;
+            }
+        }
+    }
+
+    /// Neither scale nor orientation is known. Leaves `papier_*` at those of the portrait sheet.
+    void choose_scale() {
+        const BareSpan bare = bare_span(session_);
+        set_landscape();
+        const std::size_t landscape = largest_fitting_scale(bare);
+        reset_printer();
+        set_portrait();
+        const std::size_t portrait = largest_fitting_scale(bare);
+        reset_printer();
+        if (portrait < landscape) {
+            set_landscape();
+            set_scale(landscape);
+            compute_extents();
+        }
+    }
+
+    std::int16_t sheets_of_extents() {
+        ComputePaperArea(session_, printer_);
+        const SheetGeometry& sheet = session_.sheet;
+        const int across = sheet_count(session_, width(), sheet.papier_breite, "plot_auto_rechts");
+        const int up = sheet_count(session_, height(), sheet.papier_hoehe, "plot_auto_hoch");
+        reset_printer();
+        return narrow_or_overflow(session_, across * up, "plot_auto_rechts");
+    }
+
+    /// The scale stands; the orientation with fewer sheets is taken, upright on a tie. Leaves
+    /// `papier_*` at those of the portrait sheet. The extents depend on neither.
+    void choose_orientation() {
+        compute_extents();
+        set_landscape();
+        const std::int16_t landscape = sheets_of_extents();
+        set_portrait();
+        const std::int16_t portrait = sheets_of_extents();
+        if (portrait > landscape) {
+            set_landscape();
+        }
+    }
+
+    void keep_settings() {
+        ComputePaperArea(session_, printer_);
+        compute_extents();
+        count_sheets();
+    }
+
+    void count_sheets() {
+        SheetGeometry& sheet = session_.sheet;
+        const Extents& extents = session_.extents;
+        sheet.plot_auto_rechts =
+            sheet_count(session_, extents.gesamt_rw_max - plot_.plot_null_rechts,
+                        sheet.papier_breite, "plot_auto_rechts");
+        sheet.plot_auto_hoch = sheet_count(session_, extents.gesamt_hw_max - plot_.plot_null_hoch,
+                                           sheet.papier_hoehe, "plot_auto_hoch");
+        if (plot_.plot_blatt_auto == table_true) {
+            plot_.plot_blatt_rechts = sheet.plot_auto_rechts;
+            plot_.plot_blatt_hoch = sheet.plot_auto_hoch;
+        }
+    }
+
+    Session& session_;
+    PlotSettings& plot_;
+    PaperTextSize& paper_text_;
+    SheetPrinter* printer_;
+};
+
+}  // namespace
+
+void ComputePaperArea(Session& session, SheetPrinter* printer) {
+    SheetGeometry& sheet = session.sheet;
+    const std::int16_t ausrichtung = session.plot.plot_ausrichtung;
+    if (session.printer.drucker_ok == table_true && printer != nullptr) {
+        const PrintableArea area = printer->printable_area(ausrichtung);
+        sheet.papier_breite = static_cast<double>(area.breite) * 0.001;
+        sheet.papier_hoehe = static_cast<double>(area.hoehe) * 0.001;
+    } else if (ausrichtung == hochformat) {
+        sheet.papier_breite = 0.1967;
+        sheet.papier_hoehe = 0.2852;
+    } else if (ausrichtung == querformat) {
+        sheet.papier_breite = 0.2864;
+        sheet.papier_hoehe = 0.1986;
+    }
+    const std::int16_t heftrand = session.plot.plot_heftrand;
+    sheet.rand_rechts = schmaler_rand;
+    sheet.rand_unten = fuss_rand;
+    sheet.rand_links = heftrand == heftrand_links ? binding_rand : schmaler_rand;
+    sheet.rand_oben = heftrand == heftrand_oben ? binding_rand : schmaler_rand;
+    sheet.papier_breite = sheet.papier_breite - sheet.rand_links - sheet.rand_rechts;
+    sheet.papier_hoehe = sheet.papier_hoehe - sheet.rand_oben - sheet.rand_unten;
+}
+
+std::int16_t sheet_count(const Session& session, double extent, double net, const char* field) {
+    const double sheets = std::trunc(extent * session.plot.plot_massstab / net) + 1;
+    const std::int16_t count = narrow_or_overflow(session, sheets, field);
+    return count < 1 ? std::int16_t{1} : count;
+}
+
+void ComputeSheetDivision(Session& session, PaperTextSize& paper_text, SheetPrinter* printer) {
+    SheetDivision(session, paper_text, printer).run();
+}
+
+void ComputeSheetDivision(Session& session, TextMeasurer& measurer) {
+    EstimatedTextSize estimate(measurer);
+    ComputeSheetDivision(session, estimate, nullptr);
+}
+
+}  // namespace veldra

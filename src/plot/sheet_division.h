@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+
+#include "drawing/text_measurer.h"
+#include "shell/session.h"
+#include "view/paper_text.h"
+
+namespace veldra {
+
+/// Printable area of a sheet, millimetres.
+struct PrintableArea {
+    float breite = 0;
+    float hoehe = 0;
+};
+
+/// What the sheet division asks of the application printer.
+class SheetPrinter {
+ public:
+    virtual ~SheetPrinter() = default;
+    /// Turns the paper (1 Hochformat, 2 Querformat) and tells the printable area.
+    virtual PrintableArea printable_area(std::int16_t ausrichtung) = 0;
+    virtual void ResetPrinter() = 0;
+};
+
+/// Sets `papier_*` and the four margins from orientation and binding margin, metres of paper.
+/// The printer serves while `drucker_ok` is -1; without one (null) fixed sizes of A4 stand in, and
+/// an orientation other than 1 and 2 starts from the sizes held so far.
+void ComputePaperArea(Session& session, SheetPrinter* printer);
+
+/// Sheets that an extent (metres of ground) needs on one axis at the current plot scale: the extent
+/// on paper divided by the net length (metres of paper), whole part and one, at least 1. An extent
+/// that exactly fills a sheet asks for two. Throws FatalError naming `field` beyond 16 bits.
+[[nodiscard]] std::int16_t sheet_count(const Session& session, double extent, double net,
+                                       const char* field);
+
+/// Brings the current part's plot settings to a consistent state: chooses orientation and scale
+/// where there are none, fills the extents, and counts the sheets. Throws FatalError when a count
+/// leaves 16 bits.
+void ComputeSheetDivision(Session& session, PaperTextSize& paper_text, SheetPrinter* printer);
+/// The same without a printer.
+void ComputeSheetDivision(Session& session, TextMeasurer& measurer);
+
+}  // namespace veldra
