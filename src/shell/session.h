@@ -7,6 +7,7 @@
 
 #include "drawing/label.h"
 #include "settings/settings.h"
+#include "settings/settings_twins.h"
 #include "shell/tables.h"
 #include "shell/titelzeile.h"
 #include "shell/window_state.h"
@@ -67,6 +68,7 @@ struct Session {
     std::string arbeitsdatei_basis;
     std::int16_t datei_geladen = 0;
     std::array<std::string, 5> zuletzt_datei;  ///< recent files, 1 to 4, most recent first
+    std::string bestaetigung;  ///< "N": the logo of the start closes by itself; else ""
 
     RowTable<NetworkPartRow> netz;
     std::int32_t netz_aktuell = 0;
@@ -96,6 +98,7 @@ struct Session {
     std::int16_t plotmodus = 0;
 
     Settings settings;
+    SettingsTwins twins;
     PrinterState printer;
     SheetGeometry sheet;
     WindowState window;
