@@ -8,6 +8,7 @@
 #include "drawing/label.h"
 #include "drawing/view_index.h"
 #include "settings/settings.h"
+#include "settings/settings_twins.h"
 #include "shell/tables.h"
 #include "shell/titelzeile.h"
 #include "shell/window_state.h"
@@ -68,6 +69,7 @@ struct Session {
     std::string arbeitsdatei_basis;
     std::int16_t datei_geladen = 0;
     std::array<std::string, 5> zuletzt_datei;  ///< recent files, 1 to 4, most recent first
+    std::string bestaetigung;  ///< "N": the logo of the start closes by itself; else ""
 
     RowTable<NetworkPartRow> netz;
     std::int32_t netz_aktuell = 0;
@@ -102,6 +104,7 @@ struct Session {
     std::int16_t plotmodus = 0;
 
     Settings settings;
+    SettingsTwins twins;
     PrinterState printer;
     SheetGeometry sheet;
     WindowState window;

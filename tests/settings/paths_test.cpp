@@ -1,0 +1,105 @@
+#include "settings/paths.h"
+
+#include <filesystem>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "settings/temporary_folder.h"
+#include "shell/fatal_error.h"
+
+namespace veldra {
+namespace {
+
+const SystemFolders example{.documents = "/d", .windows = "/w", .program = "/p"};
+
+TEST(Paths, StandWhereTheFoldersAre) {
+    EXPECT_EQ(user_folder(example), "/d/Kelvara");
+    EXPECT_EQ(plain_profile(example), "/d/Kelvara/VELDRA.INI");
+    EXPECT_EQ(old_profile(example), "/w/VELDRA.INI");
+    EXPECT_EQ(version_file(example), "/p/VELDRA.VRS");
+}
+
+TEST(Paths, SonderordnerKnowsTheDocumentsFolder) {
+    EXPECT_EQ(sonderordner(example, 5), "/d");
+    EXPECT_EQ(sonderordner(example, 0), "");
+    EXPECT_EQ(sonderordner(SystemFolders{}, 5), "");
+}
+
+TEST(Paths, WithoutDocumentsThePlainProfileBeginsWithTheFolderName) {
+    EXPECT_EQ(plain_profile(SystemFolders{}), "Kelvara/VELDRA.INI");
+}
+
+TEST(Paths, ASeparatorIsNotDoubled) {
+    EXPECT_EQ(user_folder({.documents = "/"}), "/Kelvara");
+}
+
+/// Three empty folders of a user.
+class UserFolders : public testing::Test {
+ protected:
+    SystemFolders folders() const {
+        return {.documents = root_ / "doc", .windows = root_ / "win", .program = root_ / "prog"};
+    }
+
+    TemporaryFolder root_;
+};
+
+TEST_F(UserFolders, ProjectProfileIsFoundInTheUserFolderFirst) {
+    const std::string second = root_.file("win/p.ini", "");
+    EXPECT_EQ(project_profile(folders(), "p.ini"), second);
+    const std::string first = root_.file("doc/Kelvara/p.ini", "");
+    EXPECT_EQ(project_profile(folders(), "p.ini"), first);
+}
+
+TEST_F(UserFolders, ProjectProfileInNeitherFolderIsNotThere) {
+    const std::string path = project_profile(folders(), "p.ini");
+    EXPECT_EQ(path, root_ / "win/p.ini");
+    EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+TEST_F(UserFolders, WithoutVersionFileTheVersionTextIsEmpty) {
+    EXPECT_EQ(version_text(folders()), "");
+}
+
+TEST_F(UserFolders, VersionTextHoldsTheTrimmedDate) {
+    (void)root_.file("prog/VELDRA.VRS", "[version]\r\nDATUM = \" 3. M\xE4rz 2004 \"\r\n");
+    EXPECT_EQ(version_text(folders()), "Version erstellt am 3. März 2004");
+}
+
+TEST_F(UserFolders, VersionFileWithoutDateGivesNoText) {
+    (void)root_.file("prog/VELDRA.VRS", "[VERSION]\r\nDatum=\r\n");
+    EXPECT_EQ(version_text(folders()), "");
+}
+
+TEST_F(UserFolders, PlainStartWithoutAnyProfileMakesTheFolderAndCopiesNothing) {
+    EXPECT_EQ(prepare_plain_profile(folders()), root_ / "doc/Kelvara/VELDRA.INI");
+    EXPECT_TRUE(std::filesystem::is_directory(root_ / "doc/Kelvara"));
+    EXPECT_TRUE(std::filesystem::is_empty(root_ / "doc/Kelvara"));
+    EXPECT_NO_THROW(prepare_plain_profile(folders())) << "the folder is there already";
+}
+
+TEST_F(UserFolders, PlainStartMovesTheProfileOfAnOlderInstallation) {
+    const std::string bytes = "[X]\r\ny=\x81\n\nz";
+    const std::string old = root_.file("win/VELDRA.INI", bytes);
+    const std::string profile = prepare_plain_profile(folders());
+    EXPECT_EQ(file_bytes(profile), bytes);
+    EXPECT_FALSE(std::filesystem::exists(old));
+}
+
+TEST_F(UserFolders, PlainStartLeavesAnOlderProfileBesideAPresentOne) {
+    const std::string old = root_.file("win/VELDRA.INI", "old");
+    (void)root_.file("doc/Kelvara/VELDRA.INI", "new");
+    const std::string profile = prepare_plain_profile(folders());
+    EXPECT_EQ(file_bytes(profile), "new");
+    EXPECT_EQ(file_bytes(old), "old");
+}
+
+TEST_F(UserFolders, PlainStartKeepsTheOlderProfileWhenTheFolderCannotBeMade) {
+    const std::string old = root_.file("win/VELDRA.INI", "old");
+    (void)root_.file("doc", "a file where the folder should be");
+    EXPECT_THROW(prepare_plain_profile(folders()), FatalError);
+    EXPECT_EQ(file_bytes(old), "old");
+}
+
+}  // namespace
+}  // namespace veldra

@@ -1,0 +1,383 @@
+#include "settings/profile.h"
+
+#include <string>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "settings/defaults.h"
+#include "settings/profile_file.h"
+#include "settings/temporary_folder.h"
+#include "shell/fatal_error.h"
+#include "shell/session.h"
+
+namespace veldra {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+
+// The whole profile with the defaults, as a new file.
+const std::string default_profile =
+    "[BEZPUN]\r\n"
+    "punsigscr_0=60\r\npunsigscr_1=60\r\npunsigscr_2=30\r\npunsigscr_3=15\r\n"
+    "pubgrascr=10\r\n"
+    "punsigplo_0=2.0\r\npunsigplo_1=2.0\r\npunsigplo_2=1.0\r\npunsigplo_3=0.5\r\n"
+    "pubsizplo=2.5\r\n"
+    "pubfon=Arial\r\n"
+    "pubbol=False\r\npubita=False\r\npubund=False\r\n"
+    "pubcolor=0000000000\r\n"
+    "stanplt=60.0\r\nstanptp=0.0\r\n"
+    "nubgrascr=10\r\nnubsizplo=2.5\r\nnubfon=Arial\r\n"
+    "nubbol=False\r\nnubita=False\r\nnubund=False\r\n"
+    "nubcolor=0000000128\r\n"
+    "[BEOBAC]\r\n"
+    "Stquerscr=200\r\nStkreuscr=200\r\nlenoriscr=2000\r\n"
+    "Stquerplo=5.0\r\nStkreuplo=5.0\r\nlenoriplo=35.0\r\n"
+    "faktorStrich=1\r\n"
+    "[STATES]\r\n"
+    "stnddrw=1\r\nstndrgb=0004194368\r\nstndwert=0.5\r\n"
+    "stevdrw_1=2\r\nstevrgb_1=0000065280\r\nstevwert_1=10.0\r\n"
+    "stevdrw_2=5\r\nstevrgb_2=0000000255\r\n"
+    "stnvdrw_1=2\r\nstnvrgb_1=0000065280\r\nstnvwert_1=1.0\r\n"
+    "stnvdrw_2=3\r\nstnvrgb_2=0000065535\r\nstnvwert_2=2.0\r\n"
+    "stnvdrw_3=4\r\nstnvrgb_3=0000033023\r\nstnvwert_3=3.3\r\n"
+    "stnvdrw_4=5\r\nstnvrgb_4=0000000255\r\n"
+    "stepdrw_1=2\r\nsteprgb_1=0000065280\r\nstepwert_1=2.0\r\n"
+    "stepdrw_2=3\r\nsteprgb_2=0000065535\r\nstepwert_2=3.0\r\n"
+    "stepdrw_3=5\r\nsteprgb_3=0000000255\r\n"
+    "[VEKTOR]\r\n"
+    "vektAdrw_1=3\r\nvektArgb_1=0016744448\r\nvektNdrw_1=2\r\nvektNrgb_1=0000000255\r\n"
+    "vektAdrw_2=3\r\nvektArgb_2=0016744448\r\nvektNdrw_2=2\r\nvektNrgb_2=0000000255\r\n"
+    "vektAdrw_3=1\r\nvektArgb_3=0000016512\r\nvektNdrw_3=1\r\nvektNrgb_3=0000016512\r\n"
+    "vektAdrw_4=3\r\nvektArgb_4=0016744448\r\nvektNdrw_4=2\r\nvektNrgb_4=0000000255\r\n"
+    "vektAdrw_5=3\r\nvektArgb_5=0016744448\r\nvektNdrw_5=2\r\nvektNrgb_5=0000000255\r\n"
+    "vektAdrw_6=3\r\nvektArgb_6=0000016384\r\nvektNdrw_6=3\r\nvektNrgb_6=0000016384\r\n"
+    "[VERWGR]\r\n"
+    "Datei=verwgrenz.dat\r\nEllipsoid=1\r\nAbbildung=1\r\n"
+    "DHDN=0.0 0.0 0.0 0.0 0.0\r\nETRS 89=0.0 0.0 0.0 0.0 0.0\r\nAndere=0.0 0.0 0.0 0.0 0.0\r\n"
+    "grenzdrw_1=6\r\ngrenzdrw_2=5\r\ngrenzdrw_3=4\r\ngrenzdrw_4=3\r\n"
+    "grenzdrw_5=2\r\ngrenzdrw_6=2\r\ngrenzdrw_7=2\r\n"
+    "grenzrgb_1=0016763391\r\ngrenzrgb_2=0016763391\r\ngrenzrgb_3=0016763391\r\n"
+    "grenzrgb_4=0016763391\r\ngrenzrgb_5=0016763391\r\ngrenzrgb_6=0016763391\r\n"
+    "grenzrgb_7=0016763391\r\n"
+    "[NUMBEZ]\r\n"
+    "DHDN=0.0 0.0 0.0 0.0 0.0\r\nETRS 89=0.0 0.0 0.0 0.0 0.0\r\nAndere=0.0 0.0 0.0 0.0 0.0\r\n"
+    "[LEGENDE]\r\n"
+    "TitelSize_1=3.5\r\nTitelFont_1=Arial\r\nTitelBold_1=False\r\nTitelItal_1=False\r\n"
+    "TitelUndr_1=False\r\n"
+    "TitelSize_2=3.0\r\nTitelFont_2=Arial\r\nTitelBold_2=False\r\nTitelItal_2=False\r\n"
+    "TitelUndr_2=False\r\n"
+    "TitelSize_3=3.0\r\nTitelFont_3=Arial\r\nTitelBold_3=False\r\nTitelItal_3=False\r\n"
+    "TitelUndr_3=False\r\n"
+    "TitelSize_4=3.0\r\nTitelFont_4=Arial\r\nTitelBold_4=False\r\nTitelItal_4=False\r\n"
+    "TitelUndr_4=False\r\n";
+
+/// A session at the start, and a profile of its own.
+class Profile : public testing::Test {
+ protected:
+    Profile() { standard_alle(session_); }
+
+    void read(const std::string& bytes) { profil_lesen(session_, folder_.file("P.INI", bytes)); }
+    std::string written() {
+        profil_schreiben(session_, folder_ / "P.INI");
+        return file_bytes(folder_ / "P.INI");
+    }
+    std::string written_value(const std::string& section, const std::string& key) {
+        return ProfileFile(written()).get(section, key);
+    }
+    std::string error_of(const std::string& bytes) {
+        try {
+            read(bytes);
+        } catch (const FatalError& error) {
+            return error.what();
+        }
+        return "";
+    }
+
+    TemporaryFolder folder_;
+    Session session_;
+    Settings& settings_ = session_.settings;
+};
+
+TEST_F(Profile, AnEmptyProfileLeavesEveryDefaultInForce) {
+    read("");
+    EXPECT_EQ(settings_, Settings{});
+    EXPECT_EQ(session_.titel[0].getTitelSize(), 3.5F);
+    for (std::size_t line = 1; line < 4; ++line) {
+        EXPECT_EQ(session_.titel[line].getTitelSize(), 3.0F);
+        EXPECT_EQ(session_.titel[line].getTitelFont(), "Arial");
+    }
+}
+
+TEST_F(Profile, AMissingOrUnreadableProfileIsNoError) {
+    profil_lesen(session_, folder_ / "none.ini");
+    profil_lesen(session_, folder_.path());
+    EXPECT_EQ(settings_, Settings{});
+}
+
+TEST_F(Profile, CommaAndPointBothReadAsTheDecimalSign) {
+    read("[STATES]\nstnvwert_3=3,4\n");
+    EXPECT_EQ(settings_.stnvwert[3], 3.4);
+    read("[STATES]\nstnvwert_3=3,3\n");
+    EXPECT_EQ(settings_.stnvwert[3], 3.3);
+    read("[STATES]\nstnvwert_3=3.4\n");
+    EXPECT_EQ(settings_.stnvwert[3], 3.4);
+    read("[STATES]\nstnvwert_3=3.3\n");
+    EXPECT_EQ(settings_.stnvwert[3], 3.3);
+}
+
+TEST_F(Profile, OnlyTheFileInUseIsRead) {
+    const std::string plain = folder_.file("VELDRA.INI", "[BEOBAC]\nlenoriscr=1\nStquerscr=2\n");
+    const std::string project = folder_.file("projekt.ini", "[BEOBAC]\nlenoriscr=3\n");
+    profil_lesen(session_, project);
+    EXPECT_EQ(settings_.lenoriscr, 3);
+    EXPECT_EQ(settings_.Stquerscr, 200) << "the plain profile is not read";
+    EXPECT_EQ(file_bytes(plain), "[BEOBAC]\nlenoriscr=1\nStquerscr=2\n");
+}
+
+TEST_F(Profile, ANewFileHoldsAllKeysInTheirOrder) {
+    EXPECT_EQ(written(), default_profile);
+}
+
+TEST_F(Profile, WritingTwiceGivesTheSameBytes) {
+    const std::string once = written();
+    EXPECT_EQ(written(), once);
+}
+
+TEST_F(Profile, EveryKeyIsReadIntoItsOwnPlace) {
+    // A profile whose values all differ from the defaults and, as far as their form allows, from
+    // one another: a key that took or gave another one's value would change it.
+    ProfileFile other(default_profile);
+    int number = 100;
+    std::string section;
+    for (std::size_t from = 0; from < default_profile.size();) {
+        const std::size_t end = default_profile.find("\r\n", from);
+        const std::string line = default_profile.substr(from, end - from);
+        from = end + 2;
+        if (line[0] == '[') {
+            section = line.substr(1, line.size() - 2);
+            continue;
+        }
+        const std::string key = line.substr(0, line.find('='));
+        const std::string value = line.substr(line.find('=') + 1);
+        const std::string digits = std::to_string(++number);
+        std::string changed = "f" + digits;
+        if (value == "False") {
+            changed = "True";
+        } else if (value.find(' ') != std::string::npos) {
+            changed = digits + ".0 2.5 -3.25 4.125 5.0625";
+        } else if (value.size() == 10 && value[0] == '0') {
+            changed = "0000000" + digits;
+        } else if (value[0] >= '0' && value[0] <= '9') {
+            changed = digits + (value.find('.') != std::string::npos ? ".5" : "");
+        }
+        other.set(section, key, changed);
+    }
+    ASSERT_GT(number, 200);
+    read(other.bytes());
+    EXPECT_EQ(written(), other.bytes());
+    Session fresh;
+    standard_alle(fresh);
+    profil_lesen(fresh, folder_ / "P.INI");
+    EXPECT_EQ(fresh.settings, settings_);
+    EXPECT_EQ(settings_.punsigscr[0], 101.0F);
+    EXPECT_EQ(settings_.punsigscr[3], 104.0F);
+    EXPECT_EQ(settings_.pubgrascr, 105);
+    EXPECT_EQ(settings_.numbez_datum[0].sphi, -3.25);
+    EXPECT_EQ(session_.titel[3].getTitelUndr(), -1);
+}
+
+TEST_F(Profile, AFileWithSomeKeysLeavesTheRestAlone) {
+    settings_.lenoriscr = 1234;
+    read("[BEOBAC]\nStquerscr=300\nlenoriscr=\n");
+    EXPECT_EQ(settings_.Stquerscr, 300);
+    EXPECT_EQ(settings_.lenoriscr, 1234) << "an empty key is a missing one";
+    EXPECT_EQ(settings_.Stkreuscr, 200);
+}
+
+TEST_F(Profile, WritingKeepsWhatElseTheFileHolds) {
+    const std::string start =
+        "; mine\n[START]\nBestaetigung=N\n[beobac]\nSTQUERSCR = 300 \nown=1\n\n";
+    read(start);
+    const std::string bytes = written();
+    const std::string rest =
+        "Stkreuscr=200\r\nlenoriscr=2000\r\nStquerplo=5.0\r\nStkreuplo=5.0\r\n"
+        "lenoriplo=35.0\r\nfaktorStrich=1\r\n";
+    EXPECT_EQ(bytes.rfind("; mine\n[START]\nBestaetigung=N\n[beobac]\nSTQUERSCR = 300 \nown=1\n" +
+                              rest + "\n[BEZPUN]\r\npunsigscr_0=60\r\n",
+                          0),
+              0U)
+        << bytes;
+}
+
+TEST_F(Profile, WritesNeitherStartNorRecentFiles) {
+    const std::string bytes = written();
+    EXPECT_EQ(bytes.find("[START]"), std::string::npos);
+    EXPECT_EQ(bytes.find("[GRAPHIKDATEIEN]"), std::string::npos);
+}
+
+TEST_F(Profile, NumbersTakeTheDecimalsOfTheirMask) {
+    settings_.punsigscr[0] = 60.5F;   // "####0"
+    settings_.punsigplo[0] = 0.35F;   // "####0.0": a tie of the decimal, away from zero
+    settings_.Stquerscr = 123456.4;   // "#####0"
+    settings_.Stquerplo = 1234567.0;  // "#####0.0", longer than its mask
+    settings_.stnvwert[1] = 0.04;     // "####0.0"
+    settings_.stanptp = -0.04;        // zero has no sign
+    settings_.stanplt = -12.25;
+    const ProfileFile file(written());
+    EXPECT_EQ(file.get("BEZPUN", "punsigscr_0"), "61");
+    EXPECT_EQ(file.get("BEZPUN", "punsigplo_0"), "0.4");
+    EXPECT_EQ(file.get("BEOBAC", "Stquerscr"), "123456");
+    EXPECT_EQ(file.get("BEOBAC", "Stquerplo"), "1234567.0");
+    EXPECT_EQ(file.get("STATES", "stnvwert_1"), "0.0");
+    EXPECT_EQ(file.get("BEZPUN", "stanptp"), "0.0");
+    EXPECT_EQ(file.get("BEZPUN", "stanplt"), "-12.3");
+}
+
+TEST_F(Profile, ColoursHaveTenDigits) {
+    settings_.pubcolor = rgb(255, 255, 255);
+    EXPECT_EQ(written_value("BEZPUN", "pubcolor"), "0016777215");
+    read("[BEZPUN]\npubcolor=255\nnubcolor=0000065280\n");
+    EXPECT_EQ(settings_.pubcolor, rgb(255, 0, 0));
+    EXPECT_EQ(settings_.nubcolor, rgb(0, 255, 0));
+}
+
+TEST_F(Profile, IntegersRoundHalfToEven) {
+    read("[BEZPUN]\npubgrascr=12,5\nnubgrascr=13.5\n");
+    EXPECT_EQ(settings_.pubgrascr, 12);
+    EXPECT_EQ(settings_.nubgrascr, 14);
+}
+
+TEST_F(Profile, WhatIsNoNumberReadsAsZero) {
+    read("[BEZPUN]\npubgrascr=abc\nstanplt=x\npunsigscr_0=-\n");
+    EXPECT_EQ(settings_.pubgrascr, 0);
+    EXPECT_EQ(settings_.stanplt, 0);
+    EXPECT_EQ(settings_.punsigscr[0], 0);
+}
+
+TEST_F(Profile, A16BitOverflowIsFatalAndNamesItsPlace) {
+    read("[BEZPUN]\npubgrascr=32767\nnubgrascr=-32768\n");
+    EXPECT_EQ(settings_.pubgrascr, 32767);
+    EXPECT_EQ(settings_.nubgrascr, -32768);
+    const std::string bytes = "[BEZPUN]\n\npubgrascr=32768\n";
+    EXPECT_THAT(error_of(bytes),
+                AllOf(HasSubstr("Laufzeitfehler '6': Überlauf"), HasSubstr(folder_ / "P.INI"),
+                      HasSubstr("Zeile: 3"), HasSubstr("BEZPUN/pubgrascr")));
+    EXPECT_EQ(file_bytes(folder_ / "P.INI"), bytes) << "the file stays whole";
+    EXPECT_THAT(error_of("[VEKTOR]\nvektNdrw_6=1e5\n"), HasSubstr("VEKTOR/vektNdrw_6"));
+}
+
+TEST_F(Profile, A32BitOverflowIsFatal) {
+    read("[BEZPUN]\npubcolor=2147483647\n");
+    EXPECT_EQ(settings_.pubcolor, 2147483647);
+    EXPECT_THAT(error_of("[BEZPUN]\npubcolor=2147483648\n"), HasSubstr("BEZPUN/pubcolor"));
+    EXPECT_THAT(error_of("[VERWGR]\nEllipsoid=3e9\n"), HasSubstr("VERWGR/Ellipsoid"));
+    EXPECT_THAT(error_of("[LEGENDE]\nTitelSize_2=1e39\n"), HasSubstr("LEGENDE/TitelSize_2"));
+}
+
+TEST_F(Profile, ReadsEveryFormOfABoolean) {
+    const auto boolean = [this](const std::string& text) {
+        read("[BEZPUN]\npubbol=" + text + "\n");
+        return settings_.pubbol;
+    };
+    for (const char* yes : {"True", "TRUE", "true", "Wahr", "-1", "1", "\"True\""}) {
+        settings_.pubbol = 0;
+        EXPECT_EQ(boolean(yes), -1) << yes;
+    }
+    for (const char* no : {"False", "FALSE", "false", "Falsch", "0", "-0", "0,0"}) {
+        settings_.pubbol = -1;
+        EXPECT_EQ(boolean(no), 0) << no;
+    }
+    for (const std::int16_t before : {std::int16_t{0}, std::int16_t{-1}}) {
+        settings_.pubbol = before;
+        EXPECT_EQ(boolean("vielleicht"), before);
+    }
+}
+
+TEST_F(Profile, WritesBooleansAsWords) {
+    settings_.pubita = -1;
+    session_.titel[2].setTitelBold(-1);
+    EXPECT_EQ(written_value("BEZPUN", "pubita"), "True");
+    EXPECT_EQ(written_value("BEZPUN", "pubbol"), "False");
+    EXPECT_EQ(written_value("LEGENDE", "TitelBold_3"), "True");
+}
+
+TEST_F(Profile, TextsKeepTheirBytes) {
+    // "Ärger" in Windows-1252, and the five bytes that the code page leaves undefined.
+    const std::string font = "\xC4rger \x81\x8D\x8F\x90\x9D";
+    read("[BEZPUN]\npubfon=" + font + "\n");
+    EXPECT_EQ(settings_.pubfon, font);
+    EXPECT_EQ(written_value("BEZPUN", "pubfon"), font);
+}
+
+TEST_F(Profile, TextsLoseTheirQuotesAndEndAt255Characters) {
+    read("[VERWGR]\nDatei=\" grenzen.dat\"\n[BEZPUN]\npubfon=" + std::string(300, 'f') + "\n");
+    EXPECT_EQ(settings_.verw_datei, " grenzen.dat");
+    EXPECT_EQ(settings_.pubfon, std::string(255, 'f'));
+}
+
+TEST_F(Profile, ReadsTheTitleLines) {
+    read("[LEGENDE]\nTitelSize_1=4,5\nTitelFont_2=Courier\nTitelUndr_4=true\n");
+    EXPECT_EQ(session_.titel[0].getTitelSize(), 4.5F);
+    EXPECT_EQ(session_.titel[1].getTitelFont(), "Courier");
+    EXPECT_EQ(session_.titel[3].getTitelUndr(), -1);
+    EXPECT_EQ(session_.titel[1].getTitelSize(), 3.0F);
+}
+
+TEST_F(Profile, LeavesTheTextsOfTheTitleLines) {
+    session_.titel[0].setTitelText("ve_netz.dat");
+    read("[LEGENDE]\nTitelSize_1=4\n");
+    EXPECT_EQ(session_.titel[0].getTitelText(), "ve_netz.dat");
+}
+
+TEST_F(Profile, DatumLineHoldsFiveNumbers) {
+    read("[NUMBEZ]\nETRS 89=  1.5   -2,25 \"3.5\" 4e1 5\n");
+    const DatumRow expected{.dphi0 = 1.5, .dlam0 = -2.25, .sphi = 3.5, .slam = 40, .rot = 5};
+    EXPECT_EQ(settings_.numbez_datum[1], expected);
+    EXPECT_EQ(settings_.verw_datum[1], DatumRow{}) << "the boundaries have rows of their own";
+}
+
+TEST_F(Profile, DatumLineOfTheOlderFormIsReordered) {
+    read("[VERWGR]\nDHDN=1 2 3 4 5 1\nAndere=1 2 3 4 5 2\n");
+    const DatumRow older{.dphi0 = 1, .dlam0 = 3, .sphi = 2, .slam = 4, .rot = 0};
+    const DatumRow newer{.dphi0 = 1, .dlam0 = 2, .sphi = 3, .slam = 4, .rot = 5};
+    EXPECT_EQ(settings_.verw_datum[0], older);
+    EXPECT_EQ(settings_.verw_datum[2], newer);
+    EXPECT_EQ(written_value("VERWGR", "DHDN"), "1.0 3.0 2.0 4.0 0.0");
+}
+
+TEST_F(Profile, DatumLineThatIsShortEndsInZeros) {
+    settings_.numbez_datum[0] = {.dphi0 = 9, .dlam0 = 9, .sphi = 9, .slam = 9, .rot = 9};
+    read("[NUMBEZ]\nDHDN=1 2\n");
+    const DatumRow expected{.dphi0 = 1, .dlam0 = 2};
+    EXPECT_EQ(settings_.numbez_datum[0], expected);
+}
+
+TEST_F(Profile, DatumLineIsWrittenWithOneToFourDecimals) {
+    settings_.verw_datum[2] = {
+        .dphi0 = -1.5, .dlam0 = 2.34565, .sphi = 1234567890.125, .slam = -0.00004, .rot = 0.1234};
+    EXPECT_EQ(written_value("VERWGR", "Andere"), "-1.5 2.3457 1234567890.125 0.0 0.1234");
+}
+
+TEST_F(Profile, ReadingSavesTheValuesInTheTwins) {
+    read(
+        "[BEZPUN]\npunsigscr_1=70\npunsigplo_1=3\n[BEOBAC]\nStquerscr=1\nStquerplo=2\n"
+        "[STATES]\nstndwert=3\n[VEKTOR]\nvektAdrw_1=7\nvektAdrw_6=8\n[VERWGR]\ngrenzdrw_7=9\n");
+    EXPECT_EQ(session_.twins.settings.punsigscr[1], 70);
+    EXPECT_EQ(session_.twins.settings.punsigplo[1], 3);
+    EXPECT_EQ(session_.twins.settings.Stquerscr, 1);
+    EXPECT_EQ(session_.twins.settings.Stquerplo, 2);
+    EXPECT_EQ(session_.twins.settings.stndwert, 3);
+    EXPECT_EQ(session_.twins.settings.vektAdrw[1], 7);
+    EXPECT_EQ(session_.twins.settings.vektAdrw[6], 8);
+    EXPECT_EQ(session_.twins.settings.grenzdrw[7], 9);
+}
+
+TEST_F(Profile, AFileThatCannotBeReadIsNotWrittenOver) {
+    EXPECT_THROW(profil_schreiben(session_, folder_.path()), FatalError);
+    EXPECT_THROW(profil_schreiben(session_, folder_ / "none/P.INI"), FatalError);
+}
+
+}  // namespace
+}  // namespace veldra
