@@ -1,0 +1,158 @@
+#include "platform/qt/painter_target.h"
+
+#include <QFontMetricsF>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/qt/pixel_canvas.h"
+#include "platform/qt/qt_font.h"
+#include "platform/qt/raster_target.h"
+
+namespace veldra {
+
+namespace {
+
+/// Devices calculate in 32-bit floats or whole numbers: nothing farther out is handed to them.
+constexpr double far_out = 1e6;
+
+QColor to_colour(std::int32_t colour) {
+    return QColor(static_cast<QRgb>(to_pixel_colour(colour)));
+}
+
+bool is_finite(const QPointF& p) {
+    return std::isfinite(p.x()) && std::isfinite(p.y());
+}
+
+}  // namespace
+
+PainterTarget::PainterTarget(QPainter& painter, const PainterMapping& mapping, Labels labels)
+    : painter_(painter),
+      mapping_(mapping),
+      labels_(labels),
+      pen_width_(mapping.units_per_pen_pixel) {}
+
+QPointF PainterTarget::to_device(float x, float y) const {
+    return {mapping_.left + static_cast<double>(x) * mapping_.units_per_metre,
+            mapping_.bottom - static_cast<double>(y) * mapping_.units_per_metre};
+}
+
+void PainterTarget::DrawStyle(std::int16_t style) {
+    if (dotted_ != (style == 2)) {
+        dotted_ = style == 2;
+        in_force_ = PenUse::none;
+    }
+}
+
+void PainterTarget::DrawWidth(std::int16_t width) {
+    const double wanted = std::max<double>(width, 1) * mapping_.units_per_pen_pixel;
+    if (pen_width_ != wanted) {
+        pen_width_ = wanted;
+        in_force_ = PenUse::none;
+    }
+}
+
+void PainterTarget::ForeColor(std::int32_t colour) {
+    const QColor wanted = to_colour(colour);
+    if (pen_ != wanted) {
+        pen_ = wanted;
+        in_force_ = PenUse::none;
+    }
+}
+
+void PainterTarget::FillStyle(std::int16_t style) {
+    filled_ = style == 0;
+}
+
+void PainterTarget::FillColor(std::int32_t colour) {
+    fill_ = to_colour(colour);
+}
+
+void PainterTarget::use_line_pen() {
+    if (in_force_ != PenUse::lines) {
+        QPen pen(pen_, pen_width_, dotted_ ? Qt::DotLine : Qt::SolidLine,
+                 dotted_ ? Qt::FlatCap : Qt::RoundCap, Qt::RoundJoin);
+        pen.setCosmetic(true);
+        painter_.setPen(pen);
+        in_force_ = PenUse::lines;
+    }
+}
+
+void PainterTarget::use_label_font(const FontSpec& font, const QColor& colour) {
+    if (!label_font_known_ || label_spec_ != font) {
+        label_spec_ = font;
+        label_font_ = text_font(font);
+        label_ascent_ = QFontMetricsF(label_font_, painter_.device()).ascent();
+        label_font_known_ = true;
+        in_force_ = PenUse::none;
+    }
+    if (in_force_ != PenUse::text || painter_.pen().color() != colour) {
+        painter_.setFont(label_font_);
+        painter_.setPen(colour);
+        in_force_ = PenUse::text;
+    }
+}
+
+void PainterTarget::Line(float x1, float y1, float x2, float y2) {
+    const QPointF from = to_device(x1, y1);
+    const QPointF to = to_device(x2, y2);
+    position_ = to;
+    if (!is_finite(from) || !is_finite(to)) {
+        return;
+    }
+    PixelPoint a{from.x(), from.y()};
+    PixelPoint b{to.x(), to.y()};
+    if (clip_to_box({-far_out, -far_out, far_out, far_out}, a, b)) {
+        use_line_pen();
+        painter_.drawLine(QPointF(a.x, a.y), QPointF(b.x, b.y));
+    }
+}
+
+void PainterTarget::Circle(float x, float y, float radius) {
+    const QPointF centre = to_device(x, y);
+    const double reach = static_cast<double>(radius) * mapping_.units_per_metre;
+    if (!is_finite(centre) || !(reach >= 0 && reach < far_out) || std::abs(centre.x()) > far_out ||
+        std::abs(centre.y()) > far_out) {
+        return;
+    }
+    use_line_pen();
+    painter_.setBrush(filled_ ? QBrush(fill_) : QBrush(Qt::NoBrush));
+    painter_.drawEllipse(centre, reach, reach);
+}
+
+void PainterTarget::TextRotated(std::string_view text, std::int32_t escapement, std::int32_t align,
+                                const FontSpec& font) {
+    constexpr std::int32_t right_aligned = 2;
+    if (text.empty() || !(std::abs(position_.x()) < far_out && std::abs(position_.y()) < far_out)) {
+        return;
+    }
+    const QFont face = text_font(font);
+    const QFontMetricsF metrics(face, painter_.device());
+    const QString shown = to_qstring(text);
+    const double x = (align & right_aligned) != 0 ? -metrics.horizontalAdvance(shown) : 0.0;
+    painter_.save();
+    painter_.translate(position_);
+    painter_.rotate(-escapement / 10.0);
+    painter_.setFont(face);
+    painter_.setPen(pen_);
+    painter_.drawText(QPointF(x, -metrics.descent()), shown);
+    painter_.restore();
+}
+
+void PainterTarget::LabelPlaced(LabelArray /*array*/, std::int32_t /*index*/, const Label& label,
+                                const FontSpec& font, std::int32_t colour) {
+    if (labels_ == Labels::print) {
+        print_label(label, font, colour);
+    }
+}
+
+void PainterTarget::print_label(const Label& label, const FontSpec& font, std::int32_t colour) {
+    const QPointF corner = to_device(label.left, label.top);
+    if (!label.visible || label.caption.find_first_not_of(' ') == std::string::npos ||
+        !(std::abs(corner.x()) < far_out && std::abs(corner.y()) < far_out)) {
+        return;
+    }
+    use_label_font(font, to_colour(colour));
+    painter_.drawText(QPointF(corner.x(), corner.y() + label_ascent_), to_qstring(label.caption));
+}
+
+}  // namespace veldra

@@ -1,0 +1,130 @@
+#include "platform/qt/picture_image.h"
+
+#include <QBuffer>
+#include <QImageWriter>
+#include <QSvgGenerator>
+
+#include "drawing/pipeline.h"
+#include "platform/os/files.h"
+#include "platform/qt/painter_target.h"
+#include "shell/fatal_error.h"
+
+namespace veldra {
+
+namespace {
+
+constexpr int svg_resolution = 96;  // dots per inch: one unit is a logical pixel
+
+void print_labels(PainterTarget& target, const std::vector<Label>& labels, const FontSpec& font,
+                  std::int32_t colour) {
+    for (std::size_t i = 1; i < labels.size(); ++i) {
+        target.print_label(labels[i], font, colour);
+    }
+}
+
+}  // namespace
+
+FontSpec point_label_font(const Settings& settings) {
+    return {settings.pubfon, static_cast<double>(settings.pubgrascr), settings.pubbol,
+            settings.pubita, settings.pubund};
+}
+
+FontSpec district_label_font(const Settings& settings) {
+    return {settings.nubfon, static_cast<double>(settings.nubgrascr), settings.nubbol,
+            settings.nubita, settings.nubund};
+}
+
+PictureMapping session_mapping(const Session& session, const QImage& image,
+                               double device_pixel_ratio) {
+    return picture_mapping(image, session.view.ansicht_rw_max - session.view.ansicht_rw_min,
+                           session.view.ansicht_hw_max - session.view.ansicht_hw_min,
+                           device_pixel_ratio);
+}
+
+QImage empty_picture(QSize pixels, double device_pixel_ratio) {
+    QImage image(pixels, QImage::Format_RGB32);
+    if (image.isNull()) {
+        throw FatalError("Das Bild ist zu groß für den Arbeitsspeicher.");
+    }
+    image.fill(picture_background);
+    set_logical_resolution(image, device_pixel_ratio);
+    return image;
+}
+
+void draw_layers(Session& session, TextMeasurer& measurer, UserInterface& ui, QImage& image,
+                 double device_pixel_ratio) {
+    RasterTarget target(image, session_mapping(session, image, device_pixel_ratio));
+    DrawAll(session, target, measurer, ui);
+}
+
+void draw_labels(const Session& session, LabelPainter& painter, QImage& image,
+                 double device_pixel_ratio) {
+    const PictureMapping mapping = session_mapping(session, image, device_pixel_ratio);
+    const Settings& settings = session.settings;
+    painter.paint(image, mapping, session.lbl_nubez, district_label_font(settings),
+                  settings.nubcolor);
+    painter.paint(image, mapping, session.lbl_fzbez, point_label_font(settings), settings.pubcolor);
+    painter.paint(image, mapping, session.lbl_pubez, point_label_font(settings), settings.pubcolor);
+}
+
+QImage render_picture(Session& session, TextMeasurer& measurer, UserInterface& ui, QSize pixels,
+                      double device_pixel_ratio) {
+    QImage image = empty_picture(pixels, device_pixel_ratio);
+    draw_layers(session, measurer, ui, image, device_pixel_ratio);
+    LabelPainter painter(measurer);
+    draw_labels(session, painter, image, device_pixel_ratio);
+    return image;
+}
+
+QByteArray png_bytes(const QImage& picture) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QImageWriter writer(&buffer, "png");
+    if (!writer.write(picture)) {
+        throw FatalError("PNG kann nicht erzeugt werden: " + writer.errorString().toStdString());
+    }
+    return bytes;
+}
+
+QByteArray svg_bytes(Session& session, TextMeasurer& measurer, UserInterface& ui, QSize size) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QSvgGenerator generator;
+    generator.setOutputDevice(&buffer);
+    generator.setResolution(svg_resolution);
+    generator.setSize(size);
+    generator.setViewBox(QRect(QPoint(0, 0), size));
+    generator.setTitle(QStringLiteral("VELDRA"));
+    QPainter painter;
+    if (!painter.begin(&generator)) {
+        throw FatalError("SVG kann nicht erzeugt werden.");
+    }
+    painter.fillRect(QRect(QPoint(0, 0), size), QColor(picture_background));
+    const Viewport& view = session.view;
+    PainterMapping mapping;
+    mapping.units_per_metre = size.width() / (view.ansicht_rw_max - view.ansicht_rw_min);
+    mapping.bottom = size.height();
+    const double reach = 64 / mapping.units_per_metre;
+    mapping.visible = TargetBox{-reach, -reach, view.ansicht_rw_max - view.ansicht_rw_min + reach,
+                                view.ansicht_hw_max - view.ansicht_hw_min + reach};
+    PainterTarget target(painter, mapping, PainterTarget::Labels::leave_out);
+    DrawAll(session, target, measurer, ui);
+    const Settings& settings = session.settings;
+    print_labels(target, session.lbl_nubez, district_label_font(settings), settings.nubcolor);
+    print_labels(target, session.lbl_fzbez, point_label_font(settings), settings.pubcolor);
+    print_labels(target, session.lbl_pubez, point_label_font(settings), settings.pubcolor);
+    if (!painter.end()) {
+        throw FatalError("SVG kann nicht erzeugt werden.");
+    }
+    return bytes;
+}
+
+void write_picture_file(const std::string& path, const QByteArray& bytes) {
+    ReplacedFile file(path);
+    file.write({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    file.commit();
+}
+
+}  // namespace veldra

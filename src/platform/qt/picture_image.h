@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QByteArray>
+#include <QImage>
+#include <QSize>
+
+#include "platform/qt/label_painter.h"
+#include "shell/session.h"
+#include "shell/user_interface.h"
+
+namespace veldra {
+
+/// Background of the picture.
+constexpr QRgb picture_background = qRgb(255, 250, 240);
+/// A logical pixel of the picture.
+constexpr double twips_per_pixel = 15;
+
+/// The font of the point labels on the screen.
+[[nodiscard]] FontSpec point_label_font(const Settings& settings);
+/// The font of the numbering district labels on the screen.
+[[nodiscard]] FontSpec district_label_font(const Settings& settings);
+
+/// The mapping of the session's view to a picture of this size.
+[[nodiscard]] PictureMapping session_mapping(const Session& session, const QImage& image,
+                                             double device_pixel_ratio);
+
+/// An empty picture of `pixels` device pixels.
+[[nodiscard]] QImage empty_picture(QSize pixels, double device_pixel_ratio);
+
+/// Draws all layers of the session, without the labels, on an empty picture. Whatever DrawAll
+/// changes of the session or says to the user, happens.
+void draw_layers(Session& session, TextMeasurer& measurer, UserInterface& ui, QImage& image,
+                 double device_pixel_ratio);
+
+/// Paints the session's labels over its layers.
+void draw_labels(const Session& session, LabelPainter& painter, QImage& image,
+                 double device_pixel_ratio);
+
+/// The whole picture, labels included. The session's picture size and view must be set.
+[[nodiscard]] QImage render_picture(Session& session, TextMeasurer& measurer, UserInterface& ui,
+                                    QSize pixels, double device_pixel_ratio);
+
+/// The picture as a PNG file: the same bytes for the same picture.
+[[nodiscard]] QByteArray png_bytes(const QImage& picture);
+
+/// The whole picture as an SVG file of `size` logical pixels.
+[[nodiscard]] QByteArray svg_bytes(Session& session, TextMeasurer& measurer, UserInterface& ui,
+                                   QSize size);
+
+/// Writes a picture file whole or not at all; throws FatalError, naming file and reason.
+void write_picture_file(const std::string& path, const QByteArray& bytes);
+
+}  // namespace veldra

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QFont>
+#include <QString>
+#include <string_view>
+
+#include "drawing/text_measurer.h"
+
+namespace veldra {
+
+/// Windows-1252 bytes as the toolkit's text.
+[[nodiscard]] QString to_qstring(std::string_view bytes);
+
+/// The font of a text in the picture or on a page, in points: no kerning, no merging of letters,
+/// so that the width is the sum over the bytes.
+[[nodiscard]] QFont text_font(const FontSpec& font);
+
+}  // namespace veldra
