@@ -15,9 +15,9 @@ class FatalError : public std::runtime_error {
 
 /// Where in a file a run-time error arose.
 struct ErrorPlace {
-    std::string file;         ///< path as the user knows it
-    std::int64_t line = 0;    ///< from 1; 0 if no single line is at fault
-    std::string field;        ///< name of the field or record, "" if none
+    std::string file;       ///< path as the user knows it
+    std::int64_t line = 0;  ///< from 1; 0 if no single line is at fault
+    std::string field;      ///< name of the field or record, "" if none
 };
 
 /// The platform's form of a run-time error: "Laufzeitfehler '6': Überlauf", then file, line, field.

@@ -1,0 +1,161 @@
+#include "shell/lifecycle.h"
+
+#include "graphikdatei/codepage.h"
+#include "graphikdatei/header_pass.h"
+#include "graphikdatei/maxima_pass.h"
+#include "graphikdatei/observation_pass.h"
+#include "graphikdatei/point_pass.h"
+#include "graphikdatei/value_pass.h"
+#include "graphikdatei/writer.h"
+#include "platform/os/files.h"
+#include "plot/sheet_division.h"
+#include "reference/reference_system.h"
+#include "view/viewport.h"
+
+namespace veldra {
+
+namespace {
+
+constexpr int recent_files = 4;
+
+/// The hourglass stands on the picture as long as this lives.
+class Hourglass {
+ public:
+    Hourglass(Session& session, UserInterface& ui) : session_(session), ui_(ui) { set(11); }
+    ~Hourglass() { set(0); }
+    Hourglass(const Hourglass&) = delete;
+    Hourglass& operator=(const Hourglass&) = delete;
+
+ private:
+    void set(int pointer) {
+        session_.window.mouse_pointer = pointer;
+        ui_.set_mouse_pointer(pointer);
+    }
+
+    Session& session_;
+    UserInterface& ui_;
+};
+
+MenuItemState& recent_item(WindowState& window, int index) {
+    return window.menu[static_cast<std::size_t>(MenuItem::m_datei_alt_1) +
+                       static_cast<std::size_t>(index) - 1];
+}
+
+/// Paths are compared without regard to case, as the list always did.
+std::string comparable(const std::string& path) {
+    return upper_case(from_utf8(path));
+}
+
+void clear_part_titles(Session& session) {
+    for (std::size_t i = 1; i < session.titel.size(); ++i) {
+        session.titel[i].setTitelText("");
+    }
+}
+
+}  // namespace
+
+void datei_setzen(Session& session, const std::string& path) {
+    session.graphikdatei = path;
+    session.arbeitsdatei_basis = path;
+    session.arbeitsdatei_suffix.clear();
+    session.window.fenstertitel = "VELDRA [" + path + "]";
+    session.titel[0].setTitelText(from_utf8(path));
+}
+
+void datei_neu_laden(Session& session, const std::string& path, OpenedBy opened_by,
+                     const Desk& desk) {
+    {
+        const Hourglass hourglass(session, desk.ui);
+        arbeitskopie_schreiben(session);
+        endfassung_schreiben(session);
+    }
+    datei_setzen(session, std::string(trim(path)));
+    zuletzt_aktualisieren(session);
+    if (opened_by == OpenedBy::recent_menu) {
+        set_selection_defaults(session.obj);
+    }
+    vektor_standard(session);
+    datei_lesen(session, desk);
+}
+
+void datei_lesen(Session& session, const Desk& desk) {
+    {
+        const Hourglass hourglass(session, desk.ui);
+        kopf_lesen(session);
+        maxima_lesen(session);
+    }
+    netzteil_lesen(session, desk);
+    erstansicht(session, desk);
+}
+
+void netzteil_lesen(Session& session, const Desk& desk) {
+    const Hourglass hourglass(session, desk.ui);
+    clear_part_titles(session);
+    set_selection_defaults(session.obj);
+    punkt_lesen(session);
+    beob_lesen(session);
+    wert_lesen(session);
+    ComputeSheetDivision(session, desk.measurer);
+    ResolveSystem(session);
+}
+
+void erstansicht(Session& session, const Desk& desk) {
+    constexpr std::int16_t with_margin = 1;
+    const Extents& extents = session.extents;
+    FitView(session, extents.gesamt_rw_min, extents.gesamt_hw_min, extents.gesamt_rw_max,
+            extents.gesamt_hw_max, with_margin);
+    desk.redraw();
+    session.datei_geladen = 1;
+    clear_undo(session.window);
+}
+
+void netzteil_anzeigen(Session& session, std::int32_t part, const Desk& desk) {
+    if (part == session.netz_aktuell) {
+        return;
+    }
+    {
+        const Hourglass hourglass(session, desk.ui);
+        arbeitskopie_schreiben(session);
+    }
+    store_plot_settings(session);
+    session.netz_aktuell = part;
+    load_plot_settings(session);
+    netzteil_lesen(session, desk);
+    erstansicht(session, desk);
+}
+
+void zuletzt_aktualisieren(Session& session) {
+    auto& recent = session.zuletzt_datei;
+    const std::string current = comparable(session.graphikdatei);
+    std::size_t place = recent_files;
+    for (std::size_t i = 1; i <= recent_files; ++i) {
+        if (comparable(recent[i]) == current) {
+            place = i;
+        }
+    }
+    for (std::size_t i = place; i > 1; --i) {
+        recent[i] = recent[i - 1];
+    }
+    recent[1] = trim(session.graphikdatei);
+    zuletzt_menue(session);
+}
+
+void zuletzt_entfernen(Session& session, int index) {
+    auto& recent = session.zuletzt_datei;
+    for (auto i = static_cast<std::size_t>(index); i < recent_files; ++i) {
+        recent[i] = recent[i + 1];
+    }
+    recent[recent_files].clear();
+    zuletzt_menue(session);
+}
+
+void zuletzt_menue(Session& session) {
+    for (int i = 1; i <= recent_files; ++i) {
+        const std::string& name = session.zuletzt_datei[static_cast<std::size_t>(i)];
+        MenuItemState& item = recent_item(session.window, i);
+        item.caption = "&" + std::to_string(i) + ": " + name;
+        item.enabled = !name.empty();
+    }
+}
+
+}  // namespace veldra

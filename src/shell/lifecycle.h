@@ -1,0 +1,52 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "drawing/text_measurer.h"
+#include "shell/session.h"
+#include "shell/user_interface.h"
+
+namespace veldra {
+
+/// What the lifecycle of a file needs of the program around it.
+struct Desk {
+    TextMeasurer& measurer;
+    UserInterface& ui;
+    std::function<void()> redraw;  ///< draws the picture of the session as it stands
+};
+
+/// Who asks for a file. The recent file menu sets the object selection back, the Open command keeps
+/// it until the part is read.
+enum class OpenedBy { open_command, recent_menu };
+
+/// Common tail of every open: writes back the file that was open, takes the new path, and reads
+/// and shows its first part. Throws FatalError when a file cannot be read or written.
+void datei_neu_laden(Session& session, const std::string& path, OpenedBy opened_by,
+                     const Desk& desk);
+
+/// Takes the path of the graphic file without reading it: title, suffix, caption.
+void datei_setzen(Session& session, const std::string& path);
+
+/// Header pass, maxima pass, first part, first view of the file that has been set.
+void datei_lesen(Session& session, const Desk& desk);
+
+/// Reads the current part with its selection at the defaults, divides it into sheets and settles
+/// its reference system.
+void netzteil_lesen(Session& session, const Desk& desk);
+
+/// Fits the view to the part and draws it; the file counts as loaded from then on.
+void erstansicht(Session& session, const Desk& desk);
+
+/// Leaves the current part for another: its state goes to the working copy and the table, then the
+/// new part is read and shown. Nothing happens for the current part.
+void netzteil_anzeigen(Session& session, std::int32_t part, const Desk& desk);
+
+/// Moves the open file to the top of the recent list and brings the menu into line.
+void zuletzt_aktualisieren(Session& session);
+/// Removes entry `index` (1 to 4); those below it move up.
+void zuletzt_entfernen(Session& session, int index);
+/// Captions and enabling of the recent file menu from the list.
+void zuletzt_menue(Session& session);
+
+}  // namespace veldra
