@@ -88,13 +88,21 @@ void datei_lesen(Session& session, const Desk& desk) {
     erstansicht(session, desk);
 }
 
-void netzteil_lesen(Session& session, const Desk& desk) {
-    const Hourglass hourglass(session, desk.ui);
+void netzteil_daten_lesen(Session& session, const SelectionChange& change) {
     clear_part_titles(session);
     set_selection_defaults(session.obj);
     punkt_lesen(session);
+    if (change) {
+        change(session.obj);
+        derive_value_modes(session.obj);
+    }
     beob_lesen(session);
     wert_lesen(session);
+}
+
+void netzteil_lesen(Session& session, const Desk& desk, const SelectionChange& change) {
+    const Hourglass hourglass(session, desk.ui);
+    netzteil_daten_lesen(session, change);
     ComputeSheetDivision(session, desk.measurer);
     ResolveSystem(session);
 }

@@ -31,9 +31,14 @@ void datei_setzen(Session& session, const std::string& path);
 /// Header pass, maxima pass, first part, first view of the file that has been set.
 void datei_lesen(Session& session, const Desk& desk);
 
-/// Reads the current part with its selection at the defaults, divides it into sheets and settles
-/// its reference system.
-void netzteil_lesen(Session& session, const Desk& desk);
+/// Changes the selection that the file states, before anything is read that depends on it.
+using SelectionChange = std::function<void(ObjectSelection&)>;
+
+/// Reads the current part's three kinds of records, with its selection at the defaults first.
+void netzteil_daten_lesen(Session& session, const SelectionChange& change = {});
+
+/// Reads the current part, divides it into sheets and settles its reference system.
+void netzteil_lesen(Session& session, const Desk& desk, const SelectionChange& change = {});
 
 /// Fits the view to the part and draws it; the file counts as loaded from then on.
 void erstansicht(Session& session, const Desk& desk);

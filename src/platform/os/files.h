@@ -2,13 +2,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
-#include <memory>
 #include <string>
 #include <string_view>
 
 namespace veldra {
-
 
 /// A file opened for reading from its first byte to its last. Throws FatalError, naming the file
 /// and the system's reason, when it cannot be opened or read.
@@ -49,6 +46,20 @@ class ReplacedFile {
     int handle_ = -1;
 };
 
+/// A folder for intermediate files, deleted with all it holds at the end. Throws FatalError.
+class TemporaryFolder {
+ public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    [[nodiscard]] const std::string& path() const { return path_; }
+
+ private:
+    std::string path_;
+};
+
 /// True if the path can be opened for reading and is no folder.
 [[nodiscard]] bool datei_vorhanden(const std::string& path);
 /// True if the path, without a trailing separator, is a folder.
@@ -59,6 +70,8 @@ void remove_file(const std::string& path);
 void create_folder(const std::string& path);
 /// The whole content of a file; throws FatalError.
 [[nodiscard]] std::string read_whole_file(const std::string& path);
+/// True if both paths exist and lead to one file.
+[[nodiscard]] bool same_file(const std::string& a, const std::string& b);
 /// The absolute form of a path, with the links in it left alone.
 [[nodiscard]] std::string absolute_path(const std::string& path);
 /// Size and time of last change, to notice that a file has become another one; zeros if missing.

@@ -175,6 +175,20 @@ void ReplacedFile::commit() {
     sync_folder_of(path_);
 }
 
+TemporaryFolder::TemporaryFolder() {
+    std::error_code error;
+    const std::filesystem::path base = std::filesystem::temp_directory_path(error);
+    path_ = (error ? "/tmp" : base.string()) + "/veldra-XXXXXX";
+    if (::mkdtemp(path_.data()) == nullptr) {
+        throw file_error("Ordner kann nicht angelegt werden", path_, errno);
+    }
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+}
+
 bool datei_vorhanden(const std::string& path) {
     const int handle = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     if (handle < 0) {
@@ -221,6 +235,11 @@ std::string read_whole_file(const std::string& path) {
             return content;
         }
     }
+}
+
+bool same_file(const std::string& a, const std::string& b) {
+    std::error_code error;
+    return std::filesystem::equivalent(a, b, error) && !error;
 }
 
 std::string absolute_path(const std::string& path) {

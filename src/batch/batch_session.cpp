@@ -1,0 +1,85 @@
+#include "batch/batch_session.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include <fmt/format.h>
+
+#include "graphikdatei/codepage.h"
+#include "graphikdatei/header_pass.h"
+#include "graphikdatei/maxima_pass.h"
+#include "platform/os/files.h"
+#include "platform/qt/picture_image.h"
+#include "settings/defaults.h"
+#include "settings/profile.h"
+#include "shell/fatal_error.h"
+#include "view/viewport.h"
+
+namespace veldra::batch {
+
+bool ConsoleInterface::message_box(MessageStyle /*style*/, const std::string& /*title*/,
+                                   const std::string& text) {
+    std::string line = text;
+    std::replace(line.begin(), line.end(), '\n', ' ');
+    fmt::print(stderr, "{}\n", line);
+    return true;
+}
+
+void prepare_session(Session& session, const FileOptions& options) {
+    standard_alle(session);
+    if (!options.profile.empty()) {
+        if (!datei_vorhanden(options.profile)) {
+            throw FatalError(options.profile + ": Profildatei kann nicht gelesen werden");
+        }
+        profil_lesen(session, options.profile);
+    }
+}
+
+std::int32_t part_number(const Session& session, const std::string& name) {
+    const std::string wanted = from_utf8(name);
+    for (std::int32_t i = 1; i <= session.netz.count(); ++i) {
+        if (session.netz[i].netz_name == wanted) {
+            return i;
+        }
+    }
+    throw FatalError(
+        fmt::format("{}: Netzteil \"{}\" ist nicht vorhanden", session.graphikdatei, name));
+}
+
+void read_head(Session& session, const FileOptions& options) {
+    datei_setzen(session, absolute_path(options.file));
+    vektor_standard(session);
+    kopf_lesen(session);
+    maxima_lesen(session);
+    if (options.part) {
+        session.netz_aktuell = part_number(session, *options.part);
+        load_plot_settings(session);
+    }
+}
+
+SelectionChange selection_change(const FileOptions& options) {
+    if (options.objects.empty()) {
+        return {};
+    }
+    return [objects = options.objects](ObjectSelection& obj) {
+        for (const std::string& assignment : objects) {
+            set_object(obj, assignment);
+        }
+    };
+}
+
+void open_view(Session& session, const FileOptions& options, const PictureOptions& picture,
+               TextMeasurer& measurer, UserInterface& ui) {
+    prepare_session(session, options);
+    session.picture = {picture.width * twips_per_pixel, picture.height * twips_per_pixel};
+    read_head(session, options);
+    const Desk desk{measurer, ui, [] {}};
+    netzteil_lesen(session, desk, selection_change(options));
+    erstansicht(session, desk);
+    if (!picture.window.empty()) {
+        const auto window = parse_window(picture.window);
+        FitView(session, window[0], window[1], window[2], window[3], 0);
+    }
+}
+
+}  // namespace veldra::batch

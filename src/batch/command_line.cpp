@@ -1,0 +1,233 @@
+#include "batch/command_line.h"
+
+#include <QGuiApplication>
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <map>
+#include <string>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include "batch/commands.h"
+#include "shell/fatal_error.h"
+
+namespace veldra::batch {
+
+namespace {
+
+constexpr int smallest_picture = 16;
+constexpr int largest_picture = 16384;
+
+/// The arguments of all commands; each command uses its own.
+struct Arguments {
+    FileOptions file;
+    PictureOptions picture;
+    std::string part;
+    std::vector<std::string> parts;
+    std::string output;
+};
+
+void speak_german(CLI::App& app) {
+    app.set_help_flag("-h,--help", "diese Hilfe ausgeben und beenden");
+    const auto formatter = app.get_formatter();
+    for (const auto& [english, german] :
+         std::map<std::string, std::string>{{"Usage", "Aufruf"},
+                                            {"OPTIONS", "OPTIONEN"},
+                                            {"Options", "Optionen"},
+                                            {"Positionals", "Angaben"},
+                                            {"SUBCOMMAND", "BEFEHL"},
+                                            {"SUBCOMMANDS", "BEFEHLE"},
+                                            {"Subcommands", "Befehle"},
+                                            {"REQUIRED", "(nötig)"},
+                                            {"TEXT", "TEXT"},
+                                            {"INT", "ZAHL"}}) {
+        formatter->label(english, german);
+    }
+}
+
+CLI::App* add_command(CLI::App& app, const std::string& name, const std::string& description,
+                      Arguments& arguments) {
+    CLI::App* command = app.add_subcommand(name, description);
+    speak_german(*command);
+    command->add_option("GRAPHIKDATEI", arguments.file.file, "die Graphikdatei (ve*.dat)")
+        ->required();
+    return command;
+}
+
+void add_selection(CLI::App& command, Arguments& arguments) {
+    command.add_option("--netzteil", arguments.part, "Name des Netzteils statt des ersten")
+        ->option_text("NAME");
+    command
+        .add_option("--obj", arguments.file.objects,
+                    "Auswahl ändern, z. B. obj_puwe=3 (mehrfach möglich)")
+        ->option_text("NAME=WERT")
+        ->expected(1)
+        ->take_all();
+    command.add_option("--profil", arguments.file.profile, "Profildatei mit den Darstellungen")
+        ->option_text("INI");
+}
+
+void add_picture(CLI::App& command, Arguments& arguments) {
+    const CLI::Range size(smallest_picture, largest_picture);
+    command.add_option("--breite", arguments.picture.width, "Breite des Bildes in Pixeln (1600)")
+        ->option_text("PX")
+        ->check(size);
+    command.add_option("--hoehe", arguments.picture.height, "Höhe des Bildes in Pixeln (1000)")
+        ->option_text("PX")
+        ->check(size);
+    command
+        .add_option("--ausschnitt", arguments.picture.window,
+                    "Ausschnitt in Metern statt des ganzen Netzteils")
+        ->option_text("RW1,HW1,RW2,HW2");
+}
+
+void add_output(CLI::App& command, Arguments& arguments, const std::string& description) {
+    command.add_option("-o", arguments.output, description)->option_text("DATEI")->required();
+}
+
+/// A command line with what each of its commands does.
+class CommandLine {
+ public:
+    CommandLine()
+        : app_("VELDRA ohne Fenster: Graphikdateien von Netzausgleichungen", "veldra-cli") {
+        speak_german(app_);
+        app_.set_version_flag("--version", std::string("VELDRA ") + VELDRA_VERSION,
+                              "die Version ausgeben und beenden");
+        app_.require_subcommand(1);
+        add_tabellen();
+        add_bild();
+        add_operationen();
+        add_normalform();
+    }
+
+    CLI::App& app() { return app_; }
+
+    void execute() const {
+        for (const auto& [command, action] : actions_) {
+            if (command->parsed()) {
+                action();
+            }
+        }
+    }
+
+ private:
+    [[nodiscard]] FileOptions file_options() const {
+        FileOptions options = arguments_.file;
+        if (!arguments_.part.empty()) {
+            options.part = arguments_.part;
+        }
+        return options;
+    }
+
+    void add_tabellen() {
+        CLI::App* command =
+            add_command(app_, "tabellen", "die gelesenen Tabellen als JSON ausgeben", arguments_);
+        add_selection(*command, arguments_);
+        actions_[command] = [this] { command_tabellen(file_options()); };
+    }
+
+    void add_bild() {
+        CLI::App* command =
+            add_command(app_, "bild", "das Bild als PNG oder SVG schreiben", arguments_);
+        add_selection(*command, arguments_);
+        add_picture(*command, arguments_);
+        add_output(*command, arguments_, "Bilddatei (.png oder .svg)");
+        actions_[command] = [this] {
+            command_bild(file_options(), arguments_.picture, arguments_.output);
+        };
+    }
+
+    void add_operationen() {
+        CLI::App* command = add_command(
+            app_, "operationen", "die Zeichenoperationen des Bildes als JSON ausgeben", arguments_);
+        add_selection(*command, arguments_);
+        add_picture(*command, arguments_);
+        actions_[command] = [this] { command_operationen(file_options(), arguments_.picture); };
+    }
+
+    void add_normalform() {
+        CLI::App* command = add_command(
+            app_, "normalform", "die Datei so schreiben, wie Öffnen und Verlassen sie schreiben",
+            arguments_);
+        command
+            ->add_option("--netzteil", arguments_.parts,
+                         "Netzteil, das danach gezeigt wird (mehrfach möglich)")
+            ->option_text("NAME")
+            ->expected(1)
+            ->take_all();
+        command
+            ->add_option("--profil", arguments_.file.profile, "Profildatei mit den Darstellungen")
+            ->option_text("INI");
+        add_output(*command, arguments_, "Datei, die geschrieben wird");
+        actions_[command] = [this] {
+            command_normalform(arguments_.file, arguments_.parts, arguments_.output);
+        };
+    }
+
+    CLI::App app_;
+    Arguments arguments_;
+    std::map<const CLI::App*, std::function<void()>> actions_;
+};
+
+void report(std::string text) {
+    while (!text.empty() && text.back() == '\n') {
+        text.pop_back();
+    }
+    for (std::size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at)) {
+        text.replace(at, 1, ", ");
+    }
+    fmt::print(stderr, "veldra-cli: {}\n", text);
+}
+
+/// What is wrong with the arguments, in German.
+std::string usage_fault(const CLI::ParseError& error) {
+    const std::string detail = error.what();
+    const std::string& kind = error.get_name();
+    const char* text = kind == "RequiredError"      ? "eine nötige Angabe fehlt"
+                       : kind == "ExtrasError"      ? "unbekannte Angabe"
+                       : kind == "ConversionError"  ? "eine Zahl ist nicht lesbar"
+                       : kind == "ValidationError"  ? "ein Wert ist nicht zulässig"
+                       : kind == "ArgumentMismatch" ? "die Zahl der Angaben stimmt nicht"
+                                                    : "falscher Aufruf";
+    return fmt::format("{} ({}); Hilfe mit --help", text, detail);
+}
+
+int guarded(const std::function<void()>& action) {
+    try {
+        action();
+        return done;
+    } catch (const UsageError& error) {
+        report(error.what());
+        return wrong_usage;
+    } catch (const FatalError& error) {
+        report(error.what());
+    } catch (const std::bad_alloc&) {
+        report("der Speicher reicht nicht aus");
+    } catch (const std::exception& error) {
+        report(error.what());
+    }
+    return failed;
+}
+
+}  // namespace
+
+int run(int argc, char** argv) {
+    CommandLine line;
+    try {
+        line.app().parse(argc, argv);
+    } catch (const CLI::Success& success) {
+        return line.app().exit(success);
+    } catch (const CLI::ParseError& error) {
+        report(usage_fault(error));
+        return wrong_usage;
+    }
+    // No display is needed: fonts and pictures come from the toolkit's offscreen platform.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    int no_arguments = 1;
+    const QGuiApplication application(no_arguments, argv);
+    return guarded([&line] { line.execute(); });
+}
+
+}  // namespace veldra::batch

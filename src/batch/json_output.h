@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "drawing/recording_target.h"
+#include "shell/session.h"
+
+namespace veldra::batch {
+
+/// The session's tables as one JSON object in UTF-8. Rows count from 1, element 0 is left out;
+/// booleans are 0 and -1; numbers read back exactly.
+[[nodiscard]] std::string tables_json(const Session& session);
+
+/// One JSON array a line for each operation, in order. Coordinates are in the shortest form that
+/// reads back to the same 32-bit float.
+[[nodiscard]] std::string operations_json(const std::vector<Operation>& operations);
+
+}  // namespace veldra::batch
