@@ -31,7 +31,9 @@ TEST(Paths, WithoutDocumentsThePlainProfileBeginsWithTheFolderName) {
 }
 
 TEST(Paths, ASeparatorIsNotDoubled) {
-    EXPECT_EQ(user_folder({.documents = "/"}), "/Kelvara");
+    SystemFolders folders;
+    folders.documents = "/";
+    EXPECT_EQ(user_folder(folders), "/Kelvara");
 }
 
 /// Three empty folders of a user.

@@ -63,8 +63,8 @@ TEST_F(StartProfile, WritingEmptiesWhatIsGone) {
 
 TEST_F(StartProfile, LeavesOutPathsThatTheFileCannotGiveBack) {
     const std::string good = "/" + std::string(254, 'g');
-    for (const std::string bad : {std::string("/Łódź.dat"), good + "g", std::string("/a\nb.dat"),
-                                  std::string("'/a.dat'"), std::string("a.dat ")}) {
+    for (const std::string& bad : {std::string("/Łódź.dat"), good + "g", std::string("/a\nb.dat"),
+                                   std::string("'/a.dat'"), std::string("a.dat ")}) {
         session_.zuletzt_datei = {"", good, bad, "/b.dat", bad};
         written();
         Session other;

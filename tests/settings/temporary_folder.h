@@ -32,7 +32,7 @@ class TemporaryFolder {
 
     /// Writes a file, with the folders above it, and gives its path.
     [[nodiscard]] std::string file(const std::string& name, const std::string& bytes) const {
-        const std::string whole = *this / name;
+        std::string whole = *this / name;
         std::filesystem::create_directories(std::filesystem::path(whole).parent_path());
         std::ofstream(whole, std::ios::binary) << bytes;
         return whole;
