@@ -11,12 +11,14 @@
 
 #include "settings/defaults.h"
 #include "settings/profile_file.h"
-#include "settings/temporary_folder.h"
 #include "shell/fatal_error.h"
 #include "shell/session.h"
+#include "temp_file.h"
 
 namespace veldra {
 namespace {
+
+using testing_support::file_bytes;
 
 using testing::AllOf;
 using testing::HasSubstr;
@@ -84,8 +86,8 @@ class Profile : public testing::Test {
 
     void read(const std::string& bytes) { profil_lesen(session_, folder_.file("P.INI", bytes)); }
     std::string written() {
-        profil_schreiben(session_, folder_ / "P.INI");
-        return file_bytes(folder_ / "P.INI");
+        profil_schreiben(session_, folder_.path("P.INI"));
+        return file_bytes(folder_.path("P.INI"));
     }
     std::string written_value(const std::string& section, const std::string& key) {
         return ProfileFile(written()).get(section, key);
@@ -99,7 +101,7 @@ class Profile : public testing::Test {
         return "";
     }
 
-    TemporaryFolder folder_;
+    testing_support::TempFolder folder_;
     Session session_;
     Settings& settings_ = session_.settings;
 };
@@ -115,7 +117,7 @@ TEST_F(Profile, AnEmptyProfileLeavesEveryDefaultInForce) {
 }
 
 TEST_F(Profile, AMissingOrUnreadableProfileIsNoError) {
-    profil_lesen(session_, folder_ / "none.ini");
+    profil_lesen(session_, folder_.path("none.ini"));
     profil_lesen(session_, folder_.path());
     EXPECT_EQ(settings_, Settings{});
 }
@@ -243,7 +245,7 @@ TEST_F(Profile, EveryKeyIsReadIntoItsOwnPlace) {
 
 TEST_F(Profile, EveryKeyIsWrittenFromItsOwnPlace) {
     read(numbered_profile());
-    std::filesystem::remove(folder_ / "P.INI");
+    std::filesystem::remove(folder_.path("P.INI"));
     EXPECT_EQ(written(), numbered_profile());
 }
 
@@ -344,9 +346,9 @@ TEST_F(Profile, A16BitOverflowIsFatalAndNamesItsPlace) {
     EXPECT_EQ(settings_.nubgrascr, -32768);
     const std::string bytes = "[BEZPUN]\n\npubgrascr=32768\n";
     EXPECT_THAT(error_of(bytes),
-                AllOf(HasSubstr("Laufzeitfehler '6': Überlauf"), HasSubstr(folder_ / "P.INI"),
+                AllOf(HasSubstr("Laufzeitfehler '6': Überlauf"), HasSubstr(folder_.path("P.INI")),
                       HasSubstr("Zeile: 3"), HasSubstr("BEZPUN/pubgrascr")));
-    EXPECT_EQ(file_bytes(folder_ / "P.INI"), bytes) << "the file stays whole";
+    EXPECT_EQ(file_bytes(folder_.path("P.INI")), bytes) << "the file stays whole";
     EXPECT_THAT(error_of("[VEKTOR]\nvektNdrw_6=1e5\n"), HasSubstr("VEKTOR/vektNdrw_6"));
 }
 
@@ -458,7 +460,7 @@ TEST_F(Profile, ReadingSavesTheValuesInTheTwins) {
 
 TEST_F(Profile, AFileThatCannotBeReadIsNotWrittenOver) {
     EXPECT_THROW(profil_schreiben(session_, folder_.path()), FatalError);
-    EXPECT_THROW(profil_schreiben(session_, folder_ / "none/P.INI"), FatalError);
+    EXPECT_THROW(profil_schreiben(session_, folder_.path("none/P.INI")), FatalError);
 }
 
 }  // namespace
