@@ -56,6 +56,10 @@ std::string NumberForm::text(float value) const {
     return text(widen(value));
 }
 
+std::string NumberForm::text(std::int32_t value) const {
+    return text(static_cast<double>(value));
+}
+
 void NumberForm::take(std::string_view text, const ErrorPlace& /*place*/, double& value) const {
     value = zahl_wert(text);
 }

@@ -19,6 +19,7 @@ struct NumberForm {
 
     [[nodiscard]] std::string text(double value) const;
     [[nodiscard]] std::string text(float value) const;
+    [[nodiscard]] std::string text(std::int32_t value) const;
     void take(std::string_view text, const ErrorPlace& place, double& value) const;
     void take(std::string_view text, const ErrorPlace& place, float& value) const;
     void take(std::string_view text, const ErrorPlace& place, std::int16_t& value) const;

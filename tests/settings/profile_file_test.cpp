@@ -5,11 +5,13 @@
 
 #include <gtest/gtest.h>
 
-#include "settings/temporary_folder.h"
 #include "shell/fatal_error.h"
+#include "temp_file.h"
 
 namespace veldra {
 namespace {
+
+using testing_support::file_bytes;
 
 std::string value_of(const std::string& bytes) {
     return ProfileFile(bytes).get("S", "k");
@@ -160,20 +162,20 @@ TEST(ProfileFileLoad, AnyBytesComeBackAsTheyWere) {
 }
 
 TEST(ProfileFileLoad, MissingFileAndFolderAreEmpty) {
-    const TemporaryFolder folder;
-    EXPECT_EQ(ProfileFile::load(folder / "none.ini").bytes(), "");
+    const testing_support::TempFolder folder;
+    EXPECT_EQ(ProfileFile::load(folder.path("none.ini")).bytes(), "");
     EXPECT_EQ(ProfileFile::load(folder.path()).bytes(), "");
     EXPECT_EQ(ProfileFile::load("").bytes(), "");
 }
 
 TEST(ProfileFileLoad, ForUpdateRefusesWhatIsThereButCannotBeRead) {
-    const TemporaryFolder folder;
-    EXPECT_EQ(ProfileFile::load_for_update(folder / "none.ini").bytes(), "");
+    const testing_support::TempFolder folder;
+    EXPECT_EQ(ProfileFile::load_for_update(folder.path("none.ini")).bytes(), "");
     EXPECT_THROW((void)ProfileFile::load_for_update(folder.path()), FatalError);
 }
 
 TEST(ProfileFileSave, WritesTheFileAndReadsItBack) {
-    const TemporaryFolder folder;
+    const testing_support::TempFolder folder;
     const std::string path = folder.file("a.ini", "[S]\nk=1\n");
     ProfileFile file = ProfileFile::load(path);
     file.set("S", "k", "2");
@@ -183,9 +185,9 @@ TEST(ProfileFileSave, WritesTheFileAndReadsItBack) {
 }
 
 TEST(ProfileFileSave, AFailedSaveSaysSoAndLeavesNothingBehind) {
-    const TemporaryFolder folder;
+    const testing_support::TempFolder folder;
     const ProfileFile file("[S]\nk=1\n");
-    EXPECT_THROW(file.save(folder / "none/a.ini"), FatalError);
+    EXPECT_THROW(file.save(folder.path("none/a.ini")), FatalError);
     EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
 }
 

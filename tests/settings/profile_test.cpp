@@ -1,18 +1,24 @@
 #include "settings/profile.h"
 
+#include <array>
+#include <cstdint>
+#include <filesystem>
 #include <string>
+#include <utility>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "settings/defaults.h"
 #include "settings/profile_file.h"
-#include "settings/temporary_folder.h"
 #include "shell/fatal_error.h"
 #include "shell/session.h"
+#include "temp_file.h"
 
 namespace veldra {
 namespace {
+
+using testing_support::file_bytes;
 
 using testing::AllOf;
 using testing::HasSubstr;
@@ -80,8 +86,8 @@ class Profile : public testing::Test {
 
     void read(const std::string& bytes) { profil_lesen(session_, folder_.file("P.INI", bytes)); }
     std::string written() {
-        profil_schreiben(session_, folder_ / "P.INI");
-        return file_bytes(folder_ / "P.INI");
+        profil_schreiben(session_, folder_.path("P.INI"));
+        return file_bytes(folder_.path("P.INI"));
     }
     std::string written_value(const std::string& section, const std::string& key) {
         return ProfileFile(written()).get(section, key);
@@ -95,7 +101,7 @@ class Profile : public testing::Test {
         return "";
     }
 
-    TemporaryFolder folder_;
+    testing_support::TempFolder folder_;
     Session session_;
     Settings& settings_ = session_.settings;
 };
@@ -111,7 +117,7 @@ TEST_F(Profile, AnEmptyProfileLeavesEveryDefaultInForce) {
 }
 
 TEST_F(Profile, AMissingOrUnreadableProfileIsNoError) {
-    profil_lesen(session_, folder_ / "none.ini");
+    profil_lesen(session_, folder_.path("none.ini"));
     profil_lesen(session_, folder_.path());
     EXPECT_EQ(settings_, Settings{});
 }
@@ -145,47 +151,125 @@ TEST_F(Profile, WritingTwiceGivesTheSameBytes) {
     EXPECT_EQ(written(), once);
 }
 
-TEST_F(Profile, EveryKeyIsReadIntoItsOwnPlace) {
-    // A profile whose values all differ from the defaults and, as far as their form allows, from
-    // one another: a key that took or gave another one's value would change it.
-    ProfileFile other(default_profile);
+/// The default profile with its keys' values numbered from 101 in their order: a text "f101", a
+/// number 101 or 101.5, a colour 0000000101, a datum row that begins with 101.0, or "True".
+std::string numbered_profile() {
+    std::string bytes;
     int number = 100;
-    std::string section;
     for (std::size_t from = 0; from < default_profile.size();) {
         const std::size_t end = default_profile.find("\r\n", from);
         const std::string line = default_profile.substr(from, end - from);
         from = end + 2;
-        if (line[0] == '[') {
-            section = line.substr(1, line.size() - 2);
-            continue;
+        const std::size_t equals = line.find('=');
+        bytes += line.substr(0, equals);
+        if (equals != std::string::npos) {
+            const std::string value = line.substr(equals + 1);
+            const std::string digits = std::to_string(++number);
+            const bool numeric = value[0] >= '0' && value[0] <= '9';
+            const bool decimal = value.find('.') != std::string::npos;
+            bytes += "=" + (value == "False"     ? "True"
+                            : !numeric           ? "f" + digits
+                            : value.size() > 10  ? digits + ".0 2.5 -3.25 4.125 5.0625"
+                            : value.size() == 10 ? "0000000" + digits
+                            : decimal            ? digits + ".5"
+                                                 : digits);
         }
-        const std::string key = line.substr(0, line.find('='));
-        const std::string value = line.substr(line.find('=') + 1);
-        const std::string digits = std::to_string(++number);
-        std::string changed = "f" + digits;
-        if (value == "False") {
-            changed = "True";
-        } else if (value.find(' ') != std::string::npos) {
-            changed = digits + ".0 2.5 -3.25 4.125 5.0625";
-        } else if (value.size() == 10 && value[0] == '0') {
-            changed = "0000000" + digits;
-        } else if (value[0] >= '0' && value[0] <= '9') {
-            changed = digits + (value.find('.') != std::string::npos ? ".5" : "");
-        }
-        other.set(section, key, changed);
+        bytes += "\r\n";
     }
-    ASSERT_GT(number, 200);
-    read(other.bytes());
-    EXPECT_EQ(written(), other.bytes());
-    Session fresh;
-    standard_alle(fresh);
-    profil_lesen(fresh, folder_ / "P.INI");
-    EXPECT_EQ(fresh.settings, settings_);
-    EXPECT_EQ(settings_.punsigscr[0], 101.0F);
-    EXPECT_EQ(settings_.punsigscr[3], 104.0F);
-    EXPECT_EQ(settings_.pubgrascr, 105);
-    EXPECT_EQ(settings_.numbez_datum[0].sphi, -3.25);
-    EXPECT_EQ(session_.titel[3].getTitelUndr(), -1);
+    return bytes;
+}
+
+DatumRow numbered_datum(double first) {
+    return {.dphi0 = first, .dlam0 = 2.5, .sphi = -3.25, .slam = 4.125, .rot = 5.0625};
+}
+
+/// What numbered_profile holds, by hand.
+Settings numbered_settings() {
+    Settings expected;
+    expected.punsigscr = {101, 102, 103, 104};
+    expected.pubgrascr = 105;
+    expected.punsigplo = {106.5F, 107.5F, 108.5F, 109.5F};
+    expected.pubsizplo = 110.5F;
+    expected.pubfon = "f111";
+    expected.pubbol = expected.pubita = expected.pubund = -1;
+    expected.pubcolor = 115;
+    expected.stanplt = 116.5;
+    expected.stanptp = 117.5;
+    expected.nubgrascr = 118;
+    expected.nubsizplo = 119.5F;
+    expected.nubfon = "f120";
+    expected.nubbol = expected.nubita = expected.nubund = -1;
+    expected.nubcolor = 124;
+    expected.Stquerscr = 125;
+    expected.Stkreuscr = 126;
+    expected.lenoriscr = 127;
+    expected.Stquerplo = 128.5;
+    expected.Stkreuplo = 129.5;
+    expected.lenoriplo = 130.5;
+    expected.faktorStrich = 131;
+    expected.stnddrw = 132;
+    expected.stndrgb = 133;
+    expected.stndwert = 134.5;
+    expected.stevdrw = {0, 135, 138};
+    expected.stevrgb = {0, 136, 139};
+    expected.stevwert = {0, 137.5};
+    expected.stnvdrw = {0, 140, 143, 146, 149};
+    expected.stnvrgb = {0, 141, 144, 147, 150};
+    expected.stnvwert = {0, 142.5, 145.5, 148.5};
+    expected.stepdrw = {0, 151, 154, 157};
+    expected.steprgb = {0, 152, 155, 158};
+    expected.stepwert = {0, 153.5, 156.5};
+    expected.vektAdrw = {0, 159, 163, 167, 171, 175, 179};
+    expected.vektArgb = {0, 160, 164, 168, 172, 176, 180};
+    expected.vektNdrw = {0, 161, 165, 169, 173, 177, 181};
+    expected.vektNrgb = {0, 162, 166, 170, 174, 178, 182};
+    expected.verw_datei = "f183";
+    expected.verw_elli = 184;
+    expected.verw_abbi = 185;
+    expected.verw_datum = {numbered_datum(186), numbered_datum(187), numbered_datum(188)};
+    expected.grenzdrw = {0, 189, 190, 191, 192, 193, 194, 195};
+    expected.grenzrgb = {0, 196, 197, 198, 199, 200, 201, 202};
+    expected.numbez_datum = {numbered_datum(203), numbered_datum(204), numbered_datum(205)};
+    return expected;
+}
+
+TEST_F(Profile, EveryKeyIsReadIntoItsOwnPlace) {
+    read(numbered_profile());
+    EXPECT_EQ(settings_, numbered_settings());
+    for (std::size_t line = 0; line < 4; ++line) {
+        const int first = 206 + 5 * static_cast<int>(line);
+        EXPECT_EQ(session_.titel[line].getTitelSize(), static_cast<float>(first) + 0.5F);
+        EXPECT_EQ(session_.titel[line].getTitelFont(), "f" + std::to_string(first + 1));
+    }
+}
+
+TEST_F(Profile, EveryKeyIsWrittenFromItsOwnPlace) {
+    read(numbered_profile());
+    std::filesystem::remove(folder_.path("P.INI"));
+    EXPECT_EQ(written(), numbered_profile());
+}
+
+TEST_F(Profile, EveryStyleHasItsOwnKey) {
+    const std::array<std::pair<std::string, std::int16_t Settings::*>, 6> styles{
+        {{"pubbol", &Settings::pubbol},
+         {"pubita", &Settings::pubita},
+         {"pubund", &Settings::pubund},
+         {"nubbol", &Settings::nubbol},
+         {"nubita", &Settings::nubita},
+         {"nubund", &Settings::nubund}}};
+    for (const auto& [key, member] : styles) {
+        Settings expected;
+        expected.*member = -1;
+        settings_ = Settings{};
+        read("[BEZPUN]\n" + key + "=True\n");
+        EXPECT_EQ(settings_, expected) << key;
+    }
+    read("[LEGENDE]\nTitelBold_2=True\nTitelItal_3=True\nTitelUndr_4=True\n");
+    for (std::size_t line = 0; line < 4; ++line) {
+        EXPECT_EQ(session_.titel[line].getTitelBold(), line == 1 ? -1 : 0);
+        EXPECT_EQ(session_.titel[line].getTitelItal(), line == 2 ? -1 : 0);
+        EXPECT_EQ(session_.titel[line].getTitelUndr(), line == 3 ? -1 : 0);
+    }
 }
 
 TEST_F(Profile, AFileWithSomeKeysLeavesTheRestAlone) {
@@ -262,9 +346,9 @@ TEST_F(Profile, A16BitOverflowIsFatalAndNamesItsPlace) {
     EXPECT_EQ(settings_.nubgrascr, -32768);
     const std::string bytes = "[BEZPUN]\n\npubgrascr=32768\n";
     EXPECT_THAT(error_of(bytes),
-                AllOf(HasSubstr("Laufzeitfehler '6': Überlauf"), HasSubstr(folder_ / "P.INI"),
+                AllOf(HasSubstr("Laufzeitfehler '6': Überlauf"), HasSubstr(folder_.path("P.INI")),
                       HasSubstr("Zeile: 3"), HasSubstr("BEZPUN/pubgrascr")));
-    EXPECT_EQ(file_bytes(folder_ / "P.INI"), bytes) << "the file stays whole";
+    EXPECT_EQ(file_bytes(folder_.path("P.INI")), bytes) << "the file stays whole";
     EXPECT_THAT(error_of("[VEKTOR]\nvektNdrw_6=1e5\n"), HasSubstr("VEKTOR/vektNdrw_6"));
 }
 
@@ -376,7 +460,7 @@ TEST_F(Profile, ReadingSavesTheValuesInTheTwins) {
 
 TEST_F(Profile, AFileThatCannotBeReadIsNotWrittenOver) {
     EXPECT_THROW(profil_schreiben(session_, folder_.path()), FatalError);
-    EXPECT_THROW(profil_schreiben(session_, folder_ / "none/P.INI"), FatalError);
+    EXPECT_THROW(profil_schreiben(session_, folder_.path("none/P.INI")), FatalError);
 }
 
 }  // namespace

@@ -4,29 +4,31 @@
 
 #include <gtest/gtest.h>
 
-#include "settings/temporary_folder.h"
 #include "shell/fatal_error.h"
 #include "shell/session.h"
+#include "temp_file.h"
 
 namespace veldra {
 namespace {
+
+using testing_support::file_bytes;
 
 class StartProfile : public testing::Test {
  protected:
     void read(const std::string& bytes) { start_lesen(session_, folder_.file("P.INI", bytes)); }
     std::string written() {
-        start_schreiben(session_, folder_ / "P.INI");
-        return file_bytes(folder_ / "P.INI");
+        start_schreiben(session_, folder_.path("P.INI"));
+        return file_bytes(folder_.path("P.INI"));
     }
 
-    TemporaryFolder folder_;
+    testing_support::TempFolder folder_;
     Session session_;
 };
 
 TEST_F(StartProfile, MissingFileGivesEmptyValues) {
     session_.bestaetigung = "N";
     session_.zuletzt_datei[2] = "/a/ve.dat";
-    start_lesen(session_, folder_ / "none.ini");
+    start_lesen(session_, folder_.path("none.ini"));
     EXPECT_EQ(session_.bestaetigung, "");
     EXPECT_EQ(session_.zuletzt_datei[2], "");
 }
@@ -63,12 +65,12 @@ TEST_F(StartProfile, WritingEmptiesWhatIsGone) {
 
 TEST_F(StartProfile, LeavesOutPathsThatTheFileCannotGiveBack) {
     const std::string good = "/" + std::string(254, 'g');
-    for (const std::string bad : {std::string("/Łódź.dat"), good + "g", std::string("/a\nb.dat"),
-                                  std::string("'/a.dat'"), std::string("a.dat ")}) {
+    for (const std::string& bad : {std::string("/Łódź.dat"), good + "g", std::string("/a\nb.dat"),
+                                   std::string("'/a.dat'"), std::string("a.dat ")}) {
         session_.zuletzt_datei = {"", good, bad, "/b.dat", bad};
         written();
         Session other;
-        start_lesen(other, folder_ / "P.INI");
+        start_lesen(other, folder_.path("P.INI"));
         EXPECT_EQ(other.zuletzt_datei[1], good) << bad;
         EXPECT_EQ(other.zuletzt_datei[2], "/b.dat") << bad;
         EXPECT_EQ(other.zuletzt_datei[3], "") << bad;
@@ -82,7 +84,7 @@ TEST_F(StartProfile, KeepsTheSettingsInTheFile) {
 }
 
 TEST_F(StartProfile, AFailedWriteSaysSo) {
-    EXPECT_THROW(start_schreiben(session_, folder_ / "none/P.INI"), FatalError);
+    EXPECT_THROW(start_schreiben(session_, folder_.path("none/P.INI")), FatalError);
 }
 
 }  // namespace
