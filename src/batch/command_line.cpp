@@ -194,6 +194,10 @@ std::string usage_fault(const CLI::ParseError& error) {
     return fmt::format("{} ({}); Hilfe mit --help", text, detail);
 }
 
+/// Remarks of the toolkit about its surroundings are no messages of this program.
+void drop_toolkit_remarks(QtMsgType /*type*/, const QMessageLogContext& /*context*/,
+                          const QString& /*message*/) {}
+
 int guarded(const std::function<void()>& action) {
     try {
         action();
@@ -225,6 +229,7 @@ int run(int argc, char** argv) {
     }
     // No display is needed: fonts and pictures come from the toolkit's offscreen platform.
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(drop_toolkit_remarks);
     int no_arguments = 1;
     const QGuiApplication application(no_arguments, argv);
     return guarded([&line] { line.execute(); });

@@ -10,7 +10,7 @@ namespace veldra::batch {
 
 namespace {
 
-std::string quoted(std::string_view bytes) {
+std::string json_text(std::string_view bytes) {
     return nlohmann::json(to_utf8(bytes)).dump();
 }
 
@@ -31,11 +31,11 @@ class OperationWriter {
         line("[\"Circle\",{},{},{}]\n", op.x, op.y, op.radius);
     }
     void operator()(const operation::TextRotated& op) {
-        line("[\"TextRotated\",{},{},{}]\n", quoted(op.text), op.escapement, op.align);
+        line("[\"TextRotated\",{},{},{}]\n", json_text(op.text), op.escapement, op.align);
     }
     void operator()(const operation::LabelPlaced& op) {
         line("[\"Label\",\"{}\",{},{},{},{},{},{}]\n", label_array_name(op.array), op.index,
-             quoted(op.caption), op.left, op.top, op.width, op.height);
+             json_text(op.caption), op.left, op.top, op.width, op.height);
     }
 
  private:
