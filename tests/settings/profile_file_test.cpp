@@ -70,6 +70,7 @@ TEST(ProfileFileGet, CutsAValueAt255Characters) {
 TEST(ProfileFileGet, SkipsCommentsAndLinesWithoutEqualsSign) {
     EXPECT_EQ(value_of("[S]\n;k=1\n ;k=2\nk\nk=3;4\n"), "3;4");
     EXPECT_EQ(value_of(";[S]\nk=1\n"), "");
+    EXPECT_EQ(ProfileFile("[S]\n;k=1\n").get("S", ";k"), "");
     EXPECT_EQ(value_of("k=1\n[S]\n"), "") << "a key above the first section";
 }
 
