@@ -82,20 +82,6 @@ std::string from_utf8(std::string_view text) {
     return bytes;
 }
 
-char upper_case(char byte) {
-    if (byte >= 'a' && byte <= 'z') {
-        return static_cast<char>(byte - 'a' + 'A');
-    }
-    switch (static_cast<unsigned char>(byte)) {
-        case 0xE4:  // ä
-        case 0xF6:  // ö
-        case 0xFC:  // ü
-            return static_cast<char>(static_cast<unsigned char>(byte) - 0x20U);
-        default:
-            return byte;
-    }
-}
-
 std::string upper_case(std::string_view bytes) {
     std::string upper(bytes);
     for (char& c : upper) {

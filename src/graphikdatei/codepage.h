@@ -17,7 +17,11 @@ namespace veldra {
 
 /// Upper case of a Windows-1252 text: letters a to z, ä, ö, ü; every other byte stays, ß too.
 [[nodiscard]] std::string upper_case(std::string_view bytes);
-[[nodiscard]] char upper_case(char byte);
+[[nodiscard]] constexpr char upper_case(char byte) {
+    const auto code = static_cast<unsigned char>(byte);
+    const bool umlaut = code == 0xE4 || code == 0xF6 || code == 0xFC;
+    return (code >= 'a' && code <= 'z') || umlaut ? static_cast<char>(code - 0x20U) : byte;
+}
 
 /// The text without blanks at both ends. Tabs and NULs are no blanks.
 [[nodiscard]] std::string_view trim(std::string_view text);

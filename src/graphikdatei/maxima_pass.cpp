@@ -133,16 +133,13 @@ class MaximaScan {
 };
 
 void name_maxima(Session& session, Record& record) {
-    const Word label = record.word(7);
-    if (!label.found() || upper_case(record.keyword()) != keyword::punktsignatur) {
-        return;
-    }
     const Position position = read_position(record);
     for (auto* maxima : {&session.max_ap, &session.max_np}) {
         for (std::size_t slot = 1; slot < maxima->size(); ++slot) {
             Maximum& maximum = (*maxima)[slot];
-            if (maximum.rechts == position.rechts && maximum.hoch == position.hoch) {
-                maximum.bez = label.text;
+            if (maximum.rechts == position.rechts && maximum.hoch == position.hoch &&
+                record.word(7).found() && upper_case(record.keyword()) == keyword::punktsignatur) {
+                maximum.bez = record.word(7).text;
             }
         }
     }
@@ -156,14 +153,14 @@ void maxima_lesen(Session& session) {
     const std::string path = working_path(session);
     std::string_view line;
     {
-        RecordSource source(path);
+        RecordSource source(path, "LHN");
         MaximaScan scan(session);
         while (source.next(line)) {
             Record record(line);
             scan.read(record);
         }
     }
-    RecordSource source(path);
+    RecordSource source(path, "P");
     while (source.next(line)) {
         Record record(line);
         if (record.initial() == 'P') {

@@ -20,21 +20,34 @@ constexpr bool is_digit(char c) {
 constexpr std::array<double, 23> exact_power_of_ten{1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                                     1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                                     1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-constexpr std::uint64_t exact_integer_limit = std::uint64_t{1} << 53U;
 
 /// A decimal number cut out of a text. A comma that was read as a point is remembered, since the
 /// library's reader knows points only.
 struct Prefix {
     std::size_t begin = 0;  ///< first digit or point
     std::size_t end = 0;
-    std::uint64_t mantissa = 0;
-    int decimals = 0;
-    int digits = 0;  ///< digits in `mantissa`, leading zeros not counted
     std::size_t comma = std::string_view::npos;
     bool negative = false;
-    bool has_exponent = false;
     bool any_digit = false;
 };
+
+/// End of the exponent that begins at `at`; `at` itself if there is none with digits.
+std::size_t exponent_end(std::string_view text, std::size_t at) {
+    std::size_t end = at + 1;
+    if (at >= text.size() || (text[at] != 'e' && text[at] != 'E')) {
+        return at;
+    }
+    if (end < text.size() && (text[end] == '-' || text[end] == '+')) {
+        ++end;
+    }
+    if (end >= text.size() || !is_digit(text[end])) {
+        return at;
+    }
+    while (end < text.size() && is_digit(text[end])) {
+        ++end;
+    }
+    return end;
+}
 
 Prefix scan_prefix(std::string_view text, bool comma_is_point) {
     Prefix found;
@@ -48,40 +61,20 @@ Prefix scan_prefix(std::string_view text, bool comma_is_point) {
     }
     found.begin = at;
     bool point_seen = false;
-    bool comma_used = !comma_is_point;
     for (; at < text.size(); ++at) {
         const char c = text[at];
         if (is_digit(c)) {
             found.any_digit = true;
-            if (found.digits < 19) {
-                found.mantissa = found.mantissa * 10 + static_cast<std::uint64_t>(c - '0');
-            }
-            found.digits += found.mantissa != 0 ? 1 : 0;
-            found.decimals += point_seen ? 1 : 0;
         } else if (!point_seen && c == '.') {
             point_seen = true;
-        } else if (!point_seen && c == ',' && !comma_used) {
+        } else if (!point_seen && c == ',' && comma_is_point) {
             point_seen = true;
-            comma_used = true;
             found.comma = at;
         } else {
             break;
         }
     }
-    if (found.any_digit && at < text.size() && (text[at] == 'e' || text[at] == 'E')) {
-        std::size_t exponent = at + 1;
-        if (exponent < text.size() && (text[exponent] == '-' || text[exponent] == '+')) {
-            ++exponent;
-        }
-        if (exponent < text.size() && is_digit(text[exponent])) {
-            while (exponent < text.size() && is_digit(text[exponent])) {
-                ++exponent;
-            }
-            found.has_exponent = true;
-            at = exponent;
-        }
-    }
-    found.end = at;
+    found.end = found.any_digit ? exponent_end(text, at) : at;
     return found;
 }
 
@@ -102,19 +95,16 @@ double parse_general(std::string_view text, const Prefix& found) {
 }
 
 double parse(std::string_view text, bool comma_is_point) {
+    double value = 0;
+    const std::size_t plain = read_plain_decimal(text, value);
+    if (plain > 0 && plain == text.size()) {
+        return value;
+    }
     const Prefix found = scan_prefix(text, comma_is_point);
     if (!found.any_digit) {
         return 0;
     }
-    double value = 0;
-    if (!found.has_exponent && found.digits <= 19 && found.mantissa <= exact_integer_limit &&
-        found.decimals < static_cast<int>(exact_power_of_ten.size())) {
-        // Both operands are exact, so the quotient is correctly rounded.
-        value = static_cast<double>(found.mantissa) /
-                exact_power_of_ten[static_cast<std::size_t>(found.decimals)];
-    } else {
-        value = parse_general(text, found);
-    }
+    value = parse_general(text, found);
     return found.negative ? -value : value;
 }
 
@@ -204,6 +194,36 @@ std::optional<Integer> to_integer(double value) {
 
 }  // namespace
 
+std::size_t read_plain_decimal(std::string_view text, double& value) {
+    constexpr std::ptrdiff_t most_digits = 15;
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    const bool negative = at < end && *at == '-';
+    at += negative ? 1 : 0;
+    std::uint64_t mantissa = 0;
+    const char* const digits = at;
+    while (at < end && is_digit(*at)) {
+        mantissa = mantissa * 10 + static_cast<std::uint64_t>(*at++ - '0');
+    }
+    std::ptrdiff_t count = at - digits;
+    std::ptrdiff_t decimals = 0;
+    if (at < end && *at == '.') {
+        const char* const fraction = ++at;
+        while (at < end && is_digit(*at)) {
+            mantissa = mantissa * 10 + static_cast<std::uint64_t>(*at++ - '0');
+        }
+        decimals = at - fraction;
+        count += decimals;
+    }
+    if ((at != end && *at != ' ') || count == 0 || count > most_digits) {
+        return 0;
+    }
+    // Both operands are exact, so the quotient is correctly rounded.
+    value = static_cast<double>(mantissa) / exact_power_of_ten[static_cast<std::size_t>(decimals)];
+    value = negative ? -value : value;
+    return static_cast<std::size_t>(at - text.data());
+}
+
 double numeric_prefix(std::string_view text) {
     return parse(text, false);
 }
@@ -260,13 +280,17 @@ std::optional<std::int64_t> whole_centimetres(double metres) {
         return std::nullopt;
     }
     // Away from a tie the product decides; its error is far below the distance kept to the tie.
-    constexpr double product_limit = 1e12;
+    constexpr double product_limit = 1e11;
     const double product = magnitude * 100.0;
     const double floor = std::floor(product);
     const double fraction = product - floor;
+    const double millimetres = std::nearbyint(magnitude * 1000.0);
     std::int64_t result = 0;
     if (product < product_limit && std::fabs(fraction - 0.5) > 1e-3) {
         result = static_cast<std::int64_t>(floor) + (fraction > 0.5 ? 1 : 0);
+    } else if (product < product_limit && millimetres / 1000.0 == magnitude) {
+        // The shortest decimal has three places.
+        result = (static_cast<std::int64_t>(millimetres) + 5) / 10;
     } else {
         const std::string digits = rounded_digits(magnitude, 2);
         std::from_chars(digits.data(), digits.data() + digits.size(), result);

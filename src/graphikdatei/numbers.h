@@ -15,6 +15,11 @@ namespace veldra {
 /// As numeric_prefix, with the first comma of the text read as a point.
 [[nodiscard]] double zahl_wert(std::string_view text);
 
+/// A plain decimal (a sign "-", digits, one point, 15 digits at most) at the beginning of a text up
+/// to its end or a blank, which is what most tokens are: gives the value as zahl_wert would, and
+/// the length of the token; 0 if the text begins otherwise.
+[[nodiscard]] std::size_t read_plain_decimal(std::string_view text, double& value);
+
 /// A value by format mask ("####0.0"): "#" is an optional digit, "0" a required one, "." the
 /// decimal point, which stands even without a digit behind it. Rounds half away from zero on the
 /// shortest decimal that reads back to the value; a result of zero has no minus sign. Pads with

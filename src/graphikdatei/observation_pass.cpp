@@ -1,6 +1,7 @@
 #include "graphikdatei/observation_pass.h"
 
 #include <cstdlib>
+#include <optional>
 #include <utility>
 
 #include "graphikdatei/part_filter.h"
@@ -33,25 +34,30 @@ SlotValues backward_values(LineRow& row) {
     return {row.lin_ev_rueck, row.lin_nv_rueck, row.lin_ep_rueck};
 }
 
-/// Takes EV, NV and EP from tokens n to n + 2: the smallest EV and the largest NV and EP stay, and
-/// an EV below the limit hides the others.
-void beob_werte(Record& record, int n, double ev_grenze, SlotValues slot) {
-    if (!record.word(n).found()) {
+/// Test values of an observation; what its record lacks is absent.
+struct TestTriple {
+    std::optional<double> ev;
+    std::optional<double> nv;
+    std::optional<double> ep;
+};
+
+/// Takes them from tokens n to n + 2.
+TestTriple read_triple(Record& record, int n) {
+    return {record.optional_number(n), record.optional_number(n + 1),
+            record.optional_number(n + 2)};
+}
+
+/// The smallest EV and the largest NV and EP stay; an EV below the limit hides the others.
+void beob_werte(const TestTriple& triple, double ev_grenze, SlotValues slot) {
+    if (!triple.ev) {
         return;
     }
-    const double ev = record.number(n);
-    slot.ev = ev < slot.ev ? ev : slot.ev;
-    if (ev < ev_grenze) {
+    slot.ev = *triple.ev < slot.ev ? *triple.ev : slot.ev;
+    if (*triple.ev < ev_grenze) {
         return;
     }
-    if (record.word(n + 1).found()) {
-        const double nv = record.number(n + 1);
-        slot.nv = nv > slot.nv ? nv : slot.nv;
-    }
-    if (record.word(n + 2).found()) {
-        const double ep = record.number(n + 2);
-        slot.ep = ep > slot.ep ? ep : slot.ep;
-    }
+    slot.nv = triple.nv && *triple.nv > slot.nv ? *triple.nv : slot.nv;
+    slot.ep = triple.ep && *triple.ep > slot.ep ? *triple.ep : slot.ep;
 }
 
 LineCoordinates read_ends(Record& record) {
@@ -63,17 +69,19 @@ void set_both_classes(Session& session, const LineCoordinates& ends, std::int32_
     lin_klasse_setzen(session, ends.x2, ends.y2, -index);
 }
 
-void add_directed(Session& session, Record& record, std::int32_t index, std::int16_t type) {
+void add_directed(Session& session, const TestTriple& triple, std::int32_t index,
+                  std::int16_t type) {
     LineRow& row = session.lin[std::abs(index)];
     (index > 0 ? row.lin_typ_hin : row.lin_typ_rueck) = type;
-    beob_werte(record, 6, session.settings.stndwert,
+    beob_werte(triple, session.settings.stndwert,
                index > 0 ? forward_values(row) : backward_values(row));
 }
 
-void add_undirected(Session& session, Record& record, std::int32_t index, std::int16_t type) {
+void add_undirected(Session& session, const TestTriple& triple, std::int32_t index,
+                    std::int16_t type) {
     LineRow& row = session.lin[std::abs(index)];
     row.lin_typ_seite = type;
-    beob_werte(record, 6, session.settings.stndwert, undirected_values(row));
+    beob_werte(triple, session.settings.stndwert, undirected_values(row));
 }
 
 void add_orientation(Session& session, Record& record, const LineCoordinates& ends,
@@ -138,9 +146,15 @@ Kind vector_kind(const Record& record) {
                                                                          : Kind{};
 }
 
+/// The test values are read between asking for the rows and looking them up, so that the memory
+/// has the time to answer.
 void read_plain(Session& session, Record& record, Kind kind) {
     const LineCoordinates ends = read_ends(record);
-    const LineTable::Found found = session.lin.lin_suchen(ends);
+    const LineTable::Search search(session.lin, ends);
+    session.pu.prefetch(ends.x1, ends.y1);
+    session.pu.prefetch(ends.x2, ends.y2);
+    const TestTriple triple = kind.storage == Storage::ray ? TestTriple{} : read_triple(record, 6);
+    const LineTable::Found found = session.lin.lin_suchen(search);
     if (found.same) {
         return;
     }
@@ -153,9 +167,9 @@ void read_plain(Session& session, Record& record, Kind kind) {
     }
     set_both_classes(session, ends, found.index);
     if (kind.storage == Storage::directed) {
-        add_directed(session, record, found.index, kind.type);
+        add_directed(session, triple, found.index, kind.type);
     } else {
-        add_undirected(session, record, found.index, kind.type);
+        add_undirected(session, triple, found.index, kind.type);
     }
 }
 
@@ -165,7 +179,7 @@ void read_vector(Session& session, Record& record, const RecordSource& source) {
         std::swap(ends.x1, ends.x2);
         std::swap(ends.y1, ends.y2);
     }
-    const LineTable::Found found = session.lin.lin_suchen(ends);
+    const LineTable::Found found = session.lin.lin_suchen(LineTable::Search(session.lin, ends));
     if (found.same) {
         return;
     }
@@ -179,9 +193,9 @@ void read_vector(Session& session, Record& record, const RecordSource& source) {
     row.lin_typ_rueck = direction;
     if (record.word(14).found()) {
         const double ev_grenze = session.settings.stndwert;
-        beob_werte(record, 6, ev_grenze, forward_values(row));
-        beob_werte(record, 9, ev_grenze, undirected_values(row));
-        beob_werte(record, 12, ev_grenze, backward_values(row));
+        beob_werte(read_triple(record, 6), ev_grenze, forward_values(row));
+        beob_werte(read_triple(record, 9), ev_grenze, undirected_values(row));
+        beob_werte(read_triple(record, 12), ev_grenze, backward_values(row));
     }
 }
 
@@ -206,7 +220,7 @@ void beob_lesen(Session& session) {
     }
     const auto kind_of = choice == 1 ? horizontal_kind : choice == 2 ? height_kind : vector_kind;
     PartFilter part(session);
-    RecordSource source(working_path(session));
+    RecordSource source(working_path(session), choice == 1 ? "NODGR" : choice == 2 ? "NHGZ" : "NG");
     std::string_view line;
     while (source.next(line)) {
         Record record(line);

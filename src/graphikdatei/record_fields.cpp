@@ -5,6 +5,16 @@
 
 namespace veldra {
 
+RecordSource::RecordSource(const std::string& path, std::string_view initials)
+    : path_(path), reader_(path) {
+    for (std::size_t byte = 0; byte < wanted_.size(); ++byte) {
+        const char c = upper_case(static_cast<char>(byte));
+        // Blanks, NULs and a quote may stand before a keyword.
+        wanted_[byte] =
+            c == ' ' || c == '\0' || c == '"' || initials.find(c) != std::string_view::npos;
+    }
+}
+
 FatalError RecordSource::error(int code, std::string_view field) const {
     return runtime_error_at(code, {path_, reader_.line_number(), to_utf8(field)});
 }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "graphikdatei/line_reader.h"
@@ -9,12 +11,22 @@
 
 namespace veldra {
 
-/// A file being read, for the place of an error.
+/// The records of a file that a pass may want, and the place of an error in it. Lines are told by
+/// their first character before they are cut into words.
 class RecordSource {
  public:
-    explicit RecordSource(const std::string& path) : path_(path), reader_(path) {}
+    /// `initials`: first letters of the wanted keywords, in upper case.
+    RecordSource(const std::string& path, std::string_view initials);
 
-    bool next(std::string_view& line) { return reader_.next(line); }
+    /// Moves to the next line that may be a wanted record; false at the end of the file.
+    bool next(std::string_view& line) {
+        while (reader_.next(line)) {
+            if (!line.empty() && wanted_[static_cast<unsigned char>(line.front())]) {
+                return true;
+            }
+        }
+        return false;
+    }
 
     /// The run-time error `code` at the line read last.
     [[nodiscard]] FatalError error(int code, std::string_view field) const;
@@ -24,6 +36,7 @@ class RecordSource {
  private:
     std::string path_;
     LineReader reader_;
+    std::array<bool, 256> wanted_{};
 };
 
 /// A flag of a value record: 0 if absent, the integer of a token of one character, 1 for any

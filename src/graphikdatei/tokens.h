@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace veldra {
@@ -48,8 +49,8 @@ class TokenCursor {
         return quoted(at + 1);
     }
 
-    /// Position behind the token read last, its closing quote included.
-    [[nodiscard]] std::size_t position() const { return at_; }
+    /// The next token if it is a plain decimal, in one scan; nothing happens otherwise.
+    bool next_plain_decimal(Word& word, double& value);
 
  private:
     static bool is_separator(char c) { return c == ' ' || c == '\0'; }
@@ -88,8 +89,10 @@ class Record {
     /// Token `n` from 2 on. Tokens are found one after another and kept, so asking for a later one
     /// finds those before it too.
     [[nodiscard]] Word word(int n);
+    /// Token `n` as a number; none if it is missing.
+    [[nodiscard]] std::optional<double> optional_number(int n);
     /// Token `n` as a number, 0 if it is missing.
-    [[nodiscard]] double number(int n);
+    [[nodiscard]] double number(int n) { return optional_number(n).value_or(0.0); }
 
     /// There is something behind the keyword, be it blanks only.
     [[nodiscard]] bool has_rest() const { return rest_begin_ <= line_.size(); }
@@ -106,6 +109,8 @@ class Record {
         std::uint16_t size;
         std::uint16_t status;
     };
+
+    void keep(const Word& word);
 
     std::string_view line_;
     TokenCursor cursor_;

@@ -17,7 +17,7 @@ class FlatIndex {
             return 0;
         }
         const std::uint32_t tag = tag_of(hash);
-        for (std::size_t at = hash & mask_;; at = (at + 1) & mask_) {
+        for (std::size_t at = tag & mask_;; at = (at + 1) & mask_) {
             const Slot& slot = slots_[at];
             if (slot.row == 0) {
                 return 0;
@@ -35,10 +35,10 @@ class FlatIndex {
             grow();
         }
         const std::uint32_t tag = tag_of(hash);
-        for (std::size_t at = hash & mask_;; at = (at + 1) & mask_) {
+        for (std::size_t at = tag & mask_;; at = (at + 1) & mask_) {
             Slot& slot = slots_[at];
             if (slot.row == 0) {
-                slot = {hash, tag, row};
+                slot = {tag, row};
                 ++used_;
                 return;
             }
@@ -52,7 +52,7 @@ class FlatIndex {
     /// Loads the cache line that a look-up of `hash` will touch first.
     void prefetch(std::uint64_t hash) const {
         if (!slots_.empty()) {
-            __builtin_prefetch(&slots_[hash & mask_]);
+            __builtin_prefetch(&slots_[tag_of(hash) & mask_]);
         }
     }
 
@@ -63,8 +63,8 @@ class FlatIndex {
     }
 
  private:
+    /// The tag is all of the hash that is kept: it gives the place and tells most keys apart.
     struct Slot {
-        std::uint64_t hash = 0;
         std::uint32_t tag = 0;
         std::int32_t row = 0;
     };
@@ -79,7 +79,7 @@ class FlatIndex {
         mask_ = slots_.size() - 1;
         for (const Slot& slot : old) {
             if (slot.row != 0) {
-                std::size_t at = slot.hash & mask_;
+                std::size_t at = slot.tag & mask_;
                 while (slots_[at].row != 0) {
                     at = (at + 1) & mask_;
                 }

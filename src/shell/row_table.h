@@ -55,7 +55,7 @@ class RowTable {
     }
 
  private:
-    static constexpr std::size_t block_bits = 10;
+    static constexpr std::size_t block_bits = 8;
     static constexpr std::size_t block_size = std::size_t{1} << block_bits;
     static constexpr std::size_t block_mask = block_size - 1;
 

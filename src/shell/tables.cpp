@@ -56,7 +56,7 @@ LineKey::LineKey(const LineCoordinates& ends) {
     if (!fits) {
         auto text = std::make_shared<LongText>();
         for (std::size_t i = 0; i < values.size(); ++i) {
-            text->fields[i] = zahl_text(values[i], key_mask, " ");
+            (*text)[i] = zahl_text(values[i], key_mask, " ");
         }
         long_text_ = std::move(text);
     }
@@ -65,41 +65,31 @@ LineKey::LineKey(const LineCoordinates& ends) {
 std::string LineKey::text() const {
     std::string text;
     for (std::size_t i = 0; i < centimetres_.size(); ++i) {
-        text += long_text_ ? long_text_->fields[i] : centimetre_field(centimetres_[i]);
+        text += long_text_ ? (*long_text_)[i] : centimetre_field(centimetres_[i]);
     }
     return text;
 }
 
-LineCoordinates LineKey::coordinates() const {
-    if (long_text_) {
-        const std::string whole = text();
-        return {field_value(whole, 0), field_value(whole, field_width),
-                field_value(whole, 2 * field_width), field_value(whole, 3 * field_width)};
+std::string LineKey::reversed_text() const {
+    std::string text;
+    for (const std::size_t i : {2U, 3U, 0U, 1U}) {
+        text += long_text_ ? (*long_text_)[i] : centimetre_field(centimetres_[i]);
     }
-    const auto metres = [](std::int64_t centimetres) {
-        return static_cast<double>(centimetres) / 100.0;
-    };
-    return {metres(centimetres_[0]), metres(centimetres_[1]), metres(centimetres_[2]),
-            metres(centimetres_[3])};
+    return text;
+}
+
+LineCoordinates LineKey::read_back() const {
+    const std::string whole = text();
+    return {field_value(whole, 0), field_value(whole, field_width),
+            field_value(whole, 2 * field_width), field_value(whole, 3 * field_width)};
 }
 
 bool LineKey::ends_equal() const {
     if (long_text_) {
-        return long_text_->fields[0] + long_text_->fields[1] ==
-               long_text_->fields[2] + long_text_->fields[3];
+        const LongText& fields = *long_text_;
+        return fields[0] + fields[1] == fields[2] + fields[3];
     }
     return centimetres_[0] == centimetres_[2] && centimetres_[1] == centimetres_[3];
-}
-
-LineKey LineKey::reversed() const {
-    LineKey key;
-    key.centimetres_ = {centimetres_[2], centimetres_[3], centimetres_[0], centimetres_[1]};
-    if (long_text_) {
-        const auto& fields = long_text_->fields;
-        key.long_text_ =
-            std::make_shared<LongText>(LongText{{fields[2], fields[3], fields[0], fields[1]}});
-    }
-    return key;
 }
 
 std::uint64_t LineKey::symmetric_hash() const {
@@ -108,13 +98,6 @@ std::uint64_t LineKey::symmetric_hash() const {
                         static_cast<std::uint64_t>(centimetres_[i + 1]));
     };
     return mix_bits(end_hash(0) + end_hash(2));
-}
-
-bool operator==(const LineKey& a, const LineKey& b) {
-    if (a.long_text_ || b.long_text_) {
-        return a.text() == b.text();
-    }
-    return a.centimetres_ == b.centimetres_;
 }
 
 void derive_value_modes(ObjectSelection& obj) {
@@ -140,6 +123,12 @@ std::int32_t PointTable::punkt_finden(double rechts, double hoch) const {
     const std::uint64_t hash = point_hash(rechts, hoch);
     const std::int32_t value_row = value_index_.find(hash, matches);
     return value_row != 0 ? value_row : signature_index_.find(hash, matches);
+}
+
+void PointTable::prefetch(double rechts, double hoch) const {
+    const std::uint64_t hash = point_hash(rechts, hoch);
+    signature_index_.prefetch(hash);
+    value_index_.prefetch(hash);
 }
 
 std::int32_t PointTable::punkt_neu(double rechts, double hoch) {
@@ -189,37 +178,41 @@ std::int16_t punkt_klasse(const PointRow& point) {
                                      : std::int16_t{3};
 }
 
-LineTable::Found LineTable::lin_suchen(const LineCoordinates& ends) {
-    LineKey key(ends);
+LineTable::Found LineTable::lin_suchen(const Search& search) {
+    const LineKey& key = search.key_;
     if (key.ends_equal()) {
         return {0, true};
     }
-    const LineKey back = key.reversed();
-    const std::uint64_t hash = key.symmetric_hash();
+    if (!key.is_ordinary()) {
+        return suchen_long(key);
+    }
     const auto matches = [&](std::int32_t row) {
         const LineKey& other = (*this)[row].lin_schluessel;
-        return other == key || other == back;
+        return other.equals(key) || other.is_reverse_of(key);
     };
-    const std::int32_t row = key.is_ordinary() ? index_.find(hash, matches) : find_long(key, back);
+    const std::int32_t row = index_.find(search.hash_, matches);
     if (row != 0) {
-        return {(*this)[row].lin_schluessel == key ? row : -row, false};
+        return {(*this)[row].lin_schluessel.equals(key) ? row : -row, false};
     }
     const std::int32_t added = append();
-    if (key.is_ordinary()) {
-        index_.put(hash, added, matches);
-    } else {
-        long_rows_.emplace(key.text(), added);
-    }
-    (*this)[added].lin_schluessel = std::move(key);
+    (*this)[added].lin_schluessel = key;
+    index_.put(search.hash_, added, matches);
     return {added, false};
 }
 
-std::int32_t LineTable::find_long(const LineKey& key, const LineKey& back) const {
-    auto found = long_rows_.find(key.text());
-    if (found == long_rows_.end()) {
-        found = long_rows_.find(back.text());
+/// Keys longer than their fields are compared as texts: two divisions into fields may agree.
+LineTable::Found LineTable::suchen_long(const LineKey& key) {
+    const std::string text = key.text();
+    if (const auto found = long_rows_.find(text); found != long_rows_.end()) {
+        return {found->second, false};
     }
-    return found == long_rows_.end() ? 0 : found->second;
+    if (const auto found = long_rows_.find(key.reversed_text()); found != long_rows_.end()) {
+        return {-found->second, false};
+    }
+    const std::int32_t added = append();
+    (*this)[added].lin_schluessel = key;
+    long_rows_.emplace(text, added);
+    return {added, false};
 }
 
 void LineTable::clear() {

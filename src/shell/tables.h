@@ -78,21 +78,37 @@ class LineKey {
     /// The text, 44 characters in the ordinary case; "" for row 0.
     [[nodiscard]] std::string text() const;
     /// The coordinates as read back from the fields at positions 1, 12, 23, 34 of the text.
-    [[nodiscard]] LineCoordinates coordinates() const;
+    [[nodiscard]] LineCoordinates coordinates() const {
+        if (long_text_) {
+            return read_back();
+        }
+        const auto metres = [](std::int64_t centimetres) {
+            return static_cast<double>(centimetres) / 100.0;
+        };
+        return {metres(centimetres_[0]), metres(centimetres_[1]), metres(centimetres_[2]),
+                metres(centimetres_[3])};
+    }
     /// Both ends have the same key.
     [[nodiscard]] bool ends_equal() const;
-    /// The key with its ends exchanged.
-    [[nodiscard]] LineKey reversed() const;
+    /// The text with its ends exchanged.
+    [[nodiscard]] std::string reversed_text() const;
+    /// All coordinates fit their fields; the following three are for such keys only.
     [[nodiscard]] bool is_ordinary() const { return long_text_ == nullptr; }
+    [[nodiscard]] bool equals(const LineKey& other) const {
+        return centimetres_ == other.centimetres_;
+    }
+    [[nodiscard]] bool is_reverse_of(const LineKey& other) const {
+        return centimetres_[0] == other.centimetres_[2] &&
+               centimetres_[1] == other.centimetres_[3] &&
+               centimetres_[2] == other.centimetres_[0] && centimetres_[3] == other.centimetres_[1];
+    }
     /// A hash that is the same for a key and its reverse.
     [[nodiscard]] std::uint64_t symmetric_hash() const;
 
-    friend bool operator==(const LineKey& a, const LineKey& b);
-
  private:
-    struct LongText {
-        std::array<std::string, 4> fields;
-    };
+    using LongText = std::array<std::string, 4>;
+    [[nodiscard]] LineCoordinates read_back() const;
+
     std::array<std::int64_t, 4> centimetres_{};
     std::shared_ptr<const LongText> long_text_;
 };
@@ -191,6 +207,8 @@ class PointTable : public RowTable<PointRow> {
 
     /// The row with exactly these coordinates, the last if there are several; 0 if none.
     [[nodiscard]] std::int32_t punkt_finden(double rechts, double hoch) const;
+    /// Asks the memory for what punkt_finden of these coordinates will touch first.
+    void prefetch(double rechts, double hoch) const;
     /// Appends a row with the defaults and gives its index.
     std::int32_t punkt_neu(double rechts, double hoch);
     /// The row of exactly these coordinates, appended if there is none.
@@ -216,6 +234,19 @@ class LineTable : public RowTable<LineRow> {
     /// Number of rows whose record named a remote target.
     std::int32_t fernziel_anzahl = 0;
 
+    /// Two ends prepared for a search; making it asks the memory for the place of their row.
+    class Search {
+     public:
+        Search(const LineTable& table, const LineCoordinates& ends)
+            : key_(ends), hash_(key_.symmetric_hash()) {
+            table.index_.prefetch(hash_);
+        }
+
+     private:
+        friend class LineTable;
+        LineKey key_;
+        std::uint64_t hash_;
+    };
     /// Result of lin_suchen: the row, negative if the row runs the other way; 0 with `same`.
     struct Found {
         std::int32_t index = 0;
@@ -223,11 +254,11 @@ class LineTable : public RowTable<LineRow> {
     };
     /// The row between two ends, appended if there is none. Ends that agree to a centimetre are
     /// one point and give no row.
-    Found lin_suchen(const LineCoordinates& ends);
+    Found lin_suchen(const Search& search);
     void clear();
 
  private:
-    [[nodiscard]] std::int32_t find_long(const LineKey& key, const LineKey& back) const;
+    Found suchen_long(const LineKey& key);
 
     FlatIndex index_;
     std::unordered_map<std::string, std::int32_t> long_rows_;  ///< keys that overflow their fields
