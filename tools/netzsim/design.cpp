@@ -55,16 +55,17 @@ bool is_empty(const Circle& circle, const std::vector<Position>& points) {
 std::vector<Position> staggered_points(const Box& box, double spacing, double jitter,
                                        NormalSource& source) {
     const double row_height = spacing * std::sqrt(3.0) / 2.0;
+    const int rows = 1 + static_cast<int>((box.north_max - box.north_min) / row_height);
     std::vector<Position> points;
-    bool shifted = false;
-    for (double north = box.north_min; north <= box.north_max; north += row_height) {
-        const double first = box.east_min + (shifted ? spacing / 2.0 : 0.0);
-        for (double east = first; east <= box.east_max; east += spacing) {
-            const double moved_east = east + source.uniform(-jitter, jitter);
+    for (int row = 0; row < rows; ++row) {
+        const double north = box.north_min + row * row_height;
+        const double first = box.east_min + (row % 2 == 1 ? spacing / 2.0 : 0.0);
+        const int columns = 1 + static_cast<int>((box.east_max - first) / spacing);
+        for (int column = 0; column < columns; ++column) {
+            const double east = first + column * spacing + source.uniform(-jitter, jitter);
             const double moved_north = north + source.uniform(-jitter, jitter);
-            points.push_back({millimetres(moved_east), millimetres(moved_north), 0.0});
+            points.push_back({millimetres(east), millimetres(moved_north), 0.0});
         }
-        shifted = !shifted;
     }
     return points;
 }
@@ -90,6 +91,7 @@ std::vector<Edge> triangulate(const std::vector<Position>& points, double longes
         }
     }
     std::vector<Edge> edges;
+    edges.reserve(found.size());
     for (const auto& [from, to] : found) {
         edges.push_back({from, to});
     }

@@ -64,6 +64,7 @@ double zenith_angle(const Position& from, const Position& to) {
 
 void simulate(Network& network, NormalSource& source) {
     std::vector<double> orientations;
+    orientations.reserve(static_cast<std::size_t>(network.sets));
     for (int set = 0; set < network.sets; ++set) {
         orientations.push_back(source.uniform(0.0, 2.0 * std::numbers::pi));
     }

@@ -15,14 +15,22 @@ namespace {
 
 constexpr double kGon = std::numbers::pi / 200.0;
 
+/// Four points with all six distances and both directions of each.
 Network square_with_plane_observations() {
     Network network;
     network.truth = {{1000.04, 2000.03, 50.0},
                      {1500.02, 2010.04, 55.0},
                      {1490.01, 2490.03, 61.0},
                      {1010.03, 2505.02, 58.0}};
-    NormalSource source(1);
-    plan_plane_observations(network, triangulate(network.truth, 900.0), PlaneAccuracy(), source);
+    network.sets = 4;
+    const PlaneAccuracy accuracy;
+    for (int from = 0; from < 4; ++from) {
+        for (int to = from + 1; to < 4; ++to) {
+            network.observations.push_back(distance_between(network, from, to, accuracy));
+            network.observations.push_back(direction_between(network, from, to, accuracy));
+            network.observations.push_back(direction_between(network, to, from, accuracy));
+        }
+    }
     return network;
 }
 

@@ -289,8 +289,10 @@ SlopeCampaign make_slope(NormalSource& source) {
         Station station{fmt::format("52081{:05d}", 701 + i), 1, static_cast<int>(i % 4)};
         if (distance > 2200.0) {
             station.control = true;
-            station.kind_plane = 0;
-            station.label = fmt::format("52080{:03d}00", 71 + slope.datum.size());
+            if (i % 3 == 0) {
+                station.kind_plane = 0;
+                station.label = fmt::format("52080{:03d}00", 71 + slope.datum.size());
+            }
             slope.datum.push_back(static_cast<int>(i));
         }
         slope.points.stations.push_back(station);
@@ -329,7 +331,7 @@ void write_deformation_part(GraphicWriter& writer, NormalSource& source) {
     Paper sheets = paper(drawn.positions, 10000, 2);
     sheets.legend = 2;
     sheets.sheets_across = 2;
-    sheets.sheets_up = 2;
+    sheets.sheets_up = 3;
     writer.paper(sheets);
     writer.record("TITEL2", "Rutschhang: Änderungen gegen die Nullmessung 1995");
     writer.record("TITEL3", fmt::format("Freie Ausgleichung jeder Epoche auf {} Stützpunkte",

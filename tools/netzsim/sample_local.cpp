@@ -11,7 +11,7 @@ namespace veldra::netzsim {
 namespace {
 
 constexpr double kLength = 180.0;
-constexpr double kField = 30.0;
+constexpr int kFields = 6;
 constexpr double kHalfWidth = 6.0;
 constexpr int kPlanScale = 500;
 
@@ -58,11 +58,11 @@ Bridge make_bridge() {
         }
         add_point(bridge, place[0], place[1], 71.5 + number * 0.4, station);
     }
-    number = 0;
-    for (double along = 0.0; along <= kLength; along += kField) {
-        ++number;
-        add_point(bridge, along, -kHalfWidth, 84.2, {fmt::format("{} L", 100 + number), 1, 2});
-        add_point(bridge, along, kHalfWidth, 84.2, {fmt::format("{} R", 100 + number), 1, 2});
+    for (int section = 0; section <= kFields; ++section) {
+        const double along = section * kLength / kFields;
+        const int name = 101 + section;
+        add_point(bridge, along, -kHalfWidth, 84.2, {fmt::format("{} L", name), 1, 2});
+        add_point(bridge, along, kHalfWidth, 84.2, {fmt::format("{} R", name), 1, 2});
     }
     for (const double along : {60.0, 120.0}) {
         const char* side = along < 90.0 ? "West" : "Ost";
