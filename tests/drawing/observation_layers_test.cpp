@@ -87,7 +87,7 @@ TEST_F(ObservationLayersTest, EndsGetDotsWithoutSignatures) {
     add_line(session, {1000, 2000, 1100, 2000});
     EXPECT_EQ(plain(), pen(2, 1, 0) + Lines{"Line 0 0 50 0"} + pen(2, 1, 0) +
                            Lines{"Line 50 0 100 0"} + dot_pen() +
-                           Lines{"Circle 0 0 0.15", "Circle 100 0 0.15"} + Lines{"DrawStyle 0"});
+                           (Lines{"Circle 0 0 0.15", "Circle 100 0 0.15"}) + Lines{"DrawStyle 0"});
 }
 
 TEST_F(ObservationLayersTest, HorizontalFormLeavesOrientationsOut) {
@@ -137,7 +137,7 @@ TEST_F(ObservationLayersTest, ThirdWithNegativeTypeKeepsThePenOfThePieceBefore) 
     row.lin_typ_seite = -1;
     row.lin_typ_rueck = -1;
     EXPECT_EQ(tested(), pen(0, 2, rgb(0, 255, 0)) +
-                            Lines{"Line 0.15 0 30 0", "Line 30 0 60 0", "Line 60 0 89.85 0"});
+                            (Lines{"Line 0.15 0 30 0", "Line 30 0 60 0", "Line 60 0 89.85 0"}));
 }
 
 TEST_F(ObservationLayersTest, TestByNvAndEpTakesTheirValues) {
@@ -161,11 +161,12 @@ TEST_F(ObservationLayersTest, TestedObservationHasNoStrokeAndGetsDots) {
 }
 
 TEST_F(ObservationLayersTest, OrientationDrawsSolidAndDottedHalfAndItsName) {
+    session.settings.punsigscr[3] = 50;
     LineRow& row = add_line(session, {1000, 2000, 1600, 2800});
     row.lin_typ_seite = 10;
     row.lin_fernziel.set(" Turm ");
     // 20 m along (0.6, 0.8); 53.13 degrees.
-    EXPECT_EQ(orientations(), pen(0, 1, 0) + Lines{"Line 0.09 0.12 6 8"} + pen(2, 1, 0) +
+    EXPECT_EQ(orientations(), pen(0, 1, 0) + Lines{"Line 0.3 0.4 6 8"} + pen(2, 1, 0) +
                                   Lines{"Line 6 8 12 16"} + Lines{"TextRotated 'Turm' 531 11"} +
                                   Lines{"DrawStyle 0"});
     const auto& text = std::get<operation::TextRotated>(target.operations()[8]);

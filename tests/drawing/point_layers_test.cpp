@@ -114,8 +114,8 @@ TEST_F(PointLayersTest, OnlyDotsAndBlankLabelsRemainWithLabelsAndSignaturesOff) 
     add_point(session, 1030, 2020).pu_bez = "B";
     end_points(session);
     EXPECT_EQ(labels(),
-              dot_pen() + Lines{"Label lbl_pubez 1 '    ' 11.2 20 4 2", "Circle 10 20 0.15",
-                                "Label lbl_pubez 2 '    ' 31.2 20 4 2", "Circle 30 20 0.15"});
+              dot_pen() + (Lines{"Label lbl_pubez 1 '    ' 11.2 20 4 2", "Circle 10 20 0.15",
+                                 "Label lbl_pubez 2 '    ' 31.2 20 4 2", "Circle 30 20 0.15"}));
 }
 
 TEST_F(PointLayersTest, LabelIsAnnouncedWithFontAndColour) {
