@@ -202,11 +202,18 @@ class Orientations : public ObservationLayer {
     void draw() {
         const std::optional<TargetBox> ground = surface_.visible_ground();
         const double margin = ground ? reach() : 0;
+        bool follows_hidden_row = false;
         for (const std::int32_t i : index_.orientations()) {
             const LineRow& row = session_.lin[i];
-            if (!ground || is_near(*ground, row, margin)) {
-                draw_row(row);
+            if (ground && !is_near(*ground, row, margin)) {
+                follows_hidden_row = true;
+                continue;
             }
+            if (follows_hidden_row && obj_.obj_pusi == 0) {
+                surface_.style(dotted);  // a dot is outlined in the style of the stub before
+                follows_hidden_row = false;
+            }
+            draw_row(row);
         }
         surface_.style(solid);
     }
