@@ -387,14 +387,6 @@ TEST(Circle, AHugeCircleAroundThePictureFillsIt) {
     EXPECT_EQ(sheet.at(0, 9), red);
 }
 
-TEST(BlendPixel, EndsAreExact) {
-    std::uint32_t pixel = 0xffc08040U;
-    veldra::blend_pixel(pixel, 0xff102030U, 0);
-    EXPECT_EQ(pixel, 0xffc08040U);
-    veldra::blend_pixel(pixel, 0xff102030U, 255);
-    EXPECT_EQ(pixel, 0xff102030U);
-}
-
 TEST(ClipToBox, LeavesEndsInsideAlone) {
     PixelPoint a{1, 2};
     PixelPoint b{20, 2};

@@ -117,6 +117,37 @@ TEST_F(RasterTargetTest, CircleIsOutlinedAndFilled) {
     EXPECT_FALSE(is_white(108, 74));
 }
 
+TEST_F(RasterTargetTest, EllipseHasThePixelsOfItsSegments) {
+    for (const double a : {0.4, 3.0, 20.0, 60.0}) {
+        for (const std::int16_t width : {std::int16_t{1}, std::int16_t{3}}) {
+            EllipseCurve curve;
+            curve.x = 3500100.3;
+            curve.y = 5600070.7;
+            curve.origin_x = 3500000;
+            curve.origin_y = 5600000;
+            curve.a = a;
+            curve.b = a / 3;
+            curve.sine = 0.6;
+            curve.cosine = 0.8;
+            image_.fill(Qt::white);
+            {
+                RasterTarget target(image_, mapping());
+                target.DrawWidth(width);
+                target.DrawingTarget::Ellipse(curve);
+            }
+            const QImage segments = image_.copy();
+            image_.fill(Qt::white);
+            {
+                RasterTarget target(image_, mapping());
+                target.DrawWidth(width);
+                target.Ellipse(curve);
+            }
+            EXPECT_EQ(image_, segments) << a << ' ' << width;
+            EXPECT_FALSE(painted().isNull());
+        }
+    }
+}
+
 TEST_F(RasterTargetTest, TextBeginsAtTheTipOrEndsThere) {
     RasterTarget target(image_, mapping());
     target.Line(100.0F, 75.0F, 100.0F, 75.0F);
@@ -179,7 +210,9 @@ class LabelPainterTest : public RasterTargetTest {
 
     void paint(const std::vector<Label>& labels, const FontSpec& font = {},
                std::int32_t colour = 0) {
-        painter_.paint(image_, mapping(), labels, font, colour);
+        for (const Label& label : labels) {
+            painter_.paint(image_, mapping(), label, font, colour);
+        }
     }
 
     QtTextMeasurer measurer_;
@@ -188,7 +221,7 @@ class LabelPainterTest : public RasterTargetTest {
 
 TEST_F(LabelPainterTest, TextStandsInItsBox) {
     const Label text = label("1234567890", 20, 100);
-    paint({Label{}, text});
+    paint({text});
     const QRect box = painted();
     EXPECT_GE(box.left(), 20);
     EXPECT_LE(box.right(), 20 + static_cast<int>(text.width) + 1);
@@ -201,10 +234,10 @@ TEST_F(LabelPainterTest, TextStandsInItsBox) {
     EXPECT_NEAR(box.height(), 9.6, 1.1);
 }
 
-TEST_F(LabelPainterTest, ElementZeroHiddenAndBlankLabelsAreNotPainted) {
+TEST_F(LabelPainterTest, HiddenAndBlankLabelsAreNotPainted) {
     Label hidden = label("hidden", 20, 50);
     hidden.visible = false;
-    paint({label("sample", 20, 100), hidden, label("    ", 40, 80), label("", 40, 60)});
+    paint({hidden, label("    ", 40, 80), label("", 40, 60)});
     EXPECT_TRUE(painted().isNull());
 }
 
@@ -212,7 +245,7 @@ TEST_F(LabelPainterTest, ColourAndUnderline) {
     FontSpec font;
     font.underline = -1;
     const Label text = label("lll", 20, 100);
-    paint({Label{}, text}, font, 0x0000FF);
+    paint({text}, font, 0x0000FF);
     bool whole_row = false;
     for (int y = 0; y < image_.height(); ++y) {
         int red = 0;
@@ -225,7 +258,7 @@ TEST_F(LabelPainterTest, ColourAndUnderline) {
 }
 
 TEST_F(LabelPainterTest, LabelsAtTheEdgesAreCut) {
-    std::vector<Label> labels{Label{}};
+    std::vector<Label> labels;
     for (const float x : {-30.0F, -3.0F, 100.0F, 198.0F, 1e30F, -1e30F}) {
         for (const float y : {-5.0F, 3.0F, 80.0F, 149.0F, 160.0F, 1e30F, -1e30F}) {
             labels.push_back(label("Wgj12345", x, y));
@@ -237,15 +270,15 @@ TEST_F(LabelPainterTest, LabelsAtTheEdgesAreCut) {
 }
 
 TEST_F(LabelPainterTest, FontsAtTwoResolutionsScale) {
-    paint({Label{}, label("HHHHH", 10, 120)});
+    paint({label("HHHHH", 10, 120)});
     const int width = painted().width();
     image_.fill(Qt::white);
-    painter_.paint(image_, mapping(2.0), {Label{}, label("HHHHH", 10, 120)}, {}, 0);
+    painter_.paint(image_, mapping(2.0), label("HHHHH", 10, 120), {}, 0);
     EXPECT_NEAR(painted().width(), 2 * width, 2);
 }
 
 TEST_F(LabelPainterTest, UmlautsComeFromTheCodePage) {
-    paint({Label{}, label("\xC4\xD6\xDC\xDF", 10, 120)});
+    paint({label("\xC4\xD6\xDC\xDF", 10, 120)});
     EXPECT_GT(painted().width(), 25);
 }
 

@@ -17,25 +17,29 @@ namespace veldra {
 /// The letters of one font at one resolution as masks, made when first needed.
 class GlyphMasks {
  public:
-    /// One pixel that a letter touches, counted from the pen's place on the base line.
-    struct Dot {
-        std::int16_t x;
-        std::int16_t y;
-        std::uint32_t alpha;
+    /// Four pixels of a row, of which the letter touches one at least; counted from the pen's
+    /// place on the base line.
+    struct Quad {
+        int x;
+        int y;
+        std::array<std::uint16_t, 4> share;  ///< of the colour, 0 to 256
     };
     struct Mask {
-        std::vector<Dot> dots;
-        int left = 0;  ///< box of the dots; empty if right < left
-        int right = -1;
+        std::vector<Quad> quads;
+        int left = 0;  ///< box of the quads
+        int right = 0;
         int top = 0;
-        int bottom = -1;
+        int bottom = 0;
     };
     /// A letter starts at one of this many places within a pixel.
     static constexpr int phases = 4;
 
-    GlyphMasks(const FontSpec& font, double device_pixel_ratio);
+    GlyphMasks(const FontSpec& font, const FaceMetrics& face, double device_pixel_ratio);
     const Mask& mask(unsigned char byte, int phase);
     [[nodiscard]] const FontSpec& font() const { return font_; }
+    [[nodiscard]] const FaceMetrics& face() const { return face_; }
+    /// Of the font, device pixels.
+    [[nodiscard]] double size() const { return size_; }
     [[nodiscard]] double device_pixel_ratio() const { return ratio_; }
     /// Rows of an underline, counted down from the base line.
     [[nodiscard]] int underline_top() const { return underline_top_; }
@@ -43,7 +47,9 @@ class GlyphMasks {
 
  private:
     FontSpec font_;
+    const FaceMetrics& face_;
     double ratio_;
+    double size_;
     int underline_top_ = 0;
     int underline_bottom_ = 0;
     std::array<std::unique_ptr<Mask>, std::size_t{256} * phases> masks_;
@@ -54,9 +60,9 @@ class LabelPainter {
  public:
     explicit LabelPainter(TextMeasurer& measurer) : measurer_(measurer) {}
 
-    /// Paints the visible labels of a table from element 1 on, in their order. `image` is
-    /// Format_RGB32; colour 0x00BBGGRR.
-    void paint(QImage& image, const PictureMapping& mapping, const std::vector<Label>& labels,
+    /// Paints a label if it is visible. `image` is Format_RGB32; colour 0x00BBGGRR. Fastest when
+    /// many labels of one font follow each other.
+    void paint(QImage& image, const PictureMapping& mapping, const Label& label,
                const FontSpec& font, std::int32_t colour);
 
  private:
@@ -64,6 +70,7 @@ class LabelPainter {
 
     TextMeasurer& measurer_;
     std::vector<std::unique_ptr<GlyphMasks>> fonts_;
+    GlyphMasks* last_ = nullptr;
 };
 
 }  // namespace veldra

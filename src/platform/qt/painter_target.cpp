@@ -119,6 +119,30 @@ void PainterTarget::Circle(float x, float y, float radius) {
     painter_.drawEllipse(centre, reach, reach);
 }
 
+void PainterTarget::Ellipse(const EllipseCurve& curve) {
+    // Branches 0 and 1 are the whole curve; the others would only draw it again.
+    QPolygonF outline;
+    const auto add = [&](std::size_t branch, std::size_t n) {
+        const EllipseCurve::Point p = curve.at(branch, n);
+        outline << to_device(static_cast<float>(p.x - curve.origin_x),
+                             static_cast<float>(p.y - curve.origin_y));
+    };
+    for (std::size_t n = EllipseAngles::count; n-- > 0;) {
+        add(0, n);
+    }
+    for (std::size_t n = 1; n < EllipseAngles::count; ++n) {
+        add(1, n);
+    }
+    const QRectF box = outline.boundingRect();
+    if (!is_finite(box.topLeft()) || !is_finite(box.bottomRight()) || box.left() < -far_out ||
+        box.right() > far_out || box.top() < -far_out || box.bottom() > far_out) {
+        return;
+    }
+    use_line_pen();
+    painter_.drawPolyline(outline);
+    position_ = outline.last();
+}
+
 void PainterTarget::TextRotated(std::string_view text, std::int32_t escapement, std::int32_t align,
                                 const FontSpec& font) {
     constexpr std::int32_t right_aligned = 2;

@@ -32,6 +32,7 @@ class PainterTarget final : public DrawingTarget {
     void FillColor(std::int32_t colour) override;
     void Line(float x1, float y1, float x2, float y2) override;
     void Circle(float x, float y, float radius) override;
+    void Ellipse(const EllipseCurve& curve) override;
     void TextRotated(std::string_view text, std::int32_t escapement, std::int32_t align,
                      const FontSpec& font) override;
     void LabelPlaced(LabelArray array, std::int32_t index, const Label& label, const FontSpec& font,

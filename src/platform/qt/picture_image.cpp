@@ -4,6 +4,7 @@
 #include <QImageWriter>
 #include <QSvgGenerator>
 
+#include "drawing/fonts.h"
 #include "drawing/pipeline.h"
 #include "platform/os/files.h"
 #include "platform/qt/painter_target.h"
@@ -15,24 +16,23 @@ namespace {
 
 constexpr int svg_resolution = 96;  // dots per inch: one unit is a logical pixel
 
-void print_labels(PainterTarget& target, const std::vector<Label>& labels, const FontSpec& font,
-                  std::int32_t colour) {
-    for (std::size_t i = 1; i < labels.size(); ++i) {
-        target.print_label(labels[i], font, colour);
+/// Hands over the labels that may be visible, from the lowest to the topmost.
+template <typename Visit>
+void visit_labels(const Session& session, Visit&& visit) {
+    const FontSpec district_font = district_label_font(session.settings);
+    const FontSpec point_font = point_label_font(session.settings);
+    for (std::size_t i = 1; i < session.lbl_nubez.size(); ++i) {
+        visit(session.lbl_nubez[i], district_font, session.settings.nubcolor);
+    }
+    for (const std::int32_t i : session.lbl_pubez_placed) {
+        if (static_cast<std::size_t>(i) < session.lbl_pubez.size()) {
+            visit(session.lbl_pubez[static_cast<std::size_t>(i)], point_font,
+                  session.settings.pubcolor);
+        }
     }
 }
 
 }  // namespace
-
-FontSpec point_label_font(const Settings& settings) {
-    return {settings.pubfon, static_cast<double>(settings.pubgrascr), settings.pubbol,
-            settings.pubita, settings.pubund};
-}
-
-FontSpec district_label_font(const Settings& settings) {
-    return {settings.nubfon, static_cast<double>(settings.nubgrascr), settings.nubbol,
-            settings.nubita, settings.nubund};
-}
 
 PictureMapping session_mapping(const Session& session, const QImage& image,
                                double device_pixel_ratio) {
@@ -60,11 +60,9 @@ void draw_layers(Session& session, TextMeasurer& measurer, UserInterface& ui, QI
 void draw_labels(const Session& session, LabelPainter& painter, QImage& image,
                  double device_pixel_ratio) {
     const PictureMapping mapping = session_mapping(session, image, device_pixel_ratio);
-    const Settings& settings = session.settings;
-    painter.paint(image, mapping, session.lbl_nubez, district_label_font(settings),
-                  settings.nubcolor);
-    painter.paint(image, mapping, session.lbl_fzbez, point_label_font(settings), settings.pubcolor);
-    painter.paint(image, mapping, session.lbl_pubez, point_label_font(settings), settings.pubcolor);
+    visit_labels(session, [&](const Label& label, const FontSpec& font, std::int32_t colour) {
+        painter.paint(image, mapping, label, font, colour);
+    });
 }
 
 QImage render_picture(Session& session, TextMeasurer& measurer, UserInterface& ui, QSize pixels,
@@ -111,10 +109,9 @@ QByteArray svg_bytes(Session& session, TextMeasurer& measurer, UserInterface& ui
                                 view.ansicht_hw_max - view.ansicht_hw_min + reach};
     PainterTarget target(painter, mapping, PainterTarget::Labels::leave_out);
     DrawAll(session, target, measurer, ui);
-    const Settings& settings = session.settings;
-    print_labels(target, session.lbl_nubez, district_label_font(settings), settings.nubcolor);
-    print_labels(target, session.lbl_fzbez, point_label_font(settings), settings.pubcolor);
-    print_labels(target, session.lbl_pubez, point_label_font(settings), settings.pubcolor);
+    visit_labels(session, [&](const Label& label, const FontSpec& font, std::int32_t colour) {
+        target.print_label(label, font, colour);
+    });
     if (!painter.end()) {
         throw FatalError("SVG kann nicht erzeugt werden.");
     }

@@ -15,11 +15,6 @@ constexpr QRgb picture_background = qRgb(255, 250, 240);
 /// A logical pixel of the picture.
 constexpr double twips_per_pixel = 15;
 
-/// The font of the point labels on the screen.
-[[nodiscard]] FontSpec point_label_font(const Settings& settings);
-/// The font of the numbering district labels on the screen.
-[[nodiscard]] FontSpec district_label_font(const Settings& settings);
-
 /// The mapping of the session's view to a picture of this size.
 [[nodiscard]] PictureMapping session_mapping(const Session& session, const QImage& image,
                                              double device_pixel_ratio);

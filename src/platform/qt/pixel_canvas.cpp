@@ -11,6 +11,8 @@ namespace {
 constexpr double fixed_one = 4294967296.0;  // 32 binary places
 /// Beyond so many pixels from its start the pattern of a thick line cannot be followed.
 constexpr double farthest_pattern = 1e12;
+/// A thick line shorter than this, in pixels, is drawn as its ends.
+constexpr double shortest_direction = 0.5;
 
 bool contains(const PixelBox& box, const PixelPoint& p) {
     return p.x >= box.xmin && p.x <= box.xmax && p.y >= box.ymin && p.y <= box.ymax;
@@ -160,6 +162,18 @@ void add_disc(RowRange& range, const PixelPoint& p, double radius, double y) {
 
 enum class Ends { flat, round };
 
+/// The pixels of a row whose centres lie in a range; the range must lie near the picture.
+void fill_near(std::uint32_t* line, int width, const RowRange& range, std::uint32_t colour) {
+    const double left = std::max(range.left, 0.0);
+    const double right = std::min<double>(range.right, width);
+    if (left < right) {
+        std::uint32_t* const end = line + whole_above(right - 0.5);
+        for (std::uint32_t* pixel = line + whole_above(left - 0.5); pixel < end; ++pixel) {
+            *pixel = colour;
+        }
+    }
+}
+
 /// The ends must lie near the picture.
 void fill_thick(const PixelCanvas& canvas, const PixelPoint& a, const PixelPoint& b, double half,
                 std::uint32_t colour, Ends ends) {
@@ -174,14 +188,20 @@ void fill_thick(const PixelCanvas& canvas, const PixelPoint& a, const PixelPoint
             add_disc(range, a, half, y);
             add_disc(range, b, half, y);
         }
-        const double left = std::max(range.left, 0.0);
-        const double right = std::min<double>(range.right, canvas.width);
-        if (left < right) {
-            std::uint32_t* const end = line + whole_above(right - 0.5);
-            for (std::uint32_t* pixel = line + whole_above(left - 0.5); pixel < end; ++pixel) {
-                *pixel = colour;
-            }
-        }
+        fill_near(line, canvas.width, range, colour);
+    }
+}
+
+/// A line too short for a direction: the discs around its ends.
+void fill_discs(const PixelCanvas& canvas, const PixelPoint& a, const PixelPoint& b, double half,
+                std::uint32_t colour) {
+    const int first = std::max(whole_above(std::min(a.y, b.y) - half - 0.5), 0);
+    const int last = std::min(whole_above(std::max(a.y, b.y) + half - 0.5), canvas.height) - 1;
+    for (int row = first; row <= last; ++row) {
+        RowRange range;
+        add_disc(range, a, half, row + 0.5);
+        add_disc(range, b, half, row + 0.5);
+        fill_near(canvas.pixels + row * canvas.stride, canvas.width, range, colour);
     }
 }
 
@@ -303,16 +323,15 @@ void draw_thin_line(const PixelCanvas& canvas, PixelPoint a, PixelPoint b, std::
     const double dx = b.x - a.x;
     const double dy = b.y - a.y;
     const PixelPoint start = a;
+    const PixelPoint end = b;
     if ((!contains(box, a) || !contains(box, b)) && !clip_to_box(box, a, b)) {
         return;
     }
     const bool steep = std::abs(dy) > std::abs(dx);
-    if (std::abs(dx) < 1 && std::abs(dy) < 1) {
-        // Too short for a direction: the pixels of its ends, which are neighbours.
+    if (is_short(start, end)) {
         for (const PixelPoint& p : {a, b}) {
             if (p.x < canvas.width && p.y < canvas.height) {
-                canvas.pixels[static_cast<int>(p.y) * canvas.stride + static_cast<int>(p.x)] =
-                    colour;
+                mark_pixel(canvas, p, colour);
             }
         }
         return;
@@ -344,7 +363,11 @@ void draw_thick_line(const PixelCanvas& canvas, PixelPoint a, PixelPoint b, int 
     if ((!contains(box, a) || !contains(box, b)) && !clip_to_box(box, a, b)) {
         return;
     }
-    if (dot <= 0 || major == 0) {
+    if (major < shortest_direction) {
+        fill_discs(canvas, a, b, half, colour);
+        return;
+    }
+    if (dot <= 0) {
         fill_thick(canvas, a, b, half, colour, Ends::round);
         return;
     }

@@ -33,19 +33,18 @@ struct PixelBox {
 /// if it lies outside. Ends inside stay as they are. Coordinates must be finite.
 bool clip_to_box(const PixelBox& box, PixelPoint& a, PixelPoint& b);
 
-/// Mixes `colour` into a pixel; `alpha` from 0 (nothing) to 255 (all).
-inline void blend_pixel(std::uint32_t& pixel, std::uint32_t colour, std::uint32_t alpha) {
-    const std::uint32_t share = alpha + (alpha >> 7U);
-    const std::uint32_t rest = 256U - share;
-    const std::uint32_t red_blue =
-        ((pixel & 0xff00ffU) * rest + (colour & 0xff00ffU) * share) >> 8U & 0xff00ffU;
-    const std::uint32_t green =
-        ((pixel & 0xff00U) * rest + (colour & 0xff00U) * share) >> 8U & 0xff00U;
-    pixel = 0xff000000U | red_blue | green;
-}
-
 /// Fills the pixels of a row whose centres lie in [left, right).
 void fill_row(const PixelCanvas& canvas, int row, double left, double right, std::uint32_t colour);
+
+/// Sets the pixel at a place, which must lie in the picture.
+inline void mark_pixel(const PixelCanvas& canvas, const PixelPoint& p, std::uint32_t colour) {
+    canvas.pixels[static_cast<int>(p.y) * canvas.stride + static_cast<int>(p.x)] = colour;
+}
+
+/// A thin line is too short for a direction: it is the pixels of its ends, which are neighbours.
+inline bool is_short(const PixelPoint& a, const PixelPoint& b) {
+    return b.x - a.x < 1 && a.x - b.x < 1 && b.y - a.y < 1 && a.y - b.y < 1;
+}
 
 /// A line one pixel wide, both end pixels included; the same pixels in either direction.
 /// With `dot` above 0, `dot` pixels on and `dot` pixels off in turn, counted from `a` along the

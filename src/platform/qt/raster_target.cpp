@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "platform/qt/qt_font.h"
@@ -69,14 +70,61 @@ void RasterTarget::Line(float x1, float y1, float x2, float y2) {
     const PixelPoint a = mapping_.to_pixel(x1, y1);
     const PixelPoint b = mapping_.to_pixel(x2, y2);
     position_ = b;
-    if (!std::isfinite(a.x + a.y) || !std::isfinite(b.x + b.y)) {
-        return;
+    if (std::isfinite(a.x + a.y) && std::isfinite(b.x + b.y)) {
+        stroke(a, b);
     }
+}
+
+void RasterTarget::stroke(const PixelPoint& a, const PixelPoint& b) {
     if (pen_width_ == 1) {
         draw_thin_line(canvas_, a, b, pen_, dotted_ ? dot_ : 0);
     } else {
         draw_thick_line(canvas_, a, b, pen_width_, pen_, dotted_ ? dot_ : 0);
     }
+}
+
+void RasterTarget::Ellipse(const EllipseCurve& curve) {
+    const PixelPoint centre = mapping_.to_pixel(static_cast<float>(curve.x - curve.origin_x),
+                                                static_cast<float>(curve.y - curve.origin_y));
+    const double reach = (std::abs(curve.a) + std::abs(curve.b)) *
+                             std::max(mapping_.pixels_per_metre_x, mapping_.pixels_per_metre_y) +
+                         pen_width_ + 2;
+    if (centre.x + reach < 0 || centre.x - reach > canvas_.width || centre.y + reach < 0 ||
+        centre.y - reach > canvas_.height) {
+        return;
+    }
+    const bool inside = centre.x - reach > 0 && centre.x + reach < canvas_.width &&
+                        centre.y - reach > 0 && centre.y + reach < canvas_.height;
+    const bool crisp = inside && pen_width_ == 1 && !dotted_;
+    const EllipseAngles& angles = drawing_angles();
+    const auto to_pixel = [&](double x, double y) {
+        return mapping_.to_pixel(static_cast<float>(x - curve.origin_x),
+                                 static_cast<float>(y - curve.origin_y));
+    };
+    std::array<PixelPoint, 4> from;
+    for (std::size_t n = 0; n < EllipseAngles::count; ++n) {
+        // The four points of EllipseCurve::at, which have their products in common.
+        const double u = angles.cosine[n] * curve.a;
+        const double v = angles.sine[n] * curve.b;
+        const double us = u * curve.sine;
+        const double uc = u * curve.cosine;
+        const double vs = v * curve.sine;
+        const double vc = v * curve.cosine;
+        const std::array<PixelPoint, 4> to{to_pixel(curve.x + us - vc, curve.y + uc + vs),
+                                           to_pixel(curve.x + us + vc, curve.y + uc - vs),
+                                           to_pixel(curve.x - us - vc, curve.y - uc + vs),
+                                           to_pixel(curve.x - us + vc, curve.y - uc - vs)};
+        for (std::size_t branch = 0; n > 0 && branch < to.size(); ++branch) {
+            if (crisp && is_short(from[branch], to[branch])) {
+                mark_pixel(canvas_, from[branch], pen_);
+                mark_pixel(canvas_, to[branch], pen_);
+            } else {
+                stroke(from[branch], to[branch]);
+            }
+        }
+        from = to;
+    }
+    position_ = from.back();
 }
 
 const CircleSprite& RasterTarget::sprite(const CircleStyle& style) {

@@ -1,0 +1,107 @@
+#include "platform/qt/picture_widget.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/qt/picture_image.h"
+
+namespace veldra {
+
+PictureWidget::PictureWidget(const Session& session, TextMeasurer& measurer, QWidget* parent)
+    : QWidget(parent), session_(session), measurer_(measurer), labels_(measurer) {
+    setObjectName(QStringLiteral("pic_torvel"));
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setMouseTracking(true);
+    setMinimumSize(64, 64);
+}
+
+QSize PictureWidget::device_size() const {
+    const double ratio = devicePixelRatioF();
+    return {std::max(1, static_cast<int>(std::lround(width() * ratio))),
+            std::max(1, static_cast<int>(std::lround(height() * ratio)))};
+}
+
+void PictureWidget::redraw(Session& session, UserInterface& ui) {
+    ratio_ = devicePixelRatioF();
+    layers_ = empty_picture(device_size(), ratio_);
+    draw_layers(session, measurer_, ui, layers_, ratio_);
+    repaint_labels();
+}
+
+void PictureWidget::repaint_labels() {
+    if (layers_.isNull()) {
+        return;
+    }
+    shown_ = layers_.copy();
+    draw_labels(session_, labels_, shown_, ratio_);
+    shown_.setDevicePixelRatio(ratio_);
+    update();
+}
+
+void PictureWidget::show_unfinished() {
+    shown_ = layers_.copy();
+    shown_.setDevicePixelRatio(ratio_);
+    update();
+}
+
+void PictureWidget::clear() {
+    layers_ = QImage();
+    shown_ = QImage();
+    update();
+}
+
+std::optional<PictureWidget::LabelHit> PictureWidget::label_at(const QPointF& place) const {
+    if (layers_.isNull()) {
+        return std::nullopt;
+    }
+    // In metres of ground from the lower left corner, as the labels are.
+    const PictureMapping mapping = session_mapping(session_, layers_, ratio_);
+    const double x = place.x() * ratio_ / mapping.pixels_per_metre_x;
+    const double y = (mapping.height - place.y() * ratio_) / mapping.pixels_per_metre_y;
+    const auto holds = [x, y](const Label& label) {
+        const double left = static_cast<double>(label.left);
+        const double top = static_cast<double>(label.top);
+        return label.visible && label.enabled && x >= left &&
+               x < left + static_cast<double>(label.width) && y <= top &&
+               y > top - static_cast<double>(label.height);
+    };
+    const auto& placed = session_.lbl_pubez_placed;
+    for (auto index = placed.rbegin(); index != placed.rend(); ++index) {
+        const auto i = static_cast<std::size_t>(*index);
+        if (i < session_.lbl_pubez.size() && holds(session_.lbl_pubez[i])) {
+            return LabelHit{LabelArray::lbl_pubez, *index};
+        }
+    }
+    for (std::size_t i = session_.lbl_nubez.size(); i-- > 1;) {
+        if (holds(session_.lbl_nubez[i])) {
+            return LabelHit{LabelArray::lbl_nubez, static_cast<std::int32_t>(i)};
+        }
+    }
+    return std::nullopt;
+}
+
+void PictureWidget::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    const QColor background(picture_background);
+    if (shown_.isNull()) {
+        painter.fillRect(event->rect(), background);
+        return;
+    }
+    const double ratio = shown_.devicePixelRatio();
+    if (width() * ratio > shown_.width() || height() * ratio > shown_.height()) {
+        painter.fillRect(event->rect(), background);
+    }
+    painter.drawImage(QPointF(0, 0), shown_);
+    if (ratio != devicePixelRatioF()) {
+        QMetaObject::invokeMethod(this, &PictureWidget::resolution_changed, Qt::QueuedConnection);
+    }
+}
+
+void PictureWidget::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    Q_EMIT resized();
+}
+
+}  // namespace veldra

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QImage>
+#include <QWidget>
+#include <cstdint>
+#include <optional>
+
+#include "drawing/label.h"
+#include "platform/qt/label_painter.h"
+#include "shell/session.h"
+#include "shell/user_interface.h"
+
+namespace veldra {
+
+/// The picture of the main window. It keeps the drawn layers as an image and paints the session's
+/// labels over it.
+class PictureWidget final : public QWidget {
+    Q_OBJECT
+
+ public:
+    PictureWidget(const Session& session, TextMeasurer& measurer, QWidget* parent);
+
+    /// A label under the mouse.
+    struct LabelHit {
+        LabelArray array = LabelArray::lbl_pubez;
+        std::int32_t index = 0;
+        bool operator==(const LabelHit&) const = default;
+    };
+
+    /// Draws the layers and labels of `session`, which is the one the picture was made with.
+    void redraw(Session& session, UserInterface& ui);
+    /// Paints the labels anew over the layers that are there.
+    void repaint_labels();
+    /// Shows the layers drawn so far, without labels, while a drawing is under way.
+    void show_unfinished();
+    /// Shows nothing but the background.
+    void clear();
+
+    /// The topmost visible and enabled label at a place in logical pixels.
+    [[nodiscard]] std::optional<LabelHit> label_at(const QPointF& place) const;
+
+    /// The picture as shown; null if there is none.
+    [[nodiscard]] const QImage& shown() const { return shown_; }
+
+ Q_SIGNALS:
+    void resized();
+    /// The window has moved to a screen of another resolution.
+    void resolution_changed();
+
+ protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+ private:
+    [[nodiscard]] QSize device_size() const;
+
+    const Session& session_;
+    TextMeasurer& measurer_;
+    LabelPainter labels_;
+    QImage layers_;  ///< null: nothing is shown
+    QImage shown_;   ///< layers and labels
+    double ratio_ = 1;
+};
+
+}  // namespace veldra

@@ -1,0 +1,114 @@
+#include "platform/qt/qt_user_interface.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace veldra {
+
+namespace {
+
+constexpr int hourglass = 11;
+
+QMessageBox::Icon box_icon(MessageStyle style) {
+    switch (style) {
+        case MessageStyle::critical:
+            return QMessageBox::Critical;
+        case MessageStyle::question_yes_no:
+            return QMessageBox::Question;
+        case MessageStyle::exclamation:
+            return QMessageBox::Warning;
+        case MessageStyle::information:
+            return QMessageBox::Information;
+    }
+    return QMessageBox::NoIcon;
+}
+
+}  // namespace
+
+QtUserInterface::QtUserInterface(QWidget* window, QWidget* picture)
+    : window_(window), picture_(picture) {}
+
+bool QtUserInterface::message_box(MessageStyle style, const std::string& title,
+                                  const std::string& text) {
+    if (before_message) {
+        before_message();
+    }
+    QMessageBox box(box_icon(style), QString::fromStdString(title), QString::fromStdString(text),
+                    QMessageBox::NoButton, window_);
+    box.setTextFormat(Qt::PlainText);
+    box.setObjectName(QStringLiteral("message_box"));
+    if (style != MessageStyle::question_yes_no) {
+        box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+        box.exec();
+        return true;
+    }
+    QPushButton* const yes = box.addButton(QStringLiteral("&Ja"), QMessageBox::YesRole);
+    QPushButton* const no = box.addButton(QStringLiteral("&Nein"), QMessageBox::NoRole);
+    box.setDefaultButton(yes);
+    box.setEscapeButton(no);
+    box.exec();
+    return box.clickedButton() == yes;
+}
+
+void QtUserInterface::set_mouse_pointer(int pointer) {
+    if (!picture_) {
+        return;
+    }
+    if (pointer == hourglass) {
+        picture_->setCursor(Qt::WaitCursor);
+    } else {
+        picture_->unsetCursor();
+    }
+    // The pointer is to change before the work that follows; the user's input waits for its end.
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+void show_fatal_error(QWidget* window, const std::string& message) {
+    QtUserInterface(window, nullptr).message_box(MessageStyle::critical, "VELDRA", message);
+}
+
+QStringList to_name_filters(std::string_view filter) {
+    const QStringList parts =
+        QString::fromUtf8(filter.data(), static_cast<qsizetype>(filter.size()))
+            .split(QLatin1Char('|'));
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        const QString& pattern = parts[i + 1];
+        filters << parts[i] + QStringLiteral(" (") +
+                       (pattern == QLatin1String("*.*") ? QStringLiteral("*") : pattern) +
+                       QLatin1Char(')');
+    }
+    return filters;
+}
+
+QString ask_for_existing_file(QWidget* window, const QString& title, std::string_view filter) {
+    QFileDialog dialog(window, title);
+    dialog.setObjectName(QStringLiteral("dlg_torvel_datei"));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    // The texts name their patterns themselves; those added behind them stay out of sight.
+    dialog.setOption(QFileDialog::HideNameFilterDetails);
+    dialog.setNameFilters(to_name_filters(filter));
+    dialog.setLabelText(QFileDialog::Accept, QStringLiteral("Ö&ffnen"));
+    dialog.setLabelText(QFileDialog::Reject, QStringLiteral("Abbrechen"));
+    dialog.setLabelText(QFileDialog::LookIn, QStringLiteral("Suchen in:"));
+    dialog.setLabelText(QFileDialog::FileName, QStringLiteral("Datei&name:"));
+    dialog.setLabelText(QFileDialog::FileType, QStringLiteral("Dateityp:"));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+        return {};
+    }
+    return dialog.selectedFiles().constFirst();
+}
+
+QString path_text(const std::string& path) {
+    return QFile::decodeName(path.c_str());
+}
+
+std::string system_path(const QString& path) {
+    return QFile::encodeName(path).toStdString();
+}
+
+}  // namespace veldra

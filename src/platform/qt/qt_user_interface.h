@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+#include <functional>
+#include <string_view>
+
+#include "shell/user_interface.h"
+
+namespace veldra {
+
+/// Message boxes and mouse pointer of the desktop.
+class QtUserInterface final : public UserInterface {
+ public:
+    /// `window` owns the boxes, `picture` bears the mouse pointer; both may be null.
+    QtUserInterface(QWidget* window, QWidget* picture);
+
+    bool message_box(MessageStyle style, const std::string& title,
+                     const std::string& text) override;
+    void set_mouse_pointer(int pointer) override;
+
+    /// Called before a box appears, so that the window behind it shows how far things are.
+    std::function<void()> before_message;
+
+ private:
+    QPointer<QWidget> window_;
+    QPointer<QWidget> picture_;
+};
+
+/// Shows the reason why the program cannot go on.
+void show_fatal_error(QWidget* window, const std::string& message);
+
+/// A file dialog. `filter` is in pairs of text and pattern with "|" between them, UTF-8. "" if the
+/// user gave up.
+[[nodiscard]] QString ask_for_existing_file(QWidget* window, const QString& title,
+                                            std::string_view filter);
+
+/// The filter in the toolkit's form: each text as it is, with its pattern behind it. "*.*" means
+/// every file, also one without a point in its name.
+[[nodiscard]] QStringList to_name_filters(std::string_view filter);
+
+/// A path of the system as the toolkit's text, and back.
+[[nodiscard]] QString path_text(const std::string& path);
+[[nodiscard]] std::string system_path(const QString& path);
+
+}  // namespace veldra

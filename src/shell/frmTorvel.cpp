@@ -1,0 +1,225 @@
+#include "shell/frmTorvel.h"
+
+#include <QCloseEvent>
+#include <QEvent>
+#include <QIcon>
+#include <QLabel>
+#include <QScreen>
+#include <QScrollBar>
+#include <algorithm>
+
+#include "platform/qt/picture_image.h"
+#include "settings/profile.h"
+#include "shell/file_commands.h"
+
+/// Makes the icons known: they stand in a static library, whose start-up code would be left out.
+/// The macro works in the global namespace only.
+static void load_icons() {
+    Q_INIT_RESOURCE(veldra_icons);
+}
+
+namespace veldra {
+
+namespace {
+
+constexpr QSize usual_size(1120, 760);
+
+/// Marks a command as running as long as it lives.
+class Running {
+ public:
+    explicit Running(bool& flag) : flag_(flag) { flag_ = true; }
+    ~Running() { flag_ = false; }
+    Running(const Running&) = delete;
+    Running& operator=(const Running&) = delete;
+
+ private:
+    bool& flag_;
+};
+
+}  // namespace
+
+FrmTorvel::FrmTorvel(Session& session, const SystemFolders& folders,
+                     const std::string& befehlszeile, int logo_wait)
+    : session_(session),
+      logo_wait_(logo_wait),
+      picture_(new PictureWidget(session, measurer_, this)),
+      ui_(this, picture_) {
+    load_icons();
+    run_.folders = folders;
+    run_.befehlszeile = befehlszeile;
+    setObjectName(QStringLiteral("frmTorvel"));
+    setWindowIcon(QIcon(QStringLiteral(":/veldra/icons/programm.svg")));
+    setContextMenuPolicy(Qt::PreventContextMenu);
+    build_controls();
+    choose_file = [this] {
+        return ask_for_existing_file(this, QStringLiteral("Graphikdatei öffnen"),
+                                     "Graphikdateien (ve*.dat)|ve*.dat|Alle Dateien (*.*)|*.*");
+    };
+    ui_.before_message = [this] {
+        picture_->show_unfinished();
+        synchronise();
+    };
+}
+
+void FrmTorvel::build_controls() {
+    commands_ = std::make_unique<TorvelCommands>(*this, menu_commands(), tool_commands());
+    setCentralWidget(picture_);
+    const auto hidden_bar = [this](Qt::Orientation orientation, const QString& name) {
+        auto* bar = new QScrollBar(orientation, this);
+        bar->setObjectName(name);
+        bar->hide();
+    };
+    hidden_bar(Qt::Horizontal, QStringLiteral("hsb_torvel"));
+    hidden_bar(Qt::Vertical, QStringLiteral("vsb_torvel"));
+    for (const QString& name : {QStringLiteral("lbl_legende"), QStringLiteral("lbl_punubinf")}) {
+        auto* label = new QLabel(picture_);
+        label->setObjectName(name);
+        label->hide();
+    }
+    resize_timer_.setSingleShot(true);
+    connect(&resize_timer_, &QTimer::timeout, this, &FrmTorvel::follow_size);
+    // Size and state of the window come as two events; both are in before the timer runs out.
+    connect(picture_, &PictureWidget::resized, this, [this] { resize_timer_.start(0); });
+    connect(picture_, &PictureWidget::resolution_changed, this, [this] {
+        if (session_.datei_geladen == 1) {
+            perform([this] { redraw(); });
+        }
+    });
+    const QSize room = screen()->availableSize();
+    resize(usual_size.boundedTo(room - QSize(40, 80)));
+}
+
+std::map<MenuItem, Command> FrmTorvel::menu_commands() {
+    std::map<MenuItem, Command> commands;
+    commands[MenuItem::m_datei_beliebig] = [this] { open_file(); };
+    constexpr MenuItem recent[] = {MenuItem::m_datei_alt_1, MenuItem::m_datei_alt_2,
+                                   MenuItem::m_datei_alt_3, MenuItem::m_datei_alt_4};
+    for (int index = 1; const MenuItem item : recent) {
+        commands[item] = [this, index] {
+            perform([this, index] { datei_alt_oeffnen(session_, index, desk()); });
+        };
+        ++index;
+    }
+    commands[MenuItem::m_datei_beenden] = [this] { close(); };
+    commands[MenuItem::m_hilfe_proginfo] = [this] { show_logo(FrmLogo::ShownBy::help); };
+    return commands;
+}
+
+std::map<ToolButton, Command> FrmTorvel::tool_commands() {
+    return {{ToolButton::datei_oeffnen, [this] { open_file(); }},
+            {ToolButton::beenden, [this] { close(); }}};
+}
+
+Desk FrmTorvel::desk() {
+    return {measurer_, ui_, [this] { redraw(); }};
+}
+
+void FrmTorvel::load() {
+    perform([this] {
+        start_vorbereiten(session_, run_);
+        startprofil_lesen(session_, run_);
+        if (!run_.icon_datei.empty()) {
+            setWindowIcon(QIcon(path_text(run_.icon_datei)));
+        }
+        synchronise();
+        show();
+        apply_size();
+        profil_lesen(session_, run_.ini_datei);
+        if (run_.is_project()) {
+            projektdatei_oeffnen(session_, desk());
+        }
+    });
+    if (!run_.is_project()) {
+        show_logo(FrmLogo::ShownBy::start);
+    }
+}
+
+void FrmTorvel::perform(const Command& command) {
+    if (busy_ || failed_) {
+        return;
+    }
+    try {
+        const Running running(busy_);
+        command();
+    } catch (...) {
+        failed_ = true;
+        throw;
+    }
+    if (session_.datei_geladen != 1) {
+        picture_->clear();
+    }
+    synchronise();
+}
+
+void FrmTorvel::redraw() {
+    picture_->redraw(session_, ui_);
+}
+
+void FrmTorvel::synchronise() {
+    setWindowTitle(QString::fromStdString(session_.window.caption));
+    commands_->synchronise(session_.window);
+    findChild<QLabel*>(QStringLiteral("lbl_legende"))
+        ->setVisible(session_.window.lbl_legende_visible);
+}
+
+void FrmTorvel::open_file() {
+    perform([this] {
+        const QString path = choose_file();
+        if (!path.isEmpty()) {
+            datei_neu_laden(session_, system_path(path), OpenedBy::open_command, desk());
+        }
+    });
+}
+
+void FrmTorvel::show_logo(FrmLogo::ShownBy shown_by) {
+    auto* logo =
+        new FrmLogo(this, session_.bestaetigung, shown_by, version_text(run_.folders), logo_wait_);
+    logo->setAttribute(Qt::WA_DeleteOnClose);
+    logo->open();
+}
+
+WindowMode FrmTorvel::mode() const {
+    if (isMinimized()) {
+        return WindowMode::minimised;
+    }
+    return isMaximized() || isFullScreen() ? WindowMode::maximised : WindowMode::normal;
+}
+
+void FrmTorvel::follow_size() {
+    if (busy_) {
+        constexpr int until_then = 50;
+        resize_timer_.start(until_then);
+        return;
+    }
+    perform([this] { apply_size(); });
+}
+
+void FrmTorvel::apply_size() {
+    const PictureSize size{picture_->width() * twips_per_pixel,
+                           picture_->height() * twips_per_pixel};
+    const ResizeResult result = resize_picture(session_, last_mode_, mode(), size);
+    last_mode_ = mode();
+    if (result.redraw) {
+        redraw();
+    }
+}
+
+void FrmTorvel::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange) {
+        resize_timer_.start(0);
+    }
+}
+
+void FrmTorvel::closeEvent(QCloseEvent* event) {
+    if (busy_ && !failed_) {
+        event->ignore();
+        return;
+    }
+    if (run_.programm_aktiv && !failed_) {
+        perform([this] { programm_ende(session_, run_); });
+    }
+    event->accept();
+}
+
+}  // namespace veldra

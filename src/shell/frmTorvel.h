@@ -1,0 +1,74 @@
+#pragma once
+
+#include <QMainWindow>
+#include <QTimer>
+#include <functional>
+#include <memory>
+
+#include "platform/qt/picture_widget.h"
+#include "platform/qt/qt_text_measurer.h"
+#include "platform/qt/qt_user_interface.h"
+#include "shell/frmLogo.h"
+#include "shell/frmTorvel_commands.h"
+#include "shell/session.h"
+#include "shell/startup.h"
+#include "view/viewport.h"
+
+namespace veldra {
+
+/// The main window. It turns what the user does into calls of the modules, one at a time, and
+/// brings its controls into line with the session after each.
+class FrmTorvel final : public QMainWindow {
+    Q_OBJECT
+
+ public:
+    /// `session` outlives the window. `befehlszeile` names a project profile or is empty.
+    FrmTorvel(Session& session, const SystemFolders& folders, const std::string& befehlszeile,
+              int logo_wait = FrmLogo::usual_wait);
+
+    /// Brings the application up, from the defaults to the open project or the logo. Throws
+    /// FatalError.
+    void load();
+
+    /// Draws the picture anew.
+    void redraw();
+    /// Brings title, menus, toolbar and labels into line with the session.
+    void synchronise();
+
+    [[nodiscard]] const ProgramRun& run() const { return run_; }
+    [[nodiscard]] PictureWidget& picture() { return *picture_; }
+
+    /// Asks the user for a graphic file; "" if there is none. Tests put an answer in its place.
+    std::function<QString()> choose_file;
+
+ protected:
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+ private:
+    void build_controls();
+    [[nodiscard]] std::map<MenuItem, Command> menu_commands();
+    [[nodiscard]] std::map<ToolButton, Command> tool_commands();
+    [[nodiscard]] Desk desk();
+    /// Runs one command to its end; those that come meanwhile are dropped.
+    void perform(const Command& command);
+    void open_file();
+    void show_logo(FrmLogo::ShownBy shown_by);
+    void follow_size();
+    void apply_size();
+    [[nodiscard]] WindowMode mode() const;
+
+    Session& session_;
+    ProgramRun run_;
+    int logo_wait_;
+    QtTextMeasurer measurer_;
+    PictureWidget* picture_;
+    QtUserInterface ui_;
+    std::unique_ptr<TorvelCommands> commands_;
+    QTimer resize_timer_;
+    WindowMode last_mode_ = WindowMode::normal;
+    bool busy_ = false;    ///< a command runs
+    bool failed_ = false;  ///< a command broke off: the session must not be used any more
+};
+
+}  // namespace veldra

@@ -1,0 +1,193 @@
+#include "shell/frmTorvel_commands.h"
+
+#include <QIcon>
+#include <QMenu>
+#include <QMenuBar>
+#include <string_view>
+#include <utility>
+
+namespace veldra {
+
+namespace {
+
+enum class Kind { menu, command, entry, separator };
+
+/// A line of the menu: menus and commands stand in the bar, entries and separators in the menu
+/// above them.
+struct MenuLine {
+    MenuItem item;
+    const char* name;
+    Kind kind;
+    const char* caption;
+};
+
+constexpr MenuLine menu_lines[] = {
+    {MenuItem::m_torvel_datei, "m_torvel_datei", Kind::menu, "&Datei"},
+    {MenuItem::m_datei_beliebig, "m_datei_beliebig", Kind::entry, "Ö&ffnen..."},
+    {MenuItem::m_datei_n1, "m_datei_n1", Kind::separator, ""},
+    {MenuItem::m_datei_alt_1, "m_datei_alt_1", Kind::entry, "&1: "},
+    {MenuItem::m_datei_alt_2, "m_datei_alt_2", Kind::entry, "&2: "},
+    {MenuItem::m_datei_alt_3, "m_datei_alt_3", Kind::entry, "&3: "},
+    {MenuItem::m_datei_alt_4, "m_datei_alt_4", Kind::entry, "&4: "},
+    {MenuItem::m_datei_n3, "m_datei_n3", Kind::separator, ""},
+    {MenuItem::m_datei_beenden, "m_datei_beenden", Kind::entry, "&Beenden"},
+    {MenuItem::m_torvel_objekte, "m_torvel_objekte", Kind::command, "&Objekte"},
+    {MenuItem::m_torvel_ansicht, "m_torvel_ansicht", Kind::menu, "&Ansicht"},
+    {MenuItem::m_ansicht_undo, "m_ansicht_undo", Kind::entry, "&Rückgängig:"},
+    {MenuItem::m_ansicht_original, "m_ansicht_original", Kind::entry, "&Gesamtansicht"},
+    {MenuItem::m_ansicht_halb, "m_ansicht_halb", Kind::entry, "&Verkleinern"},
+    {MenuItem::m_ansicht_netzteile, "m_ansicht_netzteile", Kind::entry, "&Netzteile"},
+    {MenuItem::m_ansicht_massstab, "m_ansicht_maßstab", Kind::entry, "&Maßstab"},
+    {MenuItem::m_torvel_plotten, "m_torvel_plotten", Kind::menu, "&Plotten"},
+    {MenuItem::m_plotten_ein, "m_plotten_ein", Kind::entry, "Plotmodus &ein"},
+    {MenuItem::m_plotten_aus, "m_plotten_aus", Kind::entry, "Plotmodus &aus"},
+    {MenuItem::m_plotten_einstellungen, "m_plotten_einstellungen", Kind::entry,
+     "Ein&stellungen..."},
+    {MenuItem::m_plotten_null, "m_plotten_null", Kind::entry, "Plotter&nullpunkt anpassen"},
+    {MenuItem::m_plotten_aktuell, "m_plotten_aktuell", Kind::entry, "Aktuelles Netzteil &plotten"},
+    {MenuItem::m_plotten_alle, "m_plotten_alle", Kind::entry,
+     "Alle &gekennzeichneten Netzteile plotten"},
+    {MenuItem::m_torvel_optionen, "m_torvel_optionen", Kind::menu, "Op&tionen"},
+    {MenuItem::m_optionen_darstellungen, "m_optionen_darstellungen", Kind::entry,
+     "&Darstellung Objekte..."},
+    {MenuItem::m_optionen_legende, "m_optionen_legende", Kind::entry, "&Legende..."},
+    {MenuItem::m_optionen_grenzen, "m_optionen_grenzen", Kind::entry, "&Verwaltungsgrenzen..."},
+    {MenuItem::m_optionen_drucker, "m_optionen_drucker", Kind::entry, "&Anwendungsdrucker: "},
+    {MenuItem::m_torvel_hilfe, "m_torvel_hilfe", Kind::menu, "&Hilfe"},
+    {MenuItem::m_hilfe_neues, "m_hilfe_neues", Kind::entry, "&Neues in VELDRA"},
+    {MenuItem::m_hilfe_proginfo, "m_hilfe_proginfo", Kind::entry, "&Programminfo..."},
+};
+
+/// A button of the toolbar. The numbers that the table leaves out are separators.
+struct ToolLine {
+    ToolButton button;
+    const char* key;
+    const char* icon;
+    const char* tool_tip;
+};
+
+constexpr ToolLine tool_lines[] = {
+    {ToolButton::datei_oeffnen, "datei_öffnen", "datei_oeffnen", "Graphikdatei öffnen"},
+    {ToolButton::rueckgaengig, "rückgängig", "rueckgaengig", "Rückgängig:"},
+    {ToolButton::netzteile, "netzteile", "netzteile", "Netzteile"},
+    {ToolButton::massstaebe, "maßstäbe", "massstaebe", "Maßstäbe"},
+    {ToolButton::lupe_plus, "lupe_plus", "lupe_plus", "Vergrößern"},
+    {ToolButton::lupe_minus, "lupe_minus", "lupe_minus", "Verkleinern"},
+    {ToolButton::schiebe_rechts, "schiebe_rechts", "schiebe_rechts", "Ausschnitt nach rechts"},
+    {ToolButton::schiebe_links, "schiebe_links", "schiebe_links", "Ausschnitt nach links"},
+    {ToolButton::schiebe_hoch, "schiebe_hoch", "schiebe_hoch", "Ausschnitt nach oben"},
+    {ToolButton::schiebe_runter, "schiebe_runter", "schiebe_runter", "Ausschnitt nach unten"},
+    {ToolButton::schiebe_original, "schiebe_original", "schiebe_original", "Gesamtansicht"},
+    {ToolButton::plot_ein, "plot_ein", "plot_ein", "Plotmodus ein"},
+    {ToolButton::plot_aus, "plot_aus", "plot_aus", "Plotmodus aus"},
+    {ToolButton::beenden, "beenden", "beenden", "Programm beenden"},
+};
+
+constexpr bool is_checkable(MenuItem item) {
+    return item == MenuItem::m_ansicht_netzteile || item == MenuItem::m_ansicht_massstab;
+}
+
+template <typename Key>
+void run_if_there(const std::map<Key, Command>& commands, Key key) {
+    const auto found = commands.find(key);
+    if (found != commands.end()) {
+        found->second();
+    }
+}
+
+}  // namespace
+
+TorvelCommands::TorvelCommands(QMainWindow& window, std::map<MenuItem, Command> menu_commands,
+                               std::map<ToolButton, Command> tool_commands)
+    : menu_commands_(std::move(menu_commands)), tool_commands_(std::move(tool_commands)) {
+    build_menus(window);
+    build_toolbar(window);
+}
+
+void TorvelCommands::build_menus(QMainWindow& window) {
+    QMenu* menu = nullptr;
+    for (const MenuLine& line : menu_lines) {
+        const QString name = QString::fromUtf8(line.name);
+        const QString caption = QString::fromUtf8(line.caption);
+        QAction* action = nullptr;
+        if (line.kind == Kind::menu) {
+            menu = window.menuBar()->addMenu(caption);
+            menu->setObjectName(name);
+            action = menu->menuAction();
+        } else {
+            action = new QAction(caption, &window);
+            action->setObjectName(name);
+            action->setSeparator(line.kind == Kind::separator);
+            action->setCheckable(is_checkable(line.item));
+            action->setMenuRole(QAction::NoRole);
+            if (line.kind == Kind::command) {
+                window.menuBar()->addAction(action);
+            } else {
+                menu->addAction(action);
+            }
+            const MenuItem item = line.item;
+            QObject::connect(action, &QAction::triggered, &window,
+                             [this, item] { run_if_there(menu_commands_, item); });
+        }
+        menu_[static_cast<std::size_t>(line.item)] = action;
+    }
+}
+
+void TorvelCommands::build_toolbar(QMainWindow& window) {
+    auto* bar = new QToolBar(&window);
+    bar->setObjectName(QStringLiteral("tlb_torvel"));
+    bar->setMovable(false);
+    bar->setFloatable(false);
+    bar->setIconSize(QSize(24, 24));
+    bar->setContextMenuPolicy(Qt::PreventContextMenu);
+    bar->toggleViewAction()->setVisible(false);
+    std::size_t position = 1;
+    for (const ToolLine& line : tool_lines) {
+        for (; position < static_cast<std::size_t>(line.button); ++position) {
+            bar->addSeparator();
+        }
+        const QString path =
+            QStringLiteral(":/veldra/icons/%1.svg").arg(QString::fromUtf8(line.icon));
+        QAction* action = bar->addAction(QIcon(path), QString::fromUtf8(line.tool_tip));
+        action->setObjectName(QString::fromUtf8(line.key));
+        const ToolButton button = line.button;
+        QObject::connect(action, &QAction::triggered, &window,
+                         [this, button] { run_if_there(tool_commands_, button); });
+        tools_[position++] = action;
+    }
+    window.addToolBar(Qt::TopToolBarArea, bar);
+}
+
+void TorvelCommands::synchronise(const WindowState& state) {
+    for (const MenuLine& line : menu_lines) {
+        const MenuItemState& item = state[line.item];
+        QAction& action = *menu_[static_cast<std::size_t>(line.item)];
+        const bool works = line.kind == Kind::menu || menu_commands_.count(line.item) != 0;
+        action.setVisible(item.visible);
+        action.setEnabled(item.enabled && works);
+        if (action.isCheckable()) {
+            action.setChecked(item.checked && works);
+        }
+        if (line.kind != Kind::separator) {
+            action.setText(item.caption.empty()
+                               ? QString::fromUtf8(line.caption)
+                               : menu_caption(QString::fromStdString(item.caption)));
+        }
+    }
+    for (const ToolLine& line : tool_lines) {
+        const ToolButtonState& button = state[line.button];
+        QAction& action = *tools_[static_cast<std::size_t>(line.button)];
+        action.setEnabled(button.enabled && tool_commands_.count(line.button) != 0);
+        action.setToolTip(button.tool_tip.empty() ? QString::fromUtf8(line.tool_tip)
+                                                  : QString::fromStdString(button.tool_tip));
+    }
+}
+
+QString menu_caption(const QString& caption) {
+    const qsizetype mark = caption.indexOf(QLatin1Char('&'));
+    QString rest = caption.mid(mark + 1);
+    rest.replace(QLatin1Char('&'), QStringLiteral("&&"));
+    return caption.left(mark + 1) + rest;
+}
+
+}  // namespace veldra

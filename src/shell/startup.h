@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+
+#include "settings/paths.h"
+#include "shell/lifecycle.h"
+#include "shell/session.h"
+
+namespace veldra {
+
+/// How this run of the program was started, and what lasts as long as it runs.
+struct ProgramRun {
+    SystemFolders folders;
+    std::string befehlszeile;     ///< name of a project profile; "" for a plain start
+    std::string ini_datei;        ///< the profile file in use
+    std::string icon_datei;       ///< the project's window icon; "" for the program's own
+    bool programm_aktiv = false;  ///< from the start until the end routine has run
+
+    [[nodiscard]] bool is_project() const { return !befehlszeile.empty(); }
+};
+
+/// The state that every start begins with: no file, empty tables, all display settings at their
+/// defaults, and the commands that need a file disabled.
+void start_vorbereiten(Session& session, ProgramRun& run);
+
+/// Finds the profile of this start. A project's gives icon, graphic file and window title, and the
+/// commands that could leave its file are hidden. The plain one gives the recent files and how the
+/// logo is confirmed; its folder is made if it is missing. Throws FatalError when that fails.
+void startprofil_lesen(Session& session, ProgramRun& run);
+
+/// Opens the graphic file that the project's profile names. Nothing happens if it does not exist.
+void projektdatei_oeffnen(Session& session, const Desk& desk);
+
+}  // namespace veldra
