@@ -179,7 +179,7 @@ void read_vector(Session& session, Record& record, const RecordSource& source) {
         std::swap(ends.x1, ends.x2);
         std::swap(ends.y1, ends.y2);
     }
-    const LineTable::Found found = session.lin.lin_suchen(LineTable::Search(session.lin, ends));
+    const LineTable::Found found = session.lin.lin_suchen(ends);
     if (found.same) {
         return;
     }

@@ -255,6 +255,7 @@ class LineTable : public RowTable<LineRow> {
     /// The row between two ends, appended if there is none. Ends that agree to a centimetre are
     /// one point and give no row.
     Found lin_suchen(const Search& search);
+    Found lin_suchen(const LineCoordinates& ends) { return lin_suchen(Search(*this, ends)); }
     void clear();
 
  private:
