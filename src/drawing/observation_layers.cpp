@@ -83,7 +83,7 @@ class PlainObservations : public ObservationLayer {
 
     void draw(ObservationForm form) {
         horizontal_ = form == ObservationForm::horizontal;
-        index_.visit_lines(surface_.visible_ground(), margin_beyond_line(),
+        index_.visit_lines(session_.lin, surface_.visible_ground(), margin_beyond_line(),
                            [this](std::int32_t i) { draw_row(session_.lin[i]); });
         surface_.style(solid);
     }
@@ -142,7 +142,7 @@ class TestedObservations : public ObservationLayer {
             ground.reset();
         }
         std::int32_t last_drawn = 0;
-        index_.visit_lines(ground, margin_beyond_line(), [&](std::int32_t i) {
+        index_.visit_lines(session_.lin, ground, margin_beyond_line(), [&](std::int32_t i) {
             if (is_drawn(session_.lin[i])) {
                 draw_row(session_.lin[i]);
                 last_drawn = i;

@@ -43,7 +43,7 @@ class PointLabels {
         session_.view_index.refresh(session_.pu, session_.lin, session_.tables_revision);
         const std::int32_t last_point = session_.pu.pu_anzahl_signatur;
         const bool epochs = obj_.obj_wert_lage == 1 || obj_.obj_wert_hoehe == 1;
-        session_.view_index.visit_points(ground_, margin(epochs), [&](std::int32_t i) {
+        session_.view_index.visit_points(session_.pu, ground_, margin(epochs), [&](std::int32_t i) {
             if (i <= last_point) {
                 place_point_label(i);
             } else if (epochs) {
@@ -168,14 +168,16 @@ void DrawPointSignatures(Session& session, const LayerFrame& frame, DrawingTarge
     for (const float radius : frame.punsig) {
         margin.fixed = std::max(margin.fixed, std::abs(static_cast<double>(radius)));
     }
-    session.view_index.visit_points(surface.visible_ground(), margin, [&](std::int32_t i) {
-        const PointRow& row = session.pu[i];
-        if (row.pu_signatur == 1 || row.pu_signatur == -1) {
-            target.FillStyle(0);
-            target.FillColor(row.pu_signatur == 1 ? control_point : new_point);
-            surface.circle(row.pu_rechts, row.pu_hoch, signature_radius(frame, punkt_klasse(row)));
-        }
-    });
+    session.view_index.visit_points(
+        session.pu, surface.visible_ground(), margin, [&](std::int32_t i) {
+            const PointRow& row = session.pu[i];
+            if (row.pu_signatur == 1 || row.pu_signatur == -1) {
+                target.FillStyle(0);
+                target.FillColor(row.pu_signatur == 1 ? control_point : new_point);
+                surface.circle(row.pu_rechts, row.pu_hoch,
+                               signature_radius(frame, punkt_klasse(row)));
+            }
+        });
 }
 
 void DrawPointLabels(Session& session, const LayerFrame& frame, DrawingTarget& target) {

@@ -67,7 +67,7 @@ class ValueLayer {
             std::abs(epoch_shift(session_, index.largest_epoch())) +
                 std::abs(static_cast<double>(surface_.frame().punkt_klein)),
             std::abs(scale_)};
-        index.visit_points(surface_.visible_ground(), margin, visit);
+        index.visit_points(session_.pu, surface_.visible_ground(), margin, visit);
     }
 
     Session& session_;
@@ -205,10 +205,10 @@ class Ellipses : public ValueLayer {
         : ValueLayer(session, frame, target, ellipses) {}
 
     void draw() {
-        if (width_of(-ellipses) < 1) {
+        if (width_of(-ellipses) < 1 || !session_.view_index.has_ellipses()) {
             return;
         }
-        if (surface_.target().visible_box() && session_.view_index.has_ellipses()) {
+        if (surface_.target().visible_box()) {
             set_pen();  // later layers go on with it, even when no ellipse is in view
         }
         visit_visible([this](std::int32_t i) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -26,21 +27,22 @@ class ViewIndex {
     /// until the next rebuild.
     void label_moved(std::int32_t row);
 
-    /// Calls `visit(row)` for each observation line that can touch `box` (ground coordinates)
-    /// widened by `margin` metres; for every line without a box.
+    /// Calls `visit(row)` for each row of `lines` that can touch `box` (ground coordinates) widened
+    /// by `margin` metres; for every row without a box. The index must be in line with the table.
     template <typename Visit>
-    void visit_lines(const std::optional<TargetBox>& box, double margin, Visit&& visit) const;
+    void visit_lines(const LineTable& lines, const std::optional<TargetBox>& box, double margin,
+                     Visit&& visit) const;
 
     /// What a layer draws around a point row.
     struct PointMargin {
         double fixed = 0;           ///< metres on all sides
         double per_centimetre = 0;  ///< metres for each centimetre of the row's values
     };
-    /// Calls `visit(row)` for each point row that can touch `box` when it reaches as far as
+    /// Calls `visit(row)` for each row of `points` that can touch `box` when it reaches as far as
     /// `margin` tells; for every row without a box.
     template <typename Visit>
-    void visit_points(const std::optional<TargetBox>& box, const PointMargin& margin,
-                      Visit&& visit) const;
+    void visit_points(const PointTable& points, const std::optional<TargetBox>& box,
+                      const PointMargin& margin, Visit&& visit) const;
 
     /// Rows of orientation directions, in their order.
     [[nodiscard]] const std::vector<std::int32_t>& orientations() const { return orientations_; }
@@ -81,23 +83,96 @@ class ViewIndex {
     [[nodiscard]] Box narrowed(const TargetBox& box) const;
     [[nodiscard]] float narrowed_x(double rechts) const;
     [[nodiscard]] float narrowed_y(double hoch) const;
-    static bool outside(const Box& a, const Box& b) {
-        return a.xmin > b.xmax || a.xmax < b.xmin || a.ymin > b.ymax || a.ymax < b.ymin;
+    // All four comparisons are made without a branch: in a file without spatial order a branch
+    // would be guessed wrong as often as not.
+    static bool touches(const Box& a, const Box& b) {
+        return static_cast<bool>(
+            static_cast<int>(!(a.xmin > b.xmax)) & static_cast<int>(!(a.xmax < b.xmin)) &
+            static_cast<int>(!(a.ymin > b.ymax)) & static_cast<int>(!(a.ymax < b.ymin)));
     }
-    static bool outside(const PointBox& point, const TargetBox& box, double per_centimetre) {
-        const double reach = static_cast<double>(point.reach) * per_centimetre;
+    /// `reach` is added on all sides of `a`, which is a box or a point.
+    static bool touches(const TargetBox& a, double reach, const TargetBox& b) {
+        return static_cast<bool>(static_cast<int>(!(a.xmin - reach > b.xmax)) &
+                                 static_cast<int>(!(a.xmax + reach < b.xmin)) &
+                                 static_cast<int>(!(a.ymin - reach > b.ymax)) &
+                                 static_cast<int>(!(a.ymax + reach < b.ymin)));
+    }
+    static bool touches(const PointBox& point, const TargetBox& box, double per_centimetre) {
         const auto x = static_cast<double>(point.x);
         const auto y = static_cast<double>(point.y);
-        return x + reach < box.xmin || x - reach > box.xmax || y + reach < box.ymin ||
-               y - reach > box.ymax;
+        return touches(TargetBox{x, y, x, y}, static_cast<double>(point.reach) * per_centimetre,
+                       box);
     }
-    static bool outside(const PointBlock& block, const TargetBox& box, double per_centimetre) {
-        const double reach = static_cast<double>(block.reach) * per_centimetre;
-        return static_cast<double>(block.box.xmax) + reach < box.xmin ||
-               static_cast<double>(block.box.xmin) - reach > box.xmax ||
-               static_cast<double>(block.box.ymax) + reach < box.ymin ||
-               static_cast<double>(block.box.ymin) - reach > box.ymax;
+    static bool touches(const PointBlock& block, const TargetBox& box, double per_centimetre) {
+        return touches(
+            TargetBox{static_cast<double>(block.box.xmin), static_cast<double>(block.box.ymin),
+                      static_cast<double>(block.box.xmax), static_cast<double>(block.box.ymax)},
+            static_cast<double>(block.reach) * per_centimetre, box);
     }
+
+    /// Rows found, kept until there are enough to fetch them from memory ahead of their visit.
+    template <typename Table, typename Visit>
+    class Hits {
+     public:
+        Hits(const Table& table, Visit& visit) : table_(table), visit_(visit) {}
+
+        /// Room for a block must be left: see flush_if_full.
+        void add_if(bool hit, std::int32_t row) {
+            rows_[count_] = row;
+            count_ += static_cast<std::size_t>(hit);
+        }
+        void flush_if_full() {
+            if (count_ + block_rows >= rows_.size()) {
+                flush();
+            }
+        }
+        void flush() {
+            constexpr std::size_t ahead = 8;
+            for (std::size_t k = 0; k < count_ && k < ahead; ++k) {
+                prefetch(rows_[k]);
+            }
+            for (std::size_t k = 0; k < count_; ++k) {
+                if (k + ahead < count_) {
+                    prefetch(rows_[k + ahead]);
+                }
+                visit_(rows_[k]);
+            }
+            count_ = 0;
+        }
+
+     private:
+        void prefetch(std::int32_t row) const {
+            constexpr std::size_t cache_line = 64;
+            const auto* bytes = reinterpret_cast<const char*>(&table_[row]);
+            for (std::size_t at = 0; at < sizeof(table_[row]); at += cache_line) {
+                __builtin_prefetch(bytes + at);
+            }
+        }
+
+        const Table& table_;
+        Visit& visit_;
+        std::array<std::int32_t, 2048> rows_;
+        std::size_t count_ = 0;
+    };
+
+    /// Visits the rows 1 to `count` of `table` whose block and then whose row touches.
+    template <typename Table, typename BlockTouches, typename RowTouches, typename Visit>
+    static void visit_touching(const Table& table, std::int32_t count, BlockTouches block_touches,
+                               RowTouches row_touches, Visit& visit) {
+        Hits<Table, Visit> hits(table, visit);
+        for (std::int32_t first = 1; first <= count; first += block_rows) {
+            if (!block_touches(static_cast<std::size_t>(first / block_rows))) {
+                continue;
+            }
+            const std::int32_t end = first + block_rows <= count ? first + block_rows : count + 1;
+            for (std::int32_t row = first; row < end; ++row) {
+                hits.add_if(row_touches(static_cast<std::size_t>(row)), row);
+            }
+            hits.flush_if_full();
+        }
+        hits.flush();
+    }
+
     /// The box relative to the origin of the index, widened by a margin and by what narrowing can
     /// move a coordinate.
     [[nodiscard]] TargetBox relative(const TargetBox& box, double margin) const;
@@ -123,8 +198,8 @@ class ViewIndex {
 };
 
 template <typename Visit>
-void ViewIndex::visit_lines(const std::optional<TargetBox>& box, double margin,
-                            Visit&& visit) const {
+void ViewIndex::visit_lines(const LineTable& lines, const std::optional<TargetBox>& box,
+                            double margin, Visit&& visit) const {
     const auto count = static_cast<std::int32_t>(line_boxes_.size()) - 1;
     if (!box) {
         for (std::int32_t row = 1; row <= count; ++row) {
@@ -134,22 +209,14 @@ void ViewIndex::visit_lines(const std::optional<TargetBox>& box, double margin,
     }
     const Box query =
         narrowed({box->xmin - margin, box->ymin - margin, box->xmax + margin, box->ymax + margin});
-    for (std::int32_t first = 1; first <= count; first += block_rows) {
-        if (outside(line_blocks_[static_cast<std::size_t>(first / block_rows)], query)) {
-            continue;
-        }
-        const std::int32_t end = first + block_rows <= count ? first + block_rows : count + 1;
-        for (std::int32_t row = first; row < end; ++row) {
-            if (!outside(line_boxes_[static_cast<std::size_t>(row)], query)) {
-                visit(row);
-            }
-        }
-    }
+    visit_touching(
+        lines, count, [&](std::size_t block) { return touches(line_blocks_[block], query); },
+        [&](std::size_t row) { return touches(line_boxes_[row], query); }, visit);
 }
 
 template <typename Visit>
-void ViewIndex::visit_points(const std::optional<TargetBox>& box, const PointMargin& margin,
-                             Visit&& visit) const {
+void ViewIndex::visit_points(const PointTable& points, const std::optional<TargetBox>& box,
+                             const PointMargin& margin, Visit&& visit) const {
     const auto count = static_cast<std::int32_t>(point_boxes_.size()) - 1;
     if (!box) {
         for (std::int32_t row = 1; row <= count; ++row) {
@@ -158,19 +225,11 @@ void ViewIndex::visit_points(const std::optional<TargetBox>& box, const PointMar
         return;
     }
     const TargetBox query = relative(*box, margin.fixed);
-    for (std::int32_t first = 1; first <= count; first += block_rows) {
-        if (outside(point_blocks_[static_cast<std::size_t>(first / block_rows)], query,
-                    margin.per_centimetre)) {
-            continue;
-        }
-        const std::int32_t end = first + block_rows <= count ? first + block_rows : count + 1;
-        for (std::int32_t row = first; row < end; ++row) {
-            if (!outside(point_boxes_[static_cast<std::size_t>(row)], query,
-                         margin.per_centimetre)) {
-                visit(row);
-            }
-        }
-    }
+    const double per_centimetre = margin.per_centimetre;
+    visit_touching(
+        points, count,
+        [&](std::size_t block) { return touches(point_blocks_[block], query, per_centimetre); },
+        [&](std::size_t row) { return touches(point_boxes_[row], query, per_centimetre); }, visit);
 }
 
 }  // namespace veldra

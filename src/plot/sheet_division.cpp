@@ -1,7 +1,10 @@
 #include "plot/sheet_division.h"
 
+#include <array>
 #include <cmath>
 #include <limits>
+#include <optional>
+#include <tuple>
 
 #include "shell/fatal_error.h"
 #include "view/extents.h"
@@ -68,6 +71,17 @@ class SheetDivision {
 
     void compute_extents() { ComputeExtents(session_, paper_text_); }
 
+    /// Extents at the scale of a list index. They do not depend on the orientation, so each scale
+    /// is computed once for both.
+    void compute_extents_at(std::size_t index) {
+        std::optional<Extents>& known = extents_at_[index];
+        if (!known) {
+            compute_extents();
+            known = session_.extents;
+        }
+        session_.extents = *known;
+    }
+
     [[nodiscard]] double width() const {
         return session_.extents.gesamt_rw_max - session_.extents.gesamt_rw_min;
     }
@@ -91,7 +105,7 @@ class SheetDivision {
                 (bare.rechts * s > sheet.papier_breite || bare.hoch * s > sheet.papier_hoehe)) {
                 continue;
             }
-            compute_extents();
+            compute_extents_at(index);
             if (index == 0 ||
                 (width() * s <= sheet.papier_breite && height() * s <= sheet.papier_hoehe)) {
                 return index;
@@ -111,7 +125,7 @@ class SheetDivision {
         if (portrait < landscape) {
             set_landscape();
             set_scale(landscape);
-            compute_extents();
+            compute_extents_at(landscape);
         }
     }
 
@@ -161,6 +175,7 @@ class SheetDivision {
     PlotSettings& plot_;
     PaperTextSize& paper_text_;
     SheetPrinter* printer_;
+    std::array<std::optional<Extents>, std::tuple_size_v<ScaleList>> extents_at_;
 };
 
 }  // namespace

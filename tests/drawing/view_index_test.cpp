@@ -28,14 +28,7 @@ std::vector<std::int32_t> lines_in(const Session& session, const std::optional<T
     ViewIndex index;
     index.refresh(session.pu, session.lin, session.tables_revision);
     std::vector<std::int32_t> rows;
-    index.visit_lines(box, margin, [&](std::int32_t row) { rows.push_back(row); });
-    return rows;
-}
-
-std::vector<std::int32_t> points_in(const ViewIndex& index, const std::optional<TargetBox>& box,
-                                    const ViewIndex::PointMargin& margin = {}) {
-    std::vector<std::int32_t> rows;
-    index.visit_points(box, margin, [&](std::int32_t row) { rows.push_back(row); });
+    index.visit_lines(session.lin, box, margin, [&](std::int32_t row) { rows.push_back(row); });
     return rows;
 }
 
@@ -47,6 +40,13 @@ class ViewIndexTest : public test::LayerFixture {
         session.view_index.refresh(session.pu, session.lin, session.tables_revision);
         return session.view_index;
     }
+    std::vector<std::int32_t> points_in(const std::optional<TargetBox>& box,
+                                        const ViewIndex::PointMargin& margin = {}) {
+        std::vector<std::int32_t> rows;
+        index().visit_points(session.pu, box, margin,
+                             [&](std::int32_t row) { rows.push_back(row); });
+        return rows;
+    }
 };
 
 TEST_F(ViewIndexTest, VisitsEveryRowWithoutABox) {
@@ -55,8 +55,8 @@ TEST_F(ViewIndexTest, VisitsEveryRowWithoutABox) {
         add_line(session, {double(i), 0, double(i), 10});
     }
     EXPECT_EQ(lines_in(session, std::nullopt).size(), 600U);
-    EXPECT_EQ(points_in(index(), std::nullopt).size(), 600U);
-    EXPECT_EQ(points_in(index(), std::nullopt).back(), 600);
+    EXPECT_EQ(points_in(std::nullopt).size(), 600U);
+    EXPECT_EQ(points_in(std::nullopt).back(), 600);
 }
 
 TEST_F(ViewIndexTest, VisitsRowsInOrderThatTouchTheBox) {
@@ -71,7 +71,7 @@ TEST_F(ViewIndexTest, VisitsRowsInOrderThatTouchTheBox) {
 
 TEST_F(ViewIndexTest, EmptyTablesHaveNoRows) {
     EXPECT_TRUE(lines_in(session, TargetBox{0, 0, 10, 10}).empty());
-    EXPECT_TRUE(points_in(index(), TargetBox{0, 0, 10, 10}).empty());
+    EXPECT_TRUE(points_in(TargetBox{0, 0, 10, 10}).empty());
 }
 
 TEST_F(ViewIndexTest, ReachOfAPointGrowsWithItsValue) {
@@ -81,9 +81,9 @@ TEST_F(ViewIndexTest, ReachOfAPointGrowsWithItsValue) {
     row.pu_wert_rechts = -30;
     add_point(session, 100, 50);
     const TargetBox box{0, 0, 10, 10};
-    EXPECT_EQ(points_in(index(), box, {0, 1}), (Rows{1}));
-    EXPECT_EQ(points_in(index(), box, {0, 3}), (Rows{1, 2}));
-    EXPECT_EQ(points_in(index(), box, {95, 0}), (Rows{1, 2, 3}));
+    EXPECT_EQ(points_in(box, {0, 1}), (Rows{1}));
+    EXPECT_EQ(points_in(box, {0, 3}), (Rows{1, 2}));
+    EXPECT_EQ(points_in(box, {95, 0}), (Rows{1, 2, 3}));
 }
 
 TEST_F(ViewIndexTest, AzimuthOfAnEllipseIsNoLength) {
@@ -92,7 +92,7 @@ TEST_F(ViewIndexTest, AzimuthOfAnEllipseIsNoLength) {
     row.pu_wert_lage = -3;
     row.pu_wert_rechts = 2;
     row.pu_wert_dh = 399;
-    EXPECT_EQ(points_in(index(), TargetBox{0, 0, 10, 10}, {0, 1}), (Rows{2}));
+    EXPECT_EQ(points_in(TargetBox{0, 0, 10, 10}, {0, 1}), (Rows{2}));
 }
 
 TEST_F(ViewIndexTest, RowsWithUnusualLabelsAreAlwaysVisited) {
@@ -101,7 +101,7 @@ TEST_F(ViewIndexTest, RowsWithUnusualLabelsAreAlwaysVisited) {
     }
     session.pu[7].pu_bez = std::string(41, 'x');
     session.pu[280].pu_bez_rechts = 401;
-    EXPECT_EQ(points_in(index(), TargetBox{0, 0, 10, 10}), (Rows{7, 280}));
+    EXPECT_EQ(points_in(TargetBox{0, 0, 10, 10}), (Rows{7, 280}));
     EXPECT_EQ(index().longest_usual_label(), 0U);
 }
 
@@ -109,26 +109,26 @@ TEST_F(ViewIndexTest, MovedLabelIsVisitedUntilTheNextRebuild) {
     add_point(session, 1000, 1000);
     add_point(session, 1001, 1000);
     const TargetBox box{0, 0, 10, 10};
-    EXPECT_EQ(points_in(index(), box), (Rows{}));
+    EXPECT_EQ(points_in(box), (Rows{}));
     session.view_index.label_moved(2);
     session.view_index.label_moved(0);
     session.view_index.label_moved(3);
-    EXPECT_EQ(points_in(index(), box), (Rows{2}));
+    EXPECT_EQ(points_in(box), (Rows{2}));
     ++session.tables_revision;
-    EXPECT_EQ(points_in(index(), box), (Rows{}));
+    EXPECT_EQ(points_in(box), (Rows{}));
 }
 
 TEST_F(ViewIndexTest, IsRebuiltWhenTheTablesChange) {
     add_point(session, 0, 0);
     const TargetBox box{0, 0, 10, 10};
-    EXPECT_EQ(points_in(index(), box), (Rows{1}));
+    EXPECT_EQ(points_in(box), (Rows{1}));
     session.pu[1].pu_rechts = 100;
-    EXPECT_EQ(points_in(index(), box), (Rows{1}));  // not told
+    EXPECT_EQ(points_in(box), (Rows{1}));  // not told
     ++session.tables_revision;
-    EXPECT_EQ(points_in(index(), box), (Rows{}));
+    EXPECT_EQ(points_in(box), (Rows{}));
     // A row more is seen even without a new revision.
     session.pu.punkt_neu(5, 5);
-    EXPECT_EQ(points_in(index(), box), (Rows{2}));
+    EXPECT_EQ(points_in(box), (Rows{2}));
 }
 
 TEST_F(ViewIndexTest, FarCoordinatesLoseNoRow) {
@@ -136,7 +136,7 @@ TEST_F(ViewIndexTest, FarCoordinatesLoseNoRow) {
     add_point(session, 32900000.123, 6100000.456);
     add_line(session, {32500000, 5700000, 32900000.12, 6100000.45});
     const TargetBox box{32900000.1229, 6100000.4559, 32900000.1231, 6100000.4561};
-    EXPECT_EQ(points_in(index(), box), (Rows{2}));
+    EXPECT_EQ(points_in(box), (Rows{2}));
     EXPECT_EQ(lines_in(session, TargetBox{32900000.1199, 6100000.4499, 32900000.13, 6100000.46}),
               (Rows{1}));
 }
@@ -145,7 +145,7 @@ TEST_F(ViewIndexTest, CoordinateBeyondAllNarrowNumbersIsHarmless) {
     add_point(session, 0, 0);
     add_point(session, -1e300, 1e300);
     add_point(session, 100, 100);
-    const Rows rows = points_in(index(), TargetBox{-1, -1, 1, 1});
+    const Rows rows = points_in(TargetBox{-1, -1, 1, 1});
     EXPECT_TRUE(std::find(rows.begin(), rows.end(), 1) != rows.end());
 }
 
