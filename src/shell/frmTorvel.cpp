@@ -23,6 +23,9 @@ namespace veldra {
 namespace {
 
 constexpr QSize usual_size(1120, 760);
+/// A new size and a new state of the window (maximised, restored) come as two events in either
+/// order. Both have come this many milliseconds after the first.
+constexpr int size_delay = 60;
 
 /// Marks a command as running as long as it lives.
 class Running {
@@ -77,9 +80,9 @@ void FrmTorvel::build_controls() {
         label->hide();
     }
     resize_timer_.setSingleShot(true);
+    resize_timer_.setInterval(size_delay);
     connect(&resize_timer_, &QTimer::timeout, this, &FrmTorvel::follow_size);
-    // Size and state of the window come as two events; both are in before the timer runs out.
-    connect(picture_, &PictureWidget::resized, this, [this] { resize_timer_.start(0); });
+    connect(picture_, &PictureWidget::resized, this, &FrmTorvel::expect_size);
     connect(picture_, &PictureWidget::resolution_changed, this, [this] {
         if (session_.datei_geladen == 1) {
             perform([this] { redraw(); });
@@ -185,10 +188,15 @@ WindowMode FrmTorvel::mode() const {
     return isMaximized() || isFullScreen() ? WindowMode::maximised : WindowMode::normal;
 }
 
+void FrmTorvel::expect_size() {
+    if (!resize_timer_.isActive()) {
+        resize_timer_.start();
+    }
+}
+
 void FrmTorvel::follow_size() {
     if (busy_) {
-        constexpr int until_then = 50;
-        resize_timer_.start(until_then);
+        resize_timer_.start();
         return;
     }
     perform([this] { apply_size(); });
@@ -207,7 +215,7 @@ void FrmTorvel::apply_size() {
 void FrmTorvel::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::WindowStateChange) {
-        resize_timer_.start(0);
+        expect_size();
     }
 }
 

@@ -54,6 +54,8 @@ class FrmTorvel final : public QMainWindow {
     void perform(const Command& command);
     void open_file();
     void show_logo(FrmLogo::ShownBy shown_by);
+    /// The window has another size or state: the picture follows as soon as both are known.
+    void expect_size();
     void follow_size();
     void apply_size();
     [[nodiscard]] WindowMode mode() const;

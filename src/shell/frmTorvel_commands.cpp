@@ -23,7 +23,7 @@ struct MenuLine {
 
 constexpr MenuLine menu_lines[] = {
     {MenuItem::m_torvel_datei, "m_torvel_datei", Kind::menu, "&Datei"},
-    {MenuItem::m_datei_beliebig, "m_datei_beliebig", Kind::entry, "Ö&ffnen..."},
+    {MenuItem::m_datei_beliebig, "m_datei_beliebig", Kind::entry, "&Öffnen..."},
     {MenuItem::m_datei_n1, "m_datei_n1", Kind::separator, ""},
     {MenuItem::m_datei_alt_1, "m_datei_alt_1", Kind::entry, "&1: "},
     {MenuItem::m_datei_alt_2, "m_datei_alt_2", Kind::entry, "&2: "},

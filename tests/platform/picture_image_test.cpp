@@ -60,9 +60,9 @@ class PictureImageTest : public veldra_test::QtTest {
 TEST_F(PictureImageTest, PointsLinesAndLabelsStandWhereTheyBelong) {
     const QImage image = picture();
     // 200 m fill the width: 3 pixels a metre, points at 150 and 450, half way up.
-    EXPECT_EQ(image.pixel(150, 199), qRgb(0, 127, 255));
-    EXPECT_EQ(image.pixel(450, 199), qRgb(255, 0, 63));
-    EXPECT_EQ(image.pixel(300, 199), qRgb(0, 0, 0));
+    EXPECT_EQ(image.pixel(150, 200), qRgb(0, 127, 255));
+    EXPECT_EQ(image.pixel(450, 200), qRgb(255, 0, 63));
+    EXPECT_EQ(image.pixel(300, 200), qRgb(0, 0, 0));
     EXPECT_EQ(image.pixel(300, 100), picture_background);
     int ink = 0;
     for (int y = 200; y < 220; ++y) {
@@ -77,7 +77,7 @@ TEST_F(PictureImageTest, PointsLinesAndLabelsStandWhereTheyBelong) {
 TEST_F(PictureImageTest, FractionalScalingKeepsPlaces) {
     for (const double ratio : {1.25, 1.5, 2.0}) {
         const QImage image = picture(ratio);
-        EXPECT_EQ(image.pixel(static_cast<int>(450 * ratio), static_cast<int>(200 * ratio) - 1),
+        EXPECT_EQ(image.pixel(static_cast<int>(450 * ratio), static_cast<int>(200 * ratio)),
                   qRgb(255, 0, 63))
             << ratio;
     }
@@ -106,7 +106,7 @@ TEST_F(PictureImageTest, NothingToDrawIsSaidAndLeavesTheBackground) {
     ++session_.tables_revision;
     const QImage image = picture();
     EXPECT_EQ(ui_.messages, "Datei enthält keine darzustellenden Objekte");
-    EXPECT_EQ(image.pixel(150, 199), picture_background);
+    EXPECT_EQ(image.pixel(150, 200), picture_background);
 }
 
 }  // namespace

@@ -90,14 +90,19 @@ class FrmTorvelTest : public QObject {
 
     /// Presses OK on the next message box and keeps what it said.
     void answer_message_box() {
-        QTimer::singleShot(0, this, [this] {
+        auto* look = new QTimer(this);
+        connect(look, &QTimer::timeout, this, [this, look] {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            QVERIFY(box != nullptr);
+            if (box == nullptr) {
+                return;
+            }
+            look->deleteLater();
             box_title_ = box->windowTitle();
             box_text_ = box->text();
             box_icon_ = box->icon();
             box->buttons().constFirst()->click();
         });
+        look->start(10);
     }
 
     std::unique_ptr<QTemporaryDir> root_;
@@ -378,7 +383,7 @@ class FrmTorvelTest : public QObject {
         QVERIFY(profile.contains("[BEZPUN]"));
         QVERIFY(profile.contains("Graphikdatei_1=" + QFile::encodeName(path("ve_quadrat.dat"))));
         // The normal form holds the selection that the file did not have.
-        QVERIFY(read("ve_quadrat.dat").contains("OBJEKTE"));
+        QVERIFY(read("ve_quadrat.dat").contains("Objekte"));
         QVERIFY(!QFile::exists(path("ve_quadrat.dat_1")));
     }
 
