@@ -3,59 +3,59 @@
 #include <QIcon>
 #include <QMenu>
 #include <QMenuBar>
-#include <string_view>
+#include <cstdint>
 #include <utility>
 
 namespace veldra {
 
 namespace {
 
-enum class Kind { menu, command, entry, separator };
+enum class Kind : std::uint8_t { menu, command, entry, separator };
 
 /// A line of the menu: menus and commands stand in the bar, entries and separators in the menu
 /// above them.
 struct MenuLine {
-    MenuItem item;
     const char* name;
-    Kind kind;
     const char* caption;
+    MenuItem item;
+    Kind kind;
 };
 
 constexpr MenuLine menu_lines[] = {
-    {MenuItem::m_torvel_datei, "m_torvel_datei", Kind::menu, "&Datei"},
-    {MenuItem::m_datei_beliebig, "m_datei_beliebig", Kind::entry, "&Öffnen..."},
-    {MenuItem::m_datei_n1, "m_datei_n1", Kind::separator, ""},
-    {MenuItem::m_datei_alt_1, "m_datei_alt_1", Kind::entry, "&1: "},
-    {MenuItem::m_datei_alt_2, "m_datei_alt_2", Kind::entry, "&2: "},
-    {MenuItem::m_datei_alt_3, "m_datei_alt_3", Kind::entry, "&3: "},
-    {MenuItem::m_datei_alt_4, "m_datei_alt_4", Kind::entry, "&4: "},
-    {MenuItem::m_datei_n3, "m_datei_n3", Kind::separator, ""},
-    {MenuItem::m_datei_beenden, "m_datei_beenden", Kind::entry, "&Beenden"},
-    {MenuItem::m_torvel_objekte, "m_torvel_objekte", Kind::command, "&Objekte"},
-    {MenuItem::m_torvel_ansicht, "m_torvel_ansicht", Kind::menu, "&Ansicht"},
-    {MenuItem::m_ansicht_undo, "m_ansicht_undo", Kind::entry, "&Rückgängig:"},
-    {MenuItem::m_ansicht_original, "m_ansicht_original", Kind::entry, "&Gesamtansicht"},
-    {MenuItem::m_ansicht_halb, "m_ansicht_halb", Kind::entry, "&Verkleinern"},
-    {MenuItem::m_ansicht_netzteile, "m_ansicht_netzteile", Kind::entry, "&Netzteile"},
-    {MenuItem::m_ansicht_massstab, "m_ansicht_maßstab", Kind::entry, "&Maßstab"},
-    {MenuItem::m_torvel_plotten, "m_torvel_plotten", Kind::menu, "&Plotten"},
-    {MenuItem::m_plotten_ein, "m_plotten_ein", Kind::entry, "Plotmodus &ein"},
-    {MenuItem::m_plotten_aus, "m_plotten_aus", Kind::entry, "Plotmodus &aus"},
-    {MenuItem::m_plotten_einstellungen, "m_plotten_einstellungen", Kind::entry,
-     "Ein&stellungen..."},
-    {MenuItem::m_plotten_null, "m_plotten_null", Kind::entry, "Plotter&nullpunkt anpassen"},
-    {MenuItem::m_plotten_aktuell, "m_plotten_aktuell", Kind::entry, "Aktuelles Netzteil &plotten"},
-    {MenuItem::m_plotten_alle, "m_plotten_alle", Kind::entry,
-     "Alle &gekennzeichneten Netzteile plotten"},
-    {MenuItem::m_torvel_optionen, "m_torvel_optionen", Kind::menu, "Op&tionen"},
-    {MenuItem::m_optionen_darstellungen, "m_optionen_darstellungen", Kind::entry,
-     "&Darstellung Objekte..."},
-    {MenuItem::m_optionen_legende, "m_optionen_legende", Kind::entry, "&Legende..."},
-    {MenuItem::m_optionen_grenzen, "m_optionen_grenzen", Kind::entry, "&Verwaltungsgrenzen..."},
-    {MenuItem::m_optionen_drucker, "m_optionen_drucker", Kind::entry, "&Anwendungsdrucker: "},
-    {MenuItem::m_torvel_hilfe, "m_torvel_hilfe", Kind::menu, "&Hilfe"},
-    {MenuItem::m_hilfe_neues, "m_hilfe_neues", Kind::entry, "&Neues in VELDRA"},
-    {MenuItem::m_hilfe_proginfo, "m_hilfe_proginfo", Kind::entry, "&Programminfo..."},
+    {"m_torvel_datei", "&Datei", MenuItem::m_torvel_datei, Kind::menu},
+    {"m_datei_beliebig", "&Öffnen...", MenuItem::m_datei_beliebig, Kind::entry},
+    {"m_datei_n1", "", MenuItem::m_datei_n1, Kind::separator},
+    {"m_datei_alt_1", "&1: ", MenuItem::m_datei_alt_1, Kind::entry},
+    {"m_datei_alt_2", "&2: ", MenuItem::m_datei_alt_2, Kind::entry},
+    {"m_datei_alt_3", "&3: ", MenuItem::m_datei_alt_3, Kind::entry},
+    {"m_datei_alt_4", "&4: ", MenuItem::m_datei_alt_4, Kind::entry},
+    {"m_datei_n3", "", MenuItem::m_datei_n3, Kind::separator},
+    {"m_datei_beenden", "&Beenden", MenuItem::m_datei_beenden, Kind::entry},
+    {"m_torvel_objekte", "&Objekte", MenuItem::m_torvel_objekte, Kind::command},
+    {"m_torvel_ansicht", "&Ansicht", MenuItem::m_torvel_ansicht, Kind::menu},
+    {"m_ansicht_undo", "&Rückgängig:", MenuItem::m_ansicht_undo, Kind::entry},
+    {"m_ansicht_original", "&Gesamtansicht", MenuItem::m_ansicht_original, Kind::entry},
+    {"m_ansicht_halb", "&Verkleinern", MenuItem::m_ansicht_halb, Kind::entry},
+    {"m_ansicht_netzteile", "&Netzteile", MenuItem::m_ansicht_netzteile, Kind::entry},
+    {"m_ansicht_maßstab", "&Maßstab", MenuItem::m_ansicht_massstab, Kind::entry},
+    {"m_torvel_plotten", "&Plotten", MenuItem::m_torvel_plotten, Kind::menu},
+    {"m_plotten_ein", "Plotmodus &ein", MenuItem::m_plotten_ein, Kind::entry},
+    {"m_plotten_aus", "Plotmodus &aus", MenuItem::m_plotten_aus, Kind::entry},
+    {"m_plotten_einstellungen", "Ein&stellungen...", MenuItem::m_plotten_einstellungen,
+     Kind::entry},
+    {"m_plotten_null", "Plotter&nullpunkt anpassen", MenuItem::m_plotten_null, Kind::entry},
+    {"m_plotten_aktuell", "Aktuelles Netzteil &plotten", MenuItem::m_plotten_aktuell, Kind::entry},
+    {"m_plotten_alle", "Alle &gekennzeichneten Netzteile plotten", MenuItem::m_plotten_alle,
+     Kind::entry},
+    {"m_torvel_optionen", "Op&tionen", MenuItem::m_torvel_optionen, Kind::menu},
+    {"m_optionen_darstellungen", "&Darstellung Objekte...", MenuItem::m_optionen_darstellungen,
+     Kind::entry},
+    {"m_optionen_legende", "&Legende...", MenuItem::m_optionen_legende, Kind::entry},
+    {"m_optionen_grenzen", "&Verwaltungsgrenzen...", MenuItem::m_optionen_grenzen, Kind::entry},
+    {"m_optionen_drucker", "&Anwendungsdrucker: ", MenuItem::m_optionen_drucker, Kind::entry},
+    {"m_torvel_hilfe", "&Hilfe", MenuItem::m_torvel_hilfe, Kind::menu},
+    {"m_hilfe_neues", "&Neues in VELDRA", MenuItem::m_hilfe_neues, Kind::entry},
+    {"m_hilfe_proginfo", "&Programminfo...", MenuItem::m_hilfe_proginfo, Kind::entry},
 };
 
 /// A button of the toolbar. The numbers that the table leaves out are separators.
@@ -122,7 +122,7 @@ void TorvelCommands::build_menus(QMainWindow& window) {
             action->setMenuRole(QAction::NoRole);
             if (line.kind == Kind::command) {
                 window.menuBar()->addAction(action);
-            } else {
+            } else if (menu != nullptr) {
                 menu->addAction(action);
             }
             const MenuItem item = line.item;

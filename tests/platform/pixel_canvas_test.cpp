@@ -27,7 +27,8 @@ class Sheet {
     Sheet(int width, int height)
         : width_(width),
           height_(height),
-          pixels_(static_cast<std::size_t>((width + 2) * (height + 2)), guard) {
+          pixels_(static_cast<std::size_t>(width + 2) * static_cast<std::size_t>(height + 2),
+                  guard) {
         for (int y = 0; y < height; ++y) {
             for (int x = 0; x < width; ++x) {
                 at(x, y) = white;
@@ -36,7 +37,8 @@ class Sheet {
     }
 
     std::uint32_t& at(int x, int y) {
-        return pixels_[static_cast<std::size_t>((y + 1) * (width_ + 2) + x + 1)];
+        return pixels_[static_cast<std::size_t>(y + 1) * static_cast<std::size_t>(width_ + 2) +
+                       static_cast<std::size_t>(x + 1)];
     }
 
     PixelCanvas canvas() { return {&at(0, 0), width_ + 2, width_, height_}; }

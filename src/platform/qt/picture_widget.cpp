@@ -68,10 +68,10 @@ std::optional<PictureWidget::LabelHit> PictureWidget::label_at(const QPointF& pl
                y > top - static_cast<double>(label.height);
     };
     const auto& placed = session_.lbl_pubez_placed;
-    for (auto index = placed.rbegin(); index != placed.rend(); ++index) {
-        const auto i = static_cast<std::size_t>(*index);
+    for (std::size_t k = placed.size(); k-- > 0;) {
+        const auto i = static_cast<std::size_t>(placed[k]);
         if (i < session_.lbl_pubez.size() && holds(session_.lbl_pubez[i])) {
-            return LabelHit{LabelArray::lbl_pubez, *index};
+            return LabelHit{LabelArray::lbl_pubez, placed[k]};
         }
     }
     for (std::size_t i = session_.lbl_nubez.size(); i-- > 1;) {

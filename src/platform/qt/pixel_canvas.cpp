@@ -75,15 +75,16 @@ void walk_line(const PixelCanvas& canvas, Walk walk, double start_u, std::uint32
         return;
     }
     const bool forwards = static_cast<double>(walk.first) >= std::floor(start_u);
+    const std::int64_t period = std::int64_t{2} * dot;
     std::int64_t phase = pattern_phase(start_u, walk.first, dot);
     for (std::int64_t u = walk.first; u <= walk.last; ++u) {
         if (phase < dot) {
             column[(v >> 32) * walk.v_stride] = colour;
         }
         if (forwards) {
-            phase = phase + 1 == 2 * dot ? 0 : phase + 1;
+            phase = phase + 1 == period ? 0 : phase + 1;
         } else {
-            phase = phase == 0 ? 2 * dot - 1 : phase - 1;
+            phase = phase == 0 ? period - 1 : phase - 1;
         }
         column += walk.u_stride;
         v += step;
@@ -229,11 +230,11 @@ CircleCover circle_cover(const CircleStyle& style, double dx, double dy) {
 
 /// The two colours of a circle on one pixel, each channel times its cover, alpha on top.
 std::uint32_t premultiplied(const CircleStyle& style, const CircleCover& cover) {
-    const auto alpha = static_cast<std::uint32_t>((cover.outline + cover.fill) * 255 + 0.5);
+    const auto alpha = static_cast<std::uint32_t>(std::lround((cover.outline + cover.fill) * 255));
     const auto channel = [&](unsigned shift) {
         const double value = ((style.outline >> shift) & 0xffU) * cover.outline +
                              ((style.fill >> shift) & 0xffU) * cover.fill;
-        return std::min(static_cast<std::uint32_t>(value + 0.5), alpha) << shift;
+        return std::min(static_cast<std::uint32_t>(std::lround(value)), alpha) << shift;
     };
     return alpha << 24U | channel(16) | channel(8) | channel(0);
 }
@@ -379,9 +380,12 @@ void draw_thick_line(const PixelCanvas& canvas, PixelPoint a, PixelPoint b, int 
     if (end > farthest_pattern) {
         return;
     }
-    for (double at = std::floor(along(a) / period) * period; at < end; at += period) {
-        const double to = std::min(at + dot, major);
-        fill_thick(canvas, {start.x + ux * at, start.y + uy * at},
+    const auto first = static_cast<std::int64_t>(along(a) / period);
+    const auto last = static_cast<std::int64_t>(end / period);
+    for (std::int64_t piece = first; piece <= last; ++piece) {
+        const double from = static_cast<double>(piece) * period;
+        const double to = std::min(from + dot, major);
+        fill_thick(canvas, {start.x + ux * from, start.y + uy * from},
                    {start.x + ux * to, start.y + uy * to}, half, colour, Ends::flat);
     }
 }
