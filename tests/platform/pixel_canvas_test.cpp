@@ -1,5 +1,6 @@
 #include "platform/qt/pixel_canvas.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <set>
@@ -399,6 +400,13 @@ TEST(ClipToBox, LeavesEndsInsideAlone) {
     PixelPoint c{-5, -1};
     PixelPoint d{20, -1};
     EXPECT_FALSE(veldra::clip_to_box({0, 0, 10, 10}, c, d));
+    // So far away that the place of the far end is lost in rounding: both ends come to the box.
+    PixelPoint e{-3e38, -3e38};
+    PixelPoint f{-1e9, -1e9};
+    if (veldra::clip_to_box({0, 0, 10, 10}, e, f)) {
+        EXPECT_GE(std::min({e.x, e.y, f.x, f.y}), 0);
+        EXPECT_LE(std::max({e.x, e.y, f.x, f.y}), 10);
+    }
 }
 
 }  // namespace

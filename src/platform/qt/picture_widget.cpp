@@ -15,6 +15,9 @@ PictureWidget::PictureWidget(const Session& session, TextMeasurer& measurer, QWi
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
     setMinimumSize(64, 64);
+    // Not from within the painting that finds it out.
+    resolution_timer_.setSingleShot(true);
+    connect(&resolution_timer_, &QTimer::timeout, this, &PictureWidget::resolution_changed);
 }
 
 QSize PictureWidget::device_size() const {
@@ -95,7 +98,7 @@ void PictureWidget::paintEvent(QPaintEvent* event) {
     }
     painter.drawImage(QPointF(0, 0), shown_);
     if (ratio != devicePixelRatioF()) {
-        QMetaObject::invokeMethod(this, &PictureWidget::resolution_changed, Qt::QueuedConnection);
+        resolution_timer_.start(0);
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QTimer>
 #include <QWidget>
 #include <cstdint>
 #include <optional>
@@ -60,6 +61,7 @@ class PictureWidget final : public QWidget {
     QImage layers_;  ///< null: nothing is shown
     QImage shown_;   ///< layers and labels
     double ratio_ = 1;
+    QTimer resolution_timer_;
 };
 
 }  // namespace veldra

@@ -300,10 +300,10 @@ bool clip_to_box(const PixelBox& box, PixelPoint& a, PixelPoint& b) {
         return PixelPoint{std::clamp(start.x + share * dx, box.xmin, box.xmax),
                           std::clamp(start.y + share * dy, box.ymin, box.ymax)};
     };
-    if (to < 1) {
+    if (!contains(box, b)) {
         b = at(to);
     }
-    if (from > 0) {
+    if (!contains(box, a)) {
         a = at(from);
     }
     return true;
