@@ -2,7 +2,9 @@
 
 #include <cstdlib>
 #include <optional>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "graphikdatei/part_filter.h"
 #include "graphikdatei/record_fields.h"
@@ -84,8 +86,8 @@ void add_undirected(Session& session, const TestTriple& triple, std::int32_t ind
     beob_werte(triple, session.settings.stndwert, undirected_values(row));
 }
 
-void add_orientation(Session& session, Record& record, const LineCoordinates& ends,
-                     std::int32_t index) {
+void add_orientation(Session& session, const std::optional<std::string>& target,
+                     const LineCoordinates& ends, std::int32_t index) {
     if (index < 0) {
         return;
     }
@@ -95,9 +97,8 @@ void add_orientation(Session& session, Record& record, const LineCoordinates& en
     }
     row.lin_typ_seite = orientation;
     lin_klasse_setzen(session, ends.x1, ends.y1, index);
-    const Word target = record.word(6);
-    if (target.found()) {
-        row.lin_fernziel.set(target.text);
+    if (target) {
+        row.lin_fernziel.set(*target);
         ++session.lin.fernziel_anzahl;
     }
 }
@@ -146,32 +147,85 @@ Kind vector_kind(const Record& record) {
                                                                          : Kind{};
 }
 
-/// The test values are read between asking for the rows and looking them up, so that the memory
-/// has the time to answer.
-void read_plain(Session& session, Record& record, Kind kind) {
+/// An observation that has been read and waits for its rows.
+struct PendingObservation {
+    Kind kind;
+    LineCoordinates ends;
+    LineTable::Search search;
+    TestTriple triple;
+    std::optional<std::string> target;  ///< of an orientation direction
+};
+
+PendingObservation read_pending(const Session& session, Record& record, Kind kind) {
     const LineCoordinates ends = read_ends(record);
-    const LineTable::Search search(session.lin, ends);
+    PendingObservation pending{kind, ends, LineTable::Search(session.lin, ends), {}, {}};
     session.pu.prefetch(ends.x1, ends.y1);
     session.pu.prefetch(ends.x2, ends.y2);
-    const TestTriple triple = kind.storage == Storage::ray ? TestTriple{} : read_triple(record, 6);
-    const LineTable::Found found = session.lin.lin_suchen(search);
+    if (kind.storage != Storage::ray) {
+        pending.triple = read_triple(record, 6);
+    } else if (const Word target = record.word(6); target.found()) {
+        pending.target = target.text;
+    }
+    return pending;
+}
+
+void store(Session& session, const PendingObservation& pending) {
+    const LineTable::Found found = session.lin.lin_suchen(pending.search);
     if (found.same) {
         return;
     }
+    const Kind kind = pending.kind;
     if (kind.storage == Storage::ray) {
-        add_orientation(session, record, ends, found.index);
+        add_orientation(session, pending.target, pending.ends, found.index);
         return;
     }
     if (session.lin[std::abs(found.index)].lin_typ_seite == orientation) {
         return;
     }
-    set_both_classes(session, ends, found.index);
+    set_both_classes(session, pending.ends, found.index);
     if (kind.storage == Storage::directed) {
-        add_directed(session, triple, found.index, kind.type);
+        add_directed(session, pending.triple, found.index, kind.type);
     } else {
-        add_undirected(session, triple, found.index, kind.type);
+        add_undirected(session, pending.triple, found.index, kind.type);
     }
 }
+
+/// Stores observations in their order, each some records after it was read: the memory then has had
+/// the time to bring the rows of its line and its points, which lie anywhere in large tables.
+class DelayedStore {
+ public:
+    explicit DelayedStore(Session& session) : session_(session) { waiting_.reserve(delay); }
+
+    void add(PendingObservation pending) {
+        if (waiting_.size() < delay) {
+            waiting_.push_back(std::move(pending));
+            return;
+        }
+        // Half way through its wait an observation's index slots are here, and its points can be
+        // asked for.
+        const LineCoordinates& soon = waiting_[(next_ + delay / 2) % delay].ends;
+        session_.pu.prefetch_row(soon.x1, soon.y1);
+        session_.pu.prefetch_row(soon.x2, soon.y2);
+        store(session_, waiting_[next_]);
+        waiting_[next_] = std::move(pending);
+        next_ = (next_ + 1) % delay;
+    }
+
+    void finish() {
+        for (std::size_t i = 0; i < waiting_.size(); ++i) {
+            store(session_, waiting_[(next_ + i) % waiting_.size()]);
+        }
+        waiting_.clear();
+        next_ = 0;
+    }
+
+ private:
+    static constexpr std::size_t delay = 32;
+
+    Session& session_;
+    std::vector<PendingObservation> waiting_;
+    std::size_t next_ = 0;  ///< the one that has waited longest
+};
 
 void read_vector(Session& session, Record& record, const RecordSource& source) {
     LineCoordinates ends = read_ends(record);
@@ -221,6 +275,7 @@ void beob_lesen(Session& session) {
     const auto kind_of = choice == 1 ? horizontal_kind : choice == 2 ? height_kind : vector_kind;
     PartFilter part(session);
     RecordSource source(working_path(session), choice == 1 ? "NODGR" : choice == 2 ? "NHGZ" : "NG");
+    DelayedStore plain(session);
     std::string_view line;
     while (source.next(line)) {
         Record record(line);
@@ -231,9 +286,10 @@ void beob_lesen(Session& session) {
         if (kind.storage == Storage::vector) {
             read_vector(session, record, source);
         } else if (kind.storage != Storage::none) {
-            read_plain(session, record, kind);
+            plain.add(read_pending(session, record, kind));
         }
     }
+    plain.finish();
 }
 
 }  // namespace veldra

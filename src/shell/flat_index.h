@@ -56,6 +56,11 @@ class FlatIndex {
         }
     }
 
+    /// The row of the first slot of a hash, be it another key's; 0 if there is none.
+    [[nodiscard]] std::int32_t candidate(std::uint64_t hash) const {
+        return slots_.empty() ? 0 : slots_[tag_of(hash) & mask_].row;
+    }
+
     void clear() {
         slots_.clear();
         mask_ = 0;

@@ -131,6 +131,11 @@ void PointTable::prefetch(double rechts, double hoch) const {
     value_index_.prefetch(hash);
 }
 
+void PointTable::prefetch_row(double rechts, double hoch) const {
+    const std::uint64_t hash = point_hash(rechts, hoch);
+    __builtin_prefetch(&(*this)[signature_index_.candidate(hash)]);
+}
+
 std::int32_t PointTable::punkt_neu(double rechts, double hoch) {
     const std::int32_t row = append();
     PointRow& point = (*this)[row];

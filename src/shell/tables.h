@@ -209,6 +209,8 @@ class PointTable : public RowTable<PointRow> {
     [[nodiscard]] std::int32_t punkt_finden(double rechts, double hoch) const;
     /// Asks the memory for what punkt_finden of these coordinates will touch first.
     void prefetch(double rechts, double hoch) const;
+    /// Asks for the row itself, once the index is at hand.
+    void prefetch_row(double rechts, double hoch) const;
     /// Appends a row with the defaults and gives its index.
     std::int32_t punkt_neu(double rechts, double hoch);
     /// The row of exactly these coordinates, appended if there is none.
