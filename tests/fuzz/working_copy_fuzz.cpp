@@ -1,0 +1,30 @@
+// The writer of working copies.
+
+#include "fuzz_support.h"
+#include "graphikdatei/header_pass.h"
+#include "graphikdatei/point_pass.h"
+#include "graphikdatei/writer.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace veldra;
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    Session session;
+    fuzz::set_file(session, bytes);
+    if (!fuzz::runs([&] {
+            kopf_lesen(session);
+            punkt_lesen(session);
+        })) {
+        return 0;
+    }
+    session.datei_geladen = 1;
+    arbeitskopie_schreiben(session);
+    const std::string first = session.graphikdatei + "_1";
+    fuzz::require(fuzz::file_bytes(session.graphikdatei) == bytes, "the graphic file stays");
+    fuzz::require(fuzz::lasting_lines(first) == fuzz::lasting_lines(session.graphikdatei),
+                  "unknown records and parts keep their places");
+
+    arbeitskopie_schreiben(session);
+    fuzz::require(fuzz::file_bytes(session.graphikdatei + "_2") == fuzz::file_bytes(first),
+                  "the same state gives the same copy");
+    return 0;
+}
