@@ -28,9 +28,8 @@ bool ConsoleInterface::message_box(MessageStyle /*style*/, const std::string& /*
 void prepare_session(Session& session, const FileOptions& options) {
     standard_alle(session);
     if (!options.profile.empty()) {
-        if (!datei_vorhanden(options.profile)) {
-            throw FatalError(options.profile + ": Profildatei kann nicht gelesen werden");
-        }
+        // A profile that is named must be there; reading it would take a missing one as empty.
+        const InputFile readable(options.profile);
         profil_lesen(session, options.profile);
     }
 }

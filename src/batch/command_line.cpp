@@ -11,6 +11,7 @@
 #include <fmt/format.h>
 
 #include "batch/commands.h"
+#include "graphikdatei/codepage.h"
 #include "shell/fatal_error.h"
 
 namespace veldra::batch {
@@ -25,12 +26,14 @@ struct Arguments {
     FileOptions file;
     PictureOptions picture;
     std::string part;
+    bool part_given = false;  ///< a part may have an empty name
     std::vector<std::string> parts;
     std::string output;
 };
 
 void speak_german(CLI::App& app) {
-    app.set_help_flag("-h,--help", "diese Hilfe ausgeben und beenden");
+    app.option_defaults()->group("Optionen");
+    app.set_help_flag("-h,--help", "diese Hilfe ausgeben und beenden")->group("Optionen");
     const auto formatter = app.get_formatter();
     for (const auto& [english, german] :
          std::map<std::string, std::string>{{"Usage", "Aufruf"},
@@ -49,7 +52,7 @@ void speak_german(CLI::App& app) {
 
 CLI::App* add_command(CLI::App& app, const std::string& name, const std::string& description,
                       Arguments& arguments) {
-    CLI::App* command = app.add_subcommand(name, description);
+    CLI::App* command = app.add_subcommand(name, description)->group("Befehle");
     speak_german(*command);
     command->add_option("GRAPHIKDATEI", arguments.file.file, "die Graphikdatei (ve*.dat)")
         ->required();
@@ -58,7 +61,8 @@ CLI::App* add_command(CLI::App& app, const std::string& name, const std::string&
 
 void add_selection(CLI::App& command, Arguments& arguments) {
     command.add_option("--netzteil", arguments.part, "Name des Netzteils statt des ersten")
-        ->option_text("NAME");
+        ->option_text("NAME")
+        ->each([&arguments](const std::string&) { arguments.part_given = true; });
     command
         .add_option("--obj", arguments.file.objects,
                     "Auswahl ändern, z. B. obj_puwe=3 (mehrfach möglich)")
@@ -94,7 +98,8 @@ class CommandLine {
         : app_("VELDRA ohne Fenster: Graphikdateien von Netzausgleichungen", "veldra-cli") {
         speak_german(app_);
         app_.set_version_flag("--version", std::string("VELDRA ") + VELDRA_VERSION,
-                              "die Version ausgeben und beenden");
+                              "die Version ausgeben und beenden")
+            ->group("Optionen");
         app_.require_subcommand(1);
         add_tabellen();
         add_bild();
@@ -115,7 +120,7 @@ class CommandLine {
  private:
     [[nodiscard]] FileOptions file_options() const {
         FileOptions options = arguments_.file;
-        if (!arguments_.part.empty()) {
+        if (arguments_.part_given) {
             options.part = arguments_.part;
         }
         return options;
@@ -181,17 +186,47 @@ void report(std::string text) {
     fmt::print(stderr, "veldra-cli: {}\n", text);
 }
 
+/// The option or argument that a message of the parser speaks of, "" if none is found.
+std::string subject_of(const CLI::App& app, const std::string& message) {
+    std::string subject;
+    for (const CLI::Option* option : app.get_options()) {
+        const std::string name = option->get_name();
+        if (message.find(name) != std::string::npos && name.size() > subject.size()) {
+            subject = name;
+        }
+    }
+    for (const CLI::App* command : app.get_subcommands()) {
+        const std::string deeper = subject_of(*command, message);
+        subject = deeper.empty() ? subject : deeper;
+    }
+    return subject;
+}
+
 /// What is wrong with the arguments, in German.
-std::string usage_fault(const CLI::ParseError& error) {
-    const std::string detail = error.what();
-    const std::string& kind = error.get_name();
-    const char* text = kind == "RequiredError"      ? "eine nötige Angabe fehlt"
-                       : kind == "ExtrasError"      ? "unbekannte Angabe"
-                       : kind == "ConversionError"  ? "eine Zahl ist nicht lesbar"
-                       : kind == "ValidationError"  ? "ein Wert ist nicht zulässig"
-                       : kind == "ArgumentMismatch" ? "die Zahl der Angaben stimmt nicht"
-                                                    : "falscher Aufruf";
-    return fmt::format("{} ({}); Hilfe mit --help", text, detail);
+std::string usage_fault(const CLI::App& app, const CLI::ParseError& error) {
+    const std::string message = error.what();
+    std::string text = "falscher Aufruf";
+    std::string subject = subject_of(app, message);
+    switch (static_cast<CLI::ExitCodes>(error.get_exit_code())) {
+        case CLI::ExitCodes::RequiredError:
+            text = subject.empty() ? "es fehlt ein Befehl" : "es fehlt";
+            break;
+        case CLI::ExitCodes::ExtrasError:
+            text = "unbekannte Angabe";
+            subject = message.substr(message.rfind(": ") + 1);
+            break;
+        case CLI::ExitCodes::ConversionError:
+        case CLI::ExitCodes::ValidationError:
+            text = "unzulässiger Wert für";
+            break;
+        case CLI::ExitCodes::ArgumentMismatch:
+            text = "fehlender oder überzähliger Wert für";
+            break;
+        default:
+            break;
+    }
+    return subject.empty() ? text + "; Hilfe mit --help"
+                           : fmt::format("{} {}; Hilfe mit --help", text, trim(subject));
 }
 
 /// Remarks of the toolkit about its surroundings are no messages of this program.
@@ -224,7 +259,7 @@ int run(int argc, char** argv) {
     } catch (const CLI::Success& success) {
         return line.app().exit(success);
     } catch (const CLI::ParseError& error) {
-        report(usage_fault(error));
+        report(usage_fault(line.app(), error));
         return wrong_usage;
     }
     // No display is needed: fonts and pictures come from the toolkit's offscreen platform.

@@ -1,6 +1,7 @@
 #include "batch/options.h"
 
 #include <charconv>
+#include <limits>
 #include <string_view>
 #include <system_error>
 
@@ -20,8 +21,6 @@ struct ObjectField {
     bool boolean = false;
 };
 
-constexpr std::int32_t any_strip = 119;
-
 constexpr std::array<ObjectField, 15> object_fields{{
     {"obj_pube", &ObjectSelection::obj_pube, nullptr, 0, 1},
     {"obj_pusi", &ObjectSelection::obj_pusi, nullptr, 0, 1},
@@ -37,7 +36,8 @@ constexpr std::array<ObjectField, 15> object_fields{{
     {"obj_bezu", &ObjectSelection::obj_bezu, nullptr, -99, 3},
     {"obj_bezu_elli", nullptr, &ObjectSelection::obj_bezu_elli, 1, 5},
     {"obj_bezu_abbi", nullptr, &ObjectSelection::obj_bezu_abbi, 1, 2},
-    {"obj_nube_meridian", nullptr, &ObjectSelection::obj_nube_meridian, -99, any_strip},
+    {"obj_nube_meridian", nullptr, &ObjectSelection::obj_nube_meridian,
+     std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()},
 }};
 
 template <typename Number>

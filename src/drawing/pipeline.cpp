@@ -117,6 +117,8 @@ void offer_commands(WindowState& window) {
 
 void withdraw_commands(WindowState& window) {
     window.frm_massstab_shown = false;
+    // Another choice of objects is the way out.
+    window[MenuItem::m_torvel_objekte].enabled = true;
     for (const MenuItem item : {MenuItem::m_ansicht_massstab, MenuItem::m_torvel_ansicht,
                                 MenuItem::m_torvel_plotten, MenuItem::m_torvel_optionen}) {
         window[item].enabled = false;

@@ -18,6 +18,10 @@ struct TargetBox {
     double ymax = 0;
 };
 
+/// Wider pens are drawn in this width, logical pixels: what a pen may reach into a picture from
+/// outside stays small.
+constexpr std::int16_t widest_pen = 128;
+
 /// What every layer draws on: the picture, a recording, a page. Coordinates are metres of ground
 /// in a local frame with its origin at the lower left corner of the view (or sheet); x grows to
 /// the east, y to the north. Callers subtract the origin in 64 bits and then narrow.

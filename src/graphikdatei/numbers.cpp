@@ -78,6 +78,24 @@ Prefix scan_prefix(std::string_view text, bool comma_is_point) {
     return found;
 }
 
+/// About the power of ten of a decimal's first digit that is not 0; enough to tell a number too
+/// large from one too small.
+double leading_digit_power(std::string_view digits) {
+    const std::size_t e = digits.find_first_of("eE");
+    const std::string_view mantissa = digits.substr(0, e);
+    double power = 0;
+    if (e != std::string_view::npos) {
+        const bool negative = digits[e + 1] == '-';
+        for (const char c : digits.substr(e + 1)) {
+            power = is_digit(c) ? power * 10 + (c - '0') : power;
+        }
+        power = negative ? -power : power;
+    }
+    const auto point = static_cast<double>(std::min(mantissa.find('.'), mantissa.size()));
+    const auto first = static_cast<double>(mantissa.find_first_not_of("0."));
+    return power + point - first;
+}
+
 /// The general case, by the library; the sign is not part of the text.
 double parse_general(std::string_view text, const Prefix& found) {
     std::string digits(text.substr(found.begin, found.end - found.begin));
@@ -87,9 +105,7 @@ double parse_general(std::string_view text, const Prefix& found) {
     double value = 0;
     const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value);
     if (result.ec == std::errc::result_out_of_range) {
-        const std::size_t exponent = digits.find_first_of("eE");
-        const bool tiny = exponent != std::string::npos && digits[exponent + 1] == '-';
-        return tiny ? 0.0 : std::numeric_limits<double>::max();
+        return leading_digit_power(digits) > 0 ? std::numeric_limits<double>::max() : 0.0;
     }
     return value;
 }

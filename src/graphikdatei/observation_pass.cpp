@@ -290,6 +290,7 @@ void beob_lesen(Session& session) {
         }
     }
     plain.finish();
+    session.lbl_fzbez.resize(static_cast<std::size_t>(session.lin.fernziel_anzahl) + 1);
 }
 
 }  // namespace veldra

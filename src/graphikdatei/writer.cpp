@@ -246,10 +246,10 @@ void endfassung_schreiben(Session& session, const std::string& target) {
         out.commit();
     }
     session.netz_aktuell = shown_part;
+    close_document(session);
     for (const char* suffix : {"_1", "_2"}) {
         remove_file(session.arbeitsdatei_basis + suffix);
     }
-    close_document(session);
 }
 
 void endfassung_schreiben(Session& session) {

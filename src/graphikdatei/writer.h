@@ -12,7 +12,8 @@ namespace veldra {
 void arbeitskopie_schreiben(Session& session);
 
 /// Turns the latest working copy into the graphic file itself and deletes the copies; the session
-/// then has no file loaded. `target` is the file to write, usually the graphic file.
+/// then has no file loaded, also when a copy cannot be deleted and is named by the FatalError.
+/// `target` is the file to write, usually the graphic file.
 void endfassung_schreiben(Session& session, const std::string& target);
 void endfassung_schreiben(Session& session);
 

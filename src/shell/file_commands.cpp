@@ -27,6 +27,10 @@ void datei_alt_oeffnen(Session& session, int index, const Desk& desk) {
 void programm_ende(Session& session, ProgramRun& run) {
     arbeitskopie_schreiben(session);
     endfassung_schreiben(session);
+    // The profile of a project that never was may lie in a folder that is not there yet.
+    if (const std::size_t end = run.ini_datei.rfind('/'); end != std::string::npos && end > 0) {
+        create_folder(run.ini_datei.substr(0, end));
+    }
     profil_schreiben(session, run.ini_datei);
     if (!run.is_project()) {
         start_schreiben(session, run.ini_datei);

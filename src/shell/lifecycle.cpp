@@ -41,9 +41,20 @@ MenuItemState& recent_item(WindowState& window, int index) {
                        static_cast<std::size_t>(index) - 1];
 }
 
-/// Paths are compared without regard to case, as the list always did.
+/// Paths are compared without regard to case: letters a to z and, in UTF-8, those of Latin-1.
 std::string comparable(const std::string& path) {
-    return upper_case(from_utf8(path));
+    constexpr unsigned char latin1_lead = 0xC3;
+    constexpr unsigned char division_sign = 0xB7;
+    std::string folded = path;
+    for (std::size_t i = 0; i < folded.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(folded[i]);
+        const bool behind_lead = i > 0 && static_cast<unsigned char>(folded[i - 1]) == latin1_lead;
+        const bool latin1 = behind_lead && byte >= 0xA0 && byte <= 0xBE && byte != division_sign;
+        if (latin1 || (byte >= 'a' && byte <= 'z')) {
+            folded[i] = static_cast<char>(byte - 0x20U);
+        }
+    }
+    return folded;
 }
 
 void clear_part_titles(Session& session) {

@@ -252,13 +252,29 @@ TEST_F(VeldraCli, WrongUsageIsTwo) {
     EXPECT_FALSE(std::filesystem::exists(png));
 }
 
+TEST_F(VeldraCli, UsageFaultsAreTold) {
+    EXPECT_THAT(run({}).err, HasSubstr("es fehlt ein Befehl"));
+    EXPECT_THAT(run({"bild", "x.dat"}).err, HasSubstr("es fehlt -o"));
+    EXPECT_THAT(run({"tabellen", "x.dat", "y.dat"}).err, HasSubstr("unbekannte Angabe y.dat"));
+    EXPECT_THAT(run({"bild", "x.dat", "-o", "p.png", "--breite", "1"}).err,
+                HasSubstr("unzulässiger Wert für --breite"));
+}
+
+TEST_F(VeldraCli, PartWithAnEmptyNameCanBeChosen) {
+    const json t =
+        tables({file("NETZTEIL B\nPUNKTSIGNATUR 1 2 0 0 1\nNETZTEIL \nx\n"), "--netzteil", ""});
+    EXPECT_EQ(t["netz_aktuell"], 2);
+}
+
 TEST_F(VeldraCli, HelpAndVersionAreGermanAndDone) {
     const ProgramRun help = run({"--help"});
     EXPECT_EQ(help.exit_code, 0);
     for (const char* command : {"tabellen", "bild", "operationen", "normalform", "Aufruf"}) {
         EXPECT_THAT(help.out, HasSubstr(command));
     }
-    EXPECT_THAT(help.out, Not(HasSubstr("Usage")));
+    for (const char* english : {"Usage", "Options", "Subcommands", "Positionals"}) {
+        EXPECT_THAT(help.out + run({"bild", "--help"}).out, Not(HasSubstr(english)));
+    }
     EXPECT_THAT(run({"bild", "--help"}).out, HasSubstr("--ausschnitt"));
     const ProgramRun version = run({"--version"});
     EXPECT_EQ(version.exit_code, 0);

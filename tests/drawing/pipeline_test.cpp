@@ -236,6 +236,7 @@ TEST_F(DrawAllTest, ScaleBarButtonIsOffWhileItsDialogIsShown) {
 
 TEST_F(DrawAllTest, FileWithoutPartsAndObjectsIsReported) {
     session.window.frm_massstab_shown = true;
+    session.window[MenuItem::m_torvel_objekte].enabled = false;
     draw();
     ASSERT_EQ(desktop.boxes.size(), 1U);
     EXPECT_EQ(desktop.styles[0], MessageStyle::critical);

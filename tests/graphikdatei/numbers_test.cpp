@@ -1,6 +1,7 @@
 #include "graphikdatei/numbers.h"
 
 #include <limits>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -45,6 +46,10 @@ TEST(ZahlWert, StaysFiniteBeyondTheRange) {
     EXPECT_EQ(zahl_wert("1e999"), std::numeric_limits<double>::max());
     EXPECT_EQ(zahl_wert("-1e999"), -std::numeric_limits<double>::max());
     EXPECT_EQ(zahl_wert("1e-999"), 0.0);
+    EXPECT_EQ(zahl_wert("0." + std::string(400, '0') + "1"), 0.0);
+    EXPECT_EQ(zahl_wert("1" + std::string(400, '0')), std::numeric_limits<double>::max());
+    EXPECT_EQ(zahl_wert("1" + std::string(400, '0') + "e-900"), 0.0);
+    EXPECT_EQ(zahl_wert("0." + std::string(10, '0') + "1e400"), std::numeric_limits<double>::max());
 }
 
 TEST(ZahlWert, IsCorrectlyRounded) {

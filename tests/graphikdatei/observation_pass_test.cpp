@@ -51,6 +51,17 @@ TEST_F(ObservationPass, OrientationWithoutTargetKeepsItsRow) {
     EXPECT_EQ(session.lin.fernziel_anzahl, 0);
 }
 
+TEST_F(ObservationPass, EachRemoteTargetHasALabel) {
+    read_observations("O 1 2 3 4 A\nO 1 2 5 6 B\nO 1 2 7 8\n", horizontal);
+    EXPECT_EQ(session.lin.fernziel_anzahl, 2);
+    EXPECT_EQ(session.lbl_fzbez.size(), 3U);  // element 0 is the sample
+    beob_lesen(session);
+    EXPECT_EQ(session.lbl_fzbez.size(), 3U);
+    session.obj.obj_beob = heights;
+    beob_lesen(session);
+    EXPECT_LE(session.lbl_fzbez.size(), 1U);
+}
+
 TEST_F(ObservationPass, SmallestEvAndLargestNvAndEpStay) {
     read_observations("DISTANZ 1 2 3 4 60 1 9\nDISTANZ 1 2 3 4 50 2 8\n", horizontal);
     EXPECT_EQ(session.lin[1].lin_ev_seite, 50.0);

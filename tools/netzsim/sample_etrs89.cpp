@@ -126,7 +126,7 @@ void write_plane_part(GraphicWriter& writer, const Site& site, NormalSource& sou
     write_head(writer, "Lage", "Lagenetz in ETRS 89, UTM-Koordinaten der Zone 32", points, result,
                1);
     write_observations(writer, points, network, result,
-                       {"Köln, Fernmeldeturm", "Linz, St. Marien"});
+                       {"Fernmeldeturm", "Linz, St. Marien"});
     write_precision(writer, points, result);
     write_control_residuals(writer, points, result);
 }

@@ -44,7 +44,7 @@ void PainterTarget::DrawStyle(std::int16_t style) {
 }
 
 void PainterTarget::DrawWidth(std::int16_t width) {
-    const double wanted = std::max<double>(width, 1) * mapping_.units_per_pen_pixel;
+    const double wanted = std::clamp<double>(width, 1, widest_pen) * mapping_.units_per_pen_pixel;
     if (pen_width_ != wanted) {
         pen_width_ = wanted;
         in_force_ = PenUse::none;
@@ -69,8 +69,13 @@ void PainterTarget::FillColor(std::int32_t colour) {
 
 void PainterTarget::use_line_pen() {
     if (in_force_ != PenUse::lines) {
-        QPen pen(pen_, pen_width_, dotted_ ? Qt::DotLine : Qt::SolidLine,
-                 dotted_ ? Qt::FlatCap : Qt::RoundCap, Qt::RoundJoin);
+        QPen pen(pen_, pen_width_, Qt::SolidLine, dotted_ ? Qt::FlatCap : Qt::RoundCap,
+                 Qt::RoundJoin);
+        if (dotted_) {
+            // Three logical pixels on and three off, as on the picture; a pen counts in its width.
+            const double dot = 3 * mapping_.units_per_pen_pixel / pen_width_;
+            pen.setDashPattern({dot, dot});
+        }
         pen.setCosmetic(true);
         painter_.setPen(pen);
         in_force_ = PenUse::lines;
@@ -136,6 +141,7 @@ void PainterTarget::Ellipse(const EllipseCurve& curve) {
     const QRectF box = outline.boundingRect();
     if (!is_finite(box.topLeft()) || !is_finite(box.bottomRight()) || box.left() < -far_out ||
         box.right() > far_out || box.top() < -far_out || box.bottom() > far_out) {
+        DrawingTarget::Ellipse(curve);
         return;
     }
     use_line_pen();

@@ -51,7 +51,7 @@ void RasterTarget::DrawStyle(std::int16_t style) {
 }
 
 void RasterTarget::DrawWidth(std::int16_t width) {
-    pen_width_ = device_pixels(width, mapping_.device_pixel_ratio);
+    pen_width_ = device_pixels(std::min(width, widest_pen), mapping_.device_pixel_ratio);
 }
 
 void RasterTarget::ForeColor(std::int32_t colour) {
