@@ -62,7 +62,7 @@ void restore(const std::string& folder, const Snapshot& files) {
         std::filesystem::remove(entry.path());
     }
     for (const auto& [name, bytes] : files) {
-        std::ofstream(folder + "/" + name, std::ios::binary) << bytes;
+        std::ofstream(std::filesystem::path(folder) / name, std::ios::binary) << bytes;
     }
 }
 
