@@ -185,12 +185,16 @@ TEST_F(RasterTargetTest, EscapementTurnsCounterClockwise) {
 
 TEST_F(RasterTargetTest, VisibleBoxHoldsThePictureAndThePen) {
     RasterTarget target(image_, mapping());
+    // A pen is drawn 128 pixels wide at most, and half of it may reach in.
     target.DrawWidth(400);
     const TargetBox box = target.visible_box().value();
-    EXPECT_LE(box.xmin, -200);
-    EXPECT_GE(box.xmax, 400);
-    EXPECT_LE(box.ymin, -200);
-    EXPECT_GE(box.ymax, 350);
+    EXPECT_LE(box.xmin, -64);
+    EXPECT_GE(box.xmax, 264);
+    EXPECT_LE(box.ymin, -64);
+    EXPECT_GE(box.ymax, 214);
+    image_.fill(Qt::white);
+    target.Line(0, 75, 200, 75);
+    EXPECT_EQ(painted().height(), 128);
 }
 
 /// Labels of 10 point on a picture of one metre a pixel.
