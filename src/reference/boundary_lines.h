@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
@@ -73,11 +74,13 @@ class BoundaryCollector {
 /// that begins in the corner of the target begins at `corner`.
 template <typename Pen, typename Line>
 void visit_boundaries(const BoundaryLines& lines, const std::optional<BoundaryCode>& end,
-                      const PlanePoint& corner, std::optional<TargetBox> ground, Pen&& pen,
+                      const PlanePoint& corner, const std::optional<TargetBox>& ground, Pen&& pen,
                       Line&& line) {
-    const auto outside = [&ground](double xmin, double ymin, double xmax, double ymax) {
-        return xmin > ground->xmax || xmax < ground->xmin || ymin > ground->ymax ||
-               ymax < ground->ymin;
+    constexpr double far = std::numeric_limits<double>::infinity();
+    constexpr TargetBox everywhere{-far, -far, far, far};
+    TargetBox shown = ground.value_or(everywhere);
+    const auto outside = [&shown](double xmin, double ymin, double xmax, double ymax) {
+        return xmin > shown.xmax || xmax < shown.xmin || ymin > shown.ymax || ymax < shown.ymin;
     };
     const auto visit_piece = [&](const BoundaryPiece& piece) {
         const TargetBox& box = piece.box;
@@ -85,11 +88,11 @@ void visit_boundaries(const BoundaryLines& lines, const std::optional<BoundaryCo
             line(corner, lines.vertices[piece.last]);
             return;
         }
-        if (ground && outside(box.xmin, box.ymin, box.xmax, box.ymax)) {
+        if (outside(box.xmin, box.ymin, box.xmax, box.ymax)) {
             return;
         }
-        const bool inside = !ground || (box.xmin >= ground->xmin && box.xmax <= ground->xmax &&
-                                        box.ymin >= ground->ymin && box.ymax <= ground->ymax);
+        const bool inside = box.xmin >= shown.xmin && box.xmax <= shown.xmax &&
+                            box.ymin >= shown.ymin && box.ymax <= shown.ymax;
         const PlanePoint* from = &lines.vertices[piece.first];
         const PlanePoint* const stop = &lines.vertices[piece.last];
         for (; from < stop; ++from) {
@@ -114,7 +117,8 @@ void visit_boundaries(const BoundaryLines& lines, const std::optional<BoundaryCo
         }
         const std::size_t level = boundary_level(lines.headers[h].code);
         if (level > 0 && (!ground || level != level_set)) {
-            ground = pen(level);
+            const std::optional<TargetBox> of_pen = pen(level);
+            shown = of_pen.value_or(everywhere);
             level_set = level;
         }
     }
