@@ -11,6 +11,7 @@
 #include <fmt/format.h>
 
 #include "batch/commands.h"
+#include "batch/ground_commands.h"
 #include "graphikdatei/codepage.h"
 #include "shell/fatal_error.h"
 
@@ -25,6 +26,7 @@ constexpr int largest_picture = 16384;
 struct Arguments {
     FileOptions file;
     PictureOptions picture;
+    TransformationOptions transformation;
     std::string part;
     bool part_given = false;  ///< a part may have an empty name
     std::vector<std::string> parts;
@@ -105,6 +107,9 @@ class CommandLine {
         add_bild();
         add_operationen();
         add_normalform();
+        add_bezirk();
+        add_koordinaten();
+        add_grenzen();
     }
 
     CLI::App& app() { return app_; }
@@ -169,6 +174,49 @@ class CommandLine {
         actions_[command] = [this] {
             command_normalform(arguments_.file, arguments_.parts, arguments_.output);
         };
+    }
+
+    void add_bezirk() {
+        CLI::App* command = add_command(
+            app_, "bezirk", "das Netz der Nummerierungsbezirke als JSON ausgeben", arguments_);
+        add_selection(*command, arguments_);
+        add_picture(*command, arguments_);
+        actions_[command] = [this] { command_bezirk(file_options(), arguments_.picture); };
+    }
+
+    void add_koordinaten() {
+        CLI::App* command = app_.add_subcommand(
+            "koordinaten", "Zeilen \"rechts hoch\" der Standardeingabe transformieren");
+        speak_german(*command);
+        TransformationOptions& options = arguments_.transformation;
+        command
+            ->add_option("--von", options.from,
+                         "System der Eingabe: Ellipsoid (1 Bessel, 2 Hayford, 3 WGS 72, 4 GRS 80, "
+                         "5 Krassowsky), Abbildung (1 Gauß-Krüger, 2 UTM)")
+            ->option_text("ELLI,ABBI")
+            ->required();
+        command->add_option("--nach", options.to, "System der Ausgabe")
+            ->option_text("ELLI,ABBI")
+            ->required();
+        command->add_option("--meridian", options.meridian, "Streifen oder Zone der Ausgabe")
+            ->option_text("N")
+            ->required();
+        command
+            ->add_option("--datum", options.datum,
+                         "Datumsübergang: fünf Zahlen in der Folge der Profildatei")
+            ->option_text("\"N N N N N\"");
+        actions_[command] = [this] { command_koordinaten(arguments_.transformation); };
+    }
+
+    void add_grenzen() {
+        CLI::App* command = app_.add_subcommand(
+            "grenzen", "eine Verwaltungsgrenzendatei ohne doppelte Strecken schreiben");
+        speak_german(*command);
+        command->add_option("GRENZENDATEI", arguments_.file.file, "die Verwaltungsgrenzendatei")
+            ->required();
+        command->add_option("-o", arguments_.output, "Ausgabe (GRENZENDATEI mit \"_neu\")")
+            ->option_text("DATEI");
+        actions_[command] = [this] { command_grenzen(arguments_.file.file, arguments_.output); };
     }
 
     CLI::App app_;

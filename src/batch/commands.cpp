@@ -1,11 +1,9 @@
 #include "batch/commands.h"
 
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
-
 #include "batch/batch_session.h"
+#include "batch/ground_commands.h"
 #include "batch/json_output.h"
+#include "batch/output.h"
 #include "drawing/pipeline.h"
 #include "graphikdatei/writer.h"
 #include "platform/os/files.h"
@@ -17,24 +15,9 @@ namespace veldra::batch {
 
 namespace {
 
-void write_to_standard_output(const std::string& text) {
-    errno = 0;
-    const bool whole = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
-    if (!whole || std::fflush(stdout) != 0) {
-        throw FatalError(std::string("Standardausgabe: kann nicht geschrieben werden: ") +
-                         std::strerror(errno));
-    }
-}
-
 bool ends_with(const std::string& text, std::string_view ending) {
     return text.size() > ending.size() &&
            text.compare(text.size() - ending.size(), ending.size(), ending) == 0;
-}
-
-void refuse_input_as_output(const std::string& input, const std::string& output) {
-    if (same_file(input, output)) {
-        throw UsageError(output + ": Ausgabe und Eingabe sind dieselbe Datei");
-    }
 }
 
 }  // namespace
@@ -58,6 +41,7 @@ void command_bild(const FileOptions& options, const PictureOptions& picture,
     QtTextMeasurer measurer;
     ConsoleInterface ui;
     open_view(session, options, picture, measurer, ui);
+    load_boundaries(session);
     const QSize size(picture.width, picture.height);
     write_picture_file(output, svg ? svg_bytes(session, measurer, ui, size)
                                    : png_bytes(render_picture(session, measurer, ui, size, 1.0)));
@@ -68,6 +52,7 @@ void command_operationen(const FileOptions& options, const PictureOptions& pictu
     QtTextMeasurer measurer;
     ConsoleInterface ui;
     open_view(session, options, picture, measurer, ui);
+    load_boundaries(session);
     RecordingTarget target;
     DrawAll(session, target, measurer, ui);
     write_to_standard_output(operations_json(target.operations()));

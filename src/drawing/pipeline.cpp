@@ -8,7 +8,8 @@
 #include "drawing/title.h"
 #include "drawing/value_layers.h"
 #include "graphikdatei/codepage.h"
-#include "reference/reference_layers.h"
+#include "reference/boundaries.h"
+#include "reference/districts.h"
 
 namespace veldra {
 
@@ -141,6 +142,21 @@ void report_empty(Session& session, UserInterface& ui) {
     ui.message_box(MessageStyle::critical, " Fehler ", text);
 }
 
+/// A boundary file that cannot be read is reported once; the rest of the picture goes on.
+void draw_boundaries(Session& session, const LayerFrame& frame, DrawingTarget& target,
+                     UserInterface& ui) {
+    std::string& reported = session.boundary_cache.reported;
+    try {
+        DrawBoundaries(session, frame, target);
+        reported.clear();
+    } catch (const UnreadableBoundaries& error) {
+        if (reported != error.what()) {
+            reported = error.what();
+            ui.message_box(MessageStyle::critical, " Fehler ", reported);
+        }
+    }
+}
+
 }  // namespace
 
 void draw_network(Session& session, const LayerFrame& frame, DrawingTarget& target) {
@@ -157,7 +173,7 @@ void DrawAll(Session& session, DrawingTarget& target, TextMeasurer& measurer, Us
     set_caption(session);
     const LayerFrame frame = screen_frame(session, measurer);
     if (session.obj.obj_verw != 0) {
-        DrawBoundaries(session, frame, target);
+        draw_boundaries(session, frame, target, ui);
     }
     const Viewport& view = session.view;
     DrawGrid(session, frame, target,

@@ -33,6 +33,11 @@ double central_meridian(std::int32_t mapping, std::int32_t number) {
     return mapping == utm ? 6.0 * number - 183.0 : 3.0 * number;
 }
 
+/// Strips go round the earth from 0, zones from 1.
+bool is_number_of(std::int32_t mapping, double number) {
+    return mapping == utm ? number >= 1 && number <= 60 : number >= 0 && number <= 119;
+}
+
 /// The difference of two longitudes, within half a turn.
 double longitude_difference(double longitude, double from) {
     return std::remainder(longitude - from, 360.0);
@@ -51,6 +56,10 @@ class Koordtrans::System {
             ellipsoid.inverse_flattening);
         proj_log_level(context_, PJ_LOG_NONE);
         projection_ = proj_create(context_, definition.c_str());
+        double x = 0;
+        double y = 90;
+        transform(true, x, y);
+        pole_ = y;
     }
     ~System() {
         proj_destroy(projection_);
@@ -65,7 +74,8 @@ class Koordtrans::System {
     /// way round; x is the longitude or the distance from the central meridian.
     bool transform(bool to_plane, double& x, double& y) const {
         if (projection_ == nullptr || !std::isfinite(x) || !std::isfinite(y) ||
-            (to_plane && (std::fabs(x) > widest_longitude || std::fabs(y) > 90.0))) {
+            std::fabs(y) > (to_plane ? 90.0 : pole_) ||
+            (to_plane && std::fabs(x) > widest_longitude)) {
             return false;
         }
         const double unit = to_plane ? radians : 1.0;
@@ -84,10 +94,16 @@ class Koordtrans::System {
     std::int32_t mapping_;
     PJ_CONTEXT* context_;
     PJ* projection_ = nullptr;
+    double pole_ = 0;  ///< northing of the pole, the largest within a quarter turn
 };
 
 Koordtrans::Koordtrans() = default;
 Koordtrans::~Koordtrans() = default;
+
+const Koordtrans::System* Koordtrans::system_in(std::int32_t slot) const {
+    const bool exists = slot >= 0 && slot < static_cast<std::int32_t>(slots_.size());
+    return exists ? slots_[static_cast<std::size_t>(slot)].get() : nullptr;
+}
 
 void Koordtrans::DEFSYSTEM(std::int32_t slot, std::int32_t ellipsoid, std::int32_t mapping,
                            std::int32_t& status) {
@@ -109,8 +125,7 @@ void Koordtrans::GKGGEG(std::int32_t slot, double rechts, double hoch, std::int3
                         double& latitude, double& longitude, std::int32_t mode,
                         std::int32_t& status) const {
     constexpr std::int32_t own_digits = -1;
-    constexpr double most_numbers = 1000;
-    const System* system = slots_.at(static_cast<std::size_t>(slot)).get();
+    const System* system = system_in(slot);
     status = 1;
     latitude = 0;
     longitude = 0;
@@ -118,7 +133,7 @@ void Koordtrans::GKGGEG(std::int32_t slot, double rechts, double hoch, std::int3
     if (mode == own_digits) {
         number = std::trunc(rechts / metres_per_number);
     }
-    if (system == nullptr || !(std::fabs(number) < most_numbers)) {
+    if (system == nullptr || !is_number_of(system->mapping(), number)) {
         return;
     }
     double x = rechts - number * metres_per_number - false_easting;
@@ -135,7 +150,7 @@ void Koordtrans::GEGGKO(std::int32_t slot, double latitude, double longitude,
                         std::int32_t& status) const {
     constexpr std::int32_t find_strip = 2;
     constexpr int strips = 120;
-    const System* system = slots_.at(static_cast<std::size_t>(slot)).get();
+    const System* system = system_in(slot);
     status = 1;
     rechts = 0;
     hoch = 0;
@@ -146,7 +161,7 @@ void Koordtrans::GEGGKO(std::int32_t slot, double latitude, double longitude,
         const int strip = static_cast<int>(std::floor((longitude + 1.5) / 3.0)) % strips;
         meridian = strip < 0 ? strip + strips : strip;
     }
-    if (system == nullptr) {
+    if (system == nullptr || !is_number_of(system->mapping(), meridian)) {
         return;
     }
     double x = longitude_difference(longitude, central_meridian(system->mapping(), meridian));

@@ -13,7 +13,7 @@ namespace veldra {
 /// Eastings are number times 1 000 000 + 500 000 + offset from the central meridian, northings the
 /// distance from the equator, both in metres. Angles are in degrees, east and north positive.
 /// A `meridian` is the number of the strip or zone: strip n has its central meridian at 3n degrees,
-/// zone n at 6n - 183.
+/// zone n at 6n - 183. Strips are 0 to 119, zones 1 to 60; other numbers lie outside the domain.
 ///
 /// Status 0 is done, 1 is outside the domain of the mapping (or a slot that was not defined);
 /// results are 0 then. Within 3.5° of the central meridian a round trip closes to 0.01 mm.
@@ -39,6 +39,7 @@ class Koordtrans {
 
  private:
     class System;
+    [[nodiscard]] const System* system_in(std::int32_t slot) const;
     std::array<std::unique_ptr<System>, 4> slots_;
 };
 

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <numbers>
 
+#include "reference/district_grid.h"
 #include "reference/koordtrans.h"
 
 namespace veldra {
@@ -40,40 +41,21 @@ void settle_selection(ObjectSelection& obj, bool strips) {
 
 /// The strip of the numbering districts at a point, whose own system is the selected one.
 std::int32_t district_strip(const Session& session, const ReferencePoint& point) {
-    const ObjectSelection& obj = session.obj;
+    const ChainSetup setup = chain_setup(session, district_system, session.settings.numbez_datum);
+    const CoordinateChain chain(setup);
     Koordtrans library;
     std::int32_t status = 0;
-    library.DEFSYSTEM(1, obj.obj_bezu_elli, obj.obj_bezu_abbi, status);
-    library.DEFSYSTEM(2, bessel, gauss_krueger, status);
-    GeographicPoint geographic;
-    library.GKGGEG(1, point.rechts, point.hoch, point.number, geographic.latitude,
-                   geographic.longitude, 0, status);
-    const auto& rows = session.settings.numbez_datum;
-    const DatumRow& row = rows[static_cast<std::size_t>(obj.obj_bezu - 1)];
-    const GeographicPoint shifted = DatumShift(negated(row), geographic);
+    library.DEFSYSTEM(2, district_system.ellipsoid, district_system.mapping, status);
+    const GeographicPoint geographic =
+        chain.to_geographic({point.rechts, point.hoch}).value_or(GeographicPoint{});
     std::int32_t meridian = 0;
     double rechts = 0;
     double hoch = 0;
-    library.GEGGKO(2, shifted.latitude, shifted.longitude, meridian, rechts, hoch, 2, status);
+    library.GEGGKO(2, geographic.latitude, geographic.longitude, meridian, rechts, hoch, 2, status);
     return meridian;
 }
 
 }  // namespace
-
-GeographicPoint DatumShift(const DatumRow& row, const GeographicPoint& point) {
-    constexpr double pivot = 50.0;
-    constexpr double seconds = 3600.0;
-    const double a = 1 + row.sphi / seconds;
-    const double b = 1 + row.slam / seconds;
-    const double c = row.rot / (1296000.0 / 6.28318530717959);
-    const double north = point.latitude - pivot;
-    return {north * a + row.dphi0 / seconds + pivot - b * point.longitude * c,
-            north * a * c + row.dlam0 / seconds + b * point.longitude};
-}
-
-DatumRow negated(const DatumRow& row) {
-    return {-row.dphi0, -row.dlam0, -row.sphi, -row.slam, -row.rot};
-}
 
 ReferencePoint reference_point(const Session& session) {
     constexpr double metres_per_number = 1000000.0;
@@ -85,6 +67,19 @@ ReferencePoint reference_point(const Session& session) {
     constexpr double most_numbers = 1e9;
     point.number = std::fabs(number) < most_numbers ? static_cast<std::int32_t>(number) : 0;
     return point;
+}
+
+ChainSetup chain_setup(const Session& session, const PlaneSystem& reference,
+                       const std::array<DatumRow, 3>& rows) {
+    const ObjectSelection& obj = session.obj;
+    ChainSetup setup;
+    setup.document = {obj.obj_bezu_elli, obj.obj_bezu_abbi};
+    setup.number = reference_point(session).number;
+    setup.reference = reference;
+    if (obj.obj_bezu >= dhdn && obj.obj_bezu <= static_cast<std::int16_t>(rows.size())) {
+        setup.row = rows[static_cast<std::size_t>(obj.obj_bezu - 1)];
+    }
+    return setup;
 }
 
 void ResolveSystem(Session& session) {

@@ -7,6 +7,8 @@
 
 #include "drawing/label.h"
 #include "drawing/view_index.h"
+#include "reference/boundary_lines.h"
+#include "reference/district_grid.h"
 #include "settings/settings.h"
 #include "settings/settings_twins.h"
 #include "shell/tables.h"
@@ -96,6 +98,9 @@ struct Session {
     std::vector<std::int32_t> lbl_pubez_placed;
     /// Finds rows of pu and lin by place; brought into line with them before each use.
     ViewIndex view_index;
+    // Reference data of the last drawing.
+    DistrictCache district_cache;
+    BoundaryCache boundary_cache;
 
     // The view.
     Viewport view;

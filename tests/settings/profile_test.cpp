@@ -61,14 +61,16 @@ const std::string default_profile =
     "vektAdrw_6=3\r\nvektArgb_6=0000016384\r\nvektNdrw_6=3\r\nvektNrgb_6=0000016384\r\n"
     "[VERWGR]\r\n"
     "Datei=verwgrenz.dat\r\nEllipsoid=1\r\nAbbildung=1\r\n"
-    "DHDN=0.0 0.0 0.0 0.0 0.0\r\nETRS 89=0.0 0.0 0.0 0.0 0.0\r\nAndere=0.0 0.0 0.0 0.0 0.0\r\n"
+    "DHDN=0.0 0.0 0.0 0.0 0.0\r\nETRS 89=-4.3598 1.0986 -0.4115 -0.5387 -1.4848\r\nAndere=0.0 0.0 "
+    "0.0 0.0 0.0\r\n"
     "grenzdrw_1=6\r\ngrenzdrw_2=5\r\ngrenzdrw_3=4\r\ngrenzdrw_4=3\r\n"
     "grenzdrw_5=2\r\ngrenzdrw_6=2\r\ngrenzdrw_7=2\r\n"
     "grenzrgb_1=0016763391\r\ngrenzrgb_2=0016763391\r\ngrenzrgb_3=0016763391\r\n"
     "grenzrgb_4=0016763391\r\ngrenzrgb_5=0016763391\r\ngrenzrgb_6=0016763391\r\n"
     "grenzrgb_7=0016763391\r\n"
     "[NUMBEZ]\r\n"
-    "DHDN=0.0 0.0 0.0 0.0 0.0\r\nETRS 89=0.0 0.0 0.0 0.0 0.0\r\nAndere=0.0 0.0 0.0 0.0 0.0\r\n"
+    "DHDN=0.0 0.0 0.0 0.0 0.0\r\nETRS 89=-4.3598 1.0986 -0.4115 -0.5387 -1.4848\r\nAndere=0.0 0.0 "
+    "0.0 0.0 0.0\r\n"
     "[LEGENDE]\r\n"
     "TitelSize_1=3.5\r\nTitelFont_1=Arial\r\nTitelBold_1=False\r\nTitelItal_1=False\r\n"
     "TitelUndr_1=False\r\n"
@@ -419,7 +421,8 @@ TEST_F(Profile, DatumLineHoldsFiveNumbers) {
     read("[NUMBEZ]\nETRS 89=  1.5   -2,25 \"3.5\" 4e1 5\n");
     const DatumRow expected{.dphi0 = 1.5, .dlam0 = -2.25, .sphi = 3.5, .slam = 40, .rot = 5};
     EXPECT_EQ(settings_.numbez_datum[1], expected);
-    EXPECT_EQ(settings_.verw_datum[1], DatumRow{}) << "the boundaries have rows of their own";
+    EXPECT_EQ(settings_.verw_datum[1], dhdn_to_etrs89_row)
+        << "the boundaries have rows of their own";
 }
 
 TEST_F(Profile, DatumLineOfTheOlderFormIsReordered) {

@@ -1,0 +1,34 @@
+#include "batch/output.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include <fmt/format.h>
+
+#include "batch/options.h"
+#include "platform/os/files.h"
+#include "shell/fatal_error.h"
+
+namespace veldra::batch {
+
+void write_to_standard_output(const std::string& text) {
+    errno = 0;
+    const bool whole = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+    if (!whole || std::fflush(stdout) != 0) {
+        throw FatalError(std::string("Standardausgabe: kann nicht geschrieben werden: ") +
+                         std::strerror(errno));
+    }
+}
+
+void refuse_input_as_output(const std::string& input, const std::string& output) {
+    if (same_file(input, output)) {
+        throw UsageError(output + ": Ausgabe und Eingabe sind dieselbe Datei");
+    }
+}
+
+void remark(const std::string& text) {
+    fmt::print(stderr, "veldra-cli: {}\n", text);
+}
+
+}  // namespace veldra::batch

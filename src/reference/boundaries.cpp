@@ -1,0 +1,104 @@
+#include "reference/boundaries.h"
+
+#include <chrono>
+
+#include "drawing/layer_surface.h"
+#include "graphikdatei/codepage.h"
+#include "reference/reference_system.h"
+
+namespace veldra {
+
+namespace {
+
+/// A file changed less than this ago may change again without a new time stamp.
+constexpr std::chrono::seconds stamp_resolution{2};
+
+bool is_settled(const FileStamp& stamp) {
+    const std::chrono::nanoseconds now = std::chrono::system_clock::now().time_since_epoch();
+    const std::chrono::nanoseconds age = now - std::chrono::nanoseconds(stamp.modified_ns);
+    return std::chrono::abs(age) > stamp_resolution;
+}
+
+/// The lines that were read serve for `end` too: its header is among them, or it is not in the
+/// file.
+bool reaches(const BoundaryCache& cache, const std::optional<BoundaryCode>& end) {
+    if (cache.lines.whole_file || cache.end == end) {
+        return true;
+    }
+    for (const BoundaryHeader& header : cache.lines.headers) {
+        if (header.code == end) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+std::string boundary_path(const Session& session) {
+    std::string path = to_utf8(session.settings.verw_datei);
+    const bool relative = !path.empty() && path.front() != '/';
+    const std::size_t separator = session.graphikdatei.rfind('/');
+    if (relative && separator != std::string::npos && file_stamp(path) == FileStamp{}) {
+        std::string beside = session.graphikdatei.substr(0, separator + 1) + path;
+        if (file_stamp(beside) != FileStamp{}) {
+            return beside;
+        }
+    }
+    return path;
+}
+
+const BoundaryLines* boundary_lines(Session& session) {
+    BoundaryCache& cache = session.boundary_cache;
+    if (session.obj.obj_bezu <= 0) {
+        return nullptr;
+    }
+    const Settings& settings = session.settings;
+    BoundaryInputs inputs;
+    inputs.path = boundary_path(session);
+    inputs.stamp = file_stamp(inputs.path);
+    inputs.chain =
+        chain_setup(session, {settings.verw_elli, settings.verw_abbi}, settings.verw_datum);
+    const std::optional<BoundaryCode> end = boundary_end(session.obj.obj_verw);
+    if (cache.inputs == inputs && reaches(cache, end)) {
+        return &cache.lines;
+    }
+    cache.inputs.reset();
+    cache.lines = {};
+    if (inputs.stamp == FileStamp{}) {
+        return nullptr;
+    }
+    const bool settled = is_settled(inputs.stamp);
+    try {
+        cache.lines = read_boundaries(inputs.path, inputs.chain, end);
+    } catch (const FatalError& error) {
+        throw UnreadableBoundaries(error.what());
+    }
+    cache.end = end;
+    if (settled) {
+        cache.inputs = std::move(inputs);
+    }
+    return &cache.lines;
+}
+
+void DrawBoundaries(Session& session, const LayerFrame& frame, DrawingTarget& target) {
+    const BoundaryLines* lines = boundary_lines(session);
+    if (lines == nullptr) {
+        return;
+    }
+    const Settings& settings = session.settings;
+    LayerSurface surface(frame, target);
+    visit_boundaries(
+        *lines, boundary_end(session.obj.obj_verw), {frame.origin_rechts, frame.origin_hoch},
+        surface.visible_ground(),
+        [&](std::size_t level) {
+            const std::int32_t colour = settings.grenzrgb[level];
+            surface.pen(settings.grenzdrw[level], frame.grey ? GreyOf(colour) : colour);
+            return surface.visible_ground();
+        },
+        [&surface](const PlanePoint& from, const PlanePoint& to) {
+            surface.line(from.rechts, from.hoch, to.rechts, to.hoch);
+        });
+}
+
+}  // namespace veldra

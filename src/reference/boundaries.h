@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+
+#include "drawing/layer_frame.h"
+#include "drawing/target.h"
+#include "reference/boundary_lines.h"
+#include "shell/fatal_error.h"
+#include "shell/session.h"
+
+namespace veldra {
+
+/// The boundary file exists and cannot be read; what() names it and the reason.
+class UnreadableBoundaries : public FatalError {
+ public:
+    using FatalError::FatalError;
+};
+
+/// The boundary file of the settings. A relative path is looked up in the current folder, then in
+/// that of the graphic file.
+[[nodiscard]] std::string boundary_path(const Session& session);
+
+/// The boundaries of the selected level in the document's system, read anew when the file or
+/// anything else that they depend on has changed. Null without a reference system or without a
+/// file. Valid until the next call. Throws UnreadableBoundaries.
+const BoundaryLines* boundary_lines(Session& session);
+
+/// Draws the administrative boundaries of the level `obj_verw`. Throws UnreadableBoundaries.
+void DrawBoundaries(Session& session, const LayerFrame& frame, DrawingTarget& target);
+
+}  // namespace veldra
