@@ -61,16 +61,16 @@ const std::string default_profile =
     "vektAdrw_6=3\r\nvektArgb_6=0000016384\r\nvektNdrw_6=3\r\nvektNrgb_6=0000016384\r\n"
     "[VERWGR]\r\n"
     "Datei=verwgrenz.dat\r\nEllipsoid=1\r\nAbbildung=1\r\n"
-    "DHDN=0.0 0.0 0.0 0.0 0.0\r\nETRS 89=-4.3598 1.0986 -0.4115 -0.5387 -1.4848\r\nAndere=0.0 0.0 "
-    "0.0 0.0 0.0\r\n"
+    "DHDN=0.0 0.0 0.0 0.0 0.0\r\nETRS 89=-4.3598 1.0986 -0.4115 -0.5387 -1.4848\r\n"
+    "Andere=0.0 0.0 0.0 0.0 0.0\r\n"
     "grenzdrw_1=6\r\ngrenzdrw_2=5\r\ngrenzdrw_3=4\r\ngrenzdrw_4=3\r\n"
     "grenzdrw_5=2\r\ngrenzdrw_6=2\r\ngrenzdrw_7=2\r\n"
     "grenzrgb_1=0016763391\r\ngrenzrgb_2=0016763391\r\ngrenzrgb_3=0016763391\r\n"
     "grenzrgb_4=0016763391\r\ngrenzrgb_5=0016763391\r\ngrenzrgb_6=0016763391\r\n"
     "grenzrgb_7=0016763391\r\n"
     "[NUMBEZ]\r\n"
-    "DHDN=0.0 0.0 0.0 0.0 0.0\r\nETRS 89=-4.3598 1.0986 -0.4115 -0.5387 -1.4848\r\nAndere=0.0 0.0 "
-    "0.0 0.0 0.0\r\n"
+    "DHDN=0.0 0.0 0.0 0.0 0.0\r\nETRS 89=-4.3598 1.0986 -0.4115 -0.5387 -1.4848\r\n"
+    "Andere=0.0 0.0 0.0 0.0 0.0\r\n"
     "[LEGENDE]\r\n"
     "TitelSize_1=3.5\r\nTitelFont_1=Arial\r\nTitelBold_1=False\r\nTitelItal_1=False\r\n"
     "TitelUndr_1=False\r\n"
@@ -167,7 +167,7 @@ std::string numbered_profile() {
         if (equals != std::string::npos) {
             const std::string value = line.substr(equals + 1);
             const std::string digits = std::to_string(++number);
-            const bool numeric = value[0] >= '0' && value[0] <= '9';
+            const bool numeric = value[0] == '-' || (value[0] >= '0' && value[0] <= '9');
             const bool decimal = value.find('.') != std::string::npos;
             bytes += "=" + (value == "False"     ? "True"
                             : !numeric           ? "f" + digits
