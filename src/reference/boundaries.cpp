@@ -33,6 +33,28 @@ bool reaches(const BoundaryCache& cache, const std::optional<BoundaryCode>& end)
     return false;
 }
 
+/// Narrows each vertex once where nothing has to be clipped.
+void draw_run(LayerSurface& surface, std::span<const PlanePoint> run) {
+    if (surface.frame().window) {
+        for (std::size_t i = 1; i < run.size(); ++i) {
+            surface.line(run[i - 1].rechts, run[i - 1].hoch, run[i].rechts, run[i].hoch);
+        }
+        return;
+    }
+    // Coordinates of a mapping are far within the range of a 32-bit float.
+    const double x = surface.frame().origin_rechts;
+    const double y = surface.frame().origin_hoch;
+    auto from_x = static_cast<float>(run[0].rechts - x);
+    auto from_y = static_cast<float>(run[0].hoch - y);
+    for (const PlanePoint& vertex : run.subspan(1)) {
+        const auto to_x = static_cast<float>(vertex.rechts - x);
+        const auto to_y = static_cast<float>(vertex.hoch - y);
+        surface.target().Line(from_x, from_y, to_x, to_y);
+        from_x = to_x;
+        from_y = to_y;
+    }
+}
+
 }  // namespace
 
 std::string boundary_path(const Session& session) {
@@ -96,9 +118,7 @@ void DrawBoundaries(Session& session, const LayerFrame& frame, DrawingTarget& ta
             surface.pen(settings.grenzdrw[level], frame.grey ? GreyOf(colour) : colour);
             return surface.visible_ground();
         },
-        [&surface](const PlanePoint& from, const PlanePoint& to) {
-            surface.line(from.rechts, from.hoch, to.rechts, to.hoch);
-        });
+        [&surface](std::span<const PlanePoint> run) { draw_run(surface, run); });
 }
 
 }  // namespace veldra

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -70,12 +72,13 @@ class BoundaryCollector {
 
 /// Walks over the boundaries up to the first header of the code `end`, in the order of the file:
 /// `pen(level)` at each header that has a pen, which gives the ground that shows in that pen (none:
-/// everything is wanted), `line(from, to)` for each segment that can touch that ground. A segment
-/// that begins in the corner of the target begins at `corner`.
-template <typename Pen, typename Line>
+/// everything is wanted), `run(vertices)` for each unbroken run of up to `BoundaryPiece::longest`
+/// segments that can touch that ground. A segment that begins in the corner of the target begins at
+/// `corner`.
+template <typename Pen, typename Run>
 void visit_boundaries(const BoundaryLines& lines, const std::optional<BoundaryCode>& end,
                       const PlanePoint& corner, const std::optional<TargetBox>& ground, Pen&& pen,
-                      Line&& line) {
+                      Run&& run) {
     constexpr double far = std::numeric_limits<double>::infinity();
     constexpr TargetBox everywhere{-far, -far, far, far};
     TargetBox shown = ground.value_or(everywhere);
@@ -84,24 +87,34 @@ void visit_boundaries(const BoundaryLines& lines, const std::optional<BoundaryCo
     };
     const auto visit_piece = [&](const BoundaryPiece& piece) {
         const TargetBox& box = piece.box;
+        const PlanePoint* from = &lines.vertices[piece.first];
+        const PlanePoint* const last = &lines.vertices[piece.last];
         if (piece.from_corner) {
-            line(corner, lines.vertices[piece.last]);
+            const std::array<PlanePoint, 2> segment{corner, *last};
+            run(std::span<const PlanePoint>(segment));
             return;
         }
         if (outside(box.xmin, box.ymin, box.xmax, box.ymax)) {
             return;
         }
-        const bool inside = box.xmin >= shown.xmin && box.xmax <= shown.xmax &&
-                            box.ymin >= shown.ymin && box.ymax <= shown.ymax;
-        const PlanePoint* from = &lines.vertices[piece.first];
-        const PlanePoint* const stop = &lines.vertices[piece.last];
-        for (; from < stop; ++from) {
-            const PlanePoint& a = from[0];
-            const PlanePoint& b = from[1];
-            if (inside || !outside(std::min(a.rechts, b.rechts), std::min(a.hoch, b.hoch),
-                                   std::max(a.rechts, b.rechts), std::max(a.hoch, b.hoch))) {
-                line(a, b);
+        if (box.xmin >= shown.xmin && box.xmax <= shown.xmax && box.ymin >= shown.ymin &&
+            box.ymax <= shown.ymax) {
+            run(std::span(from, last + 1));
+            return;
+        }
+        const auto segment_outside = [&outside](const PlanePoint& a, const PlanePoint& b) {
+            return outside(std::min(a.rechts, b.rechts), std::min(a.hoch, b.hoch),
+                           std::max(a.rechts, b.rechts), std::max(a.hoch, b.hoch));
+        };
+        while (from < last) {
+            const PlanePoint* to = from;
+            while (to < last && !segment_outside(to[0], to[1])) {
+                ++to;
             }
+            if (to > from) {
+                run(std::span(from, to + 1));
+            }
+            from = to + 1;
         }
     };
     std::size_t next = 0;

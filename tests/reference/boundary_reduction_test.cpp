@@ -185,11 +185,15 @@ std::multiset<std::array<double, 4>> drawn(const std::string& path) {
     visit_boundaries(
         lines, std::nullopt, {}, std::nullopt,
         [](std::size_t /*level*/) { return std::optional<TargetBox>(); },
-        [&](const PlanePoint& a, const PlanePoint& b) {
-            const bool turned = std::pair(b.rechts, b.hoch) < std::pair(a.rechts, a.hoch);
-            const PlanePoint& from = turned ? b : a;
-            const PlanePoint& to = turned ? a : b;
-            segments.insert({from.rechts, from.hoch, to.rechts, to.hoch});
+        [&](std::span<const PlanePoint> run) {
+            for (std::size_t i = 1; i < run.size(); ++i) {
+                const PlanePoint& a = run[i - 1];
+                const PlanePoint& b = run[i];
+                const bool turned = std::pair(b.rechts, b.hoch) < std::pair(a.rechts, a.hoch);
+                const PlanePoint& from = turned ? b : a;
+                const PlanePoint& to = turned ? a : b;
+                segments.insert({from.rechts, from.hoch, to.rechts, to.hoch});
+            }
         });
     return segments;
 }
