@@ -15,7 +15,6 @@ using test::dot_pen;
 using test::Lines;
 using test::only;
 using test::operator+;
-using test::show_values;
 
 constexpr int blue = rgb(0, 128, 255);
 constexpr int red = rgb(255, 0, 0);

@@ -271,9 +271,8 @@ void CulledPicture::add_epochs(double rechts, double hoch) {
             continue;  // the chain goes on from the epoch before
         }
         PointRow& row = add_point(session, rechts, hoch);
-        if (session.obj.obj_wert_lage == 1 && pick({0, 1}) == 0) {
-            row.pu_wert_lage = flag;
-        } else if (session.obj.obj_wert_hoehe == 1) {
+        const bool change_of_position = session.obj.obj_wert_lage == 1 && pick({0, 1}) == 0;
+        if (!change_of_position && session.obj.obj_wert_hoehe == 1) {
             row.pu_wert_hoehe = static_cast<std::int16_t>(4 * flag);
         } else {
             row.pu_wert_lage = flag;
