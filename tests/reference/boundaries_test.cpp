@@ -101,7 +101,7 @@ constexpr std::string_view three_levels =
     "0 2570070 5620010\r\n"
     "1 2570080 5620010\r\n";
 
-using test::operator+;
+using test::operator+;  // NOLINT(misc-unused-using-decls): it is used
 
 TEST_F(BoundariesTest, PenOfTheLevelThenItsLines) {
     EXPECT_EQ(draw(three_levels),
@@ -412,7 +412,7 @@ TEST_F(BoundariesTest, LinesOutsideTheVisibleBoxAreLeftOutAndNoOthers) {
         words >> name >> x1 >> y1 >> x2 >> y2;
         if (std::max(x1, x2) >= box.xmin && std::min(x1, x2) <= box.xmax &&
             std::max(y1, y2) >= box.ymin && std::min(y1, y2) <= box.ymax) {
-            wanted.push_back(op + " in " + pens.at(0));
+            wanted.push_back(fmt::format("{} in {}", op, pens.at(0)));
         }
     }
     Lines found;
@@ -421,7 +421,7 @@ TEST_F(BoundariesTest, LinesOutsideTheVisibleBoxAreLeftOutAndNoOthers) {
         if (op.rfind("DrawWidth", 0) == 0) {
             pen = op;
         } else if (op.rfind("Line", 0) == 0) {
-            found.push_back(op + " in " + pen);
+            found.push_back(fmt::format("{} in {}", op, pen));
         }
     }
     EXPECT_GT(found.size(), 10U);

@@ -9,6 +9,7 @@ int main() {
     using namespace veldra;
     const std::vector<DatumPoint> there = germany(dhdn_to_etrs89);
     std::vector<DatumPoint> back;
+    back.reserve(there.size());
     for (const DatumPoint& point : there) {
         back.push_back({point.to, point.from});
     }
