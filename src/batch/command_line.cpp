@@ -52,10 +52,16 @@ void speak_german(CLI::App& app) {
     }
 }
 
-CLI::App* add_command(CLI::App& app, const std::string& name, const std::string& description,
-                      Arguments& arguments) {
+/// A command without a graphic file.
+CLI::App* add_command(CLI::App& app, const std::string& name, const std::string& description) {
     CLI::App* command = app.add_subcommand(name, description)->group("Befehle");
     speak_german(*command);
+    return command;
+}
+
+CLI::App* add_command(CLI::App& app, const std::string& name, const std::string& description,
+                      Arguments& arguments) {
+    CLI::App* command = add_command(app, name, description);
     command->add_option("GRAPHIKDATEI", arguments.file.file, "die Graphikdatei (ve*.dat)")
         ->required();
     return command;
@@ -185,9 +191,8 @@ class CommandLine {
     }
 
     void add_koordinaten() {
-        CLI::App* command = app_.add_subcommand(
-            "koordinaten", "Zeilen \"rechts hoch\" der Standardeingabe transformieren");
-        speak_german(*command);
+        CLI::App* command = add_command(
+            app_, "koordinaten", "Zeilen \"rechts hoch\" der Standardeingabe transformieren");
         TransformationOptions& options = arguments_.transformation;
         command
             ->add_option("--von", options.from,
@@ -209,9 +214,8 @@ class CommandLine {
     }
 
     void add_grenzen() {
-        CLI::App* command = app_.add_subcommand(
-            "grenzen", "eine Verwaltungsgrenzendatei ohne doppelte Strecken schreiben");
-        speak_german(*command);
+        CLI::App* command = add_command(
+            app_, "grenzen", "eine Verwaltungsgrenzendatei ohne doppelte Strecken schreiben");
         command->add_option("GRENZENDATEI", arguments_.file.file, "die Verwaltungsgrenzendatei")
             ->required();
         command->add_option("-o", arguments_.output, "Ausgabe (GRENZENDATEI mit \"_neu\")")
