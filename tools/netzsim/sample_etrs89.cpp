@@ -125,8 +125,7 @@ void write_plane_part(GraphicWriter& writer, const Site& site, NormalSource& sou
     const PartPoints points{result.points, site.stations};
     write_head(writer, "Lage", "Lagenetz in ETRS 89, UTM-Koordinaten der Zone 32", points, result,
                1);
-    write_observations(writer, points, network, result,
-                       {"Fernmeldeturm", "Linz, St. Marien"});
+    write_observations(writer, points, network, result, {"Fernmeldeturm", "Linz, St. Marien"});
     write_precision(writer, points, result);
     write_control_residuals(writer, points, result);
 }
