@@ -4,6 +4,7 @@
 #include "graphikdatei/header_pass.h"
 #include "graphikdatei/keywords.h"
 #include "graphikdatei/line_reader.h"
+#include "graphikdatei/numbers.h"
 #include "graphikdatei/tokens.h"
 #include "graphikdatei/writer.h"
 
@@ -39,6 +40,12 @@ bool columns_fit(const std::string& path) {
         if (record.is(keyword::massstabvektoren)) {
             if (word_count(line) != 7) {
                 return false;
+            }
+            // A scale that its column rounds to 0 reads back as "leave it alone".
+            for (int slot = 2; slot <= 7; ++slot) {
+                if (zahl_wert(suche_wort(line, slot).text) == 0) {
+                    return false;
+                }
             }
         } else if (record.is(keyword::massstabgrundriss)) {
             const int words = word_count(line);
