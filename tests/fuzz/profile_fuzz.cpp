@@ -9,6 +9,17 @@ namespace {
 
 using namespace veldra;
 
+/// A CR that is not part of a line end.
+bool has_lone_cr(std::string_view bytes) {
+    for (std::size_t at = bytes.find('\r'); at != std::string_view::npos;
+         at = bytes.find('\r', at + 1)) {
+        if (at + 1 >= bytes.size() || bytes[at + 1] != '\n') {
+            return true;
+        }
+    }
+    return false;
+}
+
 void check_profile_file(std::string_view bytes) {
     ProfileFile file(bytes);
     fuzz::require(file.bytes() == bytes, "reading a profile changes no byte");
@@ -42,7 +53,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     profil_lesen(again, path);
     profil_schreiben(again, path);
     // A value in quotes within quotes loses them one by one, and one with a CR inside ends there.
-    const bool unstable = bytes.find_first_of("\"'\r") != std::string_view::npos;
+    const bool unstable =
+        bytes.find_first_of("\"'") != std::string_view::npos || has_lone_cr(bytes);
     fuzz::require(unstable || fuzz::file_bytes(path) == once, "writing twice is writing once");
     return 0;
 }
