@@ -9,11 +9,14 @@
 
 namespace veldra {
 
+class Printer;
+
 /// What the lifecycle of a file needs of the program around it.
 struct Desk {
     TextMeasurer& measurer;
     UserInterface& ui;
     std::function<void()> redraw;  ///< draws the picture of the session as it stands
+    Printer* printer = nullptr;    ///< the application printer; null: the system has none
 };
 
 /// Who asks for a file. The recent file menu sets the object selection back, the Open command keeps

@@ -42,11 +42,38 @@ struct PictureSize {
     double height = 9000;
 };
 
-/// State of the application printer.
+/// State of the application printer. It lives as long as the run; no profile keeps it.
 struct PrinterState {
-    std::int16_t drucker_ok = table_false;
-    std::string drucker_start;
-    std::int16_t drucker_farbe = 2;  ///< 1 monochrome, 2 colour
+    std::int16_t drucker_ok = table_false;  ///< -1: there is a printer that works
+    std::string drucker_start;              ///< the system's default printer at the start, UTF-8
+    std::int16_t drucker_farbe = 2;         ///< 1 monochrome, 2 colour
+    std::int16_t druck_in_datei = table_false;
+    std::int16_t exemplare = 1;  ///< copies of a job, 1 to 100
+    // Values to return to when the printer dialog is cancelled.
+    std::int16_t drucker_farbe_merk = 2;
+    std::int16_t druck_in_datei_merk = table_false;
+    std::int16_t exemplare_merk = 1;
+    // Paper that is carried across the end of a document; sizes in twips.
+    std::int16_t merk_schacht = 0;
+    std::int16_t merk_format = 0;
+    float merk_breite = 0;
+    float merk_hoehe = 0;
+};
+
+/// Ground of the sheet being plotted, without its margins.
+struct SheetWindow {
+    double blatt_rw_min = 0;
+    double blatt_hw_min = 0;
+    double blatt_rw_max = 0;
+    double blatt_hw_max = 0;
+};
+
+/// Ground beneath the legend.
+struct LegendBox {
+    double legende_rw_min = 0;
+    double legende_hw_min = 0;
+    double legende_rw_max = 0;
+    double legende_hw_max = 0;
 };
 
 /// Net area of a sheet and its margins, metres of paper.
@@ -112,6 +139,8 @@ struct Session {
     SettingsTwins twins;
     PrinterState printer;
     SheetGeometry sheet;
+    SheetWindow blatt;
+    LegendBox legende;
     WindowState window;
 };
 
