@@ -6,6 +6,7 @@
 #include <optional>
 #include <tuple>
 
+#include "plot/application_printer.h"
 #include "shell/fatal_error.h"
 #include "view/extents.h"
 #include "view/text_forms.h"
@@ -28,6 +29,19 @@ std::int16_t narrow_or_overflow(const Session& session, double value, const char
         throw runtime_error_at(6, {session.graphikdatei, 0, field});
     }
     return static_cast<std::int16_t>(value);
+}
+
+/// The printable area while there is a printer that works. One that fails here counts as gone.
+std::optional<PrintableArea> area_of_printer(Session& session, SheetPrinter* printer) {
+    if (session.printer.drucker_ok != table_true || printer == nullptr) {
+        return std::nullopt;
+    }
+    try {
+        return printer->printable_area(session.plot.plot_ausrichtung);
+    } catch (const PrinterError&) {
+        mark_printer_unavailable(session);
+        return std::nullopt;
+    }
 }
 
 class SheetDivision {
@@ -183,10 +197,9 @@ class SheetDivision {
 void ComputePaperArea(Session& session, SheetPrinter* printer) {
     SheetGeometry& sheet = session.sheet;
     const std::int16_t ausrichtung = session.plot.plot_ausrichtung;
-    if (session.printer.drucker_ok == table_true && printer != nullptr) {
-        const PrintableArea area = printer->printable_area(ausrichtung);
-        sheet.papier_breite = static_cast<double>(area.breite) * 0.001;
-        sheet.papier_hoehe = static_cast<double>(area.hoehe) * 0.001;
+    if (const auto area = area_of_printer(session, printer)) {
+        sheet.papier_breite = static_cast<double>(area->breite) * 0.001;
+        sheet.papier_hoehe = static_cast<double>(area->hoehe) * 0.001;
     } else if (ausrichtung == hochformat) {
         sheet.papier_breite = 0.1967;
         sheet.papier_hoehe = 0.2852;

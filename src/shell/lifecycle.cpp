@@ -8,7 +8,7 @@
 #include "graphikdatei/value_pass.h"
 #include "graphikdatei/writer.h"
 #include "platform/os/files.h"
-#include "plot/sheet_division.h"
+#include "plot/printer_adapters.h"
 #include "reference/reference_system.h"
 #include "view/viewport.h"
 
@@ -114,7 +114,7 @@ void netzteil_daten_lesen(Session& session, const SelectionChange& change) {
 void netzteil_lesen(Session& session, const Desk& desk, const SelectionChange& change) {
     const Hourglass hourglass(session, desk.ui);
     netzteil_daten_lesen(session, change);
-    ComputeSheetDivision(session, desk.measurer);
+    ComputeSheetDivision(session, desk);
     ResolveSystem(session);
 }
 

@@ -5,6 +5,7 @@
 #include "fake_measurer.h"
 #include "graphikdatei/writer.h"
 #include "platform/os/files.h"
+#include "recording_interface.h"
 #include "session_fixture.h"
 #include "shell/fatal_error.h"
 #include "shell/file_commands.h"
@@ -13,24 +14,6 @@ namespace veldra {
 namespace {
 
 using ::testing::HasSubstr;
-
-/// Remembers the boxes shown.
-class RecordingInterface final : public UserInterface {
- public:
-    bool message_box(MessageStyle style, const std::string& title,
-                     const std::string& text) override {
-        styles.push_back(style);
-        titles.push_back(title);
-        texts.push_back(text);
-        return true;
-    }
-    void set_mouse_pointer(int pointer) override { pointers.push_back(pointer); }
-
-    std::vector<MessageStyle> styles;
-    std::vector<std::string> titles;
-    std::vector<std::string> texts;
-    std::vector<int> pointers;
-};
 
 class Lifecycle : public testing_support::SessionOnFile {
  protected:
@@ -45,7 +28,7 @@ class Lifecycle : public testing_support::SessionOnFile {
     }
 
     test::FakeMeasurer measurer;
-    RecordingInterface ui;
+    test::RecordingInterface ui;
     int drawn = 0;
     Desk desk{measurer, ui, [this] { ++drawn; }};
 };
