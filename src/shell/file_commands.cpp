@@ -2,6 +2,7 @@
 
 #include "graphikdatei/writer.h"
 #include "platform/os/files.h"
+#include "plot/application_printer.h"
 #include "settings/profile.h"
 #include "settings/start_profile.h"
 
@@ -24,7 +25,10 @@ void datei_alt_oeffnen(Session& session, int index, const Desk& desk) {
     datei_neu_laden(session, path, OpenedBy::recent_menu, desk);
 }
 
-void programm_ende(Session& session, ProgramRun& run) {
+void programm_ende(Session& session, ProgramRun& run, const Desk& desk) {
+    if (desk.printer != nullptr && desk.print_dialog != nullptr) {
+        ask_for_default_printer(session, *desk.printer, desk.ui, *desk.print_dialog);
+    }
     arbeitskopie_schreiben(session);
     endfassung_schreiben(session);
     // The profile of a project that never was may lie in a folder that is not there yet.

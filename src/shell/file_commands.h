@@ -10,8 +10,9 @@ namespace veldra {
 /// Throws FatalError when a file cannot be read or written.
 void datei_alt_oeffnen(Session& session, int index, const Desk& desk);
 
-/// Writes the graphic file, the profile and, after a plain start, the list of recent files. The
-/// program counts as ended afterwards. Throws FatalError when a file cannot be written.
-void programm_ende(Session& session, ProgramRun& run);
+/// Asks about a changed default printer; then writes the graphic file, the profile and, after a
+/// plain start, the list of recent files. The program counts as ended afterwards. Throws FatalError
+/// when a file cannot be written.
+void programm_ende(Session& session, ProgramRun& run, const Desk& desk);
 
 }  // namespace veldra

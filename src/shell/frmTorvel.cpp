@@ -114,12 +114,18 @@ std::map<ToolButton, Command> FrmTorvel::tool_commands() {
 }
 
 Desk FrmTorvel::desk() {
-    return {measurer_, ui_, [this] { redraw(); }};
+    return {measurer_, ui_, [this] { redraw(); }, printer_, print_dialog_};
+}
+
+void FrmTorvel::use_printer(Printer& printer, PrintDialog& dialog) {
+    printer_ = &printer;
+    print_dialog_ = &dialog;
 }
 
 void FrmTorvel::load() {
     perform([this] {
         start_vorbereiten(session_, run_);
+        take_printer(session_, printer_);
         startprofil_lesen(session_, run_);
         if (!run_.icon_datei.empty()) {
             setWindowIcon(QIcon(path_text(run_.icon_datei)));
@@ -225,7 +231,7 @@ void FrmTorvel::closeEvent(QCloseEvent* event) {
         return;
     }
     if (run_.programm_aktiv && !failed_) {
-        perform([this] { programm_ende(session_, run_); });
+        perform([this] { programm_ende(session_, run_, desk()); });
     }
     event->accept();
 }

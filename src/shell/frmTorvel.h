@@ -8,6 +8,7 @@
 #include "platform/qt/picture_widget.h"
 #include "platform/qt/qt_text_measurer.h"
 #include "platform/qt/qt_user_interface.h"
+#include "plot/application_printer.h"
 #include "shell/frmLogo.h"
 #include "shell/frmTorvel_commands.h"
 #include "shell/session.h"
@@ -25,6 +26,10 @@ class FrmTorvel final : public QMainWindow {
     /// `session` outlives the window. `befehlszeile` names a project profile or is empty.
     FrmTorvel(Session& session, const SystemFolders& folders, const std::string& befehlszeile,
               int logo_wait = FrmLogo::usual_wait);
+
+    /// Printers and print dialog of the run, both of which outlive the window; without this call the
+    /// system has none. To be called before `load`.
+    void use_printer(Printer& printer, PrintDialog& dialog);
 
     /// Brings the application up, from the defaults to the open project or the logo. Throws
     /// FatalError.
@@ -66,6 +71,8 @@ class FrmTorvel final : public QMainWindow {
     QtTextMeasurer measurer_;
     PictureWidget* picture_;
     QtUserInterface ui_;
+    Printer* printer_ = nullptr;
+    PrintDialog* print_dialog_ = nullptr;
     std::unique_ptr<TorvelCommands> commands_;
     QTimer resize_timer_;
     WindowMode last_mode_ = WindowMode::normal;

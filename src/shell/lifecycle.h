@@ -10,6 +10,7 @@
 namespace veldra {
 
 class Printer;
+class PrintDialog;
 
 /// What the lifecycle of a file needs of the program around it.
 struct Desk {
@@ -17,6 +18,7 @@ struct Desk {
     UserInterface& ui;
     std::function<void()> redraw;  ///< draws the picture of the session as it stands
     Printer* printer = nullptr;    ///< the application printer; null: the system has none
+    PrintDialog* print_dialog = nullptr;  ///< there as soon as there is a printer
 };
 
 /// Who asks for a file. The recent file menu sets the object selection back, the Open command keeps

@@ -1,6 +1,7 @@
 #include "platform/qt/painter_target.h"
 
 #include <QFontMetricsF>
+#include <QPolygonF>
 #include <algorithm>
 #include <cmath>
 
@@ -25,15 +26,30 @@ bool is_finite(const QPointF& p) {
 
 }  // namespace
 
-PainterTarget::PainterTarget(QPainter& painter, const PainterMapping& mapping, Labels labels)
-    : painter_(painter),
-      mapping_(mapping),
-      labels_(labels),
-      pen_width_(mapping.units_per_pen_pixel) {}
+PainterTarget::PainterTarget(QPainter& painter, const PainterArea& area, Labels labels)
+    : painter_(painter), area_(area), labels_(labels), pen_width_(area.units_per_pen_pixel) {}
 
-QPointF PainterTarget::to_device(float x, float y) const {
-    return {mapping_.left + static_cast<double>(x) * mapping_.units_per_metre,
-            mapping_.bottom - static_cast<double>(y) * mapping_.units_per_metre};
+void PainterTarget::Scale(double left, double top, double right, double bottom) {
+    left_ = left;
+    top_ = top;
+    units_x_ = area_.area.width() / (right - left);
+    units_y_ = area_.area.height() / (bottom - top);
+    // The widest pen reaches in from half its width beyond the edge.
+    constexpr double reach_of_pen = widest_pen / 2.0;
+    const double reach = reach_of_pen * area_.units_per_pen_pixel;
+    const double reach_x = reach / std::abs(units_x_);
+    const double reach_y = reach / std::abs(units_y_);
+    visible_ = TargetBox{std::min(left, right) - reach_x, std::min(top, bottom) - reach_y,
+                         std::max(left, right) + reach_x, std::max(top, bottom) + reach_y};
+}
+
+void PainterTarget::scale_millimetres() {
+    Scale(0, 0, area_.area.width() / area_.units_per_millimetre,
+          area_.area.height() / area_.units_per_millimetre);
+}
+
+QPointF PainterTarget::to_device(double x, double y) const {
+    return {area_.area.left() + (x - left_) * units_x_, area_.area.top() + (y - top_) * units_y_};
 }
 
 void PainterTarget::DrawStyle(std::int16_t style) {
@@ -44,7 +60,7 @@ void PainterTarget::DrawStyle(std::int16_t style) {
 }
 
 void PainterTarget::DrawWidth(std::int16_t width) {
-    const double wanted = std::clamp<double>(width, 1, widest_pen) * mapping_.units_per_pen_pixel;
+    const double wanted = std::clamp<double>(width, 1, widest_pen) * area_.units_per_pen_pixel;
     if (pen_width_ != wanted) {
         pen_width_ = wanted;
         in_force_ = PenUse::none;
@@ -73,7 +89,7 @@ void PainterTarget::use_line_pen() {
                  Qt::RoundJoin);
         if (dotted_) {
             // Three logical pixels on and three off, as on the picture; a pen counts in its width.
-            const double dot = 3 * mapping_.units_per_pen_pixel / pen_width_;
+            const double dot = 3 * area_.units_per_pen_pixel / pen_width_;
             pen.setDashPattern({dot, dot});
         }
         pen.setCosmetic(true);
@@ -114,7 +130,7 @@ void PainterTarget::Line(float x1, float y1, float x2, float y2) {
 
 void PainterTarget::Circle(float x, float y, float radius) {
     const QPointF centre = to_device(x, y);
-    const double reach = static_cast<double>(radius) * mapping_.units_per_metre;
+    const double reach = static_cast<double>(radius) * units_x_;
     if (!is_finite(centre) || !(reach >= 0 && reach < far_out) || std::abs(centre.x()) > far_out ||
         std::abs(centre.y()) > far_out) {
         return;
@@ -176,13 +192,39 @@ void PainterTarget::LabelPlaced(LabelArray /*array*/, std::int32_t /*index*/, co
 }
 
 void PainterTarget::print_label(const Label& label, const FontSpec& font, std::int32_t colour) {
-    const QPointF corner = to_device(label.left, label.top);
-    if (!label.visible || label.caption.find_first_not_of(' ') == std::string::npos ||
+    if (label.visible) {
+        print_text(label.caption, to_device(label.left, label.top), font, colour);
+    }
+}
+
+void PainterTarget::print_text(std::string_view text, const QPointF& corner, const FontSpec& font,
+                               std::int32_t colour) {
+    if (text.find_first_not_of(' ') == std::string_view::npos ||
         !(std::abs(corner.x()) < far_out && std::abs(corner.y()) < far_out)) {
         return;
     }
     use_label_font(font, to_colour(colour));
-    painter_.drawText(QPointF(corner.x(), corner.y() + label_ascent_), to_qstring(label.caption));
+    painter_.drawText(QPointF(corner.x(), corner.y() + label_ascent_), to_qstring(text));
+}
+
+void PainterTarget::Print(std::string_view text, double x, double y, const FontSpec& font,
+                          std::int32_t colour) {
+    print_text(text, to_device(x, y), font, colour);
+}
+
+void PainterTarget::Polygon(std::span<const PagePoint> corners, std::int32_t colour) {
+    QPolygonF outline;
+    for (const PagePoint& corner : corners) {
+        const QPointF place = to_device(corner.x, corner.y);
+        if (!(std::abs(place.x()) < far_out && std::abs(place.y()) < far_out)) {
+            return;
+        }
+        outline << place;
+    }
+    painter_.setPen(Qt::NoPen);
+    painter_.setBrush(to_colour(colour));
+    painter_.drawPolygon(outline);
+    in_force_ = PenUse::none;
 }
 
 }  // namespace veldra

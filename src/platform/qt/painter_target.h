@@ -2,29 +2,36 @@
 
 #include <QPainter>
 
-#include "drawing/target.h"
+#include "plot/printer.h"
 
 namespace veldra {
 
-/// How metres of ground become units of a painter's device.
-struct PainterMapping {
-    double units_per_metre = 1;  ///< in both axes
-    double left = 0;             ///< place of the ground's origin, the lower left corner
-    double bottom = 0;
+/// What is drawn on, in units of a painter's device.
+struct PainterArea {
+    QRectF area;  ///< the picture, or the printable area of a page
+    double units_per_millimetre = 1;
     double units_per_pen_pixel = 1;
-    /// Ground outside which nothing shows; none: everything is drawn.
-    std::optional<TargetBox> visible;
 };
 
 /// Draws by any painter: a vector file, a page. Fonts have their size in points by the resolution
-/// of the device, which must have one unit for each of its dots.
-class PainterTarget final : public DrawingTarget {
+/// of the device, which must have one unit for each of its dots. Drawing begins with one of the two
+/// calls that set the user coordinates.
+class PainterTarget final : public PageTarget {
  public:
     /// What happens to labels: a picture's labels come after all layers, a page's in their order.
     enum class Labels { leave_out, print };
 
-    PainterTarget(QPainter& painter, const PainterMapping& mapping, Labels labels);
+    PainterTarget(QPainter& painter, const PainterArea& area, Labels labels);
 
+    void Scale(double left, double top, double right, double bottom) override;
+    void scale_millimetres() override;
+    [[nodiscard]] double pixel_size() const override {
+        return area_.units_per_pen_pixel / area_.units_per_millimetre;
+    }
+    void Print(std::string_view text, double x, double y, const FontSpec& font,
+               std::int32_t colour) override;
+    void Polygon(std::span<const PagePoint> corners, std::int32_t colour) override;
+    void begin_layer(PageLayer /*layer*/) override {}
     void DrawStyle(std::int16_t style) override;
     void DrawWidth(std::int16_t width) override;
     void ForeColor(std::int32_t colour) override;
@@ -37,7 +44,7 @@ class PainterTarget final : public DrawingTarget {
                      const FontSpec& font) override;
     void LabelPlaced(LabelArray array, std::int32_t index, const Label& label, const FontSpec& font,
                      std::int32_t colour) override;
-    [[nodiscard]] std::optional<TargetBox> visible_box() const override { return mapping_.visible; }
+    [[nodiscard]] std::optional<TargetBox> visible_box() const override { return visible_; }
 
     /// Prints a label's text whatever the treatment of labels is.
     void print_label(const Label& label, const FontSpec& font, std::int32_t colour);
@@ -46,10 +53,18 @@ class PainterTarget final : public DrawingTarget {
     enum class PenUse { none, lines, text };
     void use_line_pen();
     void use_label_font(const FontSpec& font, const QColor& colour);
-    [[nodiscard]] QPointF to_device(float x, float y) const;
+    void print_text(std::string_view text, const QPointF& corner, const FontSpec& font,
+                    std::int32_t colour);
+    [[nodiscard]] QPointF to_device(double x, double y) const;
 
     QPainter& painter_;
-    PainterMapping mapping_;
+    PainterArea area_;
+    // User coordinates of the area's upper left corner, and units a step of them.
+    double left_ = 0;
+    double top_ = 0;
+    double units_x_ = 1;
+    double units_y_ = 1;  ///< below 0: y grows upwards
+    std::optional<TargetBox> visible_;
     Labels labels_;
     PenUse in_force_ = PenUse::none;
     bool dotted_ = false;

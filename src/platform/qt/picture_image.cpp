@@ -101,13 +101,11 @@ QByteArray svg_bytes(Session& session, TextMeasurer& measurer, UserInterface& ui
     }
     painter.fillRect(QRect(QPoint(0, 0), size), QColor(picture_background));
     const Viewport& view = session.view;
-    PainterMapping mapping;
-    mapping.units_per_metre = size.width() / (view.ansicht_rw_max - view.ansicht_rw_min);
-    mapping.bottom = size.height();
-    const double reach = 64 / mapping.units_per_metre;
-    mapping.visible = TargetBox{-reach, -reach, view.ansicht_rw_max - view.ansicht_rw_min + reach,
-                                view.ansicht_hw_max - view.ansicht_hw_min + reach};
-    PainterTarget target(painter, mapping, PainterTarget::Labels::leave_out);
+    PainterArea picture;
+    picture.area = QRectF(QPointF(0, 0), size);
+    PainterTarget target(painter, picture, PainterTarget::Labels::leave_out);
+    target.Scale(0, view.ansicht_hw_max - view.ansicht_hw_min,
+                 view.ansicht_rw_max - view.ansicht_rw_min, 0);
     DrawAll(session, target, measurer, ui);
     visit_labels(session, [&](const Label& label, const FontSpec& font, std::int32_t colour) {
         target.print_label(label, font, colour);

@@ -1,0 +1,363 @@
+#include "platform/qt/qt_queue.h"
+
+#include <QFile>
+#include <QPrintEngine>
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string_view>
+#include <utility>
+
+#include "platform/qt/qt_font.h"
+#include "platform/qt/qt_user_interface.h"
+#include "plot/printer_adapters.h"
+
+namespace veldra {
+
+namespace {
+
+constexpr std::int16_t querformat = 2;
+constexpr std::int16_t user_defined = 256;
+constexpr std::int16_t monochrome = 1;
+constexpr std::int16_t colour = 2;
+constexpr std::int16_t scale_twips = 1;
+constexpr double millimetres_per_inch = 25.4;
+constexpr double twips_per_millimetre = 1440 / millimetres_per_inch;
+constexpr double millimetres_per_point = millimetres_per_inch / 72;
+/// A queue that was there this many milliseconds ago is taken to be there.
+constexpr qint64 sight_lasts = 2000;
+
+/// Large formats that have no code of their own in the common table of papers.
+constexpr std::array<std::pair<std::int16_t, QPageSize::PageSizeId>, 9> large_formats{
+    {{268, QPageSize::A4},
+     {269, QPageSize::A3},
+     {270, QPageSize::A2},
+     {271, QPageSize::A1},
+     {272, QPageSize::A0},
+     {273, QPageSize::B4},
+     {274, QPageSize::B3},
+     {275, QPageSize::B2},
+     {276, QPageSize::B1}}};
+
+/// Bins as the print service names them. Bin 7 is whatever the queue has set.
+constexpr std::int16_t bin_as_set = 7;
+constexpr std::array<std::pair<std::int16_t, const char*>, 8> bins{{{1, "top"},
+                                                                    {2, "bottom"},
+                                                                    {3, "middle"},
+                                                                    {4, "manual"},
+                                                                    {5, "envelope"},
+                                                                    {11, "large-capacity"},
+                                                                    {14, "main"},
+                                                                    {15, "auto"}}};
+
+const char* bin_name(std::int16_t code) {
+    const auto* const found = std::find_if(bins.begin(), bins.end(),
+                                           [&](const auto& bin) { return bin.first == code; });
+    return found == bins.end() ? nullptr : found->second;
+}
+
+/// The paper of a code; invalid if there is none.
+QPageSize paper_of(std::int16_t code) {
+    for (const auto& [large, id] : large_formats) {
+        if (large == code) {
+            return QPageSize(id);
+        }
+    }
+    const QPageSize::PageSizeId id = QPageSize::id(code);
+    return id == QPageSize::Custom ? QPageSize() : QPageSize(id);
+}
+
+std::int16_t code_of(const QPageSize& paper) {
+    if (paper.id() == QPageSize::Custom) {
+        return user_defined;
+    }
+    if (const int code = paper.windowsId(); code > 0) {
+        return static_cast<std::int16_t>(code);
+    }
+    for (const auto& [large, id] : large_formats) {
+        if (id == paper.id()) {
+            return large;
+        }
+    }
+    return user_defined;
+}
+
+QPageSize user_paper(const QSizeF& millimetres) {
+    return QPageSize(millimetres, QPageSize::Millimeter, QString(), QPageSize::ExactMatch);
+}
+
+/// Where a print engine takes options for the print service, as names and values in turn. The
+/// toolkit's own print dialog uses the same place.
+constexpr auto service_options = static_cast<QPrintEngine::PrintEnginePropertyKey>(0xfe00);
+
+}  // namespace
+
+QtQueue::QtQueue(const QString& name, TextMeasurer& measurer) : name_(name), measurer_(measurer) {
+    info_ = QPrinterInfo::printerInfo(name);
+    forget_settings();
+}
+
+void QtQueue::fail(const std::string& reason) const {
+    throw PrinterError(name_.toStdString() + ": " + reason);
+}
+
+void QtQueue::require_reachable() {
+    if (seen_.isValid() && seen_.elapsed() < sight_lasts) {
+        return;
+    }
+    const QPrinterInfo now = QPrinterInfo::printerInfo(name_);
+    seen_.invalidate();
+    if (now.isNull()) {
+        fail("Drucker ist nicht erreichbar");
+    }
+    info_ = now;
+    seen_.start();
+}
+
+void QtQueue::forget_settings() {
+    paper_ = info_.defaultPageSize();
+    if (!paper_.isValid()) {
+        paper_ = QPageSize(QPageSize::A4);
+    }
+    bin_ = bin_as_set;
+    colour_mode_ = info_.defaultColorMode() == QPrinter::Color ? colour : monochrome;
+    sheet_.reset();
+}
+
+void QtQueue::set_Orientation(std::int16_t orientation) {
+    require_reachable();
+    if (orientation == 1 || orientation == querformat) {
+        orientation_ = orientation;
+        sheet_.reset();
+    }
+}
+
+std::int16_t QtQueue::PaperSize() {
+    return code_of(paper_);
+}
+
+bool QtQueue::offers(const QPageSize& size) const {
+    const QList<QPageSize> offered = info_.supportedPageSizes();
+    return offered.isEmpty() || std::any_of(offered.begin(), offered.end(), [&](const auto& one) {
+               return one.isEquivalentTo(size);
+           });
+}
+
+void QtQueue::set_PaperSize(std::int16_t code) {
+    if (code == PaperSize()) {
+        return;
+    }
+    if (code == user_defined) {
+        if (info_.supportsCustomPageSizes()) {
+            set_user_size({sheet().paper.width(), sheet().paper.height()});
+        }
+        return;
+    }
+    const QPageSize wanted = paper_of(code);
+    if (wanted.isValid() && offers(wanted)) {
+        paper_ = wanted;
+        sheet_.reset();
+    }
+}
+
+void QtQueue::set_PaperBin(std::int16_t code) {
+    if (code == bin_as_set || bin_name(code) != nullptr) {
+        bin_ = code;
+    }
+}
+
+void QtQueue::set_ColorMode(std::int16_t mode) {
+    const bool has_colour = info_.supportedColorModes().contains(QPrinter::Color);
+    colour_mode_ = mode == colour && has_colour ? colour : monochrome;
+}
+
+/// Takes a size as the paper lies; the paper itself is stored upright.
+void QtQueue::set_user_size(const QSizeF& lying) {
+    constexpr double smallest = 10;
+    constexpr double largest = 5080;  // beyond, documents need another unit
+    const QSizeF upright = orientation_ == querformat ? lying.transposed() : lying;
+    paper_ = user_paper({std::clamp(upright.width(), smallest, largest),
+                         std::clamp(upright.height(), smallest, largest)});
+    sheet_.reset();
+}
+
+float QtQueue::Width() {
+    return static_cast<float>(sheet().paper.width() * twips_per_millimetre);
+}
+
+float QtQueue::Height() {
+    return static_cast<float>(sheet().paper.height() * twips_per_millimetre);
+}
+
+void QtQueue::set_Width(float twips) {
+    if (PaperSize() == user_defined && info_.supportsCustomPageSizes()) {
+        set_user_size({static_cast<double>(twips) / twips_per_millimetre, sheet().paper.height()});
+    }
+}
+
+void QtQueue::set_Height(float twips) {
+    if (PaperSize() == user_defined && info_.supportsCustomPageSizes()) {
+        set_user_size({sheet().paper.width(), static_cast<double>(twips) / twips_per_millimetre});
+    }
+}
+
+QPageLayout QtQueue::layout() const {
+    QPageLayout layout(
+        paper_, orientation_ == querformat ? QPageLayout::Landscape : QPageLayout::Portrait, {});
+    layout.setMode(QPageLayout::FullPageMode);
+    return layout;
+}
+
+std::unique_ptr<QPrinter> QtQueue::make_printer() const {
+    auto printer = std::make_unique<QPrinter>(info_, QPrinter::HighResolution);
+    printer->setFullPage(true);
+    printer->setPageSize(paper_);
+    printer->setColorMode(colour_mode_ == colour ? QPrinter::Color : QPrinter::GrayScale);
+    printer->setCopyCount(1);
+    return printer;
+}
+
+/// Margins are known of the upright paper. A lying one may have been turned either way, so it has
+/// the larger one on both sides.
+const QtQueue::Sheet& QtQueue::sheet() {
+    if (!sheet_) {
+        const QMarginsF points = make_printer()->pageLayout().minimumMargins();
+        QMarginsF margins = points * millimetres_per_point;
+        QSizeF paper = paper_.size(QPageSize::Millimeter);
+        if (orientation_ == querformat) {
+            const double across = std::max(margins.top(), margins.bottom());
+            const double along = std::max(margins.left(), margins.right());
+            margins = {across, along, across, along};
+            paper.transpose();
+        }
+        sheet_ = Sheet{paper, margins};
+    }
+    return *sheet_;
+}
+
+float QtQueue::ScaleWidth(std::int16_t scale_mode) {
+    const Sheet& known = sheet();
+    const double width = known.paper.width() - known.margins.left() - known.margins.right();
+    return static_cast<float>(scale_mode == scale_twips ? width * twips_per_millimetre : width);
+}
+
+float QtQueue::ScaleHeight(std::int16_t scale_mode) {
+    const Sheet& known = sheet();
+    const double height = known.paper.height() - known.margins.top() - known.margins.bottom();
+    return static_cast<float>(scale_mode == scale_twips ? height * twips_per_millimetre : height);
+}
+
+double QtQueue::TextWidth(std::string_view text, const FontSpec& font) {
+    return printed_size(measurer_.face_metrics(font), font.points, text).width;
+}
+
+double QtQueue::TextHeight(std::string_view text, const FontSpec& font) {
+    return printed_size(measurer_.face_metrics(font), font.points, text).height;
+}
+
+/// Pens are as wide as those of the built-in device unless the queue tells its resolution. The
+/// toolkit tells 72 for one that it does not know.
+double QtQueue::pixels_per_inch() const {
+    constexpr int usual = 300;
+    constexpr int least_credible = 150;
+    const QList<int> resolutions = info_.supportedResolutions();
+    const auto finest = std::max_element(resolutions.begin(), resolutions.end());
+    return finest != resolutions.end() && *finest >= least_credible ? *finest : usual;
+}
+
+bool QtQueue::begin_job(const JobTitle& title) {
+    abort_job();
+    seen_.invalidate();
+    require_reachable();
+    job_ = make_printer();
+    job_->setDocName(to_qstring(title.titel));
+    job_->setCreator(QStringLiteral("VELDRA"));
+    if (!output_file_.empty()) {
+        job_->setOutputFileName(path_text(output_file_));
+        return true;
+    }
+    QStringList options{QStringLiteral("print-scaling"), QStringLiteral("none")};
+    if (const char* bin = bin_name(bin_)) {
+        options << QStringLiteral("media-source") << QString::fromLatin1(bin);
+    }
+    job_->printEngine()->setProperty(service_options, options);
+    return true;
+}
+
+void QtQueue::begin_sheet(const SheetTitle& /*title*/) {
+    if (!job_) {
+        fail("kein Druckauftrag");
+    }
+    page_.reset();
+    const Sheet& known = sheet();
+    job_->setPageSize(paper_);
+    job_->setPageOrientation(layout().orientation());
+    if (!painter_) {
+        auto painter = std::make_unique<QPainter>();
+        if (!painter->begin(job_.get())) {
+            fail(output_file_.empty() ? "Drucker ist nicht erreichbar"
+                                      : output_file_ + " kann nicht geschrieben werden");
+        }
+        painter_ = std::move(painter);
+    } else if (!job_->newPage()) {
+        fail("neues Blatt nicht möglich");
+    }
+    const double unit = job_->resolution() / millimetres_per_inch;
+    PainterArea area;
+    area.area = QRectF(known.margins.left() * unit, known.margins.top() * unit,
+                       (known.paper.width() - known.margins.left() - known.margins.right()) * unit,
+                       (known.paper.height() - known.margins.top() - known.margins.bottom()) * unit);
+    area.units_per_millimetre = unit;
+    area.units_per_pen_pixel = job_->resolution() / pixels_per_inch();
+    page_ = std::make_unique<PainterTarget>(*painter_, area, PainterTarget::Labels::print);
+    page_->scale_millimetres();
+}
+
+void QtQueue::check_output_file() const {
+    constexpr qint64 longest_end = 32;
+    QFile file(path_text(output_file_));
+    if (!file.open(QIODevice::ReadOnly) || !file.seek(std::max<qint64>(file.size() - longest_end, 0)) ||
+        !file.readAll().contains("%%EOF")) {
+        fail(output_file_ + " ist nicht vollständig geschrieben");
+    }
+}
+
+void QtQueue::end_job() {
+    page_.reset();
+    const std::unique_ptr<QPrinter> job = std::move(job_);
+    const std::unique_ptr<QPainter> painter = std::move(painter_);
+    if (!painter) {
+        output_file_.clear();
+        return;
+    }
+    const bool ended = painter->end();
+    if (!ended || job->printerState() == QPrinter::Error) {
+        fail("Druckauftrag ist nicht angenommen worden");
+    }
+    if (!output_file_.empty()) {
+        check_output_file();
+        output_file_.clear();
+        return;
+    }
+    // The toolkit does not tell whether the service has taken the document; without the service it
+    // has not.
+    seen_.invalidate();
+    require_reachable();
+}
+
+void QtQueue::abort_job() noexcept {
+    page_.reset();
+    if (job_ && painter_) {
+        job_->abort();
+        painter_->end();
+    }
+    painter_.reset();
+    job_.reset();
+}
+
+void QtQueue::EndDoc() {
+    end_job();
+    forget_settings();
+}
+
+}  // namespace veldra
