@@ -55,7 +55,9 @@ class ScriptedPrinter final : public Printer {
         }
     }
 
-    [[nodiscard]] std::int32_t Count() override { return static_cast<std::int32_t>(devices.size()); }
+    [[nodiscard]] std::int32_t Count() override {
+        return static_cast<std::int32_t>(devices.size());
+    }
     [[nodiscard]] std::string DeviceName(std::int32_t index) override {
         return devices.at(static_cast<std::size_t>(index)).name;
     }

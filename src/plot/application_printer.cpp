@@ -198,10 +198,9 @@ void ask_for_default_printer(const Session& session, Printer& printer, UserInter
         }
         const Tracking tracking(printer);
         if (printer.DeviceName() != session.printer.drucker_start &&
-            ui.message_box(
-                MessageStyle::question_yes_no, "Druckerauswahl",
-                "Sie haben im Laufe der Bearbeitung Ihren Standarddrucker verändert.\n"
-                "Wollen Sie ihn jetzt erneut auswählen?")) {
+            ui.message_box(MessageStyle::question_yes_no, "Druckerauswahl",
+                           "Sie haben im Laufe der Bearbeitung Ihren Standarddrucker verändert.\n"
+                           "Wollen Sie ihn jetzt erneut auswählen?")) {
             dialog.ShowPrinter(PrintDialog::printer_setup);
         }
     });

@@ -27,8 +27,8 @@ class FrmTorvel final : public QMainWindow {
     FrmTorvel(Session& session, const SystemFolders& folders, const std::string& befehlszeile,
               int logo_wait = FrmLogo::usual_wait);
 
-    /// Printers and print dialog of the run, both of which outlive the window; without this call the
-    /// system has none. To be called before `load`.
+    /// Printers and print dialog of the run, both of which outlive the window; without this call
+    /// the system has none. To be called before `load`.
     void use_printer(Printer& printer, PrintDialog& dialog);
 
     /// Brings the application up, from the defaults to the open project or the logo. Throws

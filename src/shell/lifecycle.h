@@ -16,8 +16,8 @@ class PrintDialog;
 struct Desk {
     TextMeasurer& measurer;
     UserInterface& ui;
-    std::function<void()> redraw;  ///< draws the picture of the session as it stands
-    Printer* printer = nullptr;    ///< the application printer; null: the system has none
+    std::function<void()> redraw;         ///< draws the picture of the session as it stands
+    Printer* printer = nullptr;           ///< the application printer; null: the system has none
     PrintDialog* print_dialog = nullptr;  ///< there as soon as there is a printer
 };
 

@@ -8,14 +8,14 @@
 namespace veldra {
 namespace {
 
+using test::RecordingInterface;
+using test::ScriptedDevice;
+using test::ScriptedPrinter;
 using ::testing::AllOf;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-using test::RecordingInterface;
-using test::ScriptedDevice;
-using test::ScriptedPrinter;
 
 class ApplicationPrinter : public testing::Test {
  protected:
@@ -59,9 +59,8 @@ TEST_F(ApplicationPrinter, LaterChecksCarryThePaperAcross) {
     printer.set_PaperSize(8);
     printer.clear_calls();
     CheckPrinter(session, &printer);
-    EXPECT_THAT(printer.calls,
-                ElementsAre("Orientation 1", "EndDoc", "PaperBin 7", "PaperSize 8",
-                            "Orientation 2", "EndDoc", "PaperBin 7", "PaperSize 8"));
+    EXPECT_THAT(printer.calls, ElementsAre("Orientation 1", "EndDoc", "PaperBin 7", "PaperSize 8",
+                                           "Orientation 2", "EndDoc", "PaperBin 7", "PaperSize 8"));
     EXPECT_EQ(printer.PaperSize(), 8);
 }
 
@@ -181,8 +180,8 @@ TEST_F(ApplicationPrinter, ColourIsFoundByExperiment) {
     session.printer.drucker_farbe = 1;
     CheckPrinterColour(session, printer);
     EXPECT_EQ(session.printer.drucker_farbe, 2);
-    EXPECT_THAT(printer.calls, ElementsAre("ColorMode 1", "ColorMode 2", "EndDoc", "PaperBin 7",
-                                           "PaperSize 9"));
+    EXPECT_THAT(printer.calls,
+                ElementsAre("ColorMode 1", "ColorMode 2", "EndDoc", "PaperBin 7", "PaperSize 9"));
 }
 
 TEST_F(ApplicationPrinter, PrinterThatStaysMonochromeHasNoColour) {
@@ -352,8 +351,8 @@ TEST_F(PrintToFile, NothingIsAskedUnlessTheOutputGoesToAFile) {
 
 TEST_F(PrintToFile, WantedPrinterChosenAtOnceEndsAfterOneRound) {
     prepare({{1, true}});
-    EXPECT_THAT(many.calls,
-                ElementsAre("TrackDefault true", "ShowPrinter 36", "Copies 1", "TrackDefault false"));
+    EXPECT_THAT(many.calls, ElementsAre("TrackDefault true", "ShowPrinter 36", "Copies 1",
+                                        "TrackDefault false"));
     EXPECT_EQ(session.printer.druck_in_datei, -1);
     EXPECT_EQ(many.DeviceName(), "B");
     EXPECT_THAT(ui.styles, ElementsAre(MessageStyle::information));
@@ -427,10 +426,9 @@ TEST_F(DefaultPrinterQuestion, ChangedDefaultMayBeChosenAgain) {
     ask({{0, false}});
     EXPECT_THAT(ui.styles, ElementsAre(MessageStyle::question_yes_no));
     EXPECT_THAT(ui.titles, ElementsAre("Druckerauswahl"));
-    EXPECT_THAT(
-        ui.texts,
-        ElementsAre("Sie haben im Laufe der Bearbeitung Ihren Standarddrucker verändert.\n"
-                    "Wollen Sie ihn jetzt erneut auswählen?"));
+    EXPECT_THAT(ui.texts,
+                ElementsAre("Sie haben im Laufe der Bearbeitung Ihren Standarddrucker verändert.\n"
+                            "Wollen Sie ihn jetzt erneut auswählen?"));
     EXPECT_THAT(many.calls,
                 ElementsAre("TrackDefault true", "ShowPrinter 64", "TrackDefault false"));
 }
@@ -471,8 +469,7 @@ TEST_F(ApplicationPrinter, PageThatCannotBeOpenedEndsInAnError) {
     const test::ScriptedDocument& document = printer.documents.front();
     EXPECT_EQ(document.state, test::ScriptedDocument::State::aborted);
     ASSERT_EQ(document.pages.size(), 1U);
-    EXPECT_THAT(document.pages[0].all<operation::Line>(),
-                ElementsAre(operation::Line{0, 0, 5, 5}));
+    EXPECT_THAT(document.pages[0].all<operation::Line>(), ElementsAre(operation::Line{0, 0, 5, 5}));
     EXPECT_EQ(document.pages[0].steps.size(), 2U);
 }
 

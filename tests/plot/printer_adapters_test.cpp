@@ -10,10 +10,10 @@
 namespace veldra {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 using test::FakeMeasurer;
 using test::ScriptedPrinter;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 
 constexpr double millimetres_per_point = 25.4 / 72;
 
@@ -67,9 +67,8 @@ TEST_F(PrinterAdapters, SheetDivisionTriesBothOrientationsOnThePrinter) {
     test::add_point(session, 10, 10);
     ComputeSheetDivision(session, desk);
     EXPECT_EQ(session.plot.plot_ausrichtung, 1);
-    EXPECT_THAT(printer.calls,
-                ElementsAre("Orientation 2", "EndDoc", "PaperBin 7", "PaperSize 9",
-                            "Orientation 1", "EndDoc", "PaperBin 7", "PaperSize 9"));
+    EXPECT_THAT(printer.calls, ElementsAre("Orientation 2", "EndDoc", "PaperBin 7", "PaperSize 9",
+                                           "Orientation 1", "EndDoc", "PaperBin 7", "PaperSize 9"));
     EXPECT_NEAR(session.sheet.papier_breite, 0.200 - 0.0155, 1e-9);
 }
 

@@ -50,8 +50,8 @@ class QtPrintDialog::Form {
         to_file_->setVisible(!setup);
         auto* caption = new QLabel(QStringLiteral("&Standarddrucker:"), &dialog_);
         caption->setBuddy(names_);
-        auto* buttons = new QDialogButtonBox(
-            QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog_);
+        auto* buttons =
+            new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog_);
         buttons->button(QDialogButtonBox::Ok)->setText(QStringLiteral("OK"));
         buttons->button(QDialogButtonBox::Ok)->setEnabled(names_->count() > 0);
         buttons->button(QDialogButtonBox::Cancel)->setText(QStringLiteral("Abbrechen"));

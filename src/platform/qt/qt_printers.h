@@ -85,7 +85,7 @@ class QtPrinters final : public Printer {
     std::unique_ptr<Printer> file_device_;
     TextMeasurer& measurer_;
     QStringList queues_;
-    QElapsedTimer listed_;  ///< since the queues were asked for
+    QElapsedTimer listed_;                                      ///< since the queues were asked for
     std::map<QString, std::unique_ptr<QtQueue>> known_queues_;  ///< those that were current once
     QtQueue* queue_ = nullptr;  ///< the current one; null: the built-in device
     bool tracks_default_ = false;

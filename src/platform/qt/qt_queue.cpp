@@ -51,8 +51,8 @@ constexpr std::array<std::pair<std::int16_t, const char*>, 8> bins{{{1, "top"},
                                                                     {15, "auto"}}};
 
 const char* bin_name(std::int16_t code) {
-    const auto* const found = std::find_if(bins.begin(), bins.end(),
-                                           [&](const auto& bin) { return bin.first == code; });
+    const auto* const found =
+        std::find_if(bins.begin(), bins.end(), [&](const auto& bin) { return bin.first == code; });
     return found == bins.end() ? nullptr : found->second;
 }
 
@@ -266,14 +266,15 @@ double QtQueue::pixels_per_inch() const {
 }
 
 bool QtQueue::begin_job(const JobTitle& title) {
-    abort_job();
+    end_job();
     seen_.invalidate();
     require_reachable();
+    job_file_ = std::exchange(output_file_, {});
     job_ = make_printer();
     job_->setDocName(to_qstring(title.titel));
     job_->setCreator(QStringLiteral("VELDRA"));
-    if (!output_file_.empty()) {
-        job_->setOutputFileName(path_text(output_file_));
+    if (!job_file_.empty()) {
+        job_->setOutputFileName(path_text(job_file_));
         return true;
     }
     QStringList options{QStringLiteral("print-scaling"), QStringLiteral("none")};
@@ -295,8 +296,8 @@ void QtQueue::begin_sheet(const SheetTitle& /*title*/) {
     if (!painter_) {
         auto painter = std::make_unique<QPainter>();
         if (!painter->begin(job_.get())) {
-            fail(output_file_.empty() ? "Drucker ist nicht erreichbar"
-                                      : output_file_ + " kann nicht geschrieben werden");
+            fail(job_file_.empty() ? "Drucker ist nicht erreichbar"
+                                   : job_file_ + " kann nicht geschrieben werden");
         }
         painter_ = std::move(painter);
     } else if (!job_->newPage()) {
@@ -304,9 +305,10 @@ void QtQueue::begin_sheet(const SheetTitle& /*title*/) {
     }
     const double unit = job_->resolution() / millimetres_per_inch;
     PainterArea area;
-    area.area = QRectF(known.margins.left() * unit, known.margins.top() * unit,
-                       (known.paper.width() - known.margins.left() - known.margins.right()) * unit,
-                       (known.paper.height() - known.margins.top() - known.margins.bottom()) * unit);
+    area.area =
+        QRectF(known.margins.left() * unit, known.margins.top() * unit,
+               (known.paper.width() - known.margins.left() - known.margins.right()) * unit,
+               (known.paper.height() - known.margins.top() - known.margins.bottom()) * unit);
     area.units_per_millimetre = unit;
     area.units_per_pen_pixel = job_->resolution() / pixels_per_inch();
     page_ = std::make_unique<PainterTarget>(*painter_, area, PainterTarget::Labels::print);
@@ -315,10 +317,11 @@ void QtQueue::begin_sheet(const SheetTitle& /*title*/) {
 
 void QtQueue::check_output_file() const {
     constexpr qint64 longest_end = 32;
-    QFile file(path_text(output_file_));
-    if (!file.open(QIODevice::ReadOnly) || !file.seek(std::max<qint64>(file.size() - longest_end, 0)) ||
+    QFile file(path_text(job_file_));
+    if (!file.open(QIODevice::ReadOnly) ||
+        !file.seek(std::max<qint64>(file.size() - longest_end, 0)) ||
         !file.readAll().contains("%%EOF")) {
-        fail(output_file_ + " ist nicht vollständig geschrieben");
+        fail(job_file_ + " ist nicht vollständig geschrieben");
     }
 }
 
@@ -327,16 +330,14 @@ void QtQueue::end_job() {
     const std::unique_ptr<QPrinter> job = std::move(job_);
     const std::unique_ptr<QPainter> painter = std::move(painter_);
     if (!painter) {
-        output_file_.clear();
         return;
     }
     const bool ended = painter->end();
     if (!ended || job->printerState() == QPrinter::Error) {
         fail("Druckauftrag ist nicht angenommen worden");
     }
-    if (!output_file_.empty()) {
+    if (!job_file_.empty()) {
         check_output_file();
-        output_file_.clear();
         return;
     }
     // The toolkit does not tell whether the service has taken the document; without the service it
@@ -348,8 +349,14 @@ void QtQueue::end_job() {
 void QtQueue::abort_job() noexcept {
     page_.reset();
     if (job_ && painter_) {
-        job_->abort();
+        // The toolkit sends off whatever has been drawn. The service refuses an order of no copies,
+        // and so gets nothing of it.
+        job_->printEngine()->setProperty(
+            service_options, QStringList{QStringLiteral("copies"), QStringLiteral("0")});
         painter_->end();
+        if (!job_file_.empty()) {
+            QFile::remove(path_text(job_file_));
+        }
     }
     painter_.reset();
     job_.reset();

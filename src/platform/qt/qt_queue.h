@@ -24,7 +24,7 @@ class QtQueue final : public Printer {
 
     [[nodiscard]] std::int32_t Count() override { return 1; }
     [[nodiscard]] std::string DeviceName(std::int32_t /*index*/) override { return DeviceName(); }
-    void assign(std::int32_t index) override;
+    void assign(std::int32_t /*index*/) override {}
 
     [[nodiscard]] std::string DeviceName() override { return name_.toStdString(); }
     [[nodiscard]] std::int16_t Orientation() override { return orientation_; }
@@ -89,7 +89,8 @@ class QtQueue final : public Printer {
     std::int16_t colour_mode_ = 1;
     std::optional<Sheet> sheet_;
 
-    std::string output_file_;
+    std::string output_file_;  ///< of the next job
+    std::string job_file_;
     std::unique_ptr<QPrinter> job_;
     std::unique_ptr<QPainter> painter_;
     std::unique_ptr<PainterTarget> page_;
