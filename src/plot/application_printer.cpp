@@ -60,18 +60,6 @@ std::string file_message(const std::string& wanted) {
            wanted + "\"";
 }
 
-/// Index of the last printer of this name, -1 if there is none.
-std::int32_t last_index_of(Printer& printer, const std::string& name) {
-    std::int32_t found = -1;
-    const std::int32_t count = printer.Count();
-    for (std::int32_t i = 0; i < count; ++i) {
-        if (printer.DeviceName(i) == name) {
-            found = i;
-        }
-    }
-    return found;
-}
-
 /// The printer follows the system's default printer as long as this lives.
 class Tracking {
  public:
@@ -166,6 +154,17 @@ void take_printer(Session& session, Printer* printer) {
     state.exemplare_merk = 1;
 }
 
+std::int32_t find_printer(Printer& printer, const std::string& name) {
+    std::int32_t found = -1;
+    const std::int32_t count = printer.Count();
+    for (std::int32_t i = 0; i < count; ++i) {
+        if (printer.DeviceName(i) == name) {
+            found = i;
+        }
+    }
+    return found;
+}
+
 void PreparePrintToFile(Session& session, Printer& printer, UserInterface& ui,
                         PrintDialog& dialog) {
     std::int16_t& druck_in_datei = session.printer.druck_in_datei;
@@ -173,7 +172,7 @@ void PreparePrintToFile(Session& session, Printer& printer, UserInterface& ui,
         return;
     }
     const std::string wanted = printer.DeviceName();
-    const std::int32_t index = last_index_of(printer, wanted);
+    const std::int32_t index = find_printer(printer, wanted);
     const std::string message = file_message(wanted);
     const Tracking tracking(printer);
     std::string current;

@@ -43,6 +43,9 @@ void ResetPrinter(Session& session, Printer& printer);
 /// printers.
 void take_printer(Session& session, Printer* printer);
 
+/// Index of the last printer of this name (UTF-8), -1 if there is none.
+[[nodiscard]] std::int32_t find_printer(Printer& printer, const std::string& name);
+
 /// Head of a plot job while `druck_in_datei` is set: asks the user to choose the application
 /// printer once more, as the default printer, with its output going to a file, until he does or
 /// unticks the box. Throws PrinterError.

@@ -97,9 +97,7 @@ class PrivatePrintService {
         return std::filesystem::exists(path) ? testing_support::file_bytes(path) : "";
     }
 
-    void write(const std::string& name, const std::string& text) {
-        (void)folder_.file(name, text);
-    }
+    void write(const std::string& name, const std::string& text) { (void)folder_.file(name, text); }
 
     void write_files() {
         for (const char* name : {"root/ppd", "spool/tmp", "cache", "state", "log", "data/mime",

@@ -7,35 +7,20 @@
 #include <gmock/gmock.h>
 
 #include "page_content.h"
-#include "platform/qt/qt_text_measurer.h"
-#include "platform/qt_application.h"
 #include "plot/application_printer.h"
-#include "private_print_service.h"
-#include "scripted_printer.h"
+#include "queue_fixture.h"
 
 namespace veldra {
 namespace {
 
-using ::testing::HasSubstr;
-using ::testing::Not;
+using test::file_device;
 using test::PageLine;
-using test::PrivatePrintService;
-using test::ScriptedDevice;
-using test::ScriptedPrinter;
+using test::service;
+using ::testing::HasSubstr;
 
 constexpr double millimetres_per_point = 25.4 / 72;
 
-/// Starts the service for the whole program: the toolkit asks for its address only once.
-PrivatePrintService& service() {
-    static PrivatePrintService one;
-    return one;
-}
-
-std::unique_ptr<ScriptedPrinter> file_device() {
-    ScriptedDevice device;
-    device.name = "PDF-Datei";
-    return std::make_unique<ScriptedPrinter>(std::vector<ScriptedDevice>{device});
-}
+using QtPrintersTest = test::QueueTest;
 
 /// Waits until the service has received this many documents, at most four seconds.
 void wait_for_jobs(int count) {
@@ -43,18 +28,6 @@ void wait_for_jobs(int count) {
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
 }
-
-class QtPrintersTest : public veldra_test::QtTest {
- protected:
-    void SetUp() override {
-        if (!service().trouble().empty()) {
-            GTEST_SKIP() << service().trouble();
-        }
-        qputenv("CUPS_SERVER", service().socket().c_str());
-    }
-
-    QtTextMeasurer measurer;
-};
 
 TEST_F(QtPrintersTest, QueuesComeFirstAndTheBuiltInDeviceLast) {
     QtPrinters printers(file_device(), measurer);
@@ -82,8 +55,7 @@ TEST_F(QtPrintersTest, QueuePassesTheCheckAndHasColour) {
     EXPECT_EQ(session.printer.drucker_ok, -1);
     EXPECT_EQ(session.printer.drucker_farbe, 2);
     EXPECT_EQ(session.printer.drucker_start, "Plotter");
-    EXPECT_EQ(session.window[MenuItem::m_optionen_drucker].caption,
-              "&Anwendungsdrucker: Plotter");
+    EXPECT_EQ(session.window[MenuItem::m_optionen_drucker].caption, "&Anwendungsdrucker: Plotter");
 }
 
 TEST_F(QtPrintersTest, PrintableAreaIsThePaperWithoutTheQueuesMargins) {

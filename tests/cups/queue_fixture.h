@@ -1,0 +1,41 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "platform/qt/qt_text_measurer.h"
+#include "platform/qt_application.h"
+#include "private_print_service.h"
+#include "scripted_printer.h"
+
+namespace veldra::test {
+
+/// Starts the service for the whole program: the toolkit asks for its address only once.
+inline PrivatePrintService& service() {
+    static PrivatePrintService one;
+    return one;
+}
+
+/// Stands in for the built-in device.
+inline std::unique_ptr<ScriptedPrinter> file_device() {
+    ScriptedDevice device;
+    device.name = "PDF-Datei";
+    return std::make_unique<ScriptedPrinter>(std::vector<ScriptedDevice>{device});
+}
+
+/// Base of the tests that need a queue.
+class QueueTest : public veldra_test::QtTest {
+ protected:
+    void SetUp() override {
+        if (!service().trouble().empty()) {
+            GTEST_SKIP() << service().trouble();
+        }
+        qputenv("CUPS_SERVER", service().socket().c_str());
+    }
+
+    QtTextMeasurer measurer;
+};
+
+}  // namespace veldra::test
