@@ -14,6 +14,7 @@ namespace veldra {
 namespace {
 
 constexpr unsigned char no_break_space = 0xA0;
+constexpr unsigned char soft_hyphen = 0xAD;
 
 /// Frees what fontconfig hands out.
 struct FontconfigDeleter {
@@ -78,6 +79,38 @@ bool has_outlines(hb_face_t* face) {
             has_table(face, HB_TAG('C', 'F', 'F', '2')));
 }
 
+/// What a line takes above and below its base line, font units.
+struct LineExtents {
+    double above = 0;
+    double below = 0;
+};
+
+/// As the picture takes it: what the face's Windows table asks for, its general one otherwise.
+LineExtents line_extents(hb_face_t* face, hb_font_t* font) {
+    constexpr unsigned selection = 62;  // places in the table
+    constexpr unsigned windows_ascent = 74;
+    constexpr unsigned windows_descent = 76;
+    constexpr unsigned use_typographic = 0x80;
+    hb_blob_t* const blob = hb_face_reference_table(face, HB_TAG('O', 'S', '/', '2'));
+    unsigned size = 0;
+    const char* const data = hb_blob_get_data(blob, &size);
+    const auto word = [&](unsigned place) {
+        return place + 2 > size ? 0U
+                                : static_cast<unsigned>(static_cast<unsigned char>(data[place])) << 8U |
+                                      static_cast<unsigned char>(data[place + 1]);
+    };
+    const unsigned above = word(windows_ascent);
+    const unsigned below = word(windows_descent);
+    const bool by_windows = (word(selection) & use_typographic) == 0 && above + below > 0;
+    hb_blob_destroy(blob);
+    if (by_windows) {
+        return {static_cast<double>(above), static_cast<double>(below)};
+    }
+    hb_font_extents_t extents{};
+    hb_font_get_h_extents(font, &extents);
+    return {static_cast<double>(extents.ascender), static_cast<double>(-extents.descender)};
+}
+
 void set_variations(hb_font_t* font, const std::string& list) {
     std::vector<hb_variation_t> variations;
     std::size_t begin = 0;
@@ -133,6 +166,10 @@ void FontFace::load() {
     measure();
 }
 
+bool is_silent(unsigned char byte) {
+    return byte == '\t' || byte == '\n' || byte == '\f' || byte == '\r' || byte == soft_hyphen;
+}
+
 void FontFace::measure() {
     const double em = units_per_em_;
     for (std::size_t byte = 0; byte < glyphs_.size(); ++byte) {
@@ -146,13 +183,14 @@ void FontFace::measure() {
         glyphs_[no_break_space] = glyphs_[' '];
     }
     for (std::size_t byte = 0; byte < glyphs_.size(); ++byte) {
-        metrics_.advance[byte] =
-            static_cast<float>(hb_font_get_glyph_h_advance(font_, glyphs_[byte]) / em);
+        if (!is_silent(static_cast<unsigned char>(byte))) {
+            metrics_.advance[byte] =
+                static_cast<float>(hb_font_get_glyph_h_advance(font_, glyphs_[byte]) / em);
+        }
     }
-    hb_font_extents_t extents{};
-    hb_font_get_h_extents(font_, &extents);
-    metrics_.ascent = static_cast<float>(extents.ascender / em);
-    metrics_.descent = static_cast<float>(-extents.descender / em);
+    const LineExtents extents = line_extents(face_, font_);
+    metrics_.ascent = static_cast<float>(extents.above / em);
+    metrics_.descent = static_cast<float>(extents.below / em);
 
     hb_position_t offset = 0;
     hb_position_t size = 0;

@@ -30,6 +30,9 @@ struct FontFile {
     }
 };
 
+/// Bytes that show nothing and take no room: tab, line and page ends, the soft hyphen.
+[[nodiscard]] bool is_silent(unsigned char byte);
+
 /// A loaded face: metrics and glyphs of the bytes of Windows-1252. Glyph 0 stands for characters
 /// that the face lacks and for bytes without a character.
 class FontFace {

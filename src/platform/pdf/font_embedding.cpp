@@ -17,7 +17,6 @@ namespace veldra {
 namespace {
 
 constexpr unsigned char no_break_space = 0xA0;
-constexpr unsigned char soft_hyphen = 0xAD;
 
 QPDFObjectHandle name(const std::string& text) {
     return QPDFObjectHandle::newName(text);
@@ -46,12 +45,8 @@ std::string subset_file(const FontFace& face, const UsedBytes& used) {
             hb_set_add(characters, code_point(static_cast<unsigned char>(byte)));
         }
     }
-    // Readers look these two up as their ordinary relatives.
     if (used[no_break_space]) {
-        hb_set_add(characters, ' ');
-    }
-    if (used[soft_hyphen]) {
-        hb_set_add(characters, '-');
+        hb_set_add(characters, ' ');  // readers look it up as an ordinary blank
     }
     hb_face_t* const subset = hb_subset_or_fail(face.face(), input);
     hb_subset_input_destroy(input);

@@ -376,8 +376,12 @@ void PdfPage::print_line(std::string_view text, const TextFont& font, const Plac
         told_font_ = font.number;
     }
     UsedBytes& used = document_.font(font.number).used;
+    std::string shown;
     for (const char c : text) {
-        used.set(static_cast<unsigned char>(c));
+        if (!is_silent(static_cast<unsigned char>(c))) {
+            used.set(static_cast<unsigned char>(c));
+            shown += c;
+        }
     }
     out_.text("BT ");
     if (sine == 0 && cosine == 1) {
@@ -388,7 +392,7 @@ void PdfPage::print_line(std::string_view text, const TextFont& font, const Plac
         put(written(base));
         out_.text("Tm");
     }
-    out_.string(text);
+    out_.string(shown);
     out_.text("Tj ET");
     out_.end_line();
     if (font.spec.underline != 0) {
