@@ -10,13 +10,11 @@
 #include <unistd.h>
 
 #include "platform/os/files.h"
+#include "platform/os/system_error.h"
 #include "shell/fatal_error.h"
 
 namespace veldra {
 
-namespace {
-
-/// The system's reason in German where it is a frequent one.
 std::string reason_text(int error) {
     switch (error) {
         case ENOENT:
@@ -50,6 +48,8 @@ std::string reason_text(int error) {
 FatalError file_error(const char* what, const std::string& path, int error) {
     return FatalError(path + ": " + what + ": " + reason_text(error));
 }
+
+namespace {
 
 constexpr std::size_t write_buffer_size = std::size_t{1} << 18U;
 

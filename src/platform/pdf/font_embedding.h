@@ -1,0 +1,14 @@
+#pragma once
+
+#include <qpdf/QPDF.hh>
+
+#include "platform/pdf/document.h"
+
+namespace veldra {
+
+/// Adds a font with the glyphs of these bytes to a document and gives its dictionary. Codes are the
+/// bytes of Windows-1252 and lead back to their characters, so that texts can be searched. Faces
+/// with TrueType outlines are embedded as such; the outlines of others are drawn by the document.
+[[nodiscard]] QPDFObjectHandle embed_font(QPDF& pdf, const FontFace& face, const UsedBytes& used);
+
+}  // namespace veldra

@@ -1,0 +1,236 @@
+#include "platform/pdf/pdf_printer.h"
+
+#include <cmath>
+#include <new>
+
+#include "platform/os/files.h"
+#include "platform/pdf/circle_forms.h"
+#include "platform/pdf/document.h"
+#include "platform/pdf/page.h"
+#include "plot/paper_codes.h"
+
+namespace veldra {
+
+namespace {
+
+constexpr const char* device_name = "PDF-Datei";
+constexpr double millimetres_per_inch = 25.4;
+constexpr double twips_per_millimetre = 1440 / millimetres_per_inch;
+constexpr double margin = 5;
+constexpr double smallest_side = 15;
+constexpr double largest_side = 5000;
+constexpr std::int16_t automatic_bin = 15;
+constexpr std::int16_t a4 = 9;
+constexpr std::int16_t in_millimetres = 6;
+
+float to_twips(double millimetres) {
+    return static_cast<float>(millimetres * twips_per_millimetre);
+}
+
+void set_side(double& side, float twips) {
+    const double millimetres = static_cast<double>(twips) / twips_per_millimetre;
+    // Half a twip for what rounding to whole ones adds.
+    constexpr double slack = 0.5 / twips_per_millimetre;
+    if (millimetres >= smallest_side - slack && millimetres <= largest_side + slack) {
+        side = millimetres;
+    }
+}
+
+float printable(double side, std::int16_t scale_mode) {
+    const double inner = side - 2 * margin;
+    return scale_mode == in_millimetres ? static_cast<float>(inner) : to_twips(inner);
+}
+
+[[noreturn]] void refuse_index() {
+    throw PrinterError(std::string(device_name) + ": kein weiterer Drucker vorhanden");
+}
+
+}  // namespace
+
+template <typename Call>
+auto PdfPrinter::guarded(Call&& call) {
+    try {
+        return call();
+    } catch (const PrinterError&) {
+        throw;
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& error) {
+        const std::string reason = error.what();
+        const bool names_file = reason.compare(0, path_.size(), path_) == 0;
+        throw PrinterError(path_.empty() || names_file ? reason : path_ + ": " + reason);
+    }
+}
+
+PdfPrinter::PdfPrinter(AskFileName ask_file_name, double resolution)
+    : ask_file_name_(std::move(ask_file_name)),
+      pixel_(millimetres_per_inch / resolution),
+      fonts_(std::make_shared<FontBook>()),
+      measurer_(fonts_) {
+    forget_paper();
+}
+
+PdfPrinter::~PdfPrinter() {
+    abort_job();
+}
+
+std::string PdfPrinter::DeviceName(std::int32_t index) {
+    if (index != 0) {
+        refuse_index();
+    }
+    return device_name;
+}
+
+void PdfPrinter::assign(std::int32_t index) {
+    if (index != 0) {
+        refuse_index();
+    }
+    orientation_ = 1;
+    colour_mode_ = 2;
+    forget_paper();
+}
+
+std::string PdfPrinter::DeviceName() {
+    return device_name;
+}
+
+void PdfPrinter::forget_paper() {
+    bin_ = automatic_bin;
+    set_PaperSize(a4);
+}
+
+void PdfPrinter::set_Orientation(std::int16_t orientation) {
+    if (orientation == 1 || orientation == 2) {
+        orientation_ = orientation;
+    }
+}
+
+void PdfPrinter::set_PaperSize(std::int16_t code) {
+    if (code == user_defined_paper_code) {
+        paper_ = code;
+    } else if (const auto paper = paper_of_code(code)) {
+        paper_ = code;
+        upright_width_ = paper->width;
+        upright_height_ = paper->height;
+    }
+}
+
+float PdfPrinter::Width() {
+    return to_twips(lying() ? upright_height_ : upright_width_);
+}
+
+float PdfPrinter::Height() {
+    return to_twips(lying() ? upright_width_ : upright_height_);
+}
+
+void PdfPrinter::set_Width(float twips) {
+    if (paper_ == user_defined_paper_code) {
+        set_side(lying() ? upright_height_ : upright_width_, twips);
+    }
+}
+
+void PdfPrinter::set_Height(float twips) {
+    if (paper_ == user_defined_paper_code) {
+        set_side(lying() ? upright_width_ : upright_height_, twips);
+    }
+}
+
+float PdfPrinter::ScaleWidth(std::int16_t scale_mode) {
+    return printable(lying() ? upright_height_ : upright_width_, scale_mode);
+}
+
+float PdfPrinter::ScaleHeight(std::int16_t scale_mode) {
+    return printable(lying() ? upright_width_ : upright_height_, scale_mode);
+}
+
+void PdfPrinter::set_ColorMode(std::int16_t mode) {
+    if (mode == 1 || mode == 2) {
+        colour_mode_ = mode;
+    }
+}
+
+double PdfPrinter::TextWidth(std::string_view text, const FontSpec& font) {
+    return guarded([&] {
+        return measure_text(measurer_.face_metrics(font), font.points, text).width /
+               twips_per_millimetre;
+    });
+}
+
+double PdfPrinter::TextHeight(std::string_view text, const FontSpec& font) {
+    return guarded([&] {
+        return measure_text(measurer_.face_metrics(font), font.points, text).height /
+               twips_per_millimetre;
+    });
+}
+
+bool PdfPrinter::begin_job(const JobTitle& title) {
+    end_job();
+    const std::optional<std::string> path = ask_file_name_();
+    if (!path) {
+        return false;
+    }
+    path_ = *path;
+    guarded([&] {
+        // A file that cannot be written is told before all the work.
+        ReplacedFile{path_};
+        document_ = std::make_unique<PdfDocument>(fonts_, title);
+        circles_ = std::make_unique<CircleForms>();
+    });
+    return true;
+}
+
+void PdfPrinter::begin_sheet(const SheetTitle& title) {
+    if (!document_) {
+        throw PrinterError(std::string(device_name) + ": kein Dokument begonnen");
+    }
+    NewPage();
+    guarded([&] {
+        PdfPaper paper;
+        paper.size = {lying() ? upright_height_ : upright_width_,
+                      lying() ? upright_width_ : upright_height_};
+        paper.margin = margin;
+        paper.pixel = pixel_;
+        page_ = std::make_unique<PdfPage>(*document_, *circles_, paper, title);
+    });
+}
+
+PageTarget& PdfPrinter::page() {
+    if (!page_) {
+        throw PrinterError(std::string(device_name) + ": keine Seite begonnen");
+    }
+    return *page_;
+}
+
+void PdfPrinter::NewPage() {
+    if (page_) {
+        guarded([&] { page_->finish(); });
+        page_.reset();
+    }
+}
+
+void PdfPrinter::end_job() {
+    try {
+        NewPage();
+        if (document_ && !document_->pages().empty()) {
+            guarded([&] { write_document(*document_, path_); });
+        }
+    } catch (...) {
+        abort_job();
+        throw;
+    }
+    abort_job();
+}
+
+void PdfPrinter::abort_job() noexcept {
+    page_.reset();
+    circles_.reset();
+    document_.reset();
+    path_.clear();
+}
+
+void PdfPrinter::EndDoc() {
+    forget_paper();
+    end_job();
+}
+
+}  // namespace veldra
