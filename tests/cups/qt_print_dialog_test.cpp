@@ -59,7 +59,8 @@ class QtPrintDialogTest : public test::QueueTest {
             dialog = std::make_unique<QtPrintDialog>(*printers, nullptr);
             dialog->choose_file = [this](QWidget*) {
                 ++files_asked;
-                return QString::fromStdString(files_asked <= refused_files ? "" : folder.path("plot.pdf"));
+                return QString::fromStdString(
+                    files_asked <= refused_files ? "" : folder.path("plot.pdf"));
             };
         }
     }

@@ -228,6 +228,23 @@ TEST_F(QtPrintersTest, FileThatCannotBeWrittenIsAnError) {
     printers.abort_job();
 }
 
+TEST_F(QtPrintersTest, LargeFormatsGoByTheirOwnCodes) {
+    // Nothing is known of this queue, so it takes any paper.
+    QtQueue queue(QStringLiteral("Nowhere"), measurer);
+    struct Paper {
+        std::int16_t code;
+        double width;
+        double height;
+    };
+    for (const Paper& paper : {Paper{272, 841, 1189}, Paper{271, 594, 841}, Paper{276, 707, 1000},
+                               Paper{66, 420, 594}, Paper{8, 297, 420}}) {
+        queue.set_PaperSize(paper.code);
+        EXPECT_EQ(queue.PaperSize(), paper.code);
+        EXPECT_NEAR(queue.Width() / 1440 * 25.4, paper.width, 0.01);
+        EXPECT_NEAR(queue.Height() / 1440 * 25.4, paper.height, 0.01);
+    }
+}
+
 TEST_F(QtPrintersTest, UnknownQueueIsAnError) {
     QtQueue queue(QStringLiteral("Nowhere"), measurer);
     EXPECT_THROW(queue.set_Orientation(1), PrinterError);

@@ -1,9 +1,8 @@
 // The faces and metrics that documents use are those of the picture.
 
-#include "platform/pdf/font_book.h"
-
 #include <gmock/gmock.h>
 
+#include "platform/pdf/font_book.h"
 #include "platform/qt/qt_text_measurer.h"
 #include "qt_application.h"
 
@@ -38,7 +37,8 @@ INSTANTIATE_TEST_SUITE_P(, PdfFonts,
                                            font("Times New Roman", -1, -1),
                                            font("Courier New", 0, 0), font("DejaVu Sans", -1, 0),
                                            font("Nimbus Sans", 0, 0), font("Helvetica", 0, 0),
-                                           font("MS Sans Serif", 0, 0), font("Verdana", 0, 0),                                           font("Unbekannte Schrift", 0, 0)));
+                                           font("MS Sans Serif", 0, 0), font("Verdana", 0, 0),
+                                           font("Unbekannte Schrift", 0, 0)));
 
 }  // namespace
 }  // namespace veldra

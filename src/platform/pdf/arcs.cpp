@@ -17,7 +17,8 @@ UnitArcs make_arcs(int count) {
         const double s1 = std::sin(i * angle);
         const double c2 = std::cos((i + 1) * angle);
         const double s2 = std::sin((i + 1) * angle);
-        arcs.push_back({c1 - handle * s1, s1 + handle * c1, c2 + handle * s2, s2 - handle * c2, c2, s2});
+        arcs.push_back(
+            {c1 - handle * s1, s1 + handle * c1, c2 + handle * s2, s2 - handle * c2, c2, s2});
     }
     arcs.back().x3 = 1;
     arcs.back().y3 = 0;

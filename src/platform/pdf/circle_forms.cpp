@@ -16,8 +16,8 @@ std::string colour_operator(std::int32_t colour, const char* grey, const char* r
 }
 
 std::string circle_content(const CircleLook& look) {
-    std::string out = fmt::format("{:.3f} w\n", look.pen.width) +
-                      colour_operator(look.pen.colour, "G", "RG");
+    std::string out =
+        fmt::format("{:.3f} w\n", look.pen.width) + colour_operator(look.pen.colour, "G", "RG");
     out += look.pen.dot > 0 ? fmt::format("[{0:.3f} {0:.3f}] 0 d 0 J\n", look.pen.dot)
                             : std::string("[] 0 d 1 J\n");
     if (look.radius == 0) {

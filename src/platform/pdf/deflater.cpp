@@ -1,8 +1,8 @@
 #include "platform/pdf/deflater.h"
 
-#include <libdeflate.h>
-
 #include <new>
+
+#include <libdeflate.h>
 
 namespace veldra {
 

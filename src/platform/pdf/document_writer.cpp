@@ -45,8 +45,8 @@ class SpooledData final : public QPDFObjectHandle::StreamDataProvider {
 
 /// Names of the layers, in the order of PageLayer.
 constexpr std::array<const char*, 7> layer_names{
-    "Rahmen", "Grenzen", "Nummerierungsbezirke", "Beobachtungen", "Signaturen", "Werte",
-    "Beschriftung"};
+    "Rahmen",     "Grenzen", "Nummerierungsbezirke", "Beobachtungen",
+    "Signaturen", "Werte",   "Beschriftung"};
 
 QPDFObjectHandle text_string(std::string_view windows_1252) {
     return QPDFObjectHandle::newUnicodeString(to_utf8(windows_1252));
@@ -93,8 +93,8 @@ QPDFObjectHandle make_forms(QPDF& pdf, const std::vector<PdfForm>& forms) {
         dictionary.replaceKey("/Type", name("/XObject"));
         dictionary.replaceKey("/Subtype", name("/Form"));
         const double reach = forms[i].reach;
-        dictionary.replaceKey(
-            "/BBox", QPDFObjectHandle::newFromRectangle({-reach, -reach, reach, reach}));
+        dictionary.replaceKey("/BBox",
+                              QPDFObjectHandle::newFromRectangle({-reach, -reach, reach, reach}));
         dictionary.replaceKey("/Resources", empty_dictionary());
         names.replaceKey(fmt::format("/C{}", i), form);
     }

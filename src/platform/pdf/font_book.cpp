@@ -1,10 +1,10 @@
 #include "platform/pdf/font_book.h"
 
-#include <fontconfig/fontconfig.h>
+#include <vector>
 
+#include <fontconfig/fontconfig.h>
 #include <hb-ot.h>
 #include <hb.h>
-#include <vector>
 
 #include "graphikdatei/codepage.h"
 #include "shell/fatal_error.h"
@@ -48,8 +48,8 @@ FontFile to_file(FcPattern* pattern) {
         file.slant = matrix->xy;
     }
     FcBool embolden = FcFalse;
-    file.embolden = FcPatternGetBool(pattern, FC_EMBOLDEN, 0, &embolden) == FcResultMatch &&
-                    embolden == FcTrue;
+    file.embolden =
+        FcPatternGetBool(pattern, FC_EMBOLDEN, 0, &embolden) == FcResultMatch && embolden == FcTrue;
     return file;
 }
 
@@ -58,7 +58,8 @@ Pattern wanted_pattern(const FontSpec& font) {
     FcPatternAddString(pattern.get(), FC_FAMILY, fc_text(to_utf8(font.face).c_str()));
     FcPatternAddInteger(pattern.get(), FC_WEIGHT,
                         font.bold != 0 ? FC_WEIGHT_BOLD : FC_WEIGHT_NORMAL);
-    FcPatternAddInteger(pattern.get(), FC_SLANT, font.italic != 0 ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
+    FcPatternAddInteger(pattern.get(), FC_SLANT,
+                        font.italic != 0 ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
     FcPatternAddBool(pattern.get(), FC_SCALABLE, FcTrue);
     FcConfigSubstitute(nullptr, pattern.get(), FcMatchPattern);
     FcDefaultSubstitute(pattern.get());
@@ -73,10 +74,9 @@ bool has_table(hb_face_t* face, hb_tag_t tag) {
 }
 
 bool has_outlines(hb_face_t* face) {
-    return hb_face_get_glyph_count(face) > 0 &&
-           (has_table(face, HB_TAG('g', 'l', 'y', 'f')) ||
-            has_table(face, HB_TAG('C', 'F', 'F', ' ')) ||
-            has_table(face, HB_TAG('C', 'F', 'F', '2')));
+    return hb_face_get_glyph_count(face) > 0 && (has_table(face, HB_TAG('g', 'l', 'y', 'f')) ||
+                                                 has_table(face, HB_TAG('C', 'F', 'F', ' ')) ||
+                                                 has_table(face, HB_TAG('C', 'F', 'F', '2')));
 }
 
 /// What a line takes above and below its base line, font units.
@@ -95,9 +95,10 @@ LineExtents line_extents(hb_face_t* face, hb_font_t* font) {
     unsigned size = 0;
     const char* const data = hb_blob_get_data(blob, &size);
     const auto word = [&](unsigned place) {
-        return place + 2 > size ? 0U
-                                : static_cast<unsigned>(static_cast<unsigned char>(data[place])) << 8U |
-                                      static_cast<unsigned char>(data[place + 1]);
+        return place + 2 > size
+                   ? 0U
+                   : static_cast<unsigned>(static_cast<unsigned char>(data[place])) << 8U |
+                         static_cast<unsigned char>(data[place + 1]);
     };
     const unsigned above = word(windows_ascent);
     const unsigned below = word(windows_descent);

@@ -142,7 +142,8 @@ QPDFObjectHandle make_descriptor(QPDF& pdf, const FontFace& face, const std::str
                                  const std::string& file) {
     constexpr int nonsymbolic = 32;
     constexpr int italic = 64;
-    const double slant = static_cast<double>(hb_style_get_value(face.font(), HB_STYLE_TAG_SLANT_ANGLE));
+    const double slant =
+        static_cast<double>(hb_style_get_value(face.font(), HB_STYLE_TAG_SLANT_ANGLE));
     const std::string_view head = table_of(file, "head");
     const double scale = 1000.0 / face.units_per_em();
     QPDFObjectHandle box = QPDFObjectHandle::newArray();
@@ -154,19 +155,17 @@ QPDFObjectHandle make_descriptor(QPDF& pdf, const FontFace& face, const std::str
     QPDFObjectHandle descriptor = QPDFObjectHandle::newDictionary();
     descriptor.replaceKey("/Type", name("/FontDescriptor"));
     descriptor.replaceKey("/FontName", name("/" + font_name));
-    descriptor.replaceKey("/Flags", QPDFObjectHandle::newInteger(
-                                        slant != 0 ? nonsymbolic | italic : nonsymbolic));
+    descriptor.replaceKey(
+        "/Flags", QPDFObjectHandle::newInteger(slant != 0 ? nonsymbolic | italic : nonsymbolic));
     descriptor.replaceKey("/FontBBox", box);
     descriptor.replaceKey("/ItalicAngle", integer(slant));
     descriptor.replaceKey("/Ascent", integer(static_cast<double>(face.metrics().ascent) * 1000));
     descriptor.replaceKey("/Descent", integer(static_cast<double>(face.metrics().descent) * -1000));
     descriptor.replaceKey("/CapHeight", integer(metric(face, HB_OT_METRICS_TAG_CAP_HEIGHT)));
     // About what the weight of the strokes is: a tenth of the usual, bold or not.
-    const double weight =
-        static_cast<double>(hb_style_get_value(face.font(), HB_STYLE_TAG_WEIGHT));
+    const double weight = static_cast<double>(hb_style_get_value(face.font(), HB_STYLE_TAG_WEIGHT));
     descriptor.replaceKey("/StemV", integer(weight / 5));
-    QPDFObjectHandle stream =
-        QPDFObjectHandle::newStream(&pdf, std::string(Deflater().pack(file)));
+    QPDFObjectHandle stream = QPDFObjectHandle::newStream(&pdf, std::string(Deflater().pack(file)));
     stream.getDict().replaceKey("/Filter", name("/FlateDecode"));
     stream.getDict().replaceKey("/Length1",
                                 QPDFObjectHandle::newInteger(static_cast<long long>(file.size())));

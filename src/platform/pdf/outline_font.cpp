@@ -117,10 +117,11 @@ void add_outlines(QPDF& pdf, QPDFObjectHandle font, const FontFace& face, const 
     font.replaceKey("/Encoding", encoding);
     font.replaceKey("/CharProcs", glyphs);
     font.replaceKey("/Resources", QPDFObjectHandle::newDictionary());
-    font.replaceKey("/FontBBox", QPDFObjectHandle::newFromRectangle({all.left - pen, all.bottom - pen,
-                                                                     all.right + pen, all.top + pen}));
-    font.replaceKey("/FontMatrix", QPDFObjectHandle::parse(fmt::format(
-                                       "[{0:.9f} 0 0 {0:.9f} 0 0]", 1 / em)));
+    font.replaceKey("/FontBBox",
+                    QPDFObjectHandle::newFromRectangle(
+                        {all.left - pen, all.bottom - pen, all.right + pen, all.top + pen}));
+    font.replaceKey("/FontMatrix",
+                    QPDFObjectHandle::parse(fmt::format("[{0:.9f} 0 0 {0:.9f} 0 0]", 1 / em)));
 }
 
 }  // namespace veldra

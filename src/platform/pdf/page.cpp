@@ -207,8 +207,8 @@ void PdfPage::stroke(Place a, Place b, double begun) {
         return;
     }
     if (!lies_near(box)) {
-        const ClippedSegment clipped = ClipSegment({near_.left, near_.bottom, near_.right, near_.top},
-                                                   {a.x, a.y, b.x, b.y});
+        const ClippedSegment clipped =
+            ClipSegment({near_.left, near_.bottom, near_.right, near_.top}, {a.x, a.y, b.x, b.y});
         if (clipped.result == 0) {
             return;
         }
@@ -399,7 +399,8 @@ void PdfPage::print_line(std::string_view text, const TextFont& font, const Plac
         const double middle = -font.face->underline_depth() * font.size;
         const double half = font.face->underline_thickness() * font.size / 2;
         const auto corner = [&](double along, double up) {
-            put(written({base.x + along * cosine - up * sine, base.y + along * sine + up * cosine}));
+            put(written(
+                {base.x + along * cosine - up * sine, base.y + along * sine + up * cosine}));
         };
         corner(0, middle - half);
         out_.text("m ");

@@ -16,7 +16,7 @@ namespace veldra {
 /// The sheet of paper that a page stands for.
 struct PdfPaper {
     PdfPageSize size;
-    double margin = 5;      ///< not printed on, on each side, mm
+    double margin = 5;          ///< not printed on, on each side, mm
     double pixel = 25.4 / 300;  ///< what pens count in, mm
 };
 

@@ -2,8 +2,14 @@
 #include <QLibraryInfo>
 #include <QTranslator>
 #include <exception>
+#include <memory>
+#include <optional>
 #include <string>
 
+#include "platform/pdf/pdf_printer.h"
+#include "platform/qt/qt_print_dialog.h"
+#include "platform/qt/qt_printers.h"
+#include "platform/qt/qt_text_measurer.h"
 #include "platform/qt/qt_user_interface.h"
 #include "platform/qt/system_paths.h"
 #include "shell/frmTorvel.h"
@@ -47,9 +53,18 @@ std::string command_line() {
     return veldra::system_path(words.join(QLatin1Char(' ')));
 }
 
+std::optional<std::string> document_file() {
+    const QString file = veldra::ask_for_output_file(QApplication::activeWindow());
+    return file.isEmpty() ? std::nullopt : std::optional(veldra::system_path(file));
+}
+
 int run(VeldraApplication& application) {
     veldra::Session session;
+    veldra::QtTextMeasurer measurer;
+    veldra::QtPrinters printers(std::make_unique<veldra::PdfPrinter>(document_file), measurer);
     veldra::FrmTorvel window(session, veldra::system_folders(), command_line());
+    veldra::QtPrintDialog print_dialog(printers, &window);
+    window.use_printer(printers, print_dialog);
     try {
         window.load();
     } catch (const std::exception& failure) {

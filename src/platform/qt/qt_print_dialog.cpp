@@ -13,8 +13,6 @@
 
 namespace veldra {
 
-namespace {
-
 QString ask_for_output_file(QWidget* window) {
     QFileDialog dialog(window, QStringLiteral("Ausgabe in Datei"));
     dialog.setObjectName(QStringLiteral("dlg_ausgabe_datei"));
@@ -28,8 +26,6 @@ QString ask_for_output_file(QWidget* window) {
     }
     return dialog.selectedFiles().constFirst();
 }
-
-}  // namespace
 
 class QtPrintDialog::Form {
  public:

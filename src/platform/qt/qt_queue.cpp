@@ -8,8 +8,10 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/pdf/pdf_printer.h"
 #include "platform/qt/qt_font.h"
 #include "platform/qt/qt_user_interface.h"
+#include "plot/paper_codes.h"
 #include "plot/printer_adapters.h"
 
 namespace veldra {
@@ -17,7 +19,6 @@ namespace veldra {
 namespace {
 
 constexpr std::int16_t querformat = 2;
-constexpr std::int16_t user_defined = 256;
 constexpr std::int16_t monochrome = 1;
 constexpr std::int16_t colour = 2;
 constexpr std::int16_t scale_twips = 1;
@@ -27,17 +28,13 @@ constexpr double millimetres_per_point = millimetres_per_inch / 72;
 /// A queue that was there this many milliseconds ago is taken to be there.
 constexpr qint64 sight_lasts = 2000;
 
-/// Large formats that have no code of their own in the common table of papers.
-constexpr std::array<std::pair<std::int16_t, QPageSize::PageSizeId>, 9> large_formats{
-    {{268, QPageSize::A4},
-     {269, QPageSize::A3},
-     {270, QPageSize::A2},
-     {271, QPageSize::A1},
-     {272, QPageSize::A0},
-     {273, QPageSize::B4},
-     {274, QPageSize::B3},
-     {275, QPageSize::B2},
-     {276, QPageSize::B1}}};
+/// From this code on, papers have none in the toolkit's table.
+constexpr std::int16_t first_large_format = 268;
+
+QPageSize large_format(const PaperCode& paper) {
+    return QPageSize({paper.width, paper.height}, QPageSize::Millimeter, QString(),
+                     QPageSize::FuzzyMatch);
+}
 
 /// Bins as the print service names them. Bin 7 is whatever the queue has set.
 constexpr std::int16_t bin_as_set = 7;
@@ -58,10 +55,8 @@ const char* bin_name(std::int16_t code) {
 
 /// The paper of a code; invalid if there is none.
 QPageSize paper_of(std::int16_t code) {
-    for (const auto& [large, id] : large_formats) {
-        if (large == code) {
-            return QPageSize(id);
-        }
+    if (const auto known = paper_of_code(code); known && code >= first_large_format) {
+        return large_format(*known);
     }
     const QPageSize::PageSizeId id = QPageSize::id(code);
     return id == QPageSize::Custom ? QPageSize() : QPageSize(id);
@@ -69,17 +64,17 @@ QPageSize paper_of(std::int16_t code) {
 
 std::int16_t code_of(const QPageSize& paper) {
     if (paper.id() == QPageSize::Custom) {
-        return user_defined;
+        return user_defined_paper_code;
     }
     if (const int code = paper.windowsId(); code > 0) {
         return static_cast<std::int16_t>(code);
     }
-    for (const auto& [large, id] : large_formats) {
-        if (id == paper.id()) {
-            return large;
+    for (const PaperCode& known : known_papers()) {
+        if (known.code >= first_large_format && large_format(known).id() == paper.id()) {
+            return known.code;
         }
     }
-    return user_defined;
+    return user_defined_paper_code;
 }
 
 QPageSize user_paper(const QSizeF& millimetres) {
@@ -147,7 +142,7 @@ void QtQueue::set_PaperSize(std::int16_t code) {
     if (code == PaperSize()) {
         return;
     }
-    if (code == user_defined) {
+    if (code == user_defined_paper_code) {
         if (info_.supportsCustomPageSizes()) {
             set_user_size({sheet().paper.width(), sheet().paper.height()});
         }
@@ -190,13 +185,13 @@ float QtQueue::Height() {
 }
 
 void QtQueue::set_Width(float twips) {
-    if (PaperSize() == user_defined && info_.supportsCustomPageSizes()) {
+    if (PaperSize() == user_defined_paper_code && info_.supportsCustomPageSizes()) {
         set_user_size({static_cast<double>(twips) / twips_per_millimetre, sheet().paper.height()});
     }
 }
 
 void QtQueue::set_Height(float twips) {
-    if (PaperSize() == user_defined && info_.supportsCustomPageSizes()) {
+    if (PaperSize() == user_defined_paper_code && info_.supportsCustomPageSizes()) {
         set_user_size({sheet().paper.width(), static_cast<double>(twips) / twips_per_millimetre});
     }
 }
@@ -258,11 +253,12 @@ double QtQueue::TextHeight(std::string_view text, const FontSpec& font) {
 /// Pens are as wide as those of the built-in device unless the queue tells its resolution. The
 /// toolkit tells 72 for one that it does not know.
 double QtQueue::pixels_per_inch() const {
-    constexpr int usual = 300;
     constexpr int least_credible = 150;
     const QList<int> resolutions = info_.supportedResolutions();
     const auto finest = std::max_element(resolutions.begin(), resolutions.end());
-    return finest != resolutions.end() && *finest >= least_credible ? *finest : usual;
+    return finest != resolutions.end() && *finest >= least_credible
+               ? *finest
+               : PdfPrinter::standard_resolution;
 }
 
 bool QtQueue::begin_job(const JobTitle& title) {
