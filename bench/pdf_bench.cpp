@@ -123,10 +123,12 @@ void by_toolkit(benchmark::State& state, const Drawing& draw) {
         writer.setPageMargins({});
         writer.setResolution(resolution);
         QPainter painter(&writer);
-        PainterMapping mapping;
-        mapping.units_per_metre = resolution / 25.4;
-        mapping.bottom = side_mm * mapping.units_per_metre;
-        PainterTarget target(painter, mapping, PainterTarget::Labels::print);
+        PainterArea area;
+        area.units_per_millimetre = resolution / 25.4;
+        const double side = side_mm * area.units_per_millimetre;
+        area.area = QRectF(0, 0, side, side);
+        PainterTarget target(painter, area, PainterTarget::Labels::print);
+        target.Scale(0, side_mm, side_mm, 0);
         draw(target);
         painter.end();
     }
