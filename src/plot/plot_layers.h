@@ -1,0 +1,20 @@
+#pragma once
+
+#include "drawing/layer_frame.h"
+#include "plot/printer.h"
+#include "shell/session.h"
+
+namespace veldra {
+
+/// The administrative boundaries of the level `obj_verw` on the sheet of `frame`, as filled
+/// rectangles of the pens' true width that end flush with the sheet and the legend box. The page is
+/// in millimetres; (page_left, page_top) is the ground under the upper left corner of its printable
+/// area. Throws UnreadableBoundaries.
+void PlotBoundaries(Session& session, const LayerFrame& frame, PageTarget& page, double page_left,
+                    double page_top);
+
+/// The numbering districts chosen by `obj_nube` on the sheet of `frame`, around the legend box. The
+/// page is in local metres of ground.
+void PlotDistricts(Session& session, const LayerFrame& frame, PageTarget& page);
+
+}  // namespace veldra
