@@ -32,23 +32,6 @@ void set_caption(Session& session) {
     window.caption += ": " + to_utf8(BuildTitle(session, 0));
 }
 
-void draw_observations(Session& session, const LayerFrame& frame, DrawingTarget& target) {
-    const ObjectSelection& obj = session.obj;
-    if (obj.obj_beob < 1 || obj.obj_beob > 3) {
-        return;
-    }
-    const ObservationForm form =
-        obj.obj_beob == 1 ? ObservationForm::horizontal : ObservationForm::height_and_gps;
-    if (obj.obj_test_beob == table_false) {
-        DrawObservations(session, frame, target, form);
-    } else {
-        DrawTestObservations(session, frame, target, form);
-    }
-    if (form == ObservationForm::horizontal) {
-        DrawOrientations(session, frame, target);
-    }
-}
-
 /// Residuals of position and height side by side are never coloured by their tests.
 bool colours_residuals(const ObjectSelection& obj) {
     const bool both = obj.obj_wert_lage == 2 && obj.obj_wert_hoehe == 2;
@@ -60,35 +43,6 @@ void draw_residuals(Session& session, const LayerFrame& frame, DrawingTarget& ta
         DrawTestResiduals(session, frame, target, kind);
     } else {
         DrawVectors(session, frame, target, kind);
-    }
-}
-
-void draw_values(Session& session, const LayerFrame& frame, DrawingTarget& target) {
-    switch (session.obj.obj_wert_lage) {
-        case 1:
-            DrawVectors(session, frame, target, 1);
-            break;
-        case 2:
-            draw_residuals(session, frame, target, 2);
-            break;
-        case 3:
-            DrawEllipses(session, frame, target);
-            break;
-        default:
-            break;
-    }
-    switch (session.obj.obj_wert_hoehe) {
-        case 1:
-            DrawVectors(session, frame, target, 4);
-            break;
-        case 2:
-            draw_residuals(session, frame, target, 5);
-            break;
-        case 3:
-            DrawVectors(session, frame, target, 6);
-            break;
-        default:
-            break;
     }
 }
 
@@ -142,12 +96,71 @@ void report_empty(Session& session, UserInterface& ui) {
     ui.message_box(MessageStyle::critical, " Fehler ", text);
 }
 
-/// A boundary file that cannot be read is reported once; the rest of the picture goes on.
-void draw_boundaries(Session& session, const LayerFrame& frame, DrawingTarget& target,
-                     UserInterface& ui) {
+}  // namespace
+
+void draw_observations(Session& session, const LayerFrame& frame, DrawingTarget& target) {
+    const ObjectSelection& obj = session.obj;
+    if (obj.obj_beob < 1 || obj.obj_beob > 3) {
+        return;
+    }
+    const ObservationForm form =
+        obj.obj_beob == 1 ? ObservationForm::horizontal : ObservationForm::height_and_gps;
+    if (obj.obj_test_beob == table_false) {
+        DrawObservations(session, frame, target, form);
+    } else {
+        DrawTestObservations(session, frame, target, form);
+    }
+    if (form == ObservationForm::horizontal) {
+        DrawOrientations(session, frame, target);
+    }
+}
+
+void draw_signatures(Session& session, const LayerFrame& frame, DrawingTarget& target) {
+    if (session.obj.obj_pusi != 0) {
+        DrawPointSignatures(session, frame, target);
+    }
+}
+
+void draw_values(Session& session, const LayerFrame& frame, DrawingTarget& target) {
+    switch (session.obj.obj_wert_lage) {
+        case 1:
+            DrawVectors(session, frame, target, 1);
+            break;
+        case 2:
+            draw_residuals(session, frame, target, 2);
+            break;
+        case 3:
+            DrawEllipses(session, frame, target);
+            break;
+        default:
+            break;
+    }
+    switch (session.obj.obj_wert_hoehe) {
+        case 1:
+            DrawVectors(session, frame, target, 4);
+            break;
+        case 2:
+            draw_residuals(session, frame, target, 5);
+            break;
+        case 3:
+            DrawVectors(session, frame, target, 6);
+            break;
+        default:
+            break;
+    }
+}
+
+void draw_network(Session& session, const LayerFrame& frame, DrawingTarget& target) {
+    draw_observations(session, frame, target);
+    draw_signatures(session, frame, target);
+    draw_values(session, frame, target);
+}
+
+void draw_boundaries_or_report(Session& session, UserInterface& ui,
+                               const std::function<void()>& draw) {
     std::string& reported = session.boundary_cache.reported;
     try {
-        DrawBoundaries(session, frame, target);
+        draw();
         reported.clear();
     } catch (const UnreadableBoundaries& error) {
         if (reported != error.what()) {
@@ -157,23 +170,13 @@ void draw_boundaries(Session& session, const LayerFrame& frame, DrawingTarget& t
     }
 }
 
-}  // namespace
-
-void draw_network(Session& session, const LayerFrame& frame, DrawingTarget& target) {
-    draw_observations(session, frame, target);
-    if (session.obj.obj_pusi != 0) {
-        DrawPointSignatures(session, frame, target);
-    }
-    draw_values(session, frame, target);
-}
-
 void DrawAll(Session& session, DrawingTarget& target, TextMeasurer& measurer, UserInterface& ui) {
     set_pointer(session, ui, hourglass);
     session.window.lbl_legende_visible = false;
     set_caption(session);
     const LayerFrame frame = screen_frame(session, measurer);
     if (session.obj.obj_verw != 0) {
-        draw_boundaries(session, frame, target, ui);
+        draw_boundaries_or_report(session, ui, [&] { DrawBoundaries(session, frame, target); });
     }
     const Viewport& view = session.view;
     DrawGrid(session, frame, target,

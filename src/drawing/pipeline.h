@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "drawing/layer_frame.h"
 #include "drawing/target.h"
 #include "drawing/text_measurer.h"
@@ -12,6 +14,16 @@ namespace veldra {
 /// labels, and brings window caption, menus and toolbar in `session.window` into line. A part
 /// without anything to draw is reported in a message box and loses its mark for plotting.
 void DrawAll(Session& session, DrawingTarget& target, TextMeasurer& measurer, UserInterface& ui);
+
+/// The layers that the selection asks for, one kind of object each.
+void draw_observations(Session& session, const LayerFrame& frame, DrawingTarget& target);
+void draw_signatures(Session& session, const LayerFrame& frame, DrawingTarget& target);
+void draw_values(Session& session, const LayerFrame& frame, DrawingTarget& target);
+
+/// Draws boundaries by `draw`. A boundary file that cannot be read is reported once, in a message
+/// box; the rest of the picture goes on.
+void draw_boundaries_or_report(Session& session, UserInterface& ui,
+                               const std::function<void()>& draw);
 
 /// The layers of observations, signatures and values in their fixed order, without boundaries,
 /// grid and labels.
