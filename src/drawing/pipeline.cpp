@@ -29,7 +29,7 @@ void set_caption(Session& session) {
     if (session.netz.count() > 0) {
         window.caption += " (" + to_utf8(session.netz[session.netz_aktuell].netz_name) + ")";
     }
-    window.caption += ": " + to_utf8(BuildTitle(session, 0));
+    window.caption += ": " + to_utf8(BuildTitle(session, title_code::objects));
 }
 
 /// Residuals of position and height side by side are never coloured by their tests.
