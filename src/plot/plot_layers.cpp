@@ -109,10 +109,8 @@ void visit_outside(const TargetBox& box, const Segment& segment, Take&& take) {
         take(segment);
         return;
     }
-    const bool first_covered =
-        beneath.result == inside || beneath.result == first_end_inside;
-    const bool second_covered =
-        beneath.result == inside || beneath.result == second_end_inside;
+    const bool first_covered = beneath.result == inside || beneath.result == first_end_inside;
+    const bool second_covered = beneath.result == inside || beneath.result == second_end_inside;
     if (!first_covered) {
         take(Segment{segment.ax, segment.ay, covered.ax, covered.ay});
     }

@@ -62,8 +62,8 @@ SheetRange sheets_in(const Session& session, const TargetBox& area) {
     const SheetSides sides = sheet_sides(session);
     const IndexRange columns = sheets_along(plot.plot_null_rechts, sides.breite,
                                             plot.plot_blatt_rechts, area.xmin, area.xmax);
-    const IndexRange rows = sheets_along(plot.plot_null_hoch, sides.hoehe, plot.plot_blatt_hoch,
-                                         area.ymin, area.ymax);
+    const IndexRange rows =
+        sheets_along(plot.plot_null_hoch, sides.hoehe, plot.plot_blatt_hoch, area.ymin, area.ymax);
     return {columns.first, columns.last, rows.first, rows.last};
 }
 

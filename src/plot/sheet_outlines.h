@@ -13,8 +13,7 @@ namespace veldra {
 [[nodiscard]] TargetBox plot_ground(const Session& session);
 
 /// The ground of the sheet in a column and a row, both from 1 at the lower left.
-[[nodiscard]] TargetBox sheet_ground(const Session& session, std::int64_t column,
-                                     std::int64_t row);
+[[nodiscard]] TargetBox sheet_ground(const Session& session, std::int64_t column, std::int64_t row);
 
 /// Sheets of the division, from 1; none if the last is before the first.
 struct SheetRange {

@@ -56,8 +56,7 @@ class TilesAround {
     }
     static SideNumbers halves(std::string_view line) {
         const std::size_t bar = std::min(line.find('|'), line.size());
-        return {trimmed(line.substr(0, bar)),
-                trimmed(line.substr(std::min(bar + 1, line.size())))};
+        return {trimmed(line.substr(0, bar)), trimmed(line.substr(std::min(bar + 1, line.size())))};
     }
 
     std::string_view north_west_;

@@ -45,8 +45,8 @@ enum class GridLine : std::uint8_t { north, east };
 
 /// Walks over the lines of a grid that touch `area` and over its nodes in there. For each node, in
 /// order: `line(segment, node, which)` with its clipped line to the north, then with that to the
-/// east, then `label(node)` if the node itself lies in the area and has a number. The last column and row have
-/// no lines of their own: they lie outside of the view.
+/// east, then `label(node)` if the node itself lies in the area and has a number. The last column
+/// and row have no lines of their own: they lie outside of the view.
 template <typename Line, typename NodeLabel>
 void visit_grid(const DistrictGrid& grid, const TargetBox& area, Line&& line, NodeLabel&& label) {
     constexpr double at_the_node = 0.001;
