@@ -132,8 +132,8 @@ class Frame {
 LegendBox legend_box(const Session& session, const LegendSize& legend) {
     const PlotSettings& plot = session.plot;
     const double s = plot.plot_massstab;
-    const double right = plot.plot_null_rechts +
-                         plot.plot_blatt_rechts * session.sheet.papier_breite / s;
+    const double right =
+        plot.plot_null_rechts + plot.plot_blatt_rechts * session.sheet.papier_breite / s;
     const double top = plot.plot_null_hoch + plot.plot_blatt_hoch * session.sheet.papier_hoehe / s;
     const double w = legend.width / s / 1000;
     const double h = legend.height / s / 1000;
@@ -166,8 +166,8 @@ std::vector<LegendLine> legend_lines(const Session& session) {
             continue;
         }
         if (text.empty() && i >= 2) {
-            text = BuildTitle(session,
-                              i == 2 ? title_code::legend_line_3 : title_code::legend_line_4);
+            text =
+                BuildTitle(session, i == 2 ? title_code::legend_line_3 : title_code::legend_line_4);
         }
         lines.push_back({std::move(text), &zeile});
     }
@@ -178,9 +178,8 @@ void count_plot_sheets(Session& session) {
     PlotSettings& plot = session.plot;
     const Extents& extents = session.extents;
     if (plot.plot_blatt_auto == table_true) {
-        plot.plot_blatt_rechts =
-            sheet_count(session, extents.gesamt_rw_max - plot.plot_null_rechts,
-                        session.sheet.papier_breite, "plot_blatt_rechts");
+        plot.plot_blatt_rechts = sheet_count(session, extents.gesamt_rw_max - plot.plot_null_rechts,
+                                             session.sheet.papier_breite, "plot_blatt_rechts");
         plot.plot_blatt_hoch = sheet_count(session, extents.gesamt_hw_max - plot.plot_null_hoch,
                                            session.sheet.papier_hoehe, "plot_blatt_hoch");
     }

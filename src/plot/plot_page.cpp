@@ -50,8 +50,7 @@ PageGround page_ground(const Session& session) {
     const SheetWindow& blatt = session.blatt;
     const SheetGeometry& sheet = session.sheet;
     return {blatt.blatt_rw_min - sheet.rand_links / s, blatt.blatt_hw_max + sheet.rand_oben / s,
-            blatt.blatt_rw_max + sheet.rand_rechts / s,
-            blatt.blatt_hw_min - sheet.rand_unten / s};
+            blatt.blatt_rw_max + sheet.rand_rechts / s, blatt.blatt_hw_min - sheet.rand_unten / s};
 }
 
 void PlotPage(Session& session, Printer& printer, UserInterface& ui, const PartOnPaper& part,
@@ -68,9 +67,8 @@ void PlotPage(Session& session, Printer& printer, UserInterface& ui, const PartO
     page.begin_layer(PageLayer::boundaries);
     if (session.obj.obj_verw != 0) {
         const PageGround ground = page_ground(session);
-        draw_boundaries_or_report(session, ui, [&] {
-            PlotBoundaries(session, frame, page, ground.left, ground.top);
-        });
+        draw_boundaries_or_report(
+            session, ui, [&] { PlotBoundaries(session, frame, page, ground.left, ground.top); });
     }
     scale_to_ground(session, page);
     draw_layers(session, frame, page);

@@ -9,13 +9,13 @@
 #include "network_builder.h"
 #include "plot/paper_frame.h"
 #include "plot/plot_layers.h"
-#include "recording_page.h"
+#include "recorded_page.h"
 #include "temp_file.h"
 
 namespace veldra {
 namespace {
 
-using test::RecordingPage;
+using test::RecordedPage;
 using testing_support::TempFolder;
 
 /// A sheet of 200 by 280 mm at 1:1000 in DHDN with its corner at 2570000, 5620000: a metre of
@@ -55,8 +55,11 @@ class PlotBoundariesTest : public testing::Test {
         }
         use_file(text);
     }
-    RecordingPage plot() {
-        RecordingPage page(0.1);
+    static std::vector<test::page::Polygon> strips(const RecordedPage& page) {
+        return page.all<test::page::Polygon>();
+    }
+    RecordedPage plot() {
+        RecordedPage page({}, 0.1);
         PlotBoundaries(session, paper_frame(session, {10, 10}, measurer), page, 2570000 - 15,
                        5620280 + 0.5);
         return page;
@@ -64,12 +67,10 @@ class PlotBoundariesTest : public testing::Test {
     /// Ends of the strips' axes, relative to the sheet's corner, "x y x y" in metres.
     std::vector<std::string> axes() {
         std::vector<std::string> found;
-        for (const RecordingPage::Strip& strip : plot().strips) {
+        for (const test::page::Polygon& strip : strips(plot())) {
             const auto& c = strip.corners;
             const auto x = [](double on_page) { return std::round((on_page - 15) * 100) / 100; };
-            const auto y = [](double on_page) {
-                return std::round((280.5 - on_page) * 100) / 100;
-            };
+            const auto y = [](double on_page) { return std::round((280.5 - on_page) * 100) / 100; };
             found.push_back(fmt::format("{} {} {} {}", x((c[0].x + c[3].x) / 2),
                                         y((c[0].y + c[3].y) / 2), x((c[1].x + c[2].x) / 2),
                                         y((c[1].y + c[2].y) / 2)));
@@ -89,9 +90,9 @@ TEST_F(PlotBoundariesTest, SegmentIsARectangleOfThePensTrueWidth) {
     // Four pixels of 0.1 mm, twice as wide: 0.8 m of ground. From (10, 10) by (30, 40), 50 m long:
     // half the width across is (-0.4 * 40/50, 0.4 * 30/50) = (-0.32, 0.24).
     use_line({{10, 10}, {40, 50}});
-    const RecordingPage page = plot();
-    ASSERT_EQ(page.strips.size(), 1U);
-    const std::vector<PagePoint>& corners = page.strips[0].corners;
+    const RecordedPage page = plot();
+    ASSERT_EQ(strips(page).size(), 1U);
+    const std::vector<PagePoint> corners = strips(page)[0].corners;
     const std::vector<PagePoint> expected{{15 + 9.68, 280.5 - 10.24},
                                           {15 + 39.68, 280.5 - 50.24},
                                           {15 + 40.32, 280.5 - 49.76},
@@ -101,23 +102,23 @@ TEST_F(PlotBoundariesTest, SegmentIsARectangleOfThePensTrueWidth) {
         EXPECT_NEAR(corners[i].x, expected[i].x, 1e-4) << i;
         EXPECT_NEAR(corners[i].y, expected[i].y, 1e-4) << i;
     }
-    EXPECT_THAT(page.lines, IsEmpty());
+    EXPECT_THAT(page.all<operation::Line>(), IsEmpty());
 }
 
 TEST_F(PlotBoundariesTest, WidthFollowsTheLevelAndThePixel) {
     use_file(
         "@ 1 Land x LND\r\n2 2570010 5620100\r\n1 2570090 5620100\r\n"
         "@ 2 Bezirk x RBZ\r\n2 2570010 5620120\r\n1 2570090 5620120\r\n");
-    RecordingPage page(0.25);
+    RecordedPage page({}, 0.25);
     session.settings.faktorStrich = 1;
     PlotBoundaries(session, paper_frame(session, {10, 10}, measurer), page, 2570000, 5620280);
-    ASSERT_EQ(page.strips.size(), 2U);
+    ASSERT_EQ(strips(page).size(), 2U);
     const auto height = [&page](std::size_t i) {
-        return page.strips[i].corners[3].y - page.strips[i].corners[0].y;
+        return strips(page)[i].corners[3].y - strips(page)[i].corners[0].y;
     };
     EXPECT_NEAR(height(0), 1.0, 1e-4);   // 4 * 0.25 mm
     EXPECT_NEAR(height(1), 0.75, 1e-4);  // 3 * 0.25 mm
-    EXPECT_EQ(page.strips[1].colour, 2);
+    EXPECT_EQ(strips(page)[1].colour, 2);
 }
 
 TEST_F(PlotBoundariesTest, EndsFlushWithTheSheet) {
@@ -170,9 +171,9 @@ TEST_F(PlotBoundariesTest, SegmentOfNoLengthDrawsNothing) {
 TEST_F(PlotBoundariesTest, GreyUnlessThePrinterHasColour) {
     use_line({{20, 20}, {30, 20}});
     session.printer.drucker_farbe = 2;
-    EXPECT_EQ(plot().strips.at(0).colour, rgb(30, 60, 90));
+    EXPECT_EQ(strips(plot()).at(0).colour, rgb(30, 60, 90));
     session.printer.drucker_farbe = 1;
-    EXPECT_EQ(plot().strips.at(0).colour, rgb(60, 60, 60));
+    EXPECT_EQ(strips(plot()).at(0).colour, rgb(60, 60, 60));
 }
 
 TEST_F(PlotBoundariesTest, LineWithoutABeginningComesFromTheSheetsCorner) {
@@ -195,7 +196,7 @@ TEST_F(PlotBoundariesTest, TheSheetsOfAJobShareOneReading) {
     const PlanePoint* const vertices = session.boundary_cache.lines.vertices.data();
     for (int sheet = 0; sheet < 30; ++sheet) {
         session.blatt = {2570000.0 + sheet, 5620000, 2570200.0 + sheet, 5620280};
-        ASSERT_EQ(plot().strips.size(), 1U);
+        ASSERT_EQ(strips(plot()).size(), 1U);
         ASSERT_EQ(session.boundary_cache.lines.vertices.data(), vertices);
     }
 }

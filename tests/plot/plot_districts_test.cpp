@@ -8,14 +8,14 @@
 #include "network_builder.h"
 #include "plot/paper_frame.h"
 #include "plot/plot_layers.h"
-#include "recording_page.h"
+#include "recorded_page.h"
 #include "reference/district_labels.h"
 #include "reference/districts.h"
 
 namespace veldra {
 namespace {
 
-using test::RecordingPage;
+using test::RecordedPage;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -57,14 +57,14 @@ class PlotDistrictsTest : public testing::Test {
         result.label_unit = label_unit;
         return result;
     }
-    RecordingPage plot() {
-        RecordingPage page;
+    RecordedPage plot() {
+        RecordedPage page({}, 0.1);
         PlotDistricts(session, frame(), page);
         return page;
     }
     std::vector<std::string> lines() {
         std::vector<std::string> found;
-        for (const RecordingPage::DrawnLine& line : plot().lines) {
+        for (const operation::Line& line : plot().all<operation::Line>()) {
             found.push_back(fmt::format("{} {} {} {}", std::lround(line.x1), std::lround(line.y1),
                                         std::lround(line.x2), std::lround(line.y2)));
         }
@@ -72,7 +72,7 @@ class PlotDistrictsTest : public testing::Test {
     }
     std::vector<std::string> texts() {
         std::vector<std::string> found;
-        for (const RecordingPage::Text& text : plot().texts) {
+        for (const test::page::Print& text : plot().all<test::page::Print>()) {
             found.push_back(
                 fmt::format("{}@{} {}", text.text, std::lround(text.x), std::lround(text.y)));
         }
@@ -80,7 +80,7 @@ class PlotDistrictsTest : public testing::Test {
     }
     std::vector<std::string> labels() {
         std::vector<std::string> found;
-        for (const RecordingPage::PlacedLabel& label : plot().labels) {
+        for (const operation::LabelPlaced& label : plot().all<operation::LabelPlaced>()) {
             found.push_back(fmt::format("{}@{} {}", label.caption, std::lround(label.left),
                                         std::lround(label.top)));
         }
@@ -104,18 +104,22 @@ TEST_F(PlotDistrictsTest, LinesEndAtTheEdgesOfTheSheet) {
 TEST_F(PlotDistrictsTest, PenIsThinTimesTheFactor) {
     session.settings.faktorStrich = 3;
     session.settings.nubcolor = rgb(1, 2, 3);
-    EXPECT_EQ(plot().lines.at(0).pen, (RecordingPage::Pen{0, 3, rgb(1, 2, 3)}));
+    const RecordedPage page = plot();
+    EXPECT_EQ(page.all<operation::DrawStyle>(), (std::vector<operation::DrawStyle>{{0}}));
+    EXPECT_EQ(page.all<operation::DrawWidth>(), (std::vector<operation::DrawWidth>{{3}}));
+    EXPECT_EQ(page.all<operation::ForeColor>(),
+              (std::vector<operation::ForeColor>{{rgb(1, 2, 3)}}));
 }
 
 TEST_F(PlotDistrictsTest, GreyUnlessThePrinterHasColour) {
     session.settings.nubcolor = rgb(30, 60, 90);
     session.obj.obj_nbez = 1;
     session.printer.drucker_farbe = 1;
-    const RecordingPage page = plot();
-    EXPECT_EQ(page.lines.at(0).pen.colour, rgb(60, 60, 60));
-    EXPECT_EQ(page.labels.at(0).colour, rgb(60, 60, 60));
+    const RecordedPage page = plot();
+    EXPECT_EQ(page.all<operation::ForeColor>().at(0).colour, rgb(60, 60, 60));
+    EXPECT_EQ(page.all<operation::LabelPlaced>().at(0).colour, rgb(60, 60, 60));
     session.obj.obj_nbez = 2;
-    EXPECT_EQ(plot().texts.at(0).colour, rgb(60, 60, 60));
+    EXPECT_EQ(plot().all<test::page::Print>().at(0).colour, rgb(60, 60, 60));
 }
 
 TEST_F(PlotDistrictsTest, NoKindAndLocalSystemDrawNothing) {
@@ -141,9 +145,9 @@ TEST_F(PlotDistrictsTest, LineBeneathTheLegendIsDropped) {
     const std::vector<std::string> found = lines();
     EXPECT_EQ(found.size(), 16U);
     EXPECT_THAT(found, Not(Contains("500 0 500 500")));
-    EXPECT_THAT(found, Contains("500 600 500 1500"));   // begins beneath it
-    EXPECT_THAT(found, Contains("600 500 1500 500"));   // begins beneath it
-    EXPECT_THAT(found, Contains("0 500 400 500"));      // ends beneath it
+    EXPECT_THAT(found, Contains("500 600 500 1500"));  // begins beneath it
+    EXPECT_THAT(found, Contains("600 500 1500 500"));  // begins beneath it
+    EXPECT_THAT(found, Contains("0 500 400 500"));     // ends beneath it
 }
 
 TEST_F(PlotDistrictsTest, LineThroughTheLegendShowsOnBothSides) {
@@ -165,9 +169,9 @@ TEST_F(PlotDistrictsTest, WithoutALegendNothingIsCovered) {
 
 TEST_F(PlotDistrictsTest, NumbersStandAtTheNodes) {
     session.obj.obj_nbez = 1;
-    EXPECT_THAT(labels(), ElementsAre("25715619 @500 520", "25715620 @500 1520", "25725619 @1500 520",
-                                      "25725620 @1500 1520", "25735619 @2500 520",
-                                      "25735620 @2500 1520"));
+    EXPECT_THAT(labels(),
+                ElementsAre("25715619 @500 520", "25715620 @500 1520", "25725619 @1500 520",
+                            "25725620 @1500 1520", "25735619 @2500 520", "25735620 @2500 1520"));
     EXPECT_THAT(texts(), IsEmpty());
 }
 
@@ -225,14 +229,13 @@ TEST_F(PlotDistrictsTest, NoNumbersUnlessWanted) {
 TEST_F(PlotDistrictsTest, NumbersOfBothSidesStandWhereALineMeetsTheEdge) {
     session.obj.obj_nbez = 2;
     // " 25705618 | 25715618 " has its bar, 10 m wide, on the line at 500: it begins 105 m before.
-    EXPECT_THAT(texts(),
-                UnorderedElementsAre(
-                    " 25705618 | 25715618 @395 20", " 25715618 | 25725618 @1395 20",
-                    " 25725618 | 25735618 @2395 20", " 25705620 | 25715620 @395 2000",
-                    " 25715620 | 25725620 @1395 2000", " 25725620 | 25735620 @2395 2000",
-                    " 25705619 @0 520", " 25705618 @0 500", " 25705620 @0 1520", " 25705619 @0 1500",
-                    " 25735619 @2900 520", " 25735618 @2900 500", " 25735620 @2900 1520",
-                    " 25735619 @2900 1500"));
+    EXPECT_THAT(texts(), UnorderedElementsAre(
+                             " 25705618 | 25715618 @395 20", " 25715618 | 25725618 @1395 20",
+                             " 25725618 | 25735618 @2395 20", " 25705620 | 25715620 @395 2000",
+                             " 25715620 | 25725620 @1395 2000", " 25725620 | 25735620 @2395 2000",
+                             " 25705619 @0 520", " 25705618 @0 500", " 25705620 @0 1520",
+                             " 25705619 @0 1500", " 25735619 @2900 520", " 25735618 @2900 500",
+                             " 25735620 @2900 1520", " 25735619 @2900 1500"));
     EXPECT_THAT(labels(), IsEmpty());
 }
 
@@ -247,7 +250,7 @@ TEST_F(PlotDistrictsTest, EdgeNumbersOfMapSheets) {
     session.obj.obj_nbez = 2;
     session.obj.obj_nube = districts::tk25;
     std::vector<std::string> captions;
-    for (const RecordingPage::Text& text : plot().texts) {
+    for (const test::page::Print& text : plot().all<test::page::Print>()) {
         captions.push_back(text.text);
     }
     EXPECT_THAT(captions, UnorderedElementsAre(" 5207 | 5208 ", " 5307 | 5308 ", " 5207 ", " 5307 ",
@@ -280,8 +283,8 @@ TEST_F(PlotDistrictsTest, EdgeNumbersNeverTouchEachOtherTheLegendOrTheEdge) {
     };
     for (const double unit : {0.05, 0.1, 0.3, 0.45, 0.6, 1.0}) {
         for (const TargetBox& legend :
-             {TargetBox{0, 0, 700, 400}, TargetBox{0, 1600, 700, 2000}, TargetBox{2300, 0, 3000, 400},
-              TargetBox{2300, 1600, 3000, 2000}}) {
+             {TargetBox{0, 0, 700, 400}, TargetBox{0, 1600, 700, 2000},
+              TargetBox{2300, 0, 3000, 400}, TargetBox{2300, 1600, 3000, 2000}}) {
             cover(legend);
             label_unit = unit;
             const std::vector<EdgeLabel> found =
