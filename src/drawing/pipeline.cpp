@@ -51,26 +51,30 @@ constexpr std::array view_buttons{ToolButton::lupe_plus,        ToolButton::lupe
                                   ToolButton::schiebe_hoch,     ToolButton::schiebe_runter,
                                   ToolButton::schiebe_original, ToolButton::plot_ein};
 
-void offer_commands(WindowState& window) {
+constexpr std::array plot_entries{MenuItem::m_plotten_einstellungen, MenuItem::m_plotten_null,
+                                  MenuItem::m_plotten_alle, MenuItem::m_plotten_aktuell,
+                                  MenuItem::m_plotten_aus};
+
+void offer_commands(WindowState& window, PictureMode mode) {
     window[MenuItem::m_ansicht_massstab].enabled = true;
     window[ToolButton::massstaebe].enabled = !window[MenuItem::m_ansicht_massstab].checked;
-    for (const MenuItem item :
-         {MenuItem::m_torvel_objekte, MenuItem::m_torvel_ansicht, MenuItem::m_torvel_plotten,
-          MenuItem::m_plotten_ein, MenuItem::m_torvel_optionen}) {
+    for (const MenuItem item : {MenuItem::m_torvel_objekte, MenuItem::m_torvel_ansicht,
+                                MenuItem::m_torvel_plotten, MenuItem::m_torvel_optionen}) {
         window[item].enabled = true;
     }
     for (const ToolButton button : view_buttons) {
         window[button].enabled = true;
     }
-    for (const MenuItem item :
-         {MenuItem::m_plotten_einstellungen, MenuItem::m_plotten_null, MenuItem::m_plotten_alle,
-          MenuItem::m_plotten_aktuell, MenuItem::m_plotten_aus}) {
-        window[item].enabled = false;
+    const bool plotting = mode == PictureMode::preview;
+    window[MenuItem::m_plotten_ein].enabled = !plotting;
+    window[ToolButton::plot_ein].enabled = !plotting;
+    for (const MenuItem item : plot_entries) {
+        window[item].enabled = plotting;
     }
-    window[ToolButton::plot_aus].enabled = false;
+    window[ToolButton::plot_aus].enabled = plotting;
 }
 
-void withdraw_commands(WindowState& window) {
+void withdraw_commands(WindowState& window, PictureMode mode) {
     window.frm_massstab_shown = false;
     // Another choice of objects is the way out.
     window[MenuItem::m_torvel_objekte].enabled = true;
@@ -82,7 +86,8 @@ void withdraw_commands(WindowState& window) {
         window[button].enabled = false;
     }
     window[ToolButton::massstaebe].enabled = false;
-    window[ToolButton::plot_aus].enabled = false;
+    // Nobody is kept in the preview of nothing.
+    window[ToolButton::plot_aus].enabled = mode == PictureMode::preview;
 }
 
 /// Says that there is nothing to draw; a part then is no longer marked for plotting.
@@ -170,26 +175,34 @@ void draw_boundaries_or_report(Session& session, UserInterface& ui,
     }
 }
 
-void DrawAll(Session& session, DrawingTarget& target, TextMeasurer& measurer, UserInterface& ui) {
+void begin_picture(Session& session, UserInterface& ui) {
     set_pointer(session, ui, hourglass);
     session.window.lbl_legende_visible = false;
     set_caption(session);
-    const LayerFrame frame = screen_frame(session, measurer);
-    if (session.obj.obj_verw != 0) {
-        draw_boundaries_or_report(session, ui, [&] { DrawBoundaries(session, frame, target); });
-    }
-    const Viewport& view = session.view;
-    DrawGrid(session, frame, target,
-             {view.ansicht_rw_min, view.ansicht_hw_min, view.ansicht_rw_max, view.ansicht_hw_max});
-    draw_network(session, frame, target);
-    DrawPointLabels(session, frame, target);
+}
+
+void end_picture(Session& session, UserInterface& ui, PictureMode mode) {
     if (session.pu.count() > 0 || session.lin.count() > 0) {
-        offer_commands(session.window);
+        offer_commands(session.window, mode);
     } else {
-        withdraw_commands(session.window);
+        withdraw_commands(session.window, mode);
         report_empty(session, ui);
     }
     set_pointer(session, ui, default_pointer);
+}
+
+void DrawAll(Session& session, DrawingTarget& target, TextMeasurer& measurer, UserInterface& ui) {
+    begin_picture(session, ui);
+    const LayerFrame frame = screen_frame(session, measurer);
+    session.lbl_pubez_font = frame.point_font;
+    session.lbl_nubez_font = frame.district_font;
+    if (session.obj.obj_verw != 0) {
+        draw_boundaries_or_report(session, ui, [&] { DrawBoundaries(session, frame, target); });
+    }
+    DrawGrid(session, frame, target, view_ground(session.view));
+    draw_network(session, frame, target);
+    DrawPointLabels(session, frame, target);
+    end_picture(session, ui, PictureMode::screen);
 }
 
 }  // namespace veldra

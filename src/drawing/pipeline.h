@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 
 #include "drawing/layer_frame.h"
@@ -10,10 +11,19 @@
 
 namespace veldra {
 
+/// The two ways to look at a network part.
+enum class PictureMode : std::uint8_t { screen, preview };
+
 /// Renders the current network part at the current viewport into an empty target, places the
 /// labels, and brings window caption, menus and toolbar in `session.window` into line. A part
 /// without anything to draw is reported in a message box and loses its mark for plotting.
 void DrawAll(Session& session, DrawingTarget& target, TextMeasurer& measurer, UserInterface& ui);
+
+/// What every drawing of the picture begins with: the hourglass, no legend, the caption.
+void begin_picture(Session& session, UserInterface& ui);
+/// What it ends with: menus and toolbar in line with what was drawn and with the mode, or the
+/// report that there is nothing to draw; the mouse pointer.
+void end_picture(Session& session, UserInterface& ui, PictureMode mode);
 
 /// The layers that the selection asks for, one kind of object each.
 void draw_observations(Session& session, const LayerFrame& frame, DrawingTarget& target);

@@ -71,6 +71,9 @@ std::vector<Segment> sheet_outlines(const Session& session) {
     const PlotSettings& plot = session.plot;
     const TargetBox all = plot_ground(session);
     std::vector<Segment> lines;
+    if (!(plot.plot_massstab > 0)) {
+        return lines;
+    }
     for (std::int64_t column = 1; column <= plot.plot_blatt_rechts + 1; ++column) {
         const double x = sheet_ground(session, column, 1).xmin;
         lines.push_back({x, all.ymin, x, all.ymax});

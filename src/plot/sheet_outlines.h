@@ -34,7 +34,7 @@ struct SheetRange {
 
 /// The outlines of all sheets in ground coordinates: their lower and left edges to their upper and
 /// right ones, each line once however many sheets it parts, so that drawing them inverted twice
-/// leaves no trace.
+/// leaves no trace. None without a plot scale.
 [[nodiscard]] std::vector<Segment> sheet_outlines(const Session& session);
 
 }  // namespace veldra
