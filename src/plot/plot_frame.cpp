@@ -228,15 +228,9 @@ void report_printer_failure(UserInterface& ui, const PrinterError& error) {
     ui.message_box(MessageStyle::critical, "Netzteil(e) plotten", text);
 }
 
-void PlotFrame(Session& session, Printer& printer, UserInterface& ui, const LegendSize& legend,
-               const SheetPlace& place, std::int16_t& abbruch) {
-    try {
-        Frame(session, printer, legend, place).draw();
-        abbruch = 0;
-    } catch (const PrinterError& error) {
-        report_printer_failure(ui, error);
-        abbruch = 1;
-    }
+void PlotFrame(Session& session, Printer& printer, const LegendSize& legend,
+               const SheetPlace& place) {
+    Frame(session, printer, legend, place).draw();
 }
 
 }  // namespace veldra

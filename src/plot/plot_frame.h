@@ -57,9 +57,9 @@ void count_plot_sheets(Session& session);
 [[nodiscard]] std::string sheet_title(const SheetPlace& place);
 
 /// Draws corner marks, foot lines and, on its sheet, the legend on the printer's page, in
-/// millimetres. A printer out of reach is reported and sets `abbruch` to 1, else it becomes 0.
-void PlotFrame(Session& session, Printer& printer, UserInterface& ui, const LegendSize& legend,
-               const SheetPlace& place, std::int16_t& abbruch);
+/// millimetres. Throws PrinterError.
+void PlotFrame(Session& session, Printer& printer, const LegendSize& legend,
+               const SheetPlace& place);
 
 /// Tells the user that the printer did not do what it should.
 void report_printer_failure(UserInterface& ui, const PrinterError& error);

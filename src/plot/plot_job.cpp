@@ -56,8 +56,7 @@ std::string part_name(const Session& session) {
     return session.netz.count() > 0 ? session.netz[session.netz_aktuell].netz_name : std::string();
 }
 
-void plot_sheets(Session& session, Printer& printer, UserInterface& ui, const PartOnPaper& part,
-                 std::int16_t& abbruch) {
+void plot_sheets(Session& session, Printer& printer, UserInterface& ui, const PartOnPaper& part) {
     SheetPlace place;
     place.columns = session.plot.plot_blatt_rechts;
     place.rows = session.plot.plot_blatt_hoch;
@@ -66,10 +65,7 @@ void plot_sheets(Session& session, Printer& printer, UserInterface& ui, const Pa
             place.column = static_cast<std::int16_t>(column);
             place.row = static_cast<std::int16_t>(row);
             printer.begin_sheet({part_name(session), sheet_title(place)});
-            PlotPage(session, printer, ui, part, place, abbruch);
-            if (abbruch == 1) {
-                return;
-            }
+            PlotPage(session, printer, ui, part, place);
             printer.NewPage();
         }
     }
@@ -225,7 +221,7 @@ void PlotNetworkPart(Session& session, Printer& printer, const Desk& desk, std::
     const Hourglass hourglass(session, desk.ui);
     trap_printer(desk.ui, abbruch, [&] {
         const PartOnPaper part = prepare_part(session, printer, desk);
-        plot_sheets(session, printer, desk.ui, part, abbruch);
+        plot_sheets(session, printer, desk.ui, part);
     });
 }
 

@@ -54,15 +54,12 @@ PageGround page_ground(const Session& session) {
 }
 
 void PlotPage(Session& session, Printer& printer, UserInterface& ui, const PartOnPaper& part,
-              const SheetPlace& place, std::int16_t& abbruch) {
+              const SheetPlace& place) {
     PageTarget& page = printer.page();
     set_sheet_window(session, place);
     page.scale_millimetres();
     page.begin_layer(PageLayer::frame);
-    PlotFrame(session, printer, ui, part.legend, place, abbruch);
-    if (abbruch == 1) {
-        return;
-    }
+    PlotFrame(session, printer, part.legend, place);
     const LayerFrame frame = paper_frame(session, part.fonts, printer.measurer());
     page.begin_layer(PageLayer::boundaries);
     if (session.obj.obj_verw != 0) {

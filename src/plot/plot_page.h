@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstdint>
-
 #include "plot/paper_frame.h"
 #include "plot/plot_frame.h"
 #include "plot/printer.h"
@@ -31,9 +29,8 @@ struct PageGround {
 
 /// Draws one sheet of the current part on the page that the printer has open: frame and legend,
 /// boundaries, then every layer that the selection asks for. The picture on the screen stays as it
-/// is, but for the labels, which are placed for the sheet. `abbruch` becomes 1 if the printer could
-/// not be reached, which has been reported; else 0. Throws PrinterError where a layer does.
+/// is, but for the labels, which are placed for the sheet. Throws PrinterError.
 void PlotPage(Session& session, Printer& printer, UserInterface& ui, const PartOnPaper& part,
-              const SheetPlace& place, std::int16_t& abbruch);
+              const SheetPlace& place);
 
 }  // namespace veldra
