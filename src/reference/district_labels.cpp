@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <span>
 
 #include "drawing/geometry.h"
@@ -83,8 +84,16 @@ class EdgeLabels {
           frame_(frame),
           face_(frame.measurer->face_metrics(frame.district_font)) {}
 
-    /// Looks at both ends of a clipped grid line.
+    /// Looks at both ends of a clipped grid line. One that runs along an edge, or that only touches
+    /// it, parts no districts there.
     void take(const Segment& line, const SideNumbers& sides) {
+        const bool along_x = is_on_x_edge(line.ax) && is_on_x_edge(line.bx) &&
+                             std::abs(line.bx - line.ax) < on_the_edge;
+        const bool along_y = is_on_y_edge(line.ay) && is_on_y_edge(line.by) &&
+                             std::abs(line.by - line.ay) < on_the_edge;
+        if (along_x || along_y) {
+            return;
+        }
         const double dx = line.bx - line.ax;
         const double dy = line.by - line.ay;
         take_end(line.ax, line.ay, dx, dy, sides);
@@ -94,19 +103,27 @@ class EdgeLabels {
     [[nodiscard]] std::vector<EdgeLabel> labels() && { return std::move(labels_); }
 
  private:
+    /// Metres: a node that should lie on an edge lies this near to it.
+    static constexpr double on_the_edge = 0.001;
+
+    [[nodiscard]] bool is_on_x_edge(double x) const {
+        return x - sheet_.xmin < on_the_edge || sheet_.xmax - x < on_the_edge;
+    }
+    [[nodiscard]] bool is_on_y_edge(double y) const {
+        return y - sheet_.ymin < on_the_edge || sheet_.ymax - y < on_the_edge;
+    }
     [[nodiscard]] LabelSize size(std::string_view text) const {
         return label_size(frame_, face_, frame_.district_font, text);
     }
 
     void take_end(double x, double y, double dx, double dy, const SideNumbers& sides) {
-        // Clipping moves an end to the very bound.
-        if (y == sheet_.ymin || y == sheet_.ymax) {
+        if (is_on_y_edge(y)) {
             const bool northward = dy > 0;
-            beside_line(x, y == sheet_.ymax, northward ? sides.left : sides.right,
+            beside_line(x, y > (sheet_.ymin + sheet_.ymax) / 2, northward ? sides.left : sides.right,
                         northward ? sides.right : sides.left);
-        } else if (x == sheet_.xmin || x == sheet_.xmax) {
+        } else if (is_on_x_edge(x)) {
             const bool eastward = dx > 0;
-            above_and_below_line(y, x == sheet_.xmax, eastward ? sides.left : sides.right,
+            above_and_below_line(y, x > (sheet_.xmin + sheet_.xmax) / 2, eastward ? sides.left : sides.right,
                                  eastward ? sides.right : sides.left);
         }
     }
