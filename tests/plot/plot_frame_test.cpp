@@ -282,8 +282,7 @@ TEST_F(PlotFrameTest, StandardTextsNameThePartItsObjectsAndTheScale) {
     EXPECT_EQ(to_utf8(BuildTitle(session, 3)), "Lagebeobachtungen, Lageänderungen 1: 2.5");
     session.netz_aktuell = session.netz.append();
     session.netz[1].netz_name = "Teil 1";
-    EXPECT_EQ(to_utf8(BuildTitle(session, 3)),
-              "Teil 1: Lagebeobachtungen, Lageänderungen 1: 2.5");
+    EXPECT_EQ(to_utf8(BuildTitle(session, 3)), "Teil 1: Lagebeobachtungen, Lageänderungen 1: 2.5");
     session.plot.plot_massstab = 1 / 500.0;
     EXPECT_EQ(BuildTitle(session, 4), "Grundriss 1: 500");
     session.plot.plot_massstab = 1 / 1250.4;

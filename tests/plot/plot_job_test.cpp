@@ -67,7 +67,8 @@ TEST_F(PlotJobTest, CopiesOfOnePartAreOneDocument) {
     open();
     session.printer.exemplare = 3;
     EXPECT_TRUE(plotten_aktuell(session, desk));
-    EXPECT_THAT(pages(), ElementsAre("A Blatt 1.1 (1.1)", "A Blatt 1.1 (1.1)", "A Blatt 1.1 (1.1)"));
+    EXPECT_THAT(pages(),
+                ElementsAre("A Blatt 1.1 (1.1)", "A Blatt 1.1 (1.1)", "A Blatt 1.1 (1.1)"));
     EXPECT_EQ(state(), ScriptedDocument::State::sent);
     EXPECT_EQ(printer.documents.front().title.titel, "Netz");
     EXPECT_THAT(ui.texts, IsEmpty());
@@ -95,8 +96,9 @@ TEST_F(PlotJobTest, SheetsComeByColumnsFromBelow) {
     session.plot.plot_blatt_rechts = 2;
     session.plot.plot_blatt_hoch = 3;
     plotten_aktuell(session, desk);
-    EXPECT_THAT(pages(), ElementsAre("A Blatt 1.1 (2.3)", "A Blatt 1.2 (2.3)", "A Blatt 1.3 (2.3)",
-                                     "A Blatt 2.1 (2.3)", "A Blatt 2.2 (2.3)", "A Blatt 2.3 (2.3)"));
+    EXPECT_THAT(pages(),
+                ElementsAre("A Blatt 1.1 (2.3)", "A Blatt 1.2 (2.3)", "A Blatt 1.3 (2.3)",
+                            "A Blatt 2.1 (2.3)", "A Blatt 2.2 (2.3)", "A Blatt 2.3 (2.3)"));
 }
 
 TEST_F(PlotJobTest, AutomaticCountsFollowTheRealPaper) {

@@ -4,8 +4,8 @@
 
 #include <gmock/gmock.h>
 
-#include "drawing/pipeline.h"
 #include "drawing/geometry.h"
+#include "drawing/pipeline.h"
 #include "plot_fixture.h"
 
 namespace veldra {
@@ -91,15 +91,16 @@ TEST_F(PlotPageTest, LayersComeInTheirOrder) {
 TEST_F(PlotPageTest, FrameAndBoundariesAreInMillimetres) {
     const test::RecordedPage& page = plot(1, 1);
     const auto at = [&page](const test::PageStep& wanted) {
-        return std::find_if(page.steps.begin(), page.steps.end(), [&](const test::PageStep& step) {
-                   return step.index() == wanted.index();
-               }) -
+        return std::find_if(
+                   page.steps.begin(), page.steps.end(),
+                   [&](const test::PageStep& step) { return step.index() == wanted.index(); }) -
                page.steps.begin();
     };
     const auto scale = at(test::page::Scale{});
     EXPECT_EQ(at(test::page::Millimetres{}), 0);
     EXPECT_GT(scale, 0);
-    const auto* before = std::get_if<test::page::Layer>(&page.steps[static_cast<std::size_t>(scale - 1)]);
+    const auto* before =
+        std::get_if<test::page::Layer>(&page.steps[static_cast<std::size_t>(scale - 1)]);
     ASSERT_NE(before, nullptr);
     EXPECT_EQ(before->layer, PageLayer::boundaries);
 }
