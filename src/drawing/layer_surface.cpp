@@ -23,11 +23,14 @@ std::int16_t LayerSurface::scaled_width(std::int16_t width) const {
 
 void LayerSurface::clipped_line(const Segment& whole) {
     const ClippedSegment clipped = ClipSegment(*frame_.window, whole);
-    if (clipped.result != 0) {
-        const Segment& part = clipped.segment;
-        hand_over_line(part.ax, part.ay, part.bx, part.by,
-                       std::hypot(part.ax - whole.ax, part.ay - whole.ay));
+    if (clipped.result == 0) {
+        return;
     }
+    const Segment& part = clipped.segment;
+    const bool first_end_stayed = ((clipped.result - 1) & 1) != 0;
+    const double begun =
+        first_end_stayed ? 0 : std::hypot(part.ax - whole.ax, part.ay - whole.ay);
+    hand_over_line(part.ax, part.ay, part.bx, part.by, begun);
 }
 
 bool LayerSurface::is_within_window(double x, double y, double reach) const {
