@@ -36,6 +36,16 @@ struct Polygon {
     std::vector<PagePoint> corners;
     std::int32_t colour = 0;
 };
+/// The line that follows is the rest of a longer one.
+struct Begun {
+    float length = 0;
+    bool operator==(const Begun&) const = default;
+};
+struct MoveTo {
+    float x = 0;
+    float y = 0;
+    bool operator==(const MoveTo&) const = default;
+};
 struct Layer {
     PageLayer layer = PageLayer::frame;
     bool operator==(const Layer&) const = default;
@@ -44,7 +54,7 @@ struct Layer {
 }  // namespace page
 
 using PageStep = std::variant<Operation, page::Scale, page::Millimetres, page::Print, page::Polygon,
-                              page::Layer>;
+                              page::Begun, page::MoveTo, page::Layer>;
 
 /// Keeps all that is drawn on a page, one by one and in order.
 class RecordedPage final : public PageTarget {
@@ -70,6 +80,11 @@ class RecordedPage final : public PageTarget {
     void Line(float x1, float y1, float x2, float y2) override {
         steps.emplace_back(Operation(operation::Line{x1, y1, x2, y2}));
     }
+    void LinePart(float x1, float y1, float x2, float y2, float begun) override {
+        steps.emplace_back(page::Begun{begun});
+        Line(x1, y1, x2, y2);
+    }
+    void MoveTo(float x, float y) override { steps.emplace_back(page::MoveTo{x, y}); }
     void Circle(float x, float y, float radius) override {
         steps.emplace_back(Operation(operation::Circle{x, y, radius}));
     }

@@ -10,6 +10,8 @@
 #include "graphikdatei/maxima_pass.h"
 #include "platform/os/files.h"
 #include "platform/qt/picture_image.h"
+#include "plot/printer_adapters.h"
+#include "plot/sheet_outlines.h"
 #include "settings/defaults.h"
 #include "settings/profile.h"
 #include "shell/fatal_error.h"
@@ -67,6 +69,23 @@ SelectionChange selection_change(const FileOptions& options) {
     };
 }
 
+namespace {
+
+/// Plot mode, with a view of all sheets and of what lies beside them.
+void show_sheets(Session& session, const Desk& desk) {
+    constexpr std::int16_t with_margin = 1;
+    session.plotmodus = 1;
+    ComputeSheetDivision(session, desk);
+    const TargetBox sheets = plot_ground(session);
+    const Extents& extents = session.extents;
+    FitView(session, std::min(sheets.xmin, extents.gesamt_rw_min),
+            std::min(sheets.ymin, extents.gesamt_hw_min),
+            std::max(sheets.xmax, extents.gesamt_rw_max),
+            std::max(sheets.ymax, extents.gesamt_hw_max), with_margin);
+}
+
+}  // namespace
+
 void open_view(Session& session, const FileOptions& options, const PictureOptions& picture,
                TextMeasurer& measurer, UserInterface& ui) {
     prepare_session(session, options);
@@ -75,6 +94,9 @@ void open_view(Session& session, const FileOptions& options, const PictureOption
     const Desk desk{measurer, ui, [] {}};
     netzteil_lesen(session, desk, selection_change(options));
     erstansicht(session, desk);
+    if (picture.plotmodus) {
+        show_sheets(session, desk);
+    }
     if (!picture.window.empty()) {
         const auto window = parse_window(picture.window);
         FitView(session, window[0], window[1], window[2], window[3], 0);

@@ -150,6 +150,8 @@ class CommandLine {
             add_command(app_, "bild", "das Bild als PNG oder SVG schreiben", arguments_);
         add_selection(*command, arguments_);
         add_picture(*command, arguments_);
+        command->add_flag("--plotmodus", arguments_.picture.plotmodus,
+                          "die Blätter des Plots zeigen");
         add_output(*command, arguments_, "Bilddatei (.png oder .svg)");
         actions_[command] = [this] {
             command_bild(file_options(), arguments_.picture, arguments_.output);

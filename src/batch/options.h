@@ -29,6 +29,7 @@ struct PictureOptions {
     int width = 1600;    ///< pixels
     int height = 1000;   ///< pixels
     std::string window;  ///< --ausschnitt RW1,HW1,RW2,HW2, "" for the whole part
+    bool plotmodus = false;  ///< --plotmodus: the preview of the sheets
 };
 
 /// Sets one selection scalar from "obj_beob=2". Throws UsageError for an unknown name or a value

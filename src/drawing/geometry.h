@@ -30,6 +30,11 @@ struct ClippedSegment {
 /// The square around a circle and a rectangle have a point in common, edges included.
 [[nodiscard]] bool CircleTouchesRect(const TargetBox& box, double x, double y, float radius);
 
+/// Two rectangles have a point in common, edges included.
+[[nodiscard]] inline bool boxes_touch(const TargetBox& a, const TargetBox& b) {
+    return a.xmin <= b.xmax && b.xmin <= a.xmax && a.ymin <= b.ymax && b.ymin <= a.ymax;
+}
+
 /// Direction and length of an observation line.
 struct LineVector {
     double dx = 0;

@@ -34,6 +34,11 @@ struct LayerFrame {
     bool grey = false;              ///< signatures, labels and districts in grey
 };
 
+/// The ground that the picture shows.
+[[nodiscard]] inline TargetBox view_ground(const Viewport& view) {
+    return {view.ansicht_rw_min, view.ansicht_hw_min, view.ansicht_rw_max, view.ansicht_hw_max};
+}
+
 /// The frame of the picture at the current viewport: sizes are twips of the screen settings.
 [[nodiscard]] LayerFrame screen_frame(const Session& session, TextMeasurer& measurer);
 

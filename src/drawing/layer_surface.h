@@ -36,13 +36,9 @@ class LayerSurface {
 
     void line(double x1, double y1, double x2, double y2) {
         if (frame_.window) {
-            const ClippedSegment clipped = ClipSegment(*frame_.window, {x1, y1, x2, y2});
-            if (clipped.result != 0) {
-                const Segment& part = clipped.segment;
-                hand_over_line(part.ax, part.ay, part.bx, part.by);
-            }
+            clipped_line({x1, y1, x2, y2});
         } else {
-            hand_over_line(x1, y1, x2, y2);
+            hand_over_line(x1, y1, x2, y2, 0);
         }
     }
     void line(const Segment& part) { line(part.ax, part.ay, part.bx, part.by); }
@@ -69,8 +65,18 @@ class LayerSurface {
     /// A curve traced by segments, as the target takes it.
     void ellipse(const EllipseCurve& curve);
 
-    /// Ground outside of which nothing shows, if the target knows it; a little larger than told,
-    /// for what narrowing moves.
+    /// Makes a place on the ground the current position. Needed only where lines are clipped: there
+    /// the last one may have ended elsewhere.
+    void move_to(double x, double y) {
+        const double local_x = x - frame_.origin_rechts;
+        const double local_y = y - frame_.origin_hoch;
+        if (is_number(local_x) && is_number(local_y)) {
+            target_.MoveTo(static_cast<float>(local_x), static_cast<float>(local_y));
+        }
+    }
+
+    /// Ground outside of which nothing shows, if the frame or the target knows it; a little larger
+    /// than told, for what narrowing moves.
     [[nodiscard]] std::optional<TargetBox> visible_ground() const;
 
     /// A range that narrows to a 32-bit float.
@@ -81,14 +87,24 @@ class LayerSurface {
  private:
     [[nodiscard]] std::int16_t scaled_width(std::int16_t width) const;
 
-    void hand_over_line(double x1, double y1, double x2, double y2) {
+    void clipped_line(const Segment& whole);
+    /// Nothing within `reach` metres of a place is clipped.
+    [[nodiscard]] bool is_within_window(double x, double y, double reach) const;
+
+    void hand_over_line(double x1, double y1, double x2, double y2, double begun) {
         const double ax = x1 - frame_.origin_rechts;
         const double ay = y1 - frame_.origin_hoch;
         const double bx = x2 - frame_.origin_rechts;
         const double by = y2 - frame_.origin_hoch;
         if (is_number(ax) && is_number(ay) && is_number(bx) && is_number(by)) {
-            target_.Line(static_cast<float>(ax), static_cast<float>(ay), static_cast<float>(bx),
-                         static_cast<float>(by));
+            if (begun > 0) {
+                target_.LinePart(static_cast<float>(ax), static_cast<float>(ay),
+                                 static_cast<float>(bx), static_cast<float>(by),
+                                 static_cast<float>(begun));
+            } else {
+                target_.Line(static_cast<float>(ax), static_cast<float>(ay), static_cast<float>(bx),
+                             static_cast<float>(by));
+            }
         }
     }
 

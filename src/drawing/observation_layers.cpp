@@ -219,6 +219,11 @@ class Orientations : public ObservationLayer {
     }
 
  private:
+    struct Tip {
+        double x = 0;
+        double y = 0;
+    };
+
     /// Farthest that anything of a stub and its name lies from the first point.
     [[nodiscard]] double reach() const {
         const FaceMetrics& face = frame_.measurer->face_metrics(frame_.remote_font);
@@ -249,6 +254,21 @@ class Orientations : public ObservationLayer {
         draw_name(trim(row.lin_fernziel.view()));
     }
 
+    /// The ground around a name at the tip of its stub.
+    [[nodiscard]] TargetBox name_box(std::string_view name, const Tip& tip, double angle) const {
+        const FaceMetrics& face = frame_.measurer->face_metrics(frame_.remote_font);
+        const LabelSize size = label_size(frame_, face, frame_.remote_font, name);
+        const double backwards = vector_.dx >= 0 ? -1 : 1;
+        const double along_x = backwards * static_cast<double>(size.width) * std::cos(angle);
+        const double along_y = backwards * static_cast<double>(size.width) * std::sin(angle);
+        const double up_x = -static_cast<double>(size.height) * std::sin(angle);
+        const double up_y = static_cast<double>(size.height) * std::cos(angle);
+        return {tip.x + std::min(along_x, 0.0) + std::min(up_x, 0.0),
+                tip.y + std::min(along_y, 0.0) + std::min(up_y, 0.0),
+                tip.x + std::max(along_x, 0.0) + std::max(up_x, 0.0),
+                tip.y + std::max(along_y, 0.0) + std::max(up_y, 0.0)};
+    }
+
     /// The name lies over the stub and is read from below: it ends at a tip in the east and begins
     /// at a tip in the west.
     void draw_name(std::string_view name) {
@@ -256,6 +276,13 @@ class Orientations : public ObservationLayer {
         const bool eastward = vector_.dx >= 0;
         const double angle =
             eastward ? SlopeAngle(vector_.dy, vector_.dx) : SlopeAngle(-vector_.dy, -vector_.dx);
+        if (frame_.window) {
+            const Segment stub = ObservationSegment(ends_, vector_, piece::stub_far, options_);
+            if (!boxes_touch(*frame_.window, name_box(name, {stub.bx, stub.by}, angle))) {
+                return;
+            }
+            surface_.move_to(stub.bx, stub.by);
+        }
         const auto escapement = static_cast<std::int32_t>(angle * degrees_per_radian * 10);
         surface_.target().TextRotated(name, escapement, eastward ? ends_at_tip : begins_at_tip,
                                       frame_.remote_font);

@@ -29,8 +29,79 @@ void set_caption(Session& session) {
     if (session.netz.count() > 0) {
         window.caption += " (" + to_utf8(session.netz[session.netz_aktuell].netz_name) + ")";
     }
-    window.caption += ": " + to_utf8(BuildTitle(session, 0));
+    window.caption += ": " + to_utf8(BuildTitle(session, title_code::objects));
 }
+
+/// Residuals of position and height side by side are never coloured by their tests.
+bool colours_residuals(const ObjectSelection& obj) {
+    const bool both = obj.obj_wert_lage == 2 && obj.obj_wert_hoehe == 2;
+    return !both && obj.obj_test_restkl == table_true;
+}
+
+void draw_residuals(Session& session, const LayerFrame& frame, DrawingTarget& target, int kind) {
+    if (colours_residuals(session.obj)) {
+        DrawTestResiduals(session, frame, target, kind);
+    } else {
+        DrawVectors(session, frame, target, kind);
+    }
+}
+
+constexpr std::array view_buttons{ToolButton::lupe_plus,        ToolButton::lupe_minus,
+                                  ToolButton::schiebe_rechts,   ToolButton::schiebe_links,
+                                  ToolButton::schiebe_hoch,     ToolButton::schiebe_runter,
+                                  ToolButton::schiebe_original, ToolButton::plot_ein};
+
+constexpr std::array plot_entries{MenuItem::m_plotten_einstellungen, MenuItem::m_plotten_null,
+                                  MenuItem::m_plotten_alle, MenuItem::m_plotten_aktuell,
+                                  MenuItem::m_plotten_aus};
+
+void offer_commands(WindowState& window, PictureMode mode) {
+    window[MenuItem::m_ansicht_massstab].enabled = true;
+    window[ToolButton::massstaebe].enabled = !window[MenuItem::m_ansicht_massstab].checked;
+    for (const MenuItem item : {MenuItem::m_torvel_objekte, MenuItem::m_torvel_ansicht,
+                                MenuItem::m_torvel_plotten, MenuItem::m_torvel_optionen}) {
+        window[item].enabled = true;
+    }
+    for (const ToolButton button : view_buttons) {
+        window[button].enabled = true;
+    }
+    const bool plotting = mode == PictureMode::preview;
+    window[MenuItem::m_plotten_ein].enabled = !plotting;
+    window[ToolButton::plot_ein].enabled = !plotting;
+    for (const MenuItem item : plot_entries) {
+        window[item].enabled = plotting;
+    }
+    window[ToolButton::plot_aus].enabled = plotting;
+}
+
+void withdraw_commands(WindowState& window, PictureMode mode) {
+    window.frm_massstab_shown = false;
+    // Another choice of objects is the way out.
+    window[MenuItem::m_torvel_objekte].enabled = true;
+    for (const MenuItem item : {MenuItem::m_ansicht_massstab, MenuItem::m_torvel_ansicht,
+                                MenuItem::m_torvel_plotten, MenuItem::m_torvel_optionen}) {
+        window[item].enabled = false;
+    }
+    for (const ToolButton button : view_buttons) {
+        window[button].enabled = false;
+    }
+    window[ToolButton::massstaebe].enabled = false;
+    // Nobody is kept in the preview of nothing.
+    window[ToolButton::plot_aus].enabled = mode == PictureMode::preview;
+}
+
+/// Says that there is nothing to draw; a part then is no longer marked for plotting.
+void report_empty(Session& session, UserInterface& ui) {
+    std::string text = "Datei enthält keine darzustellenden Objekte";
+    if (session.netz.count() > 0) {
+        NetworkPartRow& part = session.netz[session.netz_aktuell];
+        part.netz_plotmarke = table_false;
+        text = "Netzteil " + to_utf8(part.netz_name) + " enthält keine darzustellenden Objekte";
+    }
+    ui.message_box(MessageStyle::critical, " Fehler ", text);
+}
+
+}  // namespace
 
 void draw_observations(Session& session, const LayerFrame& frame, DrawingTarget& target) {
     const ObjectSelection& obj = session.obj;
@@ -49,17 +120,9 @@ void draw_observations(Session& session, const LayerFrame& frame, DrawingTarget&
     }
 }
 
-/// Residuals of position and height side by side are never coloured by their tests.
-bool colours_residuals(const ObjectSelection& obj) {
-    const bool both = obj.obj_wert_lage == 2 && obj.obj_wert_hoehe == 2;
-    return !both && obj.obj_test_restkl == table_true;
-}
-
-void draw_residuals(Session& session, const LayerFrame& frame, DrawingTarget& target, int kind) {
-    if (colours_residuals(session.obj)) {
-        DrawTestResiduals(session, frame, target, kind);
-    } else {
-        DrawVectors(session, frame, target, kind);
+void draw_signatures(Session& session, const LayerFrame& frame, DrawingTarget& target) {
+    if (session.obj.obj_pusi != 0) {
+        DrawPointSignatures(session, frame, target);
     }
 }
 
@@ -92,62 +155,17 @@ void draw_values(Session& session, const LayerFrame& frame, DrawingTarget& targe
     }
 }
 
-constexpr std::array view_buttons{ToolButton::lupe_plus,        ToolButton::lupe_minus,
-                                  ToolButton::schiebe_rechts,   ToolButton::schiebe_links,
-                                  ToolButton::schiebe_hoch,     ToolButton::schiebe_runter,
-                                  ToolButton::schiebe_original, ToolButton::plot_ein};
-
-void offer_commands(WindowState& window) {
-    window[MenuItem::m_ansicht_massstab].enabled = true;
-    window[ToolButton::massstaebe].enabled = !window[MenuItem::m_ansicht_massstab].checked;
-    for (const MenuItem item :
-         {MenuItem::m_torvel_objekte, MenuItem::m_torvel_ansicht, MenuItem::m_torvel_plotten,
-          MenuItem::m_plotten_ein, MenuItem::m_torvel_optionen}) {
-        window[item].enabled = true;
-    }
-    for (const ToolButton button : view_buttons) {
-        window[button].enabled = true;
-    }
-    for (const MenuItem item :
-         {MenuItem::m_plotten_einstellungen, MenuItem::m_plotten_null, MenuItem::m_plotten_alle,
-          MenuItem::m_plotten_aktuell, MenuItem::m_plotten_aus}) {
-        window[item].enabled = false;
-    }
-    window[ToolButton::plot_aus].enabled = false;
+void draw_network(Session& session, const LayerFrame& frame, DrawingTarget& target) {
+    draw_observations(session, frame, target);
+    draw_signatures(session, frame, target);
+    draw_values(session, frame, target);
 }
 
-void withdraw_commands(WindowState& window) {
-    window.frm_massstab_shown = false;
-    // Another choice of objects is the way out.
-    window[MenuItem::m_torvel_objekte].enabled = true;
-    for (const MenuItem item : {MenuItem::m_ansicht_massstab, MenuItem::m_torvel_ansicht,
-                                MenuItem::m_torvel_plotten, MenuItem::m_torvel_optionen}) {
-        window[item].enabled = false;
-    }
-    for (const ToolButton button : view_buttons) {
-        window[button].enabled = false;
-    }
-    window[ToolButton::massstaebe].enabled = false;
-    window[ToolButton::plot_aus].enabled = false;
-}
-
-/// Says that there is nothing to draw; a part then is no longer marked for plotting.
-void report_empty(Session& session, UserInterface& ui) {
-    std::string text = "Datei enthält keine darzustellenden Objekte";
-    if (session.netz.count() > 0) {
-        NetworkPartRow& part = session.netz[session.netz_aktuell];
-        part.netz_plotmarke = table_false;
-        text = "Netzteil " + to_utf8(part.netz_name) + " enthält keine darzustellenden Objekte";
-    }
-    ui.message_box(MessageStyle::critical, " Fehler ", text);
-}
-
-/// A boundary file that cannot be read is reported once; the rest of the picture goes on.
-void draw_boundaries(Session& session, const LayerFrame& frame, DrawingTarget& target,
-                     UserInterface& ui) {
+void draw_boundaries_or_report(Session& session, UserInterface& ui,
+                               const std::function<void()>& draw) {
     std::string& reported = session.boundary_cache.reported;
     try {
-        DrawBoundaries(session, frame, target);
+        draw();
         reported.clear();
     } catch (const UnreadableBoundaries& error) {
         if (reported != error.what()) {
@@ -157,36 +175,34 @@ void draw_boundaries(Session& session, const LayerFrame& frame, DrawingTarget& t
     }
 }
 
-}  // namespace
-
-void draw_network(Session& session, const LayerFrame& frame, DrawingTarget& target) {
-    draw_observations(session, frame, target);
-    if (session.obj.obj_pusi != 0) {
-        DrawPointSignatures(session, frame, target);
-    }
-    draw_values(session, frame, target);
-}
-
-void DrawAll(Session& session, DrawingTarget& target, TextMeasurer& measurer, UserInterface& ui) {
+void begin_picture(Session& session, UserInterface& ui) {
     set_pointer(session, ui, hourglass);
     session.window.lbl_legende_visible = false;
     set_caption(session);
-    const LayerFrame frame = screen_frame(session, measurer);
-    if (session.obj.obj_verw != 0) {
-        draw_boundaries(session, frame, target, ui);
-    }
-    const Viewport& view = session.view;
-    DrawGrid(session, frame, target,
-             {view.ansicht_rw_min, view.ansicht_hw_min, view.ansicht_rw_max, view.ansicht_hw_max});
-    draw_network(session, frame, target);
-    DrawPointLabels(session, frame, target);
+}
+
+void end_picture(Session& session, UserInterface& ui, PictureMode mode) {
     if (session.pu.count() > 0 || session.lin.count() > 0) {
-        offer_commands(session.window);
+        offer_commands(session.window, mode);
     } else {
-        withdraw_commands(session.window);
+        withdraw_commands(session.window, mode);
         report_empty(session, ui);
     }
     set_pointer(session, ui, default_pointer);
+}
+
+void DrawAll(Session& session, DrawingTarget& target, TextMeasurer& measurer, UserInterface& ui) {
+    begin_picture(session, ui);
+    const LayerFrame frame = screen_frame(session, measurer);
+    session.lbl_pubez_font = frame.point_font;
+    session.lbl_nubez_font = frame.district_font;
+    if (session.obj.obj_verw != 0) {
+        draw_boundaries_or_report(session, ui, [&] { DrawBoundaries(session, frame, target); });
+    }
+    DrawGrid(session, frame, target, view_ground(session.view));
+    draw_network(session, frame, target);
+    DrawPointLabels(session, frame, target);
+    end_picture(session, ui, PictureMode::screen);
 }
 
 }  // namespace veldra

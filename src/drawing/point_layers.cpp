@@ -38,7 +38,7 @@ class PointLabels {
     }
 
     void draw() {
-        surface_.dot_pen(session_.settings);
+        set_dot_pen();
         hide_all();
         session_.view_index.refresh(session_.pu, session_.lin, session_.tables_revision);
         const std::int32_t last_point = session_.pu.pu_anzahl_signatur;
@@ -53,6 +53,15 @@ class PointLabels {
     }
 
  private:
+    /// The dots of this layer do not take the width factor of lines.
+    void set_dot_pen() {
+        const Settings& settings = session_.settings;
+        target_.DrawWidth(settings.punkt_breite);
+        target_.ForeColor(settings.punkt_farbe);
+        target_.FillColor(settings.punkt_farbe);
+        target_.FillStyle(0);
+    }
+
     void hide_all() {
         std::vector<Label>& labels = session_.lbl_pubez;
         for (const std::int32_t i : session_.lbl_pubez_placed) {
@@ -132,13 +141,17 @@ class PointLabels {
         target_.LabelPlaced(LabelArray::lbl_pubez, i, label, frame_.point_font, colour_);
     }
 
-    /// A line height is left around the box for what letters hang over.
+    /// On a sheet the box of a label must touch it. On the screen a line height is left around the
+    /// box for what letters hang over.
     [[nodiscard]] bool is_in_view(double left, double top, const LabelSize& size) const {
+        const auto width = static_cast<double>(size.width);
+        const auto height = static_cast<double>(size.height);
+        if (frame_.window) {
+            return boxes_touch(*frame_.window, {left, top - height, left + width, top});
+        }
         if (!ground_) {
             return true;
         }
-        const auto width = static_cast<double>(size.width);
-        const auto height = static_cast<double>(size.height);
         return !(left - height > ground_->xmax || left + width + height < ground_->xmin ||
                  top - 2 * height > ground_->ymax || top + height < ground_->ymin);
     }

@@ -32,17 +32,16 @@ void append_name(std::string& title, std::int16_t choice, std::string_view name)
     title += name;
 }
 
+/// "1: " and the denominator of a scale.
 std::string scale_text(double massstab) {
-    std::string text = " 1: " + zahl_text(1 / massstab, "####0.#", "");
+    std::string text = "1: " + zahl_text(1 / massstab, "####0.#", "");
     if (text.back() == '.') {
         text.pop_back();
     }
     return text;
 }
 
-}  // namespace
-
-std::string BuildTitle(const Session& session, int mit_massstab) {
+std::string object_summary(const Session& session, bool with_scales) {
     const ObjectSelection& obj = session.obj;
     std::string title(chosen(observation_names, obj.obj_beob));
     if (!title.empty() && obj.obj_test_beob == table_true) {
@@ -52,18 +51,37 @@ std::string BuildTitle(const Session& session, int mit_massstab) {
     if (obj.obj_wert_lage == residuals && obj.obj_test_restkl == table_true) {
         title += chosen(position_tests, obj.obj_test);
     }
-    if (mit_massstab == 1 && obj.obj_wert_lage >= 1) {
-        title += scale_text(session.vektor_massstab[static_cast<std::size_t>(obj.obj_wert_lage)]);
+    if (with_scales && obj.obj_wert_lage >= 1) {
+        title +=
+            " " + scale_text(session.vektor_massstab[static_cast<std::size_t>(obj.obj_wert_lage)]);
     }
     append_name(title, obj.obj_wert_hoehe, chosen(height_value_names, obj.obj_wert_hoehe));
     if (obj.obj_wert_hoehe == residuals && obj.obj_test_restkl == table_true) {
         title += chosen(height_tests, obj.obj_test);
     }
-    if (mit_massstab == 1 && obj.obj_wert_hoehe >= 1) {
+    if (with_scales && obj.obj_wert_hoehe >= 1) {
         title +=
+            " " +
             scale_text(session.vektor_massstab[static_cast<std::size_t>(obj.obj_wert_hoehe) + 3]);
     }
     return from_utf8(title);
+}
+
+}  // namespace
+
+std::string BuildTitle(const Session& session, int code) {
+    switch (code) {
+        case title_code::legend_line_3: {
+            const std::string objects = object_summary(session, true);
+            return session.netz.count() > 0
+                       ? session.netz[session.netz_aktuell].netz_name + ": " + objects
+                       : objects;
+        }
+        case title_code::legend_line_4:
+            return "Grundriss " + scale_text(session.plot.plot_massstab);
+        default:
+            return object_summary(session, code == title_code::objects_with_scales);
+    }
 }
 
 }  // namespace veldra

@@ -208,7 +208,7 @@ class Ellipses : public ValueLayer {
         if (width_of(-ellipses) < 1 || !session_.view_index.has_ellipses()) {
             return;
         }
-        if (surface_.target().visible_box()) {
+        if (surface_.visible_ground()) {
             set_pen();  // later layers go on with it, even when no ellipse is in view
         }
         visit_visible([this](std::int32_t i) {

@@ -145,15 +145,9 @@ SideDigits column_digits(std::int64_t column, std::int64_t f) {
     return digits;
 }
 
-std::int64_t sheet_factor(std::int16_t obj_nube) {
-    return obj_nube == districts::tk100 ? 4 : obj_nube == districts::tk50 ? 2 : 1;
-}
-
 void number_sheets(DistrictGrid& grid, const TileRange& tiles, std::int16_t obj_nube) {
     const std::int64_t f = sheet_factor(obj_nube);
-    const std::string prefix = obj_nube == districts::tk50    ? "L "
-                               : obj_nube == districts::tk100 ? "C "
-                                                              : "";
+    const std::string prefix = sheet_prefix(obj_nube);
     std::vector<SideDigits> rows;
     for (std::int64_t row = tiles.first_row; row <= tiles.last_row; ++row) {
         rows.push_back(row_digits(row, f));
@@ -228,6 +222,18 @@ std::int64_t whole(double value) {
 }
 
 }  // namespace
+
+std::int64_t sheet_factor(std::int16_t obj_nube) {
+    return obj_nube == districts::tk100 ? 4 : obj_nube == districts::tk50 ? 2 : 1;
+}
+
+std::string sheet_prefix(std::int16_t obj_nube) {
+    return obj_nube == districts::tk50 ? "L " : obj_nube == districts::tk100 ? "C " : "";
+}
+
+std::string square_number(std::int16_t obj_nube, std::int64_t column, std::int64_t row) {
+    return square_number(obj_nube, kilometre_digits(column), kilometre_digits(row));
+}
 
 DistrictGrid BuildTkGrid(const DistrictInputs& inputs) {
     DistrictGrid grid;

@@ -58,6 +58,16 @@ struct DistrictGrid {
     }
 };
 
+/// Map sheets span this many sheets of the TK 25 on each axis.
+[[nodiscard]] std::int64_t sheet_factor(std::int16_t obj_nube);
+/// What stands before the digits of a map sheet's number: nothing, "L " or "C ".
+[[nodiscard]] std::string sheet_prefix(std::int16_t obj_nube);
+/// Number of the kilometre square with its south-west corner at (`column`, `row`) kilometres, both
+/// from 0 to 9999: both numbers of four digits, or for the ALK the hundreds of both before the rest
+/// of both.
+[[nodiscard]] std::string square_number(std::int16_t obj_nube, std::int64_t column,
+                                        std::int64_t row);
+
 /// Nodes that a grid may have before it goes without numbers.
 constexpr std::int64_t most_numbered_nodes = 32767;
 /// Nodes beyond which nothing is built: the tiles would be smaller than a pixel by far.

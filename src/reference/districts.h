@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 #include "drawing/geometry.h"
@@ -12,6 +13,9 @@ namespace veldra {
 
 /// What the grid of the selected districts in `area` (ground coordinates) depends on.
 [[nodiscard]] DistrictInputs district_inputs(const Session& session, const TargetBox& area);
+
+/// The grid of the districts that the inputs choose.
+[[nodiscard]] DistrictGrid build_district_grid(const DistrictInputs& inputs);
 
 /// The grid of the selected districts in `area`, built when something has changed since the last
 /// call. Valid until the next one.
@@ -36,10 +40,13 @@ struct NumbezOffset {
 /// The last stored place of the label `name` (Windows-1252), compared exactly.
 [[nodiscard]] NumbezOffset FindNumbezOffset(const Session& session, std::string_view name);
 
+/// The two lines of a node.
+enum class GridLine : std::uint8_t { north, east };
+
 /// Walks over the lines of a grid that touch `area` and over its nodes in there. For each node, in
-/// order: `line(segment)` with its clipped line to the north, then with that to the east, then
-/// `label(node)` if the node itself lies in the area and has a number. The last column and row have
-/// no lines of their own: they lie outside of the view.
+/// order: `line(segment, node, which)` with its clipped line to the north, then with that to the
+/// east, then `label(node)` if the node itself lies in the area and has a number. The last column
+/// and row have no lines of their own: they lie outside of the view.
 template <typename Line, typename NodeLabel>
 void visit_grid(const DistrictGrid& grid, const TargetBox& area, Line&& line, NodeLabel&& label) {
     constexpr double at_the_node = 0.001;
@@ -54,13 +61,13 @@ void visit_grid(const DistrictGrid& grid, const TargetBox& area, Line&& line, No
             const std::size_t n = grid.node(column, row);
             const ClippedSegment north = clipped(n, n + 1);
             if (north.result != 0) {
-                line(north.segment);
+                line(north.segment, n, GridLine::north);
             }
             const ClippedSegment east = clipped(n, grid.node(column + 1, row));
             if (east.result == 0) {
                 continue;
             }
-            line(east.segment);
+            line(east.segment, n, GridLine::east);
             const bool moved = std::abs(east.segment.ax - grid.grid_rechts[n]) >= at_the_node ||
                                std::abs(east.segment.ay - grid.grid_hoch[n]) >= at_the_node;
             if (!moved && !grid.grid_zu_gross && !grid.grid_bez[n].empty()) {

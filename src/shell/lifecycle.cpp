@@ -10,6 +10,7 @@
 #include "platform/os/files.h"
 #include "plot/printer_adapters.h"
 #include "reference/reference_system.h"
+#include "shell/hourglass.h"
 #include "view/viewport.h"
 
 namespace veldra {
@@ -17,24 +18,6 @@ namespace veldra {
 namespace {
 
 constexpr int recent_files = 4;
-
-/// The hourglass stands on the picture as long as this lives.
-class Hourglass {
- public:
-    Hourglass(Session& session, UserInterface& ui) : session_(session), ui_(ui) { set(11); }
-    ~Hourglass() { set(0); }
-    Hourglass(const Hourglass&) = delete;
-    Hourglass& operator=(const Hourglass&) = delete;
-
- private:
-    void set(int pointer) {
-        session_.window.mouse_pointer = pointer;
-        ui_.set_mouse_pointer(pointer);
-    }
-
-    Session& session_;
-    UserInterface& ui_;
-};
 
 MenuItemState& recent_item(WindowState& window, int index) {
     return window.menu[static_cast<std::size_t>(MenuItem::m_datei_alt_1) +

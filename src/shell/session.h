@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "drawing/label.h"
+#include "drawing/text_measurer.h"
 #include "drawing/view_index.h"
 #include "reference/boundary_lines.h"
 #include "reference/district_grid.h"
@@ -88,6 +89,12 @@ struct SheetGeometry {
     std::int16_t plot_auto_hoch = 1;
 };
 
+/// A line of text in the legend of the preview, placed as a label.
+struct LegendText {
+    Label label;
+    FontSpec font;
+};
+
 /// Everything the program knows while it runs: the open file's tables, the selection, the view,
 /// the settings. There is no other state; two sessions never touch each other.
 struct Session {
@@ -120,6 +127,13 @@ struct Session {
     std::vector<Label> lbl_pubez;
     std::vector<Label> lbl_fzbez;
     std::vector<Label> lbl_nubez;
+
+    // Fonts in which the last drawing placed labels.
+    FontSpec lbl_pubez_font;
+    FontSpec lbl_nubez_font;
+    /// Box of the legend in the preview; shown while `window.lbl_legende_visible`.
+    Label lbl_legende;
+    std::vector<LegendText> legende_texte;
 
     /// Rows of lbl_pubez that the last drawing placed, in their order; all others are hidden.
     std::vector<std::int32_t> lbl_pubez_placed;

@@ -1,5 +1,6 @@
 #include "plot/sheet_division.h"
 
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -8,6 +9,7 @@
 #include "fake_measurer.h"
 #include "network_builder.h"
 #include "shell/fatal_error.h"
+#include "view/extents.h"
 
 namespace veldra {
 namespace {
@@ -115,6 +117,31 @@ TEST_F(SheetDivisionTest, ExactlyFilledSheetAsksForTwo) {
     EXPECT_EQ(sheet_count(session, 0, 1, ""), 1);
     EXPECT_EQ(sheet_count(session, -2.5, 1, ""), 1);
     EXPECT_EQ(sheet_count(session, -100, 1, ""), 1);
+}
+
+TEST_F(SheetDivisionTest, ExtentThatExactlyFillsASheetFitsInTheSearchAndAsksForTwo) {
+    // 1:1000 is the largest scale at which 251 m go on an upright sheet of 272.7 mm; a lying one
+    // takes them at 1:1500 only.
+    constexpr double net = 0.1967 - 0.0005 - 0.015;
+    span(180.18, 250);
+    session.plot.plot_massstab = 1 / 1000.0;
+    const auto width_on_paper = [this] {
+        ComputeExtents(session, measurer);
+        return (session.extents.gesamt_rw_max - session.extents.gesamt_rw_min) *
+               session.plot.plot_massstab;
+    };
+    // The last bits of the sum are not foreseeable.
+    session.pu[2].pu_rechts -= 1e-9;
+    while (width_on_paper() < net) {
+        session.pu[2].pu_rechts = std::nextafter(session.pu[2].pu_rechts, 1000.0);
+    }
+    ASSERT_EQ(width_on_paper(), net);
+    session.plot.plot_massstab = -99;
+    divide();
+    EXPECT_EQ(session.plot.plot_massstab, 1 / 1000.0);
+    EXPECT_EQ(session.plot.plot_ausrichtung, 1);
+    EXPECT_EQ(session.plot.plot_blatt_rechts, 2);
+    EXPECT_EQ(session.plot.plot_blatt_hoch, 1);
 }
 
 TEST_F(SheetDivisionTest, CountBeyondSixteenBitsIsAnOverflow) {

@@ -127,6 +127,12 @@ void blit(const PixelCanvas& canvas, const GlyphMasks::Mask& mask, int x, int y,
     }
 }
 
+/// Letters of less than a pixel, and those that are higher than the picture, say nothing.
+bool is_legible(const FontSpec& font, const QImage& image, double device_pixel_ratio) {
+    const double size = font.points * points_to_logical_pixels * device_pixel_ratio;
+    return size >= 1 && size <= image.height();
+}
+
 bool is_blank(const std::string& caption) {
     return caption.find_first_not_of(' ') == std::string::npos;
 }
@@ -229,6 +235,9 @@ GlyphMasks& LabelPainter::masks(const FontSpec& font, double device_pixel_ratio)
 void LabelPainter::paint(QImage& image, const PictureMapping& mapping, const Label& label,
                          const FontSpec& font, std::int32_t colour) {
     if (!label.visible) {
+        return;
+    }
+    if (!is_legible(font, image, mapping.device_pixel_ratio)) {
         return;
     }
     GlyphMasks& glyphs = masks(font, mapping.device_pixel_ratio);

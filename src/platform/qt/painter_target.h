@@ -38,6 +38,7 @@ class PainterTarget final : public PageTarget {
     void FillStyle(std::int16_t style) override;
     void FillColor(std::int32_t colour) override;
     void Line(float x1, float y1, float x2, float y2) override;
+    void MoveTo(float x, float y) override { position_ = to_device(x, y); }
     void Circle(float x, float y, float radius) override;
     void Ellipse(const EllipseCurve& curve) override;
     void TextRotated(std::string_view text, std::int32_t escapement, std::int32_t align,

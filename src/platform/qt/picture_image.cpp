@@ -4,8 +4,7 @@
 #include <QImageWriter>
 #include <QSvgGenerator>
 
-#include "drawing/fonts.h"
-#include "drawing/pipeline.h"
+#include "drawing/preview.h"
 #include "platform/os/files.h"
 #include "platform/qt/painter_target.h"
 #include "shell/fatal_error.h"
@@ -19,15 +18,18 @@ constexpr int svg_resolution = 96;  // dots per inch: one unit is a logical pixe
 /// Hands over the labels that may be visible, from the lowest to the topmost.
 template <typename Visit>
 void visit_labels(const Session& session, Visit&& visit) {
-    const FontSpec district_font = district_label_font(session.settings);
-    const FontSpec point_font = point_label_font(session.settings);
     for (std::size_t i = 1; i < session.lbl_nubez.size(); ++i) {
-        visit(session.lbl_nubez[i], district_font, session.settings.nubcolor);
+        visit(session.lbl_nubez[i], session.lbl_nubez_font, session.settings.nubcolor);
     }
     for (const std::int32_t i : session.lbl_pubez_placed) {
         if (static_cast<std::size_t>(i) < session.lbl_pubez.size()) {
-            visit(session.lbl_pubez[static_cast<std::size_t>(i)], point_font,
+            visit(session.lbl_pubez[static_cast<std::size_t>(i)], session.lbl_pubez_font,
                   session.settings.pubcolor);
+        }
+    }
+    if (session.window.lbl_legende_visible) {
+        for (const LegendText& line : session.legende_texte) {
+            visit(line.label, line.font, rgb(0, 0, 0));
         }
     }
 }
@@ -52,9 +54,9 @@ QImage empty_picture(QSize pixels, double device_pixel_ratio) {
 }
 
 void draw_layers(Session& session, TextMeasurer& measurer, UserInterface& ui, QImage& image,
-                 double device_pixel_ratio) {
+                 double device_pixel_ratio, Printer* printer) {
     RasterTarget target(image, session_mapping(session, image, device_pixel_ratio));
-    DrawAll(session, target, measurer, ui);
+    draw_picture(session, target, {measurer, ui, [] {}, printer});
 }
 
 void draw_labels(const Session& session, LabelPainter& painter, QImage& image,
@@ -63,6 +65,10 @@ void draw_labels(const Session& session, LabelPainter& painter, QImage& image,
     visit_labels(session, [&](const Label& label, const FontSpec& font, std::int32_t colour) {
         painter.paint(image, mapping, label, font, colour);
     });
+    if (session.plotmodus == 1) {
+        RasterTarget target(image, mapping);
+        draw_sheet_frames(session, target);
+    }
 }
 
 QImage render_picture(Session& session, TextMeasurer& measurer, UserInterface& ui, QSize pixels,
@@ -106,7 +112,8 @@ QByteArray svg_bytes(Session& session, TextMeasurer& measurer, UserInterface& ui
     PainterTarget target(painter, picture, PainterTarget::Labels::leave_out);
     target.Scale(0, view.ansicht_hw_max - view.ansicht_hw_min,
                  view.ansicht_rw_max - view.ansicht_rw_min, 0);
-    DrawAll(session, target, measurer, ui);
+    draw_picture(session, target, {measurer, ui, [] {}});
+    draw_sheet_frames(session, target);
     visit_labels(session, [&](const Label& label, const FontSpec& font, std::int32_t colour) {
         target.print_label(label, font, colour);
     });

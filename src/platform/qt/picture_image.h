@@ -10,6 +10,8 @@
 
 namespace veldra {
 
+class Printer;
+
 /// Background of the picture.
 constexpr QRgb picture_background = qRgb(255, 250, 240);
 /// A logical pixel of the picture.
@@ -22,12 +24,13 @@ constexpr double twips_per_pixel = 15;
 /// An empty picture of `pixels` device pixels.
 [[nodiscard]] QImage empty_picture(QSize pixels, double device_pixel_ratio);
 
-/// Draws all layers of the session, without the labels, on an empty picture. Whatever DrawAll
-/// changes of the session or says to the user, happens.
+/// Draws all layers of the session, without the labels, on an empty picture: those of the screen,
+/// or of the preview in plot mode, which looks at the application printer. Whatever drawing changes
+/// of the session or says to the user, happens.
 void draw_layers(Session& session, TextMeasurer& measurer, UserInterface& ui, QImage& image,
-                 double device_pixel_ratio);
+                 double device_pixel_ratio, Printer* printer = nullptr);
 
-/// Paints the session's labels over its layers.
+/// Paints the session's labels over its layers, and in plot mode sheets and legend.
 void draw_labels(const Session& session, LabelPainter& painter, QImage& image,
                  double device_pixel_ratio);
 

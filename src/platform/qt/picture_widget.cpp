@@ -26,10 +26,10 @@ QSize PictureWidget::device_size() const {
             std::max(1, static_cast<int>(std::lround(height() * ratio)))};
 }
 
-void PictureWidget::redraw(Session& session, UserInterface& ui) {
+void PictureWidget::redraw(Session& session, UserInterface& ui, Printer* printer) {
     ratio_ = devicePixelRatioF();
     layers_ = empty_picture(device_size(), ratio_);
-    draw_layers(session, measurer_, ui, layers_, ratio_);
+    draw_layers(session, measurer_, ui, layers_, ratio_, printer);
     repaint_labels();
 }
 

@@ -13,6 +13,8 @@
 
 namespace veldra {
 
+class Printer;
+
 /// The picture of the main window. It keeps the drawn layers as an image and paints the session's
 /// labels over it.
 class PictureWidget final : public QWidget {
@@ -28,8 +30,9 @@ class PictureWidget final : public QWidget {
         bool operator==(const LabelHit&) const = default;
     };
 
-    /// Draws the layers and labels of `session`, which is the one the picture was made with.
-    void redraw(Session& session, UserInterface& ui);
+    /// Draws the layers and labels of `session`, which is the one the picture was made with. The
+    /// preview looks at the application printer, if there is one.
+    void redraw(Session& session, UserInterface& ui, Printer* printer = nullptr);
     /// Paints the labels anew over the layers that are there.
     void repaint_labels();
     /// Shows the layers drawn so far, without labels, while a drawing is under way.

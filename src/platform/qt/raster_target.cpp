@@ -164,6 +164,11 @@ void RasterTarget::Circle(float x, float y, float radius) {
 void RasterTarget::TextRotated(std::string_view text, std::int32_t escapement, std::int32_t align,
                                const FontSpec& font) {
     constexpr std::int32_t right_aligned = 2;
+    constexpr double points_to_logical_pixels = 96.0 / 72.0;
+    const double size = font.points * points_to_logical_pixels * mapping_.device_pixel_ratio;
+    if (!(size >= 1 && size <= canvas_.height)) {
+        return;  // nobody can read it
+    }
     const double margin = 100 * font.points * mapping_.device_pixel_ratio;
     if (text.empty() || !(position_.x > -margin && position_.x < canvas_.width + margin) ||
         !(position_.y > -margin && position_.y < canvas_.height + margin)) {

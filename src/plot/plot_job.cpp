@@ -1,0 +1,264 @@
+#include "plot/plot_job.h"
+
+#include <functional>
+
+#include "drawing/fonts.h"
+#include "graphikdatei/observation_pass.h"
+#include "graphikdatei/point_pass.h"
+#include "graphikdatei/value_pass.h"
+#include "graphikdatei/writer.h"
+#include "plot/application_printer.h"
+#include "plot/fitted_font.h"
+#include "plot/plot_page.h"
+#include "plot/printer_adapters.h"
+#include "reference/reference_system.h"
+#include "shell/hourglass.h"
+#include "view/viewport.h"
+
+namespace veldra {
+
+namespace {
+
+/// Runs calls on the printer. One that fails is reported and sets `abbruch`.
+template <typename Calls>
+void trap_printer(UserInterface& ui, std::int16_t& abbruch, Calls&& calls) {
+    try {
+        calls();
+    } catch (const PrinterError& error) {
+        report_printer_failure(ui, error);
+        abbruch = 1;
+    }
+}
+
+std::int16_t fitted_points(const Session& session, Printer& printer, const FontSpec& font,
+                           float size) {
+    return static_cast<std::int16_t>(fitted_font(session, printer, font, size).points);
+}
+
+/// Settles what all sheets of the part share, and how many there are.
+PartOnPaper prepare_part(Session& session, Printer& printer, const Desk& desk) {
+    ComputePaperArea(session, desk);
+    printer.set_Orientation(printer.Orientation());
+    const Settings& settings = session.settings;
+    PartOnPaper part;
+    part.fonts.point_labels =
+        fitted_points(session, printer, point_label_font(settings), settings.pubsizplo);
+    part.fonts.district_labels =
+        fitted_points(session, printer, district_label_font(settings), settings.nubsizplo);
+    PaperTextOnDesk text(session, desk.measurer, desk.printer);
+    part.legend = ComputeLegendSize(session, text);
+    count_plot_sheets(session);
+    return part;
+}
+
+/// Name of the current part, for a reader of the document.
+std::string part_name(const Session& session) {
+    return session.netz.count() > 0 ? session.netz[session.netz_aktuell].netz_name : std::string();
+}
+
+void plot_sheets(Session& session, Printer& printer, UserInterface& ui, const PartOnPaper& part) {
+    SheetPlace place;
+    place.columns = session.plot.plot_blatt_rechts;
+    place.rows = session.plot.plot_blatt_hoch;
+    for (int column = 1; column <= place.columns; ++column) {
+        for (int row = 1; row <= place.rows; ++row) {
+            place.column = static_cast<std::int16_t>(column);
+            place.row = static_cast<std::int16_t>(row);
+            printer.begin_sheet({part_name(session), sheet_title(place)});
+            PlotPage(session, printer, ui, part, place);
+            printer.NewPage();
+        }
+    }
+}
+
+/// The tables as the file holds them; selection and titles as the part's records tell.
+void read_part(Session& session) {
+    punkt_lesen(session);
+    beob_lesen(session);
+    wert_lesen(session);
+}
+
+void make_current(Session& session, std::int32_t part) {
+    session.netz_aktuell = part;
+    load_plot_settings(session);
+}
+
+void divide_and_resolve(Session& session, const Desk& desk) {
+    ComputeSheetDivision(session, desk);
+    ResolveSystem(session);
+}
+
+/// Calls `visit` for each marked part.
+template <typename Visit>
+void visit_marked(Session& session, Visit&& visit) {
+    for (std::int32_t part = 1; part <= session.netz.count(); ++part) {
+        if (session.netz[part].netz_plotmarke == table_true) {
+            visit(part);
+        }
+    }
+}
+
+/// Parts that have never been plotted get their settings.
+void settle_marked_parts(Session& session, const Desk& desk) {
+    visit_marked(session, [&](std::int32_t part) {
+        make_current(session, part);
+        if (session.netz[part].netz_ausrichtung == -99) {
+            netzteil_lesen(session, desk);
+            store_plot_settings(session);
+        }
+    });
+}
+
+void clear_part_titles(Session& session) {
+    for (std::size_t i = 1; i < session.titel.size(); ++i) {
+        session.titel[i].setTitelText("");
+    }
+}
+
+void plot_marked_part(Session& session, Printer& printer, const Desk& desk, std::int32_t part,
+                      std::int16_t& abbruch) {
+    make_current(session, part);
+    clear_part_titles(session);
+    read_part(session);
+    divide_and_resolve(session, desk);
+    if (session.pu.count() < 1 && session.lin.count() < 1) {
+        session.netz[part].netz_plotmarke = table_false;
+        return;
+    }
+    PlotNetworkPart(session, printer, desk, abbruch);
+}
+
+/// The part in view, with what the user has chosen for it.
+class PartInView {
+ public:
+    explicit PartInView(const Session& session)
+        : part_(session.netz_aktuell),
+          view_(session.view),
+          obj_(session.obj),
+          titel_(session.titel) {}
+
+    void restore(Session& session, const Desk& desk) const {
+        const Hourglass hourglass(session, desk.ui);
+        make_current(session, part_);
+        session.obj = obj_;
+        session.titel = titel_;
+        read_part(session);
+        divide_and_resolve(session, desk);
+        FitView(session, view_.ansicht_rw_min, view_.ansicht_hw_min, view_.ansicht_rw_max,
+                view_.ansicht_hw_max, 0);
+    }
+
+ private:
+    std::int32_t part_;
+    Viewport view_;
+    ObjectSelection obj_;
+    std::array<Titelzeile, 4> titel_;
+};
+
+/// Drops the document unless it was ended.
+class Document {
+ public:
+    explicit Document(Printer& printer) : printer_(printer) {}
+    ~Document() {
+        if (open_) {
+            printer_.abort_job();
+        }
+    }
+    Document(const Document&) = delete;
+    Document& operator=(const Document&) = delete;
+
+    bool begin(const Session& session) {
+        open_ = printer_.begin_job({session.titel[0].getTitelText()});
+        return open_;
+    }
+    void end() {
+        printer_.end_job();
+        open_ = false;
+    }
+
+ private:
+    Printer& printer_;
+    bool open_ = false;
+};
+
+/// What both commands do around the plotting itself.
+bool run_job(Session& session, const Desk& desk,
+             const std::function<void(Printer&, std::int16_t&)>& plot) {
+    if (desk.printer == nullptr) {
+        report_printer_failure(desk.ui, PrinterError(""));
+        return false;
+    }
+    Printer& printer = *desk.printer;
+    std::int16_t abbruch = 0;
+    bool begun = false;
+    ResetPrinter(session, printer);
+    {
+        Document document(printer);
+        trap_printer(desk.ui, abbruch, [&] {
+            if (desk.print_dialog != nullptr) {
+                PreparePrintToFile(session, printer, desk.ui, *desk.print_dialog);
+            }
+            begun = document.begin(session);
+        });
+        if (begun) {
+            plot(printer, abbruch);
+        }
+        if (begun && abbruch == 0) {
+            trap_printer(desk.ui, abbruch, [&] { document.end(); });
+        }
+    }
+    ResetPrinter(session, printer);
+    if (begun) {
+        desk.redraw();
+        clear_undo(session.window);
+    }
+    return begun && abbruch == 0;
+}
+
+}  // namespace
+
+void PlotNetworkPart(Session& session, Printer& printer, const Desk& desk, std::int16_t& abbruch) {
+    const Hourglass hourglass(session, desk.ui);
+    trap_printer(desk.ui, abbruch, [&] {
+        const PartOnPaper part = prepare_part(session, printer, desk);
+        plot_sheets(session, printer, desk.ui, part);
+    });
+}
+
+void PlotAllMarked(Session& session, Printer& printer, const Desk& desk, std::int16_t& abbruch) {
+    arbeitskopie_schreiben(session);
+    store_plot_settings(session);
+    const PartInView in_view(session);
+    trap_printer(desk.ui, abbruch, [&] {
+        settle_marked_parts(session, desk);
+        for (int copy = 1; copy <= session.printer.exemplare && abbruch == 0; ++copy) {
+            visit_marked(session, [&](std::int32_t part) {
+                if (abbruch == 0) {
+                    plot_marked_part(session, printer, desk, part, abbruch);
+                }
+            });
+        }
+    });
+    in_view.restore(session, desk);
+}
+
+bool plotten_aktuell(Session& session, const Desk& desk) {
+    return run_job(session, desk, [&](Printer& printer, std::int16_t& abbruch) {
+        for (int copy = 1; copy <= session.printer.exemplare && abbruch == 0; ++copy) {
+            PlotNetworkPart(session, printer, desk, abbruch);
+        }
+    });
+}
+
+bool plotten_alle(Session& session, const Desk& desk) {
+    if (!desk.ui.message_box(MessageStyle::question_yes_no, "Plotten",
+                             "Sollen wirklich alle gekennzeichneten\nNetzteile geplottet "
+                             "werden?")) {
+        return false;
+    }
+    return run_job(session, desk, [&](Printer& printer, std::int16_t& abbruch) {
+        PlotAllMarked(session, printer, desk, abbruch);
+    });
+}
+
+}  // namespace veldra
