@@ -1,6 +1,11 @@
 #include "batch/ground_commands.h"
 
+#include <array>
+#include <cerrno>
 #include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
 #include <iostream>
 #include <system_error>
 
@@ -16,7 +21,6 @@
 #include "reference/boundaries.h"
 #include "reference/boundary_reduction.h"
 #include "reference/districts.h"
-#include "settings/profile_values.h"
 #include "shell/fatal_error.h"
 
 namespace veldra::batch {
@@ -46,38 +50,47 @@ PlaneSystem parse_system(const char* option, const std::string& text) {
     return system;
 }
 
+/// The text as a finite number; its first comma counts as a point, as in all files.
+bool parse_decimal(std::string_view text, double& value) {
+    std::string number(text);
+    const std::size_t comma = number.find(',');
+    if (comma != std::string::npos) {
+        number[comma] = '.';
+    }
+    return parse_all(number, value) && std::isfinite(value);
+}
+
+/// The numbers of a line; false if it holds fewer, more, or anything else.
+template <std::size_t Count>
+bool parse_numbers(std::string_view line, std::array<double, Count>& values) {
+    int n = 0;
+    for (double& value : values) {
+        const Word word = suche_wort(line, ++n);
+        if (!word.found() || !parse_decimal(word.text, value)) {
+            return false;
+        }
+    }
+    return !suche_wort(line, n + 1).found();
+}
+
 DatumRow parse_datum(const std::string& text) {
-    DatumRow row;
-    if (text.empty()) {
-        return row;
+    std::array<double, 5> values{};
+    if (!text.empty() && !parse_numbers(text, values)) {
+        throw UsageError(fmt::format(
+            "--datum {}: erwartet werden fünf Zahlen, durch Leerzeichen getrennt", text));
     }
-    for (int n = 1; n <= 5; ++n) {
-        const Word word = suche_wort(text, n);
-        std::string number(word.text);
-        const std::size_t comma = number.find(',');
-        if (comma != std::string::npos) {
-            number[comma] = '.';
-        }
-        double value = 0;
-        if (!word.found() || !parse_all(std::string_view(number), value)) {
-            throw UsageError(fmt::format(
-                "--datum {}: erwartet werden fünf Zahlen, durch Leerzeichen getrennt", text));
-        }
-    }
-    DatumForm{}.take(text, {}, row);
-    return row;
+    return {.dphi0 = values[0],
+            .dlam0 = values[1],
+            .sphi = values[2],
+            .slam = values[3],
+            .rot = values[4]};
 }
 
 /// Two numbers of a line; none if it holds anything else.
 std::optional<PlanePoint> parse_point(std::string_view line) {
-    const Word rechts = suche_wort(line, 1);
-    const Word hoch = suche_wort(line, 2);
-    PlanePoint point;
-    if (!rechts.found() || !hoch.found() || suche_wort(line, 3).found() ||
-        !parse_all(rechts.text, point.rechts) || !parse_all(hoch.text, point.hoch)) {
-        return std::nullopt;
-    }
-    return point;
+    std::array<double, 2> values{};
+    return parse_numbers(line, values) ? std::optional(PlanePoint{values[0], values[1]})
+                                       : std::nullopt;
 }
 
 std::string point_text(const PlanePoint& point) {
@@ -133,7 +146,12 @@ void command_koordinaten(const TransformationOptions& options) {
             results.clear();
         }
     }
+    const int error = errno;
     write_to_standard_output(results);
+    if (std::ferror(stdin) != 0) {
+        throw FatalError(std::string("Standardeingabe: kann nicht gelesen werden: ") +
+                         std::strerror(error));
+    }
     if (outside > 0) {
         throw FatalError(
             fmt::format("Standardeingabe: {} Punkte liegen außerhalb der Abbildung, der erste in "

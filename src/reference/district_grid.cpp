@@ -217,6 +217,11 @@ void number_squares(DistrictGrid& grid, const TileRange& tiles, std::int16_t obj
     }
 }
 
+/// A datum row may lead anywhere; sheets are on the earth.
+bool is_on_earth(const GeographicPoint& point) {
+    return std::fabs(point.latitude) <= 90 && std::fabs(point.longitude) <= 540;
+}
+
 std::int64_t whole(double value) {
     return static_cast<std::int64_t>(std::floor(value));
 }
@@ -245,8 +250,8 @@ DistrictGrid BuildTkGrid(const DistrictInputs& inputs) {
     bool inside = true;
     visit_corners(inputs.view, [&](const PlanePoint& corner) {
         const std::optional<GeographicPoint> point = chain.to_geographic(corner);
-        inside = inside && point;
-        if (point) {
+        inside = inside && point && is_on_earth(*point);
+        if (inside) {
             range.widen(point->longitude, point->latitude);
         }
     });

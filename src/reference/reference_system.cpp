@@ -95,8 +95,10 @@ void ResolveSystem(Session& session) {
     const ReferencePoint point = reference_point(session);
     settle_selection(obj, point.number <= last_strip_number);
     const std::int32_t strip = district_strip(session, point);
-    constexpr std::int32_t near = 5;
-    if (obj.obj_nube_meridian == unset || std::abs(obj.obj_nube_meridian - strip) > near) {
+    constexpr std::int64_t near = 5;
+    // Whatever number was asked for: the difference may need more than 32 bits.
+    const std::int64_t away = std::int64_t{obj.obj_nube_meridian} - strip;
+    if (obj.obj_nube_meridian == unset || std::abs(away) > near) {
         obj.obj_nube_meridian = strip;
     }
 }

@@ -138,7 +138,7 @@ void FrmTorvel::load() {
             projektdatei_oeffnen(session_, desk());
         }
     });
-    if (!run_.is_project()) {
+    if (!run_.is_project() && !failed_) {
         show_logo(FrmLogo::ShownBy::start);
     }
 }
@@ -150,9 +150,13 @@ void FrmTorvel::perform(const Command& command) {
     try {
         const Running running(busy_);
         command();
-    } catch (...) {
+    } catch (const std::exception& failure) {
         failed_ = true;
-        throw;
+        if (!on_failure) {
+            throw;
+        }
+        on_failure(failure);
+        return;
     }
     if (session_.datei_geladen != 1) {
         picture_->clear();

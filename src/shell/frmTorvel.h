@@ -2,6 +2,7 @@
 
 #include <QMainWindow>
 #include <QTimer>
+#include <exception>
 #include <functional>
 #include <memory>
 
@@ -31,8 +32,7 @@ class FrmTorvel final : public QMainWindow {
     /// the system has none. To be called before `load`.
     void use_printer(Printer& printer, PrintDialog& dialog);
 
-    /// Brings the application up, from the defaults to the open project or the logo. Throws
-    /// FatalError.
+    /// Brings the application up, from the defaults to the open project or the logo.
     void load();
 
     /// Draws the picture anew.
@@ -45,6 +45,9 @@ class FrmTorvel final : public QMainWindow {
 
     /// Asks the user for a graphic file; "" if there is none. Tests put an answer in its place.
     std::function<QString()> choose_file;
+    /// Told of the failure that broke a command off; nothing runs any more after it. Without it the
+    /// failure is thrown on, but the toolkit's functions in between lose what they hold.
+    std::function<void(const std::exception&)> on_failure;
 
  protected:
     void closeEvent(QCloseEvent* event) override;

@@ -140,7 +140,7 @@ TEST_F(GroundCommands, KoordinatenKeepsItsLinesInStep) {
 TEST_F(GroundCommands, KoordinatenRefusesWhatItCannotRead) {
     const std::vector<std::string> command{"koordinaten", "--von",      "1,1", "--nach",
                                            "1,1",         "--meridian", "2"};
-    for (const char* input : {"1\n", "a b\n", "1 2 3\n", "1.5x 2\n"}) {
+    for (const char* input : {"1\n", "a b\n", "1 2 3\n", "1.5x 2\n", "nan 2\n", "1,2,3 4\n"}) {
         const ProgramRun result = run(command, input);
         EXPECT_EQ(result.exit_code, 1) << input;
         EXPECT_THAT(result.err, HasSubstr("Zeile 1"));
@@ -151,9 +151,35 @@ TEST_F(GroundCommands, KoordinatenRefusesWhatItCannotRead) {
         EXPECT_EQ(result.exit_code, 2) << system;
     }
     EXPECT_EQ(run({"koordinaten", "--von", "1,1", "--nach", "1,1"}).exit_code, 2);
-    std::vector<std::string> datum = command;
-    datum.insert(datum.end(), {"--datum", "1 2 3 4"});
-    EXPECT_EQ(run(datum).exit_code, 2);
+    for (const char* numbers : {"1 2 3 4", "1 2 3 4 5 1", "1 2 3 4 x", "nan 2 3 4 5", " "}) {
+        std::vector<std::string> datum = command;
+        datum.insert(datum.end(), {"--datum", numbers});
+        EXPECT_EQ(run(datum, "2500000 5600000\n").exit_code, 2) << numbers;
+    }
+}
+
+TEST_F(GroundCommands, KoordinatenReadsCommasAsPointsAndExponentsInFull) {
+    const ProgramRun result = run({"koordinaten", "--von", "1,1", "--nach", "1,1", "--meridian",
+                                   "2", "--datum", "0 0 0 0 0,0"},
+                                  "2500000,25 56e5\n");
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    EXPECT_EQ(result.out, "2500000.2500 5600000.0000\n");
+    // Ten seconds of arc whichever way they are written.
+    const auto shifted = [this](const char* datum) {
+        return run({"koordinaten", "--von", "1,1", "--nach", "1,1", "--meridian", "2", "--datum",
+                    datum},
+                   "2500000 5600000\n")
+            .out;
+    };
+    EXPECT_EQ(shifted("1e1 0 0 0 0"), shifted("10 0 0 0 0"));
+    EXPECT_NE(shifted("1e1 0 0 0 0"), shifted("1 0 0 0 0"));
+}
+
+TEST_F(GroundCommands, KoordinatenSaysWhenItsInputCannotBeRead) {
+    const ProgramRun result = testing_support::run_veldra_on(
+        folder, {"koordinaten", "--von", "1,1", "--nach", "1,1", "--meridian", "2"}, folder.path());
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_THAT(result.err, HasSubstr("Standardeingabe: kann nicht gelesen werden: "));
 }
 
 TEST_F(GroundCommands, GrenzenWritesTheReducedFileBesideTheInput) {

@@ -27,19 +27,25 @@ inline std::string shell_quoted(const std::string& argument) {
     return text + "'";
 }
 
-/// Runs the program with these arguments and standard input, in an environment without a display.
-inline ProgramRun run_veldra(const TempFolder& folder, const std::vector<std::string>& arguments,
-                             const std::string& input = "") {
+/// Runs the program with these arguments and the file (or folder) `input` as standard input, in an
+/// environment without a display.
+inline ProgramRun run_veldra_on(const TempFolder& folder, const std::vector<std::string>& arguments,
+                                const std::string& input) {
     std::string command = "env -u DISPLAY -u WAYLAND_DISPLAY " + shell_quoted(VELDRA_CLI);
     for (const std::string& argument : arguments) {
         command += " " + shell_quoted(argument);
     }
     const std::string out = folder.path("stdout");
     const std::string err = folder.path("stderr");
-    command += " <" + shell_quoted(folder.file("stdin", input)) + " >" + shell_quoted(out) + " 2>" +
-               shell_quoted(err);
+    command += " <" + shell_quoted(input) + " >" + shell_quoted(out) + " 2>" + shell_quoted(err);
     const int status = std::system(command.c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, file_bytes(out), file_bytes(err)};
+}
+
+/// Runs the program with these arguments and this text as standard input.
+inline ProgramRun run_veldra(const TempFolder& folder, const std::vector<std::string>& arguments,
+                             const std::string& input = "") {
+    return run_veldra_on(folder, arguments, folder.file("stdin", input));
 }
 
 }  // namespace veldra::testing_support

@@ -218,12 +218,14 @@ TEST_P(WriteFaults, KilledBetweenAnyTwoSystemCalls) {
 }
 
 /// What a system call is to a writer. Failing memory is not the matter here.
-enum class Call { other, open, read, write, sync, close, rename, remove };
+enum class Call { other, open, mode, read, write, sync, close, rename, remove };
 
 Call kind_of(long call) {
     switch (call) {
         case SYS_openat:
             return Call::open;
+        case SYS_fchmod:
+            return Call::mode;
         case SYS_read:
             return Call::read;
         case SYS_write:
@@ -249,8 +251,19 @@ Call kind_of(long call) {
 
 class WriteFaultAtCall : public WriteFaults {
  protected:
-    /// Lets the n-th call that reaches for a file fail. False if there are fewer.
-    bool fail_nth_call(int n, int error) {
+    void SetUp() override {
+        if (!SteppedChild::can_fail_calls) {
+            GTEST_SKIP() << "how a system call is made to fail is known for x86-64 only";
+        }
+        if (SteppedChild([] { return 0; }).exit_code() == not_permitted) {
+            GTEST_SKIP() << "this system lets no process step another one";
+        }
+        WriteFaults::SetUp();
+    }
+
+    /// Lets the n-th call that reaches for a file fail, of one kind or of all of them (`other`).
+    /// False if there are fewer.
+    bool fail_nth_call(int n, int error, Call wanted = Call::other) {
         restore(folder.path(), before);
         SteppedChild child(writing());
         int seen = 0;
@@ -258,7 +271,7 @@ class WriteFaultAtCall : public WriteFaults {
         while (seen < n && child.step()) {
             const auto call = child.beginning_call();
             kind = call ? kind_of(*call) : Call::other;
-            seen += kind != Call::other ? 1 : 0;
+            seen += kind != Call::other && (kind == wanted || wanted == Call::other) ? 1 : 0;
         }
         if (seen < n) {
             return false;
@@ -289,16 +302,11 @@ INSTANTIATE_TEST_SUITE_P(All, WriteFaultAtCall,
                          action_name);
 
 TEST_P(WriteFaultAtCall, LeavesTheOldFileOrDoesNotMatter) {
-    if (!SteppedChild::can_fail_calls) {
-        GTEST_SKIP() << "how a system call is made to fail is known for x86-64 only";
-    }
-    if (SteppedChild([] { return 0; }).exit_code() == not_permitted) {
-        GTEST_SKIP() << "this system lets no process step another one";
-    }
     for (int n = 1; fail_nth_call(n, n % 2 == 0 ? ENOSPC : EIO); ++n) {
     }
     const bool copies = GetParam() != Action::replace;
     EXPECT_EQ(refusals_[Call::open], copies ? 2 : 1);
+    EXPECT_EQ(refusals_[Call::mode], 1);
     EXPECT_GE(refusals_[Call::read], copies ? 2 : 0);
     EXPECT_GE(refusals_[Call::write], 2);
     EXPECT_EQ(refusals_[Call::sync], 1);
@@ -311,6 +319,13 @@ TEST_P(WriteFaultAtCall, LeavesTheOldFileOrDoesNotMatter) {
     EXPECT_EQ(ignored_[Call::sync], 1);
     EXPECT_EQ(ignored_[Call::open], 1);
     EXPECT_EQ(ignored_[Call::close], copies ? 2 : 1);
+}
+
+TEST_P(WriteFaultAtCall, FileSystemWithoutPermissionsIsWrittenTo) {
+    for (const int error : {EPERM, EOPNOTSUPP, ENOSYS}) {
+        EXPECT_TRUE(fail_nth_call(1, error, Call::mode));
+    }
+    EXPECT_EQ(ignored_[Call::mode], 3);
 }
 
 TEST_P(WriteFaults, FileSizeLimitLeavesTheOldFile) {

@@ -212,6 +212,17 @@ TEST(TkGrid, ViewOutsideTheDomainHasNoGrid) {
     EXPECT_EQ(BuildKmGrid(inputs).nodes(), 0);
 }
 
+TEST(TkGrid, DatumRowThatLeadsAwayFromTheEarthHasNoGrid) {
+    for (const double seconds : {200.0 * 3600, -1e30, 1e300}) {
+        DistrictInputs inputs = around(districts::tk25, 50.7, 7);
+        inputs.chain.row = {.dphi0 = seconds};
+        EXPECT_EQ(BuildTkGrid(inputs).nodes(), 0) << seconds;
+        EXPECT_EQ(BuildKmGrid(inputs).nodes(), 0) << seconds;
+        inputs.chain.row = {.dlam0 = 5 * seconds};
+        EXPECT_EQ(BuildTkGrid(inputs).nodes(), 0) << seconds;
+    }
+}
+
 /// A view in kilometres of strip 2.
 DistrictInputs kilometres(std::int16_t obj_nube, double west, double south, double east,
                           double north) {

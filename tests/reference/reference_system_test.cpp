@@ -1,5 +1,7 @@
 #include "reference/reference_system.h"
 
+#include <limits>
+
 #include <gtest/gtest.h>
 
 #include "network_builder.h"
@@ -125,9 +127,12 @@ TEST_F(ReferenceSystemTest, ChosenStripStaysWhileItDiffersByUpToFive) {
         resolve(1);
         EXPECT_EQ(session.obj.obj_nube_meridian, chosen);
     }
-    session.obj.obj_nube_meridian = 8;
-    resolve(1);
-    EXPECT_EQ(session.obj.obj_nube_meridian, 2);
+    for (const std::int32_t far : {8, -4, std::numeric_limits<std::int32_t>::min(),
+                                   std::numeric_limits<std::int32_t>::max()}) {
+        session.obj.obj_nube_meridian = far;
+        resolve(1);
+        EXPECT_EQ(session.obj.obj_nube_meridian, 2) << far;
+    }
 }
 
 TEST_F(ReferenceSystemTest, DistrictRowIsTakenNegated) {

@@ -12,7 +12,6 @@
 #include <memory>
 
 #include "platform/qt/picture_image.h"
-#include "shell/fatal_error.h"
 #include "shell/frmTorvel.h"
 
 using namespace veldra;
@@ -322,10 +321,33 @@ class FrmTorvelTest : public QObject {
         start();
         logo()->accept();
         window_->choose_file = [this] { return path("fehlt.dat"); };
-        QVERIFY_EXCEPTION_THROWN(action("m_datei_beliebig")->trigger(), FatalError);
+        std::vector<std::string> failures;
+        window_->on_failure = [&failures](const std::exception& failure) {
+            failures.emplace_back(failure.what());
+        };
+        action("m_datei_beliebig")->trigger();
+        QCOMPARE(failures.size(), std::size_t{1});
+        QVERIFY(failures[0].find("fehlt.dat: Datei kann nicht gelesen werden") !=
+                std::string::npos);
+        // No command runs any more, not even one that could.
+        write("ve_quadrat.dat", square_network);
+        window_->choose_file = [this] { return path("ve_quadrat.dat"); };
+        action("m_datei_beliebig")->trigger();
+        QCOMPARE(failures.size(), std::size_t{1});
+        QVERIFY(session_.datei_geladen != 1);
         // The session is not to be trusted: nothing is written any more.
         QVERIFY(window_->close());
         QVERIFY(!QFile::exists(path("dokumente/Kelvara/VELDRA.INI")));
+    }
+
+    void a_failure_at_the_start_brings_up_no_logo() {
+        // A file in the place of the profile's folder.
+        write("dokumente/Kelvara", "");
+        int failures = 0;
+        create().on_failure = [&failures](const std::exception& /*failure*/) { ++failures; };
+        window_->load();
+        QCOMPARE(failures, 1);
+        QVERIFY(logo() == nullptr);
     }
 
     void project_start_opens_its_file_and_cannot_leave_it() {

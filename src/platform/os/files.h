@@ -27,7 +27,7 @@ class InputFile {
 /// Replaces a file as a whole: bytes go to a temporary file in the same folder, which takes the
 /// place of `path` on `commit` (written through to the disk, then renamed). Until then, and when
 /// anything fails, the file that was there stays as it was. Permissions of an existing file are
-/// kept, and a symbolic link is followed. Failures throw FatalError.
+/// kept where the file system has any, and a symbolic link is followed. Failures throw FatalError.
 class ReplacedFile {
  public:
     explicit ReplacedFile(const std::string& path);
@@ -40,6 +40,7 @@ class ReplacedFile {
 
  private:
     void flush();
+    void discard();
     std::string path_;
     std::string temporary_;
     std::string buffer_;

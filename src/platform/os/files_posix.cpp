@@ -66,6 +66,23 @@ void write_all(int handle, std::string_view bytes, const std::string& path) {
     }
 }
 
+/// Sets the permissions of a file that the caller has just made, and gives the error, 0 for none. A
+/// file system that keeps no permissions refuses even its owner, which is no reason to fail: the
+/// file is as private as it was made.
+int set_permissions(int handle, mode_t mode) {
+    if (::fchmod(handle, mode) == 0 || errno == EPERM || errno == EOPNOTSUPP || errno == ENOSYS) {
+        return 0;
+    }
+    return errno;
+}
+
+/// The permissions of a file that is new.
+mode_t usual_permissions() {
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return 0666U & ~mask;
+}
+
 /// Makes a rename durable; a file system that cannot do so is no reason to fail.
 void sync_folder_of(const std::string& path) {
     const std::string folder = std::filesystem::path(path).parent_path().string();
@@ -115,6 +132,7 @@ ReplacedFile::ReplacedFile(const std::string& path) : path_(path) {
     if (exists && ::access(path_.c_str(), W_OK) != 0) {
         throw file_error("Datei kann nicht geschrieben werden", path, errno);
     }
+    buffer_.reserve(write_buffer_size);
     temporary_ = path_ + ".neu-XXXXXX";
     handle_ = ::mkstemp(temporary_.data());
     if (handle_ < 0) {
@@ -123,17 +141,19 @@ ReplacedFile::ReplacedFile(const std::string& path) : path_(path) {
         throw file_error("Datei kann nicht geschrieben werden", path, error);
     }
     ::fcntl(handle_, F_SETFD, FD_CLOEXEC);
-    if (exists) {
-        ::fchmod(handle_, status.st_mode & 07777U);
-    } else {
-        const mode_t mask = ::umask(0);
-        ::umask(mask);
-        ::fchmod(handle_, 0666U & ~mask);
+    const mode_t mode = exists ? status.st_mode & 07777U : usual_permissions();
+    const int error = set_permissions(handle_, mode);
+    if (error != 0) {
+        discard();
+        throw file_error("Datei kann nicht geschrieben werden", path, error);
     }
-    buffer_.reserve(write_buffer_size);
 }
 
 ReplacedFile::~ReplacedFile() {
+    discard();
+}
+
+void ReplacedFile::discard() {
     if (handle_ >= 0) {
         ::close(handle_);
     }

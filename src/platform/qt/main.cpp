@@ -17,8 +17,8 @@
 
 namespace {
 
-/// The application object. A failure in the handler of any event is shown once and ends the
-/// program with exit code 1.
+/// The application object. The failure of a command is shown once and ends the program with exit
+/// code 1; so does one that gets out of the handler of an event.
 class VeldraApplication final : public QApplication {
  public:
     using QApplication::QApplication;
@@ -65,11 +65,10 @@ int run(VeldraApplication& application) {
     veldra::FrmTorvel window(session, veldra::system_folders(), command_line());
     veldra::QtPrintDialog print_dialog(printers, &window);
     window.use_printer(printers, print_dialog);
-    try {
-        window.load();
-    } catch (const std::exception& failure) {
+    window.on_failure = [&application](const std::exception& failure) {
         application.fail(failure.what());
-    }
+    };
+    window.load();
     return application.failed() ? 1 : QApplication::exec();
 }
 
