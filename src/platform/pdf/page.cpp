@@ -274,10 +274,14 @@ void PdfPage::Circle(float x, float y, float radius) {
 }
 
 void PdfPage::write_arcs(const Place& centre, const Place& a, const Place& b, double reach) {
-    put(written({centre.x + a.x, centre.y + a.y}));
+    // From its own centre the numbers are short.
+    out_.text("q 1 0 0 1 ");
+    put(written(centre));
+    out_.text("cm ");
+    put(written(a));
     out_.text("m ");
     const auto point = [&](double u, double v) {
-        put(written({centre.x + u * a.x + v * b.x, centre.y + u * a.y + v * b.y}));
+        put(written({u * a.x + v * b.x, u * a.y + v * b.y}));
     };
     for (const UnitArc& arc : unit_arcs(reach)) {
         point(arc.x1, arc.y1);
@@ -285,7 +289,7 @@ void PdfPage::write_arcs(const Place& centre, const Place& a, const Place& b, do
         point(arc.x3, arc.y3);
         out_.text("c ");
     }
-    out_.text("s");
+    out_.text("s Q");
     out_.end_line();
 }
 
