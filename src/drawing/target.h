@@ -36,6 +36,13 @@ class DrawingTarget {
     virtual void FillColor(std::int32_t colour) = 0;  ///< fill of following circles
     /// A segment in the pen; the current position is (x2, y2) afterwards.
     virtual void Line(float x1, float y1, float x2, float y2) = 0;
+    /// The rest of a longer segment of which the first `begun` metres lie outside of a clip window
+    /// and are not drawn. A target that dots its lines lets the dots run on as if they were.
+    virtual void LinePart(float x1, float y1, float x2, float y2, float /*begun*/) {
+        Line(x1, y1, x2, y2);
+    }
+    /// Makes (x, y) the current position. A target that can do so without a mark does.
+    virtual void MoveTo(float x, float y) { Line(x, y, x, y); }
     /// A full circle, outlined in the pen and filled.
     virtual void Circle(float x, float y, float radius) = 0;
     /// The 200 segments of an error ellipse in the pen. A target that draws them otherwise must

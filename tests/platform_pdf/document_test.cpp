@@ -1,7 +1,9 @@
 // What a document says of itself and of its pages.
 
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 
+#include "child_process.h"
 #include "command_output.h"
 #include "pdf_fixture.h"
 
@@ -81,8 +83,8 @@ std::string outline(QPDFObjectHandle parent, const std::vector<QPDFPageObjectHel
     for (QPDFObjectHandle item = parent.getKey("/First"); item.isDictionary();
          item = item.getKey("/Next")) {
         std::size_t page = 0;
-        while (page < pages.size() &&
-               !pages[page].getObjectHandle().isSameObjectAs(item.getKey("/Dest").getArrayItem(0))) {
+        while (page < pages.size() && !pages[page].getObjectHandle().isSameObjectAs(
+                                          item.getKey("/Dest").getArrayItem(0))) {
             ++page;
         }
         text += text.empty() ? "" : " ";
@@ -98,7 +100,16 @@ std::string outline(QPDFObjectHandle parent, const std::vector<QPDFPageObjectHel
 }
 
 TEST_F(PdfDocuments, BookmarksNamePartsAndTheirSheets) {
-    write_pages({{"S\xFC" "d", "Blatt 1.1"}, {"S\xFC" "d", "Blatt 1.2"}, {"Nord", ""}, {"S\xFC" "d", "Blatt 1.1"}});
+    write_pages({{"S\xFC"
+                  "d",
+                  "Blatt 1.1"},
+                 {"S\xFC"
+                  "d",
+                  "Blatt 1.2"},
+                 {"Nord", ""},
+                 {"S\xFC"
+                  "d",
+                  "Blatt 1.1"}});
     const auto pdf = document();
     QPDFObjectHandle outlines = pdf->getRoot().getKey("/Outlines");
     EXPECT_EQ(outline(outlines, QPDFPageDocumentHelper(*pdf).getAllPages()),
@@ -136,7 +147,8 @@ TEST_F(PdfDocuments, ReadersFindNoFault) {
     const CommandOutput check = run("qpdf --check '" + file + "'");
     EXPECT_EQ(check.status, 0) << check.text;
     EXPECT_THAT(check.text, ::testing::HasSubstr("No syntax or stream encoding errors found"));
-    const CommandOutput picture = run("pdftoppm -r 30 '" + file + "' '" + folder.path("bild") + "'");
+    const CommandOutput picture =
+        run("pdftoppm -r 30 '" + file + "' '" + folder.path("bild") + "'");
     EXPECT_EQ(picture.status, 0);
     EXPECT_EQ(picture.text, "");
     EXPECT_TRUE(std::filesystem::exists(folder.path("bild-3.ppm")));
@@ -157,6 +169,43 @@ TEST_F(PdfDocuments, LargePagesComeInPieces) {
     EXPECT_EQ(segments, 200000U);
     const auto pdf = document();
     EXPECT_GT(QPDFPageDocumentHelper(*pdf).getAllPages().at(0).getPageContents().size(), 3U);
+}
+
+/// Most memory, MB, that a process of its own has had after a document of so many full pages.
+int memory_after(const PdfPrinter::AskFileName& asked, int pages) {
+    return testing_support::run_in_child([&] {
+        PdfPrinter printer(asked);
+        printer.begin_job({"Titel"});
+        for (int page = 0; page < pages; ++page) {
+            printer.begin_sheet({"Netzteil", std::to_string(page)});
+            std::uint32_t random = 1;
+            for (int i = 0; i < 60000; ++i) {
+                random = random * 1664525U + 1013904223U;
+                const float x = static_cast<float>(random >> 16U) * 0.003F;
+                const float y = static_cast<float>(random >> 8U & 0xFFFFU) * 0.004F;
+                printer.page().Line(x, y, y * 0.7F, x);
+            }
+            printer.NewPage();
+        }
+        printer.end_job();
+        rusage usage{};
+        ::getrusage(RUSAGE_SELF, &usage);
+        constexpr long most_that_can_be_told = 255;
+        return static_cast<int>(std::min(usage.ru_maxrss / 1024, most_that_can_be_told));
+    });
+}
+
+TEST_F(PdfDocuments, MemoryDoesNotGrowWithTheNumberOfSheets) {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the address sanitizer keeps what has been freed";
+#endif
+    const int few = memory_after(asked, 2);
+    const auto size_of_few = std::filesystem::file_size(file);
+    const int many = memory_after(asked, 32);
+    const auto size_of_many = std::filesystem::file_size(file);
+    EXPECT_GT(size_of_many - size_of_few, 25000000U);
+    EXPECT_LT(many, 255);
+    EXPECT_LT(many - few, 8) << few << " " << many;
 }
 
 }  // namespace

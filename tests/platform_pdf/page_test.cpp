@@ -1,5 +1,7 @@
 // What a page of a document shows, read back from its content.
 
+#include "platform/pdf/page.h"
+
 #include <cmath>
 #include <limits>
 #include <numbers>
@@ -10,7 +12,6 @@
 
 #include "pdf_fixture.h"
 #include "platform/pdf/document.h"
-#include "platform/pdf/page.h"
 
 namespace veldra::pdf_test {
 namespace {
@@ -84,8 +85,10 @@ TEST_P(PdfScale, KnownPointsAreWhereTheScalePutsThem) {
         for (int i = 0; i < 100; ++i) {
             const double t = i / 100.0;
             p.DrawWidth(static_cast<std::int16_t>(1 + i % 2));  // each line a path of its own
-            p.Line(static_cast<float>(inner_width / 2 * t), static_cast<float>(inner_height / 2 * t),
-                   static_cast<float>(inner_width / 2 * (1 - t)), static_cast<float>(inner_height / 4));
+            p.Line(static_cast<float>(inner_width / 2 * t),
+                   static_cast<float>(inner_height / 2 * t),
+                   static_cast<float>(inner_width / 2 * (1 - t)),
+                   static_cast<float>(inner_height / 4));
         }
     });
     const ShownPage page = shown();
@@ -186,7 +189,8 @@ TEST_F(PdfPages, DottedLinesAreThreePixelsOnAndThreeOff) {
     const auto pdf = document();
     auto stream = QPDFPageDocumentHelper(*pdf).getAllPages().at(0).getPageContents().at(0);
     const auto buffer = stream.getStreamData(qpdf_dl_all);
-    const std::string content(reinterpret_cast<const char*>(buffer->getBuffer()), buffer->getSize());
+    const std::string content(reinterpret_cast<const char*>(buffer->getBuffer()),
+                              buffer->getSize());
     EXPECT_THAT(content, ::testing::HasSubstr("15000 282000 m 25000 282000 l\n"
                                               "25000 282000 m 35000 282000 l\n"));
 }
@@ -215,6 +219,32 @@ TEST_F(PdfPages, WhatIsFarOutsideIsCutOffAndTheDotsRunOn) {
     EXPECT_GT(page.paths[2].pieces[0].from.y, -100);
     EXPECT_GT(page.paths[2].pieces[0].to.y, 297);
     EXPECT_LT(page.paths[2].pieces[0].to.y, 400);
+}
+
+TEST_F(PdfPages, TheRestOfALineGoesOnWithItsDots) {
+    const ShownPage page = drawn([](PageTarget& p) {
+        p.Scale(0, 574, 400, 0);  // 2 m a millimetre
+        p.DrawStyle(2);
+        p.LinePart(10, 20, 30, 20, 1.5F);
+        p.DrawStyle(0);
+        p.LinePart(10, 40, 30, 40, 1.5F);
+    });
+    ASSERT_EQ(page.paths.size(), 2U);
+    expect_at(page.paths[0].pieces.at(0).from, 10, 282);
+    EXPECT_NEAR(page.paths[0].pen.phase, 0.75 - 0.508, 0.001);
+    EXPECT_TRUE(page.paths[1].pen.dash.empty());
+    EXPECT_EQ(page.paths[1].pen.phase, 0);
+    expect_at(page.paths[1].pieces.at(0).to, 20, 272);
+}
+
+TEST_F(PdfPages, MovingLeavesNoMark) {
+    const ShownPage page = drawn([](PageTarget& p) {
+        p.MoveTo(50, 50);
+        p.TextRotated("Ziel", 0, 9, FontSpec());
+    });
+    EXPECT_TRUE(page.paths.empty());
+    ASSERT_EQ(page.texts.size(), 1U);
+    EXPECT_NEAR(page.texts[0].base.x, 55, rounding);
 }
 
 TEST_F(PdfPages, WhatLiesOutsideOfThePrintableAreaIsNotWritten) {
@@ -341,7 +371,8 @@ TEST_F(PdfPages, CirclesOfOneLookShareAForm) {
     ASSERT_EQ(page.paths[52].pen.dash.size(), 2U);
     expect_at(page.paths[49].pieces[0].from, 5 + 10 + 49 + 1, 15);
     const auto pdf = document();
-    auto resources = QPDFPageDocumentHelper(*pdf).getAllPages().at(0).getAttribute("/Resources", false);
+    auto resources =
+        QPDFPageDocumentHelper(*pdf).getAllPages().at(0).getAttribute("/Resources", false);
     EXPECT_EQ(resources.getKey("/XObject").getKeys().size(), 3U);
 }
 
@@ -406,9 +437,10 @@ TEST_P(PdfEllipse, KeepsToTheTracedCurve) {
         for (const Path::Piece& piece : path.pieces) {
             for (int i = 0; i <= 100; ++i) {
                 const double t = i / 100.0;
-                written.push_back(piece.handles ? along(piece, t)
-                                                : Point{piece.from.x + t * (piece.to.x - piece.from.x),
-                                                        piece.from.y + t * (piece.to.y - piece.from.y)});
+                written.push_back(piece.handles
+                                      ? along(piece, t)
+                                      : Point{piece.from.x + t * (piece.to.x - piece.from.x),
+                                              piece.from.y + t * (piece.to.y - piece.from.y)});
             }
         }
     }

@@ -54,8 +54,8 @@ class PdfFaults : public PdfFile {
         } catch (const PrinterError& error) {
             message = error.what();
         }
-        const bool told = message.find(reason) != std::string::npos &&
-                          message.find(named) != std::string::npos;
+        const bool told =
+            message.find(reason) != std::string::npos && message.find(named) != std::string::npos;
         if (!told) {
             std::fprintf(stderr, "%s\n", message.c_str());
         }
@@ -96,8 +96,9 @@ TEST_F(PdfFaults, AFolderThatDoesNotExist) {
         FAIL() << "no error";
     } catch (const PrinterError& error) {
         EXPECT_EQ(std::string(error.what()),
-                  file + ": Datei kann nicht geschrieben werden: Datei oder Verzeichnis nicht "
-                         "vorhanden");
+                  file +
+                      ": Datei kann nicht geschrieben werden: Datei oder Verzeichnis nicht "
+                      "vorhanden");
     }
     EXPECT_THROW(printer.begin_sheet({"A", "1"}), PrinterError);
     EXPECT_NO_THROW(printer.EndDoc());

@@ -127,7 +127,8 @@ struct Text {
 /// downwards.
 class ShownPage {
  public:
-    explicit ShownPage(QPDFPageObjectHelper page) : resources_(page.getAttribute("/Resources", false)) {
+    explicit ShownPage(QPDFPageObjectHelper page)
+        : resources_(page.getAttribute("/Resources", false)) {
         const auto box = page.getAttribute("/MediaBox", false).getArrayAsRectangle();
         QPDFObjectHandle unit = page.getObjectHandle().getKey("/UserUnit");
         unit_ = (unit.isInteger() ? unit.getNumericValue() : 1.0) * 25.4 / 72;
@@ -254,7 +255,8 @@ class ShownPage {
             clip = {place(op.number(0), op.number(1) + op.number(3)),
                     place(op.number(0) + op.number(2), op.number(1))};
         } else if (n == "S" || n == "s" || n == "f" || n == "b") {
-            if (n != "S" && (std::abs(at_.x - start_.x) > 1e-9 || std::abs(at_.y - start_.y) > 1e-9)) {
+            if (n != "S" &&
+                (std::abs(at_.x - start_.x) > 1e-9 || std::abs(at_.y - start_.y) > 1e-9)) {
                 add({at_, start_, std::nullopt});
             }
             path_.painted = n;

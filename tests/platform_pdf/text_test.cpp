@@ -147,9 +147,13 @@ TEST_F(PdfTexts, UnderlinesAreDrawn) {
 }
 
 TEST_F(PdfTexts, CanBeSearched) {
-    EXPECT_EQ(extracted("Gr\xF6\xDF" "e \xC4\xD6\xDC\xE4\xFC (100 %) \\ 5\x80", font()),
+    EXPECT_EQ(extracted("Gr\xF6\xDF"
+                        "e \xC4\xD6\xDC\xE4\xFC (100 %) \\ 5\x80",
+                        font()),
               "Größe ÄÖÜäü (100 %) \\ 5€");
-    EXPECT_EQ(extracted("\x84Stra\xDF" "e\x93 \x96 \xB5m\xB2 \xB0", font("Times New Roman")),
+    EXPECT_EQ(extracted("\x84Stra\xDF"
+                        "e\x93 \x96 \xB5m\xB2 \xB0",
+                        font("Times New Roman")),
               "„Straße“ – µm² °");
 }
 
@@ -173,10 +177,13 @@ TEST_F(PdfTexts, BytesWithoutACharacterDoNoHarm) {
     for (unsigned byte = 0; byte < 0x20; ++byte) {
         bytes += byte == '\n' ? '.' : static_cast<char>(byte);
     }
-    bytes += "\x7F\x81\x8D\x8F\x90\x9D\xA0\xAD" "b";
+    bytes +=
+        "\x7F\x81\x8D\x8F\x90\x9D\xA0\xAD"
+        "b";
     write([&](PageTarget& p) { p.Print(bytes, 10, 20, font(), 0); });
     EXPECT_EQ(run("qpdf --check '" + file + "'").status, 0);
-    const CommandOutput picture = run("pdftoppm -r 30 '" + file + "' '" + folder.path("bild") + "'");
+    const CommandOutput picture =
+        run("pdftoppm -r 30 '" + file + "' '" + folder.path("bild") + "'");
     EXPECT_EQ(picture.status, 0);
     EXPECT_EQ(picture.text, "");
     const std::string text = extracted();
@@ -252,7 +259,8 @@ TEST_F(PdfTexts, FacesWithOtherOutlinesAreDrawn) {
     EXPECT_EQ(run("qpdf --check '" + file + "'").status, 0);
     const auto pdf = document();
     EXPECT_EQ(first_font(*pdf).getKey("/Subtype").getName(), "/Type3");
-    const CommandOutput picture = run("pdftoppm -r 30 '" + file + "' '" + folder.path("bild") + "'");
+    const CommandOutput picture =
+        run("pdftoppm -r 30 '" + file + "' '" + folder.path("bild") + "'");
     EXPECT_EQ(picture.text, "");
 }
 
@@ -290,10 +298,13 @@ std::pair<double, double> dark_columns(const std::string& pgm, double dots) {
 TEST_F(PdfTexts, TakeTheRoomThatWasMeasured) {
     const FontSpec spec = font("Arial", 40);
     PdfPrinter printer(asked);
-    const std::string text = "H H\xDC" "HH";
+    const std::string text =
+        "H H\xDC"
+        "HH";
     write(printer, [&](PageTarget& p) { p.Print(text, 20, 20, spec, 0); });
     ASSERT_EQ(run("pdftoppm -gray -r 300 '" + file + "' '" + folder.path("bild") + "'").status, 0);
-    const auto [left, right] = dark_columns(testing_support::file_bytes(folder.path("bild-1.pgm")), 300);
+    const auto [left, right] =
+        dark_columns(testing_support::file_bytes(folder.path("bild-1.pgm")), 300);
     // An H has the same room to both sides; its stems start 0.079 of the size inside of it.
     const double bearing = 0.079 * 40 * millimetres_per_point;
     EXPECT_NEAR(left, 25 + bearing, 0.15);

@@ -192,14 +192,22 @@ void PdfPage::settle_fill(std::int32_t colour) {
 }
 
 void PdfPage::Line(float x1, float y1, float x2, float y2) {
+    LinePart(x1, y1, x2, y2, 0);
+}
+
+void PdfPage::LinePart(float x1, float y1, float x2, float y2, float begun) {
     const Place a = to_paper(static_cast<double>(x1), static_cast<double>(y1));
     const Place b = to_paper(static_cast<double>(x2), static_cast<double>(y2));
     position_ = b;
-    stroke(a, b, 0);
+    stroke(a, b, static_cast<double>(begun) * std::abs(per_unit_x_));
+}
+
+void PdfPage::MoveTo(float x, float y) {
+    position_ = to_paper(static_cast<double>(x), static_cast<double>(y));
 }
 
 void PdfPage::stroke(Place a, Place b, double begun) {
-    if (!is_number(a) || !is_number(b)) {
+    if (!is_number(a) || !is_number(b) || !std::isfinite(begun)) {
         return;
     }
     const Box box{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};

@@ -45,6 +45,8 @@ class PdfPage final : public PageTarget {
     void FillStyle(std::int16_t style) override { filled_ = style == 0; }
     void FillColor(std::int32_t colour) override { fill_ = colour; }
     void Line(float x1, float y1, float x2, float y2) override;
+    void LinePart(float x1, float y1, float x2, float y2, float begun) override;
+    void MoveTo(float x, float y) override;
     void Circle(float x, float y, float radius) override;
     void Ellipse(const EllipseCurve& curve) override;
     void TextRotated(std::string_view text, std::int32_t escapement, std::int32_t align,
