@@ -243,38 +243,6 @@ TEST_F(PdfTexts, FacesThatTheSystemLacksAreReplaced) {
     EXPECT_EQ(extracted("Ersatz", font("\xC4\x81\"',:-=\\")), "Ersatz");
 }
 
-/// A face whose outlines are no TrueType ones, if the system has one.
-std::string other_outlines() {
-    std::string family = run("fc-list :fontformat=CFF:lang=de family | sort | head -1").text;
-    family.erase(std::min({family.find(','), family.find('\n'), family.size()}));
-    return family;
-}
-
-TEST_F(PdfTexts, FacesWithOtherOutlinesAreDrawn) {
-    const std::string family = other_outlines();
-    if (family.empty()) {
-        GTEST_SKIP() << "this system has no font with PostScript outlines";
-    }
-    EXPECT_EQ(extracted("\xC4pfel (7)", font(family.c_str())), "Äpfel (7)") << family;
-    EXPECT_EQ(run("qpdf --check '" + file + "'").status, 0);
-    const auto pdf = document();
-    EXPECT_EQ(first_font(*pdf).getKey("/Subtype").getName(), "/Type3");
-    const CommandOutput picture =
-        run("pdftoppm -r 30 '" + file + "' '" + folder.path("bild") + "'");
-    EXPECT_EQ(picture.text, "");
-}
-
-TEST_F(PdfTexts, SizesAreThoseOfTheMeasurer) {
-    PdfPrinter printer(asked);
-    const FontSpec spec = font("Arial", 72);
-    // 556 thousandths of an inch for each digit; the line goes 0.905 up and 0.212 down.
-    EXPECT_NEAR(printer.TextWidth("1234", spec), 4 * 0.5562 * 25.4, 0.01);
-    EXPECT_NEAR(printer.TextHeight("1234", spec), (0.905 + 0.212) * 25.4, 0.05);
-    EXPECT_NEAR(printer.TextHeight("", spec), (0.905 + 0.212) * 25.4, 0.05);
-    const TextExtent extent = measure_text(printer.measurer().face_metrics(spec), 72, "1234");
-    EXPECT_DOUBLE_EQ(printer.TextWidth("1234", spec), extent.width * 25.4 / 1440);
-}
-
 /// Left and right end of what is dark in a picture of the page, mm.
 std::pair<double, double> dark_columns(const std::string& pgm, double dots) {
     std::istringstream in(pgm);
@@ -293,6 +261,64 @@ std::pair<double, double> dark_columns(const std::string& pgm, double dots) {
         }
     }
     return {static_cast<double>(left) * 25.4 / dots, static_cast<double>(right + 1) * 25.4 / dots};
+}
+
+/// A family of fonts in this form, none if the system lacks it.
+std::string family_of(const std::string& pattern) {
+    std::string family = run("fc-list '" + pattern + "' family | sort | head -1").text;
+    family.erase(std::min({family.find(','), family.find('\n'), family.size()}));
+    return family;
+}
+
+TEST_F(PdfTexts, PostScriptOutlinesAreEmbedded) {
+    const std::string family = family_of(":fontformat=CFF:lang=de");
+    if (family.empty()) {
+        GTEST_SKIP() << "this system has no font with PostScript outlines";
+    }
+    const std::string bytes = "\xC4pfel (7) \x80 \x81";
+    EXPECT_EQ(extracted(bytes, font(family.c_str())), to_utf8(bytes)) << family;
+    EXPECT_EQ(run("qpdf --check '" + file + "'").status, 0);
+    EXPECT_THAT(run("pdffonts '" + file + "'").text, HasSubstr("Type 1C"));
+    const auto pdf = document();
+    QPDFObjectHandle dictionary = first_font(*pdf);
+    EXPECT_EQ(dictionary.getKey("/Subtype").getName(), "/Type1");
+    const CommandOutput picture =
+        run("pdftoppm -r 30 '" + file + "' '" + folder.path("bild") + "'");
+    EXPECT_EQ(picture.text, "");
+}
+
+/// The document draws the letters itself where there is no italic or bold of a face.
+TEST_F(PdfTexts, FacesThatAreMadeUpAreDrawn) {
+    const std::string family = family_of(":family=Standard Symbols PS");
+    if (family.empty()) {
+        GTEST_SKIP() << "this system lacks the family that has one style only";
+    }
+    FontSpec spec = font(family.c_str(), 60);
+    spec.bold = -1;
+    spec.italic = -1;
+    write([&](PageTarget& p) { p.Print("a7", 10, 20, spec, 0); });
+    EXPECT_EQ(run("qpdf --check '" + file + "'").status, 0);
+    const auto pdf = document();
+    EXPECT_EQ(first_font(*pdf).getKey("/Subtype").getName(), "/Type3");
+    EXPECT_THAT(extracted(), HasSubstr("a7"));
+    const CommandOutput picture =
+        run("pdftoppm -gray -r 50 '" + file + "' '" + folder.path("bild") + "'");
+    EXPECT_EQ(picture.text, "");
+    const auto [left, right] =
+        dark_columns(testing_support::file_bytes(folder.path("bild-1.pgm")), 50);
+    EXPECT_NEAR(left, 16, 2);
+    EXPECT_GT(right, 35);
+}
+
+TEST_F(PdfTexts, SizesAreThoseOfTheMeasurer) {
+    PdfPrinter printer(asked);
+    const FontSpec spec = font("Arial", 72);
+    // 556 thousandths of an inch for each digit; the line goes 0.905 up and 0.212 down.
+    EXPECT_NEAR(printer.TextWidth("1234", spec), 4 * 0.5562 * 25.4, 0.01);
+    EXPECT_NEAR(printer.TextHeight("1234", spec), (0.905 + 0.212) * 25.4, 0.05);
+    EXPECT_NEAR(printer.TextHeight("", spec), (0.905 + 0.212) * 25.4, 0.05);
+    const TextExtent extent = measure_text(printer.measurer().face_metrics(spec), 72, "1234");
+    EXPECT_DOUBLE_EQ(printer.TextWidth("1234", spec), extent.width * 25.4 / 1440);
 }
 
 TEST_F(PdfTexts, TakeTheRoomThatWasMeasured) {
