@@ -1,8 +1,11 @@
 #include "platform/pdf/font_embedding.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include <fmt/format.h>
 #include <hb-ot.h>
@@ -38,7 +41,7 @@ std::string subset_file(const FontFace& face, const UsedBytes& used) {
     if (input == nullptr) {
         return {};
     }
-    hb_subset_input_set_flags(input, HB_SUBSET_FLAGS_NOTDEF_OUTLINE);
+    hb_subset_input_set_flags(input, HB_SUBSET_FLAGS_NOTDEF_OUTLINE | HB_SUBSET_FLAGS_GLYPH_NAMES);
     hb_set_t* const characters = hb_subset_input_unicode_set(input);
     for (std::size_t byte = 0; byte < used.size(); ++byte) {
         if (used[byte]) {
@@ -138,38 +141,50 @@ double metric(const FontFace& face, hb_ot_metrics_tag_t tag) {
     return value * 1000.0 / face.units_per_em();
 }
 
-QPDFObjectHandle make_descriptor(QPDF& pdf, const FontFace& face, const std::string& font_name,
-                                 const std::string& file) {
-    constexpr int nonsymbolic = 32;
-    constexpr int italic = 64;
-    const double slant =
-        static_cast<double>(hb_style_get_value(face.font(), HB_STYLE_TAG_SLANT_ANGLE));
+/// A font as it goes into a document.
+struct FontProgram {
+    std::string_view bytes;
+    const char* descriptor_key;
+    const char* stream_key;  ///< what the stream's dictionary has beside its size
+    QPDFObjectHandle stream_value;
+};
+
+QPDFObjectHandle font_box(const FontFace& face, std::string_view file) {
+    constexpr std::size_t bounds = 36;  // place in the table
     const std::string_view head = table_of(file, "head");
     const double scale = 1000.0 / face.units_per_em();
     QPDFObjectHandle box = QPDFObjectHandle::newArray();
     for (std::size_t i = 0; i < 4; ++i) {
-        constexpr std::size_t bounds = 36;
         box.appendItem(
             integer(static_cast<std::int16_t>(big_endian(head, bounds + 2 * i, 2)) * scale));
     }
+    return box;
+}
+
+QPDFObjectHandle make_descriptor(QPDF& pdf, const FontFace& face, const std::string& font_name,
+                                 std::string_view file, const FontProgram& program) {
+    constexpr int nonsymbolic = 32;
+    constexpr int italic = 64;
+    const auto slant =
+        static_cast<double>(hb_style_get_value(face.font(), HB_STYLE_TAG_SLANT_ANGLE));
     QPDFObjectHandle descriptor = QPDFObjectHandle::newDictionary();
     descriptor.replaceKey("/Type", name("/FontDescriptor"));
     descriptor.replaceKey("/FontName", name("/" + font_name));
     descriptor.replaceKey(
         "/Flags", QPDFObjectHandle::newInteger(slant != 0 ? nonsymbolic | italic : nonsymbolic));
-    descriptor.replaceKey("/FontBBox", box);
+    descriptor.replaceKey("/FontBBox", font_box(face, file));
     descriptor.replaceKey("/ItalicAngle", integer(slant));
     descriptor.replaceKey("/Ascent", integer(static_cast<double>(face.metrics().ascent) * 1000));
     descriptor.replaceKey("/Descent", integer(static_cast<double>(face.metrics().descent) * -1000));
     descriptor.replaceKey("/CapHeight", integer(metric(face, HB_OT_METRICS_TAG_CAP_HEIGHT)));
-    // About what the weight of the strokes is: a tenth of the usual, bold or not.
-    const double weight = static_cast<double>(hb_style_get_value(face.font(), HB_STYLE_TAG_WEIGHT));
+    // About what stems are: 80 for the usual weight of 400.
+    const auto weight = static_cast<double>(hb_style_get_value(face.font(), HB_STYLE_TAG_WEIGHT));
     descriptor.replaceKey("/StemV", integer(weight / 5));
-    QPDFObjectHandle stream = QPDFObjectHandle::newStream(&pdf, std::string(Deflater().pack(file)));
+    QPDFObjectHandle stream =
+        QPDFObjectHandle::newStream(&pdf, std::string(Deflater().pack(program.bytes)));
     stream.getDict().replaceKey("/Filter", name("/FlateDecode"));
-    stream.getDict().replaceKey("/Length1",
-                                QPDFObjectHandle::newInteger(static_cast<long long>(file.size())));
-    descriptor.replaceKey("/FontFile2", stream);
+    stream.getDict().replaceKey(program.stream_key, program.stream_value);
+    descriptor.replaceKey(program.descriptor_key, stream);
     return pdf.makeIndirectObject(descriptor);
 }
 
@@ -184,6 +199,41 @@ QPDFObjectHandle make_encoding(const UsedBytes& used) {
     }
     if (differences.getArrayNItems() == 0) {
         return name("/WinAnsiEncoding");
+    }
+    QPDFObjectHandle encoding = QPDFObjectHandle::newDictionary();
+    encoding.replaceKey("/Type", name("/Encoding"));
+    encoding.replaceKey("/BaseEncoding", name("/WinAnsiEncoding"));
+    encoding.replaceKey("/Differences", differences);
+    return encoding;
+}
+
+/// Names of the glyphs of the bytes as the face itself has them; empty if it has none.
+std::vector<std::string> glyph_names(const FontFace& face, const UsedBytes& used) {
+    std::vector<std::string> names(used.size());
+    for (std::size_t byte = 0; byte < used.size(); ++byte) {
+        if (used[byte]) {
+            const std::uint32_t glyph = face.glyph(static_cast<unsigned char>(byte));
+            std::array<char, 128> text{};
+            if (glyph == 0) {
+                names[byte] = ".notdef";
+            } else if (hb_font_get_glyph_name(face.font(), glyph, text.data(),
+                                              static_cast<unsigned>(text.size())) != 0) {
+                names[byte] = text.data();
+            } else {
+                return {};
+            }
+        }
+    }
+    return names;
+}
+
+QPDFObjectHandle encoding_by_names(const std::vector<std::string>& names) {
+    QPDFObjectHandle differences = QPDFObjectHandle::newArray();
+    for (std::size_t byte = 0; byte < names.size(); ++byte) {
+        if (!names[byte].empty()) {
+            differences.appendItem(QPDFObjectHandle::newInteger(static_cast<long long>(byte)));
+            differences.appendItem(name("/" + names[byte]));
+        }
     }
     QPDFObjectHandle encoding = QPDFObjectHandle::newDictionary();
     encoding.replaceKey("/Type", name("/Encoding"));
@@ -244,24 +294,38 @@ void add_widths(QPDFObjectHandle font, const FontFace& face, const UsedBytes& us
     font.replaceKey("/Widths", widths);
 }
 
+/// Fills the dictionary of a font whose file can be embedded; false if it cannot.
+bool embed_file(QPDF& pdf, QPDFObjectHandle font, const FontFace& face, const UsedBytes& used) {
+    const FontFile& source = face.file();
+    const bool as_it_stands = source.variations.empty() && source.slant == 0 && !source.embolden &&
+                              (source.index >> 16U) == 0;
+    const std::string file = as_it_stands ? subset_file(face, used) : std::string();
+    const std::string_view postscript = table_of(file, "CFF ");
+    const std::vector<std::string> names =
+        postscript.empty() ? std::vector<std::string>() : glyph_names(face, used);
+    FontProgram program{file, "/FontFile2", "/Length1",
+                        QPDFObjectHandle::newInteger(static_cast<long long>(file.size()))};
+    if (!names.empty()) {
+        program = {postscript, "/FontFile3", "/Subtype", name("/Type1C")};
+    } else if (!is_plain_truetype(file)) {
+        return false;
+    }
+    const std::string font_name = subset_tag(used) + "+" + postscript_name(face);
+    font.replaceKey("/Subtype", name(names.empty() ? "/TrueType" : "/Type1"));
+    font.replaceKey("/Encoding", names.empty() ? make_encoding(used) : encoding_by_names(names));
+    font.replaceKey("/BaseFont", name("/" + font_name));
+    font.replaceKey("/FontDescriptor", make_descriptor(pdf, face, font_name, file, program));
+    add_widths(font, face, used, 1000);
+    return true;
+}
+
 }  // namespace
 
 QPDFObjectHandle embed_font(QPDF& pdf, const FontFace& face, const UsedBytes& used) {
     QPDFObjectHandle font = QPDFObjectHandle::newDictionary();
     font.replaceKey("/Type", name("/Font"));
     font.replaceKey("/ToUnicode", make_to_unicode(pdf, used));
-    const FontFile& source = face.file();
-    const bool as_it_stands = source.variations.empty() && source.slant == 0 && !source.embolden &&
-                              (source.index >> 16U) == 0;
-    const std::string file = as_it_stands ? subset_file(face, used) : std::string();
-    if (is_plain_truetype(file)) {
-        const std::string font_name = subset_tag(used) + "+" + postscript_name(face);
-        font.replaceKey("/Subtype", name("/TrueType"));
-        font.replaceKey("/BaseFont", name("/" + font_name));
-        font.replaceKey("/Encoding", make_encoding(used));
-        font.replaceKey("/FontDescriptor", make_descriptor(pdf, face, font_name, file));
-        add_widths(font, face, used, 1000);
-    } else {
+    if (!embed_file(pdf, font, face, used)) {
         font.replaceKey("/Subtype", name("/Type3"));
         add_outlines(pdf, font, face, used);
         add_widths(font, face, used, face.units_per_em());

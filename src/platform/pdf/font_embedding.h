@@ -8,7 +8,8 @@ namespace veldra {
 
 /// Adds a font with the glyphs of these bytes to a document and gives its dictionary. Codes are the
 /// bytes of Windows-1252 and lead back to their characters, so that texts can be searched. Faces
-/// with TrueType outlines are embedded as such; the outlines of others are drawn by the document.
+/// are embedded as they are, TrueType or PostScript; those for which that is not possible (variable
+/// or slanted ones, symbols, glyphs without names) have their outlines drawn by the document.
 [[nodiscard]] QPDFObjectHandle embed_font(QPDF& pdf, const FontFace& face, const UsedBytes& used);
 
 }  // namespace veldra

@@ -192,10 +192,18 @@ void PdfPage::settle_fill(std::int32_t colour) {
 }
 
 void PdfPage::Line(float x1, float y1, float x2, float y2) {
+    LinePart(x1, y1, x2, y2, 0);
+}
+
+void PdfPage::LinePart(float x1, float y1, float x2, float y2, float begun) {
     const Place a = to_paper(static_cast<double>(x1), static_cast<double>(y1));
     const Place b = to_paper(static_cast<double>(x2), static_cast<double>(y2));
     position_ = b;
-    stroke(a, b, 0);
+    stroke(a, b, static_cast<double>(begun) * std::abs(per_unit_x_));
+}
+
+void PdfPage::MoveTo(float x, float y) {
+    position_ = to_paper(static_cast<double>(x), static_cast<double>(y));
 }
 
 void PdfPage::LinePart(float x1, float y1, float x2, float y2, float begun) {
@@ -210,7 +218,7 @@ void PdfPage::MoveTo(float x, float y) {
 }
 
 void PdfPage::stroke(Place a, Place b, double begun) {
-    if (!is_number(a) || !is_number(b)) {
+    if (!is_number(a) || !is_number(b) || !std::isfinite(begun)) {
         return;
     }
     const Box box{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
@@ -285,10 +293,14 @@ void PdfPage::Circle(float x, float y, float radius) {
 }
 
 void PdfPage::write_arcs(const Place& centre, const Place& a, const Place& b, double reach) {
-    put(written({centre.x + a.x, centre.y + a.y}));
+    // From its own centre the numbers are short.
+    out_.text("q 1 0 0 1 ");
+    put(written(centre));
+    out_.text("cm ");
+    put(written(a));
     out_.text("m ");
     const auto point = [&](double u, double v) {
-        put(written({centre.x + u * a.x + v * b.x, centre.y + u * a.y + v * b.y}));
+        put(written({u * a.x + v * b.x, u * a.y + v * b.y}));
     };
     for (const UnitArc& arc : unit_arcs(reach)) {
         point(arc.x1, arc.y1);
@@ -296,7 +308,7 @@ void PdfPage::write_arcs(const Place& centre, const Place& a, const Place& b, do
         point(arc.x3, arc.y3);
         out_.text("c ");
     }
-    out_.text("s");
+    out_.text("s Q");
     out_.end_line();
 }
 
