@@ -206,17 +206,6 @@ void PdfPage::MoveTo(float x, float y) {
     position_ = to_paper(static_cast<double>(x), static_cast<double>(y));
 }
 
-void PdfPage::LinePart(float x1, float y1, float x2, float y2, float begun) {
-    const Place a = to_paper(static_cast<double>(x1), static_cast<double>(y1));
-    const Place b = to_paper(static_cast<double>(x2), static_cast<double>(y2));
-    position_ = b;
-    stroke(a, b, static_cast<double>(begun) * std::abs(per_unit_x_));
-}
-
-void PdfPage::MoveTo(float x, float y) {
-    position_ = to_paper(static_cast<double>(x), static_cast<double>(y));
-}
-
 void PdfPage::stroke(Place a, Place b, double begun) {
     if (!is_number(a) || !is_number(b) || !std::isfinite(begun)) {
         return;
