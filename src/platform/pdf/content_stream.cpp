@@ -95,27 +95,17 @@ void ContentStream::text(std::string_view bytes) {
 
 void ContentStream::string(std::string_view bytes) {
     text("(");
-    for (const char c : bytes) {
-        char* out = room(4);
-        switch (c) {
-            case '(':
-            case ')':
-            case '\\':
-                *out++ = '\\';
-                *out++ = c;
-                break;
-            case '\r':
-                std::memcpy(out, "\\r", 2);
-                out += 2;
-                break;
-            case '\n':
-                std::memcpy(out, "\\n", 2);
-                out += 2;
-                break;
-            default:
-                *out++ = c;
+    while (!bytes.empty()) {
+        const std::size_t plain = std::min(bytes.find_first_of("()\\\r\n"), bytes.size());
+        text(bytes.substr(0, plain));
+        bytes.remove_prefix(plain);
+        if (!bytes.empty()) {
+            text("\\");
+            const char special = bytes.front();
+            // A reader would take a bare end of line for another one.
+            text(special == '\r' ? "r" : special == '\n' ? "n" : bytes.substr(0, 1));
+            bytes.remove_prefix(1);
         }
-        used_ = static_cast<std::size_t>(out - buffer_.data());
     }
     text(")");
 }

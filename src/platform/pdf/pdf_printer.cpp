@@ -172,7 +172,7 @@ bool PdfPrinter::begin_job(const JobTitle& title) {
     path_ = *path;
     guarded([&] {
         // A file that cannot be written is told before all the work.
-        ReplacedFile{path_};
+        const ReplacedFile probe(path_);
         document_ = std::make_unique<PdfDocument>(fonts_, title);
         circles_ = std::make_unique<CircleForms>();
     });
