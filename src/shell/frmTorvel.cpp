@@ -79,6 +79,7 @@ void FrmTorvel::build_controls() {
         label->setObjectName(name);
         label->hide();
     }
+    build_gestures();
     resize_timer_.setSingleShot(true);
     resize_timer_.setInterval(size_delay);
     connect(&resize_timer_, &QTimer::timeout, this, &FrmTorvel::follow_size);
@@ -105,12 +106,15 @@ std::map<MenuItem, Command> FrmTorvel::menu_commands() {
     }
     commands[MenuItem::m_datei_beenden] = [this] { close(); };
     commands[MenuItem::m_hilfe_proginfo] = [this] { show_logo(FrmLogo::ShownBy::help); };
+    add_view_commands(commands);
     return commands;
 }
 
 std::map<ToolButton, Command> FrmTorvel::tool_commands() {
-    return {{ToolButton::datei_oeffnen, [this] { open_file(); }},
-            {ToolButton::beenden, [this] { close(); }}};
+    std::map<ToolButton, Command> commands{{ToolButton::datei_oeffnen, [this] { open_file(); }},
+                                           {ToolButton::beenden, [this] { close(); }}};
+    add_view_commands(commands);
+    return commands;
 }
 
 Desk FrmTorvel::desk() {
@@ -147,6 +151,7 @@ void FrmTorvel::perform(const Command& command) {
     if (busy_ || failed_) {
         return;
     }
+    gestures_->cancel();
     try {
         const Running running(busy_);
         command();
@@ -166,6 +171,8 @@ void FrmTorvel::redraw() {
 
 void FrmTorvel::synchronise() {
     setWindowTitle(QString::fromStdString(session_.window.caption));
+    session_.window[MenuItem::m_datei_bild].enabled = session_.datei_geladen == 1;
+    status_->synchronise(session_);
     commands_->synchronise(session_.window);
     findChild<QLabel*>(QStringLiteral("lbl_legende"))
         ->setVisible(session_.window.lbl_legende_visible);

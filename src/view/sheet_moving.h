@@ -1,0 +1,32 @@
+#pragma once
+
+#include <vector>
+
+#include "drawing/geometry.h"
+#include "shell/session.h"
+#include "view/paper_text.h"
+
+namespace veldra {
+
+/// The lines between and around the sheets, ground coordinates: the net areas of all sheets across
+/// and up from the plotter zero point. None without a plot scale.
+[[nodiscard]] std::vector<Segment> sheet_lines(const Session& session);
+
+/// Takes from the picture what stands on the edges of the sheets while they move: the border labels
+/// of the districts and the legend.
+void hide_sheet_texts(Session& session);
+
+/// The user takes hold of the sheets: their texts are hidden and the step can be undone at once.
+void begin_sheet_drag(Session& session);
+
+/// Moves the plotter zero point by metres of ground.
+void move_sheets(Session& session, double rechts, double hoch);
+
+/// "Plotternullpunkt anpassen": the zero point goes to the lower left corner of what is shown.
+void fit_plot_origin(Session& session, PaperTextSize& paper_text);
+
+/// Puts the zero point back. As with every move of the sheets, the caller lays their texts out
+/// again.
+void undo_sheet_move(Session& session);
+
+}  // namespace veldra
