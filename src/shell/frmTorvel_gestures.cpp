@@ -202,9 +202,8 @@ void TorvelGestures::drop(const RubberBand& band, const QPointF& place) {
 
 void TorvelGestures::drag(MovedLabel& label, const QPointF& place) {
     PictureOverlay overlay;
-    overlay.ghost =
-        to_logical(session_.view,
-                   ghost_box(session_, label.drag, twips(place.x()), twips(place.y())));
+    overlay.ghost = to_logical(session_.view,
+                               ghost_box(session_, label.drag, twips(place.x()), twips(place.y())));
     picture_.set_overlay(overlay);
     set_pointer(moving_pointer);
 }
@@ -283,9 +282,8 @@ void TorvelGestures::show_info(const PictureWidget::LabelHit& hit) {
     const double pixel = session_.view.ansicht_masseinheit * twips_per_pixel;
     const auto width = static_cast<float>(info_.width() * pixel);
     const auto height = static_cast<float>(info_.height() * pixel);
-    const PicturePoint corner = point
-                                    ? place_point_info(session_, hit.index, width, height)
-                                    : place_district_info(session_, hit.index, width, height);
+    const PicturePoint corner = point ? place_point_info(session_, hit.index, width, height)
+                                      : place_district_info(session_, hit.index, width, height);
     info_.move(to_logical(session_.view, {corner.x, corner.y, width, height}).topLeft().toPoint());
     info_.show();
     set_pointer(default_pointer);

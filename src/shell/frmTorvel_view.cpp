@@ -84,11 +84,10 @@ void FrmTorvel::add_view_commands(std::map<ToolButton, Command>& commands) {
         zoom_out(session_);
         return true;
     });
-    const std::pair<ToolButton, ShiftTo> shifts[] = {
-        {ToolButton::schiebe_rechts, ShiftTo::rechts},
-        {ToolButton::schiebe_links, ShiftTo::links},
-        {ToolButton::schiebe_hoch, ShiftTo::hoch},
-        {ToolButton::schiebe_runter, ShiftTo::runter}};
+    const std::pair<ToolButton, ShiftTo> shifts[] = {{ToolButton::schiebe_rechts, ShiftTo::rechts},
+                                                     {ToolButton::schiebe_links, ShiftTo::links},
+                                                     {ToolButton::schiebe_hoch, ShiftTo::hoch},
+                                                     {ToolButton::schiebe_runter, ShiftTo::runter}};
     for (const auto& [button, direction] : shifts) {
         commands[button] = view_command([this, direction = direction] {
             shift_view(session_, direction);
@@ -168,9 +167,8 @@ void FrmTorvel::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
     // The program that the file comes from waits until the drop is over.
     QTimer::singleShot(0, this, [this, path] {
-        perform([&] {
-            datei_neu_laden(session_, system_path(path), OpenedBy::open_command, desk());
-        });
+        perform(
+            [&] { datei_neu_laden(session_, system_path(path), OpenedBy::open_command, desk()); });
     });
 }
 

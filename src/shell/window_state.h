@@ -76,8 +76,8 @@ struct ToolButtonState {
 
 /// The one step that can be taken back; a new one replaces it.
 struct Undo {
-    std::int16_t undo_art = 0;         ///< 0 none, 1 and 2 a label, 3 the sheets, 4 and 5 the view
-    std::int32_t undo_index = 0;       ///< of the label
+    std::int16_t undo_art = 0;          ///< 0 none, 1 and 2 a label, 3 the sheets, 4 and 5 the view
+    std::int32_t undo_index = 0;        ///< of the label
     std::array<double, 4> undo_wert{};  ///< what was there before
 };
 

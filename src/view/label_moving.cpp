@@ -43,15 +43,13 @@ double picture_y(const Session& session, double hoch) {
 void drop_point_label(Session& session, std::int32_t i, const MouseWay& moved) {
     PointRow& row = session.pu[i];
     Label& label = session.lbl_pubez[static_cast<std::size_t>(i)];
-    store_undo(session.window,
-               {undo_kind::point_label, i, {row.pu_bez_rechts, row.pu_bez_hoch}},
+    store_undo(session.window, {undo_kind::point_label, i, {row.pu_bez_rechts, row.pu_bez_hoch}},
                undo_caption::point_label);
     const WorldPoint anchor = label_anchor(session, i);
     const double a_r = picture_x(session, anchor.rechts);
     const double a_h = picture_y(session, anchor.hoch);
     const auto height = static_cast<double>(label.height);
-    row.pu_bez_rechts =
-        (moved.east + static_cast<double>(label.left) - a_r) / height * 100;
+    row.pu_bez_rechts = (moved.east + static_cast<double>(label.left) - a_r) / height * 100;
     row.pu_bez_hoch = (static_cast<double>(label.top) - a_h - moved.south) / height * 100;
     label.left = static_cast<float>(height * row.pu_bez_rechts / 100 + a_r);
     label.top = static_cast<float>(height * row.pu_bez_hoch / 100 + a_h);
@@ -73,8 +71,8 @@ DistrictPlace district_place(const Session& session, std::int32_t i) {
 void set_on_place(Session& session, std::int32_t i, const NubezOffsetRow& row) {
     Label& label = session.lbl_nubez[static_cast<std::size_t>(i)];
     label.left = static_cast<float>(picture_x(session, row.nuoff_rechts));
-    label.top = static_cast<float>(static_cast<double>(label.height) +
-                                   picture_y(session, row.nuoff_hoch));
+    label.top =
+        static_cast<float>(static_cast<double>(label.height) + picture_y(session, row.nuoff_hoch));
 }
 
 void drop_district_label(Session& session, std::int32_t i, const MouseWay& moved) {
@@ -90,8 +88,7 @@ void drop_district_label(Session& session, std::int32_t i, const MouseWay& moved
     }
     store_undo(session.window, step, undo_caption::district_label);
     NubezOffsetRow& row = session.nuoff[place.stored.row];
-    row.nuoff_rechts =
-        static_cast<double>(label.left) + session.view.ansicht_rw_min + moved.east;
+    row.nuoff_rechts = static_cast<double>(label.left) + session.view.ansicht_rw_min + moved.east;
     row.nuoff_hoch = static_cast<double>(label.top) + session.view.ansicht_hw_min - moved.south -
                      static_cast<double>(label.height);
     set_on_place(session, i, row);

@@ -59,7 +59,8 @@ std::string change_text(const Session& session, std::int32_t i) {
     const bool position = LabelAnchor::is_position_change(row);
     InfoText info;
     info.name("Epoche: ", row);
-    info.line((position ? row.pu_wert_lage : row.pu_wert_hoehe) > 0 ? "Anschlusspunkt" : "Neupunkt");
+    info.line((position ? row.pu_wert_lage : row.pu_wert_hoehe) > 0 ? "Anschlusspunkt"
+                                                                    : "Neupunkt");
     if (position) {
         write_vector(info, 'D', row.pu_wert_rechts - before.pu_wert_rechts,
                      row.pu_wert_hoch - before.pu_wert_hoch);

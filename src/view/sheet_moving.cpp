@@ -53,9 +53,13 @@ std::vector<Segment> sheet_lines(const Session& session) {
     const double top = bottom + plot.plot_blatt_hoch * height;
     std::vector<Segment> lines;
     visit_edges(left, width, plot.plot_blatt_rechts, view.ansicht_rw_min, view.ansicht_rw_max,
-                [&](double x) { lines.push_back({x, bottom, x, top}); });
+                [&](double x) {
+                    lines.push_back({x, bottom, x, top});
+                });
     visit_edges(bottom, height, plot.plot_blatt_hoch, view.ansicht_hw_min, view.ansicht_hw_max,
-                [&](double y) { lines.push_back({left, y, right, y}); });
+                [&](double y) {
+                    lines.push_back({left, y, right, y});
+                });
     return lines;
 }
 

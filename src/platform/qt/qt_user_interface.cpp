@@ -132,12 +132,13 @@ QString ask_for_new_file(QWidget* window, const QString& title, std::string_view
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(suffix);
-    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& text) {
-        const qsizetype dot = text.lastIndexOf(QStringLiteral("*."));
-        if (dot >= 0) {
-            dialog.setDefaultSuffix(text.mid(dot + 2).chopped(1));
-        }
-    });
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog,
+                     [&dialog](const QString& text) {
+                         const qsizetype dot = text.lastIndexOf(QStringLiteral("*."));
+                         if (dot >= 0) {
+                             dialog.setDefaultSuffix(text.mid(dot + 2).chopped(1));
+                         }
+                     });
     return run_file_dialog(dialog, filter, QStringLiteral("&Speichern"));
 }
 
