@@ -7,6 +7,7 @@
 #include "drawing/point_layers.h"
 #include "drawing/title.h"
 #include "drawing/value_layers.h"
+#include "drawing/watched_target.h"
 #include "graphikdatei/codepage.h"
 #include "reference/boundaries.h"
 #include "reference/districts.h"
@@ -157,6 +158,15 @@ void draw_boundaries(Session& session, const LayerFrame& frame, DrawingTarget& t
     }
 }
 
+/// Labels of an older view would stand at wrong places.
+void hide_labels(Session& session) {
+    for (Label& label : session.lbl_pubez) {
+        label.visible = false;
+    }
+    session.lbl_pubez_placed.clear();
+    HideGridLabels(session);
+}
+
 }  // namespace
 
 void draw_network(Session& session, const LayerFrame& frame, DrawingTarget& target) {
@@ -167,19 +177,32 @@ void draw_network(Session& session, const LayerFrame& frame, DrawingTarget& targ
     draw_values(session, frame, target);
 }
 
+void draw_or_give_up(Session& session, DrawingTarget& target,
+                     const std::function<void(DrawingTarget&)>& draw) {
+    WatchedTarget watched(target, session.work);
+    try {
+        draw(watched);
+    } catch (const WorkCancelled&) {
+        hide_labels(session);
+    }
+}
+
 void DrawAll(Session& session, DrawingTarget& target, TextMeasurer& measurer, UserInterface& ui) {
     set_pointer(session, ui, hourglass);
     session.window.lbl_legende_visible = false;
     set_caption(session);
     const LayerFrame frame = screen_frame(session, measurer);
-    if (session.obj.obj_verw != 0) {
-        draw_boundaries(session, frame, target, ui);
-    }
-    const Viewport& view = session.view;
-    DrawGrid(session, frame, target,
-             {view.ansicht_rw_min, view.ansicht_hw_min, view.ansicht_rw_max, view.ansicht_hw_max});
-    draw_network(session, frame, target);
-    DrawPointLabels(session, frame, target);
+    draw_or_give_up(session, target, [&](DrawingTarget& watched) {
+        if (session.obj.obj_verw != 0) {
+            draw_boundaries(session, frame, watched, ui);
+        }
+        const Viewport& view = session.view;
+        DrawGrid(
+            session, frame, watched,
+            {view.ansicht_rw_min, view.ansicht_hw_min, view.ansicht_rw_max, view.ansicht_hw_max});
+        draw_network(session, frame, watched);
+        DrawPointLabels(session, frame, watched);
+    });
     if (session.pu.count() > 0 || session.lin.count() > 0) {
         offer_commands(session.window);
     } else {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "drawing/layer_frame.h"
 #include "drawing/target.h"
 #include "drawing/text_measurer.h"
@@ -16,5 +18,10 @@ void DrawAll(Session& session, DrawingTarget& target, TextMeasurer& measurer, Us
 /// The layers of observations, signatures and values in their fixed order, without boundaries,
 /// grid and labels.
 void draw_network(Session& session, const LayerFrame& frame, DrawingTarget& target);
+
+/// Draws on a target that `session.work` follows. A drawing that the user gives up leaves what has
+/// been drawn, without any labels.
+void draw_or_give_up(Session& session, DrawingTarget& target,
+                     const std::function<void(DrawingTarget&)>& draw);
 
 }  // namespace veldra

@@ -27,16 +27,27 @@ constexpr QSize usual_size(1120, 760);
 /// order. Both have come this many milliseconds after the first.
 constexpr int size_delay = 60;
 
-/// Marks a command as running as long as it lives.
+/// Marks a command as running and has it followed as long as this lives.
 class Running {
  public:
-    explicit Running(bool& flag) : flag_(flag) { flag_ = true; }
-    ~Running() { flag_ = false; }
+    Running(bool& flag, Session& session, TorvelProgress& progress)
+        : flag_(flag), session_(session), progress_(progress) {
+        flag_ = true;
+        session_.work = &progress_;
+        progress_.begin();
+    }
+    ~Running() {
+        progress_.end();
+        session_.work = nullptr;
+        flag_ = false;
+    }
     Running(const Running&) = delete;
     Running& operator=(const Running&) = delete;
 
  private:
     bool& flag_;
+    Session& session_;
+    TorvelProgress& progress_;
 };
 
 }  // namespace
@@ -100,7 +111,9 @@ std::map<MenuItem, Command> FrmTorvel::menu_commands() {
                                    MenuItem::m_datei_alt_3, MenuItem::m_datei_alt_4};
     for (int index = 1; const MenuItem item : recent) {
         commands[item] = [this, index] {
-            perform([this, index] { datei_alt_oeffnen(session_, index, desk()); });
+            perform([this, index] {
+                opening([this, index] { datei_alt_oeffnen(session_, index, desk()); });
+            });
         };
         ++index;
     }
@@ -153,7 +166,7 @@ void FrmTorvel::perform(const Command& command) {
     }
     gestures_->cancel();
     try {
-        const Running running(busy_);
+        const Running running(busy_, session_, *progress_);
         command();
     } catch (...) {
         failed_ = true;
@@ -166,6 +179,7 @@ void FrmTorvel::perform(const Command& command) {
 }
 
 void FrmTorvel::redraw() {
+    const TorvelProgress::MayCancel may_cancel(*progress_);
     picture_->redraw(session_, ui_);
 }
 
@@ -182,7 +196,9 @@ void FrmTorvel::open_file() {
     perform([this] {
         const QString path = choose_file();
         if (!path.isEmpty()) {
-            datei_neu_laden(session_, system_path(path), OpenedBy::open_command, desk());
+            opening([this, &path] {
+                datei_neu_laden(session_, system_path(path), OpenedBy::open_command, desk());
+            });
         }
     });
 }

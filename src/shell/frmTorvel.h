@@ -68,6 +68,8 @@ class FrmTorvel final : public QMainWindow {
     [[nodiscard]] Command view_command(std::function<bool()> change);
     void undo();
     void save_picture();
+    /// Runs what opens a file; given up on the way, no file is loaded.
+    void opening(const Command& open);
     /// Puts the texts on the edges of the sheets anew after the sheets have moved.
     void lay_out_sheets();
     [[nodiscard]] QString dropped_file(const QMimeData& dropped) const;
@@ -94,6 +96,7 @@ class FrmTorvel final : public QMainWindow {
     std::unique_ptr<TorvelCommands> commands_;
     TorvelGestures* gestures_ = nullptr;
     TorvelStatus* status_ = nullptr;
+    TorvelProgress* progress_ = nullptr;
     QTimer resize_timer_;
     WindowMode last_mode_ = WindowMode::normal;
     bool busy_ = false;    ///< a command runs

@@ -21,6 +21,12 @@ namespace veldra {
 void FrmTorvel::build_gestures() {
     status_ = new TorvelStatus(this);
     setStatusBar(status_);
+    progress_ = new TorvelProgress(*status_);
+    progress_->before_events = [this] {
+        if (session_.datei_geladen == 1) {
+            picture_->show_unfinished();
+        }
+    };
     GestureHost host;
     host.idle = [this] {
         return !busy_ && !failed_ && session_.datei_geladen == 1 && !picture_->shown().isNull();
@@ -100,6 +106,16 @@ void FrmTorvel::add_view_commands(std::map<ToolButton, Command>& commands) {
     });
 }
 
+void FrmTorvel::opening(const Command& open) {
+    const TorvelProgress::MayCancel may_cancel(*progress_);
+    progress_->begin();
+    try {
+        open();
+    } catch (const WorkCancelled&) {
+        forget_file(session_);
+    }
+}
+
 void FrmTorvel::undo() {
     perform([this] {
         switch (session_.window.undo.undo_art) {
@@ -167,8 +183,11 @@ void FrmTorvel::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
     // The program that the file comes from waits until the drop is over.
     QTimer::singleShot(0, this, [this, path] {
-        perform(
-            [&] { datei_neu_laden(session_, system_path(path), OpenedBy::open_command, desk()); });
+        perform([&] {
+            opening([&] {
+                datei_neu_laden(session_, system_path(path), OpenedBy::open_command, desk());
+            });
+        });
     });
 }
 

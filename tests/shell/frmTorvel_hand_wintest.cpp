@@ -44,9 +44,7 @@ class FrmTorvelHandTest : public test::TorvelFixture {
 
  private:
     [[nodiscard]] PictureWidget& picture() const { return window_->picture(); }
-    [[nodiscard]] QLabel* info() const {
-        return window_->findChild<QLabel*>(text("lbl_punubinf"));
-    }
+    [[nodiscard]] QLabel* info() const { return window_->findChild<QLabel*>(text("lbl_punubinf")); }
     [[nodiscard]] QString undo_text() const { return action("m_ansicht_undo")->text(); }
     /// Metres of a logical pixel.
     [[nodiscard]] double pixel() const { return session_.view.ansicht_masseinheit * 15; }
@@ -59,10 +57,8 @@ class FrmTorvelHandTest : public test::TorvelFixture {
 
     /// The middle of a label.
     [[nodiscard]] QPoint middle(const Label& label) const {
-        return at(session_.view.ansicht_rw_min +
-                      static_cast<double>(label.left + label.width / 2),
-                  session_.view.ansicht_hw_min +
-                      static_cast<double>(label.top - label.height / 2));
+        return at(session_.view.ansicht_rw_min + static_cast<double>(label.left + label.width / 2),
+                  session_.view.ansicht_hw_min + static_cast<double>(label.top - label.height / 2));
     }
 
     void mouse(QEvent::Type type, const QPoint& place, Qt::MouseButton button,
@@ -155,8 +151,8 @@ class FrmTorvelHandTest : public test::TorvelFixture {
         // The square of about 40 m fills the height of the wide picture.
         const double scale = (top - bottom) / height_twips;
         const double half = width_twips * scale / 2;
-        QVERIFY(close_to(edges(session_.view), {(left + right) / 2 - half, bottom,
-                                                (left + right) / 2 + half, top},
+        QVERIFY(close_to(edges(session_.view),
+                         {(left + right) / 2 - half, bottom, (left + right) / 2 + half, top},
                          1e-4));
         QVERIFY(picture().shown().cacheKey() != drawn);
         QCOMPARE(undo_text(), text("Rückgängig: Vergrößern"));
@@ -228,13 +224,13 @@ class FrmTorvelHandTest : public test::TorvelFixture {
             return ViewEdges{whole[0] + r, whole[1] + u, whole[2] + r, whole[3] + u};
         };
         action("lupe_plus")->trigger();
-        QVERIFY(close_to(edges(session_.view), {whole[0] + w / 4, whole[1] + h / 4,
-                                                whole[2] - w / 4, whole[3] - h / 4}));
+        QVERIFY(close_to(edges(session_.view),
+                         {whole[0] + w / 4, whole[1] + h / 4, whole[2] - w / 4, whole[3] - h / 4}));
         action("rückgängig")->trigger();
         QVERIFY(close_to(edges(session_.view), whole));
         action("lupe_minus")->trigger();
-        QVERIFY(close_to(edges(session_.view), {whole[0] - w / 2, whole[1] - h / 2,
-                                                whole[2] + w / 2, whole[3] + h / 2}));
+        QVERIFY(close_to(edges(session_.view),
+                         {whole[0] - w / 2, whole[1] - h / 2, whole[2] + w / 2, whole[3] + h / 2}));
         action("schiebe_original")->trigger();
         QVERIFY(close_to(edges(session_.view), whole));
         QCOMPARE(undo_text(), text("Rückgängig:"));
@@ -302,6 +298,7 @@ class FrmTorvelHandTest : public test::TorvelFixture {
 
     void wheel_zooms_about_the_pointer() {
         start_with_network();
+        QTest::qWait(150);  // the window's first size has been followed, which clears undo
         const QPoint place(200, 150);
         const double rechts = session_.view.ansicht_rw_min + place.x() * pixel();
         const double hoch = session_.view.ansicht_hw_max - place.y() * pixel();
@@ -650,9 +647,9 @@ class FrmTorvelHandTest : public test::TorvelFixture {
         QCOMPARE(session_.graphikdatei, system_path(path("ve_fall.dat")));
         // Neither folders nor several files.
         drop_on_window({QUrl::fromLocalFile(path("dokumente"))}, false);
-        drop_on_window({QUrl::fromLocalFile(path("ve_fall.dat")),
-                        QUrl::fromLocalFile(path("ve_fall.dat"))},
-                       false);
+        drop_on_window(
+            {QUrl::fromLocalFile(path("ve_fall.dat")), QUrl::fromLocalFile(path("ve_fall.dat"))},
+            false);
     }
 
     void a_project_takes_no_dropped_file() {
@@ -663,7 +660,80 @@ class FrmTorvelHandTest : public test::TorvelFixture {
         QCOMPARE(session_.datei_geladen, std::int16_t{0});
     }
 
+    void long_work_shows_itself_and_can_be_given_up() {
+        start_with_network();
+        auto* bar = window_->findChild<QProgressBar*>(text("bar_fortschritt"));
+        auto* give_up = window_->findChild<QPushButton*>(text("cmd_abbrechen"));
+        QVERIFY(bar->isHidden() && give_up->isHidden());
+        write("ve_zwei.dat", square_network);
+        int shown_late = 0;
+        bool could_give_up = false;
+        // The reading is met by a command that has already taken its time.
+        window_->choose_file = [&] {
+            auto* look = new QTimer(window_.get());
+            connect(look, &QTimer::timeout, window_.get(), [&could_give_up, give_up] {
+                if (give_up->isVisible()) {
+                    could_give_up = true;
+                    give_up->click();
+                }
+            });
+            look->start(0);
+            session_.work = &slow_;
+            slow_.next = window_->findChild<TorvelProgress*>();
+            slow_.shown = [&] { shown_late += bar->isVisible() ? 1 : 0; };
+            return path("ve_zwei.dat");
+        };
+        action("m_datei_beliebig")->trigger();
+        QVERIFY(shown_late > 0);
+        QVERIFY(could_give_up);
+        QVERIFY(bar->isHidden() && give_up->isHidden());
+        // No file is loaded; the one that was open has been written back.
+        QCOMPARE(session_.datei_geladen, std::int16_t{0});
+        QCOMPARE(window_->windowTitle(), text("VELDRA - [keine Graphikdatei eröffnet]"));
+        QVERIFY(picture().shown().isNull());
+        QVERIFY(!action("lupe_plus")->isEnabled());
+        QVERIFY(!action("m_torvel_ansicht")->isEnabled());
+        QVERIFY(read("ve_quadrat.dat").contains("Objekte"));
+        QCOMPARE(read("ve_zwei.dat"), QByteArray(square_network));
+        // And everything goes on.
+        window_->choose_file = [this] { return path("ve_zwei.dat"); };
+        action("m_datei_beliebig")->trigger();
+        QCOMPARE(session_.datei_geladen, std::int16_t{1});
+        QCOMPARE(session_.pu.count(), 4);
+        QVERIFY(window_->close());
+        QVERIFY(read("ve_zwei.dat").contains("Objekte"));
+    }
+
+    void quick_work_shows_nothing() {
+        start_with_network();
+        auto* bar = window_->findChild<QProgressBar*>(text("bar_fortschritt"));
+        auto* progress = window_->findChild<TorvelProgress*>();
+        progress->begin();
+        QVERIFY(progress->goes_on());
+        QVERIFY(bar->isHidden());
+        QTest::qWait(TorvelProgress::patience + 50);
+        QVERIFY(progress->goes_on());
+        QVERIFY(bar->isVisible());
+        // Nothing stands ready to clear up: it cannot be given up.
+        QVERIFY(!window_->findChild<QPushButton*>(text("cmd_abbrechen"))->isVisible());
+        progress->end();
+        QVERIFY(bar->isHidden());
+    }
+
  private:
+    /// Takes half a second before it passes on what it hears.
+    struct SlowWork final : LongWork {
+        bool goes_on() override {
+            QTest::qSleep(TorvelProgress::patience + 50);
+            const bool on = next->goes_on();
+            shown();
+            return on;
+        }
+        LongWork* next = nullptr;
+        std::function<void()> shown;
+    };
+    SlowWork slow_;
+
     /// Ends the program and begins another in the same folders.
     void close_down_window() {
         file_ = path("ve_quadrat.dat");

@@ -27,8 +27,13 @@ class LabelMoving : public testing::Test {
     PointRow& labelled_point(double rechts, double hoch) {
         PointRow& row = add_point(session, rechts, hoch);
         session.lbl_pubez.resize(static_cast<std::size_t>(session.pu.count()) + 1);
-        session.lbl_pubez.back() = {"7", static_cast<float>(rechts - 1000 + 1.2),
-                                    static_cast<float>(hoch - 2000), 5, 2, true, true};
+        session.lbl_pubez.back() = {"7",
+                                    static_cast<float>(rechts - 1000 + 1.2),
+                                    static_cast<float>(hoch - 2000),
+                                    5,
+                                    2,
+                                    true,
+                                    true};
         return row;
     }
 
@@ -40,8 +45,13 @@ class LabelMoving : public testing::Test {
         grid.grid_bez = {"", "5208"};
         grid.grid_bez_ecke = {"", ""};
         session.lbl_nubez.resize(2);
-        session.lbl_nubez[1] = {"5208 ", static_cast<float>(rechts - 1000),
-                                static_cast<float>(hoch - 2000 + 2), 5, 2, true, true};
+        session.lbl_nubez[1] = {"5208 ",
+                                static_cast<float>(rechts - 1000),
+                                static_cast<float>(hoch - 2000 + 2),
+                                5,
+                                2,
+                                true,
+                                true};
     }
 
     [[nodiscard]] const Label& label(std::size_t i) const { return session.lbl_pubez[i]; }

@@ -36,8 +36,7 @@ TEST_F(Zoom, InMovesEachEdgeByAQuarterOfItsSpan) {
     expect_view(10500, 20250, 11500, 20750);
     EXPECT_DOUBLE_EQ(session.view.ansicht_masseinheit, 1);
     expect_undo(4, "Rückgängig: Vergrößern");
-    EXPECT_EQ(session.window.undo.undo_wert,
-              (std::array<double, 4>{10000, 20000, 12000, 21000}));
+    EXPECT_EQ(session.window.undo.undo_wert, (std::array<double, 4>{10000, 20000, 12000, 21000}));
 }
 
 TEST_F(Zoom, OutMovesEachEdgeByHalfOfItsSpan) {
@@ -91,8 +90,7 @@ TEST_F(Zoom, BandIsFittedWhateverItsDirection) {
     EXPECT_TRUE(zoom_to_band(session, {10400, 20600}, {10200, 20500}));
     expect_view(10200, 20500, 10400, 20600);
     expect_undo(4, "Rückgängig: Vergrößern");
-    EXPECT_EQ(session.window.undo.undo_wert,
-              (std::array<double, 4>{10000, 20000, 12000, 21000}));
+    EXPECT_EQ(session.window.undo.undo_wert, (std::array<double, 4>{10000, 20000, 12000, 21000}));
 }
 
 TEST_F(Zoom, TallBandIsCentred) {
