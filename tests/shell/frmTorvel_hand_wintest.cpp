@@ -711,7 +711,7 @@ class FrmTorvelHandTest : public test::TorvelFixture {
         progress->begin();
         QVERIFY(progress->goes_on());
         QVERIFY(bar->isHidden());
-        QTest::qWait(TorvelProgress::patience + 50);
+        QTest::qSleep(TorvelProgress::patience + 50);
         QVERIFY(progress->goes_on());
         QVERIFY(bar->isVisible());
         // Nothing stands ready to clear up: it cannot be given up.
