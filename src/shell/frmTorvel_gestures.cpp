@@ -111,6 +111,9 @@ void TorvelGestures::press_left(const QPointF& place) {
     }
     if (session_.plotmodus == 1) {
         host_.perform([this] { begin_sheet_drag(session_); });
+        PictureOverlay overlay;
+        overlay.sheets = true;
+        picture_.set_overlay(overlay);
         picture_.repaint_labels();
         gesture_ = MovedSheets{in_picture(place)};
         set_pointer(moving_pointer);

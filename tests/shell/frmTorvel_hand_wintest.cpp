@@ -521,26 +521,31 @@ class FrmTorvelHandTest : public test::TorvelFixture {
         QVERIFY(!action("rückgängig")->isEnabled());
     }
 
-    void sheets_are_outlined_in_plot_mode_only() {
+    void sheets_are_outlined_while_they_move() {
         start_with_network();
         action("lupe_minus")->trigger();
-        QVERIFY(visible_sheet_lines(session_).empty());
-        const QImage plain = picture().grab().toImage();
         session_.plotmodus = 1;
-        const std::vector<QLineF> lines = visible_sheet_lines(session_);
-        QVERIFY(lines.size() >= 4);
-        QVERIFY(close_to(lines[0].x1(),
-                         (session_.plot.plot_null_rechts - session_.view.ansicht_rw_min) / pixel(),
-                         1e-3));
-        picture().update();
-        const QImage outlined = picture().grab().toImage();
-        const int x = static_cast<int>(std::lround(lines[0].x1()));
+        const QImage plain = picture().grab().toImage();
         const int y = picture().height() / 2;
-        bool found = false;
-        for (int dx = -1; dx <= 1; ++dx) {
-            found = found || plain.pixel(x + dx, y) != outlined.pixel(x + dx, y);
-        }
-        QVERIFY(found);
+        const auto differs_at = [&](const QImage& image, double x) {
+            const int column = static_cast<int>(std::lround(x));
+            bool differs = false;
+            for (int dx = -1; dx <= 1; ++dx) {
+                differs = differs || plain.pixel(column + dx, y) != image.pixel(column + dx, y);
+            }
+            return differs;
+        };
+        const double left =
+            (session_.plot.plot_null_rechts - session_.view.ansicht_rw_min) / pixel();
+        press(QPoint(10, 10));
+        QVERIFY(close_to(moving_sheet_lines(session_).at(0).x1(), left, 1e-3));
+        QVERIFY(differs_at(picture().grab().toImage(), left));
+        move(QPoint(50, 10), Qt::LeftButton);
+        const QImage moved = picture().grab().toImage();
+        QVERIFY(!differs_at(moved, left));
+        QVERIFY(differs_at(moved, left + 40));
+        release(QPoint(50, 10));
+        QCOMPARE(picture().grab().toImage(), plain);
     }
 
     void plot_origin_is_fitted_by_its_command() {

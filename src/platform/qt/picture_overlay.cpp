@@ -41,10 +41,7 @@ QRectF to_logical(const Viewport& view, const GhostBox& box) {
             pixels.length(static_cast<double>(box.height))};
 }
 
-std::vector<QLineF> visible_sheet_lines(const Session& session) {
-    if (session.plotmodus != 1 || session.datei_geladen != 1) {
-        return {};
-    }
+std::vector<QLineF> moving_sheet_lines(const Session& session) {
     const Viewport& view = session.view;
     const LogicalPixels pixels(view);
     const auto x = [&](double rechts) {
@@ -58,8 +55,7 @@ std::vector<QLineF> visible_sheet_lines(const Session& session) {
     return lines;
 }
 
-void paint_overlay(QPainter& painter, const PictureOverlay& overlay,
-                   const std::vector<QLineF>& sheets) {
+void paint_overlay(QPainter& painter, const PictureOverlay& overlay, const Session& session) {
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setBrush(Qt::NoBrush);
     if (overlay.ghost) {
@@ -67,7 +63,8 @@ void paint_overlay(QPainter& painter, const PictureOverlay& overlay,
         painter.drawRect(*overlay.ghost);
     }
     painter.setCompositionMode(QPainter::RasterOp_SourceXorDestination);
-    if (!sheets.empty()) {
+    if (overlay.sheets) {
+        const std::vector<QLineF> sheets = moving_sheet_lines(session);
         painter.setPen(QPen(Qt::white, 1));
         painter.drawLines(sheets.data(), static_cast<int>(sheets.size()));
     }

@@ -18,6 +18,7 @@ struct PictureOverlay {
     std::optional<QRectF> rubber_band;
     std::optional<QRectF> ghost;  ///< frame of the label that is being moved
     QPointF shift;                ///< how far the whole picture is being pushed
+    bool sheets = false;          ///< the sheets of the plot are being moved
 
     bool operator==(const PictureOverlay&) const = default;
 };
@@ -25,12 +26,11 @@ struct PictureOverlay {
 /// A box of ground in the picture's logical pixels.
 [[nodiscard]] QRectF to_logical(const Viewport& view, const GhostBox& box);
 
-/// The lines of the sheets in plot mode, logical pixels; none otherwise.
-[[nodiscard]] std::vector<QLineF> visible_sheet_lines(const Session& session);
+/// The lines of the sheets, logical pixels.
+[[nodiscard]] std::vector<QLineF> moving_sheet_lines(const Session& session);
 
-/// Paints sheets and overlay. Rubber band and sheets invert what lies beneath, so that they are
-/// seen on every colour.
-void paint_overlay(QPainter& painter, const PictureOverlay& overlay,
-                   const std::vector<QLineF>& sheets);
+/// Paints the overlay of a session's picture. Rubber band and sheets invert what lies beneath, so
+/// that they are seen on every colour.
+void paint_overlay(QPainter& painter, const PictureOverlay& overlay, const Session& session);
 
 }  // namespace veldra

@@ -106,7 +106,7 @@ void PictureWidget::paintEvent(QPaintEvent* event) {
     }
     painter.translate(overlay_.shift);
     painter.drawImage(QPointF(0, 0), shown_);
-    paint_overlay(painter, overlay_, visible_sheet_lines(session_));
+    paint_overlay(painter, overlay_, session_);
     if (ratio != devicePixelRatioF()) {
         resolution_timer_.start(0);
     }
