@@ -711,6 +711,7 @@ class FrmTorvelHandTest : public test::TorvelFixture {
 
     void quick_work_shows_nothing() {
         start_with_network();
+        QTest::qWait(150);  // no command of the window's own comes between
         auto* bar = window_->findChild<QProgressBar*>(text("bar_fortschritt"));
         auto* progress = window_->findChild<TorvelProgress*>();
         progress->begin();
