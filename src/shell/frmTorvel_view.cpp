@@ -182,13 +182,14 @@ void FrmTorvel::dropEvent(QDropEvent* event) {
     }
     event->acceptProposedAction();
     // The program that the file comes from waits until the drop is over.
-    QTimer::singleShot(0, this, [this, path] {
+    const Command open_dropped = [this, path] {
         perform([&] {
             opening([&] {
                 datei_neu_laden(session_, system_path(path), OpenedBy::open_command, desk());
             });
         });
-    });
+    };
+    QMetaObject::invokeMethod(this, open_dropped, Qt::QueuedConnection);
 }
 
 }  // namespace veldra

@@ -23,9 +23,12 @@ void remember_origin(Session& session, const char* caption) {
 /// division into thousands of sheets costs what is in view.
 template <typename Edge>
 void visit_edges(double origin, double length, int count, double from, double to, Edge&& edge) {
-    const double first = std::clamp(std::floor((from - origin) / length), 0.0, count + 1.0);
-    const double last = std::clamp(std::ceil((to - origin) / length), -1.0, double{1} * count);
-    for (double k = first; k <= last; ++k) {
+    const auto at_most = static_cast<double>(count);
+    const auto first =
+        static_cast<int>(std::clamp(std::floor((from - origin) / length), 0.0, at_most + 1));
+    const auto last =
+        static_cast<int>(std::clamp(std::ceil((to - origin) / length), -1.0, at_most));
+    for (int k = first; k <= last; ++k) {
         edge(origin + k * length);
     }
 }
