@@ -9,10 +9,10 @@
 #include <utility>
 
 #include "platform/qt/picture_image.h"
+#include "plot/printer_adapters.h"
 #include "shell/fatal_error.h"
 #include "shell/frmTorvel.h"
 #include "view/label_moving.h"
-#include "view/paper_text.h"
 #include "view/sheet_moving.h"
 #include "view/zoom.h"
 
@@ -75,8 +75,8 @@ void FrmTorvel::add_view_commands(std::map<MenuItem, Command>& commands) {
     });
     commands[MenuItem::m_plotten_null] = [this] {
         perform([this] {
-            EstimatedTextSize estimate(measurer_);
-            fit_plot_origin(session_, estimate);
+            PaperTextOnDesk paper_text(session_, measurer_, printer_);
+            fit_plot_origin(session_, paper_text);
             lay_out_sheets();
         });
     };
