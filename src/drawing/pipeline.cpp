@@ -7,6 +7,7 @@
 #include "drawing/point_layers.h"
 #include "drawing/title.h"
 #include "drawing/value_layers.h"
+#include "drawing/watched_target.h"
 #include "graphikdatei/codepage.h"
 #include "reference/boundaries.h"
 #include "reference/districts.h"
@@ -101,6 +102,15 @@ void report_empty(Session& session, UserInterface& ui) {
     ui.message_box(MessageStyle::critical, " Fehler ", text);
 }
 
+/// Labels of an older view would stand at wrong places.
+void hide_labels(Session& session) {
+    for (Label& label : session.lbl_pubez) {
+        label.visible = false;
+    }
+    session.lbl_pubez_placed.clear();
+    HideGridLabels(session);
+}
+
 }  // namespace
 
 void draw_observations(Session& session, const LayerFrame& frame, DrawingTarget& target) {
@@ -175,9 +185,20 @@ void draw_boundaries_or_report(Session& session, UserInterface& ui,
     }
 }
 
+void draw_or_give_up(Session& session, DrawingTarget& target,
+                     const std::function<void(DrawingTarget&)>& draw) {
+    WatchedTarget watched(target, session.work);
+    try {
+        draw(watched);
+    } catch (const WorkCancelled&) {
+        hide_labels(session);
+    }
+}
+
 void begin_picture(Session& session, UserInterface& ui) {
     set_pointer(session, ui, hourglass);
     session.window.lbl_legende_visible = false;
+    session.window.sheets_moving = false;
     set_caption(session);
 }
 
@@ -196,12 +217,15 @@ void DrawAll(Session& session, DrawingTarget& target, TextMeasurer& measurer, Us
     const LayerFrame frame = screen_frame(session, measurer);
     session.lbl_pubez_font = frame.point_font;
     session.lbl_nubez_font = frame.district_font;
-    if (session.obj.obj_verw != 0) {
-        draw_boundaries_or_report(session, ui, [&] { DrawBoundaries(session, frame, target); });
-    }
-    DrawGrid(session, frame, target, view_ground(session.view));
-    draw_network(session, frame, target);
-    DrawPointLabels(session, frame, target);
+    draw_or_give_up(session, target, [&](DrawingTarget& watched) {
+        if (session.obj.obj_verw != 0) {
+            draw_boundaries_or_report(session, ui,
+                                      [&] { DrawBoundaries(session, frame, watched); });
+        }
+        DrawGrid(session, frame, watched, view_ground(session.view));
+        draw_network(session, frame, watched);
+        DrawPointLabels(session, frame, watched);
+    });
     end_picture(session, ui, PictureMode::screen);
 }
 

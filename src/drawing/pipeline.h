@@ -39,4 +39,9 @@ void draw_boundaries_or_report(Session& session, UserInterface& ui,
 /// grid and labels.
 void draw_network(Session& session, const LayerFrame& frame, DrawingTarget& target);
 
+/// Draws on a target that `session.work` follows. A drawing that the user gives up leaves what has
+/// been drawn, without any labels.
+void draw_or_give_up(Session& session, DrawingTarget& target,
+                     const std::function<void(DrawingTarget&)>& draw);
+
 }  // namespace veldra

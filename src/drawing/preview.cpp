@@ -232,15 +232,17 @@ void PreviewAll(Session& session, DrawingTarget& target, const Desk& desk) {
     const LayerFrame frame = fitted_frame(session, desk);
     session.lbl_pubez_font = frame.point_font;
     session.lbl_nubez_font = frame.district_font;
-    if (session.obj.obj_verw != 0) {
-        draw_boundaries_or_report(session, desk.ui,
-                                  [&] { DrawBoundaries(session, frame, target); });
-    }
-    DrawGrid(session, frame, target, view_ground(session.view));
-    draw_network(session, frame, target);
-    DrawPointLabels(session, frame, target);
-    place_legend(session, frame, desk);
-    place_edge_numbers(session, frame, &target);
+    draw_or_give_up(session, target, [&](DrawingTarget& watched) {
+        if (session.obj.obj_verw != 0) {
+            draw_boundaries_or_report(session, desk.ui,
+                                      [&] { DrawBoundaries(session, frame, watched); });
+        }
+        DrawGrid(session, frame, watched, view_ground(session.view));
+        draw_network(session, frame, watched);
+        DrawPointLabels(session, frame, watched);
+        place_legend(session, frame, desk);
+        place_edge_numbers(session, frame, &watched);
+    });
     end_picture(session, desk.ui, PictureMode::preview);
 }
 
@@ -253,7 +255,7 @@ void draw_picture(Session& session, DrawingTarget& target, const Desk& desk) {
 }
 
 void draw_sheet_frames(const Session& session, DrawingTarget& target) {
-    if (session.plotmodus != 1) {
+    if (session.plotmodus != 1 || session.window.sheets_moving) {
         return;
     }
     LayerFrame frame;
@@ -272,6 +274,7 @@ void draw_sheet_frames(const Session& session, DrawingTarget& target) {
 }
 
 void place_sheet_texts(Session& session, const Desk& desk) {
+    session.window.sheets_moving = false;
     const LayerFrame frame = fitted_frame(session, desk);
     place_legend(session, frame, desk);
     place_edge_numbers(session, frame, nullptr);

@@ -122,7 +122,7 @@ void kopf_lesen(Session& session) {
     session.netz_aktuell = 0;
     session.plot = PlotSettings{};
 
-    RecordSource source(working_path(session), "NVM");
+    RecordSource source(working_path(session), "NVM", session.work);
     std::string_view line;
     while (source.next(line)) {
         Record record(line);

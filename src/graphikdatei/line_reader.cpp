@@ -2,13 +2,16 @@
 
 #include <cstring>
 
+#include "shell/long_work.h"
+
 namespace veldra {
 
 namespace {
 constexpr std::size_t window_size = std::size_t{256} * 1024;
 }
 
-LineReader::LineReader(const std::string& path) : file_(path), buffer_(window_size) {}
+LineReader::LineReader(const std::string& path, LongWork* work)
+    : work_(work), file_(path), buffer_(window_size) {}
 
 bool LineReader::next(std::string_view& line) {
     while (true) {
@@ -42,6 +45,7 @@ bool LineReader::next(std::string_view& line) {
 }
 
 bool LineReader::refill() {
+    report_work(work_);
     if (begin_ > 0) {
         std::memmove(buffer_.data(), buffer_.data() + begin_, end_ - begin_);
         end_ -= begin_;

@@ -9,12 +9,15 @@
 
 namespace veldra {
 
+class LongWork;
+
 /// Reads a file line by line as bytes. A line ends with LF; one CR before it belongs to the end.
 /// The last line needs no end. Holds a window of the file, never the whole.
 class LineReader {
  public:
-    /// Throws FatalError, naming file and reason, when the file cannot be opened.
-    explicit LineReader(const std::string& path);
+    /// Throws FatalError, naming file and reason, when the file cannot be opened. `work` hears of
+    /// each window that is read.
+    explicit LineReader(const std::string& path, LongWork* work = nullptr);
 
     /// Moves to the next line; false at the end of the file. The line stays valid until the next
     /// call. Throws FatalError when reading fails.
@@ -26,6 +29,7 @@ class LineReader {
  private:
     bool refill();
 
+    LongWork* work_;
     InputFile file_;
     std::vector<char> buffer_;
     std::size_t begin_ = 0;    ///< first byte not yet handed out

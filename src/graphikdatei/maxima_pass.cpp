@@ -153,14 +153,14 @@ void maxima_lesen(Session& session) {
     const std::string path = working_path(session);
     std::string_view line;
     {
-        RecordSource source(path, "LHN");
+        RecordSource source(path, "LHN", session.work);
         MaximaScan scan(session);
         while (source.next(line)) {
             Record record(line);
             scan.read(record);
         }
     }
-    RecordSource source(path, "P");
+    RecordSource source(path, "P", session.work);
     while (source.next(line)) {
         Record record(line);
         if (record.initial() == 'P') {

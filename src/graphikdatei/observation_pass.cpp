@@ -274,7 +274,11 @@ void beob_lesen(Session& session) {
     }
     const auto kind_of = choice == 1 ? horizontal_kind : choice == 2 ? height_kind : vector_kind;
     PartFilter part(session);
-    RecordSource source(working_path(session), choice == 1 ? "NODGR" : choice == 2 ? "NHGZ" : "NG");
+    RecordSource source(working_path(session),
+                        choice == 1   ? "NODGR"
+                        : choice == 2 ? "NHGZ"
+                                      : "NG",
+                        session.work);
     DelayedStore plain(session);
     std::string_view line;
     while (source.next(line)) {

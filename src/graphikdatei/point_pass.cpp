@@ -157,7 +157,7 @@ void punkt_lesen(Session& session) {
     reset_points(session);
     PartFilter part(session);
     DistrictLabels districts(session.nuoff);
-    RecordSource source(working_path(session), "NPOT");
+    RecordSource source(working_path(session), "NPOT", session.work);
     std::string_view line;
     while (source.next(line)) {
         Record record(line);

@@ -5,8 +5,8 @@
 
 namespace veldra {
 
-RecordSource::RecordSource(const std::string& path, std::string_view initials)
-    : path_(path), reader_(path) {
+RecordSource::RecordSource(const std::string& path, std::string_view initials, LongWork* work)
+    : path_(path), reader_(path, work) {
     for (std::size_t byte = 0; byte < wanted_.size(); ++byte) {
         const char c = upper_case(static_cast<char>(byte));
         // Blanks, NULs and a quote may stand before a keyword.

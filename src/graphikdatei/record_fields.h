@@ -15,8 +15,8 @@ namespace veldra {
 /// their first character before they are cut into words.
 class RecordSource {
  public:
-    /// `initials`: first letters of the wanted keywords, in upper case.
-    RecordSource(const std::string& path, std::string_view initials);
+    /// `initials`: first letters of the wanted keywords, in upper case. `work` follows the reading.
+    RecordSource(const std::string& path, std::string_view initials, LongWork* work = nullptr);
 
     /// Moves to the next line that may be a wanted record; false at the end of the file.
     bool next(std::string_view& line) {

@@ -242,7 +242,7 @@ class ValueReader {
 void wert_lesen(Session& session) {
     reset_values(session);
     PartFilter part(session);
-    RecordSource source(working_path(session), "NLH");
+    RecordSource source(working_path(session), "NLH", session.work);
     ValueReader reader(session, source);
     std::string_view line;
     while (source.next(line)) {

@@ -34,6 +34,20 @@ IndexRange sheets_along(double null, double side, std::int64_t count, double min
     return {static_cast<std::int64_t>(first), static_cast<std::int64_t>(last)};
 }
 
+/// Numbers of the sheet edges from 0 to `count` that lie between two places of an axis, so that a
+/// division into thousands of sheets costs what is in view.
+template <typename Edge>
+void visit_edges(double origin, double length, int count, double from, double to, Edge&& edge) {
+    const auto at_most = static_cast<double>(count);
+    const auto first =
+        static_cast<int>(std::clamp(std::floor((from - origin) / length), 0.0, at_most + 1));
+    const auto last =
+        static_cast<int>(std::clamp(std::ceil((to - origin) / length), -1.0, at_most));
+    for (int k = first; k <= last; ++k) {
+        edge(origin + k * length);
+    }
+}
+
 }  // namespace
 
 TargetBox plot_ground(const Session& session) {
@@ -69,19 +83,32 @@ SheetRange sheets_in(const Session& session, const TargetBox& area) {
 
 std::vector<Segment> sheet_outlines(const Session& session) {
     const PlotSettings& plot = session.plot;
-    const TargetBox all = plot_ground(session);
+    const double width = session.sheet.papier_breite / plot.plot_massstab;
+    const double height = session.sheet.papier_hoehe / plot.plot_massstab;
+    if (!(plot.plot_massstab > 0 && width > 0 && height > 0)) {
+        return {};
+    }
+    // Lines closer than this many to the view would be a grey area.
+    constexpr double most_sheets_in_view = 2000;
+    const Viewport& view = session.view;
+    const double view_width = view.ansicht_rw_max - view.ansicht_rw_min;
+    const double view_height = view.ansicht_hw_max - view.ansicht_hw_min;
+    if (view_width / width > most_sheets_in_view || view_height / height > most_sheets_in_view) {
+        return {};
+    }
+    const double left = plot.plot_null_rechts;
+    const double bottom = plot.plot_null_hoch;
+    const double right = left + plot.plot_blatt_rechts * width;
+    const double top = bottom + plot.plot_blatt_hoch * height;
     std::vector<Segment> lines;
-    if (!(plot.plot_massstab > 0)) {
-        return lines;
-    }
-    for (std::int64_t column = 1; column <= plot.plot_blatt_rechts + 1; ++column) {
-        const double x = sheet_ground(session, column, 1).xmin;
-        lines.push_back({x, all.ymin, x, all.ymax});
-    }
-    for (std::int64_t row = 1; row <= plot.plot_blatt_hoch + 1; ++row) {
-        const double y = sheet_ground(session, 1, row).ymin;
-        lines.push_back({all.xmin, y, all.xmax, y});
-    }
+    visit_edges(left, width, plot.plot_blatt_rechts, view.ansicht_rw_min, view.ansicht_rw_max,
+                [&](double x) {
+                    lines.push_back({x, bottom, x, top});
+                });
+    visit_edges(bottom, height, plot.plot_blatt_hoch, view.ansicht_hw_min, view.ansicht_hw_max,
+                [&](double y) {
+                    lines.push_back({left, y, right, y});
+                });
     return lines;
 }
 

@@ -32,9 +32,9 @@ struct SheetRange {
 /// The sheets that share ground with `area`.
 [[nodiscard]] SheetRange sheets_in(const Session& session, const TargetBox& area);
 
-/// The outlines of all sheets in ground coordinates: their lower and left edges to their upper and
-/// right ones, each line once however many sheets it parts, so that drawing them inverted twice
-/// leaves no trace. None without a plot scale.
+/// The lines between and around the sheets that are in view, ground coordinates, each once however
+/// many sheets it parts, so that drawing them inverted twice leaves no trace. None without a plot
+/// scale, and none where they would stand too close to be told apart.
 [[nodiscard]] std::vector<Segment> sheet_outlines(const Session& session);
 
 }  // namespace veldra

@@ -27,16 +27,27 @@ constexpr QSize usual_size(1120, 760);
 /// order. Both have come this many milliseconds after the first.
 constexpr int size_delay = 60;
 
-/// Marks a command as running as long as it lives.
+/// Marks a command as running and has it followed as long as this lives.
 class Running {
  public:
-    explicit Running(bool& flag) : flag_(flag) { flag_ = true; }
-    ~Running() { flag_ = false; }
+    Running(bool& flag, Session& session, TorvelProgress& progress)
+        : flag_(flag), session_(session), progress_(progress) {
+        flag_ = true;
+        session_.work = &progress_;
+        progress_.begin();
+    }
+    ~Running() {
+        progress_.end();
+        session_.work = nullptr;
+        flag_ = false;
+    }
     Running(const Running&) = delete;
     Running& operator=(const Running&) = delete;
 
  private:
     bool& flag_;
+    Session& session_;
+    TorvelProgress& progress_;
 };
 
 }  // namespace
@@ -79,6 +90,7 @@ void FrmTorvel::build_controls() {
         label->setObjectName(name);
         label->hide();
     }
+    build_gestures();
     resize_timer_.setSingleShot(true);
     resize_timer_.setInterval(size_delay);
     connect(&resize_timer_, &QTimer::timeout, this, &FrmTorvel::follow_size);
@@ -99,18 +111,23 @@ std::map<MenuItem, Command> FrmTorvel::menu_commands() {
                                    MenuItem::m_datei_alt_3, MenuItem::m_datei_alt_4};
     for (int index = 1; const MenuItem item : recent) {
         commands[item] = [this, index] {
-            perform([this, index] { datei_alt_oeffnen(session_, index, desk()); });
+            perform([this, index] {
+                opening([this, index] { datei_alt_oeffnen(session_, index, desk()); });
+            });
         };
         ++index;
     }
     commands[MenuItem::m_datei_beenden] = [this] { close(); };
     commands[MenuItem::m_hilfe_proginfo] = [this] { show_logo(FrmLogo::ShownBy::help); };
+    add_view_commands(commands);
     return commands;
 }
 
 std::map<ToolButton, Command> FrmTorvel::tool_commands() {
-    return {{ToolButton::datei_oeffnen, [this] { open_file(); }},
-            {ToolButton::beenden, [this] { close(); }}};
+    std::map<ToolButton, Command> commands{{ToolButton::datei_oeffnen, [this] { open_file(); }},
+                                           {ToolButton::beenden, [this] { close(); }}};
+    add_view_commands(commands);
+    return commands;
 }
 
 Desk FrmTorvel::desk() {
@@ -147,8 +164,9 @@ void FrmTorvel::perform(const Command& command) {
     if (busy_ || failed_) {
         return;
     }
+    gestures_->cancel();
     try {
-        const Running running(busy_);
+        const Running running(busy_, session_, *progress_);
         command();
     } catch (const std::exception& failure) {
         failed_ = true;
@@ -165,11 +183,14 @@ void FrmTorvel::perform(const Command& command) {
 }
 
 void FrmTorvel::redraw() {
+    const TorvelProgress::MayCancel may_cancel(*progress_);
     picture_->redraw(session_, ui_);
 }
 
 void FrmTorvel::synchronise() {
     setWindowTitle(QString::fromStdString(session_.window.caption));
+    session_.window[MenuItem::m_datei_bild].enabled = session_.datei_geladen == 1;
+    status_->synchronise(session_);
     commands_->synchronise(session_.window);
     findChild<QLabel*>(QStringLiteral("lbl_legende"))
         ->setVisible(session_.window.lbl_legende_visible);
@@ -179,7 +200,9 @@ void FrmTorvel::open_file() {
     perform([this] {
         const QString path = choose_file();
         if (!path.isEmpty()) {
-            datei_neu_laden(session_, system_path(path), OpenedBy::open_command, desk());
+            opening([this, &path] {
+                datei_neu_laden(session_, system_path(path), OpenedBy::open_command, desk());
+            });
         }
     });
 }

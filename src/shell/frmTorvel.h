@@ -12,6 +12,8 @@
 #include "plot/application_printer.h"
 #include "shell/frmLogo.h"
 #include "shell/frmTorvel_commands.h"
+#include "shell/frmTorvel_gestures.h"
+#include "shell/frmTorvel_status.h"
 #include "shell/session.h"
 #include "shell/startup.h"
 #include "view/viewport.h"
@@ -48,8 +50,12 @@ class FrmTorvel final : public QMainWindow {
     /// Told of the failure that broke a command off; nothing runs any more after it. Without it the
     /// failure is thrown on, but the toolkit's functions in between lose what they hold.
     std::function<void(const std::exception&)> on_failure;
+    /// Asks for the file that the picture goes into; "" if there is none.
+    std::function<QString()> choose_picture_file;
 
  protected:
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
 
@@ -57,6 +63,20 @@ class FrmTorvel final : public QMainWindow {
     void build_controls();
     [[nodiscard]] std::map<MenuItem, Command> menu_commands();
     [[nodiscard]] std::map<ToolButton, Command> tool_commands();
+    // The hand over the picture: frmTorvel_view.cpp.
+    void build_gestures();
+    void add_view_commands(std::map<MenuItem, Command>& commands);
+    void add_view_commands(std::map<ToolButton, Command>& commands);
+    /// A command that changes the view, and the picture after it.
+    [[nodiscard]] Command view_command(std::function<bool()> change);
+    void undo();
+    void save_picture();
+    /// Runs what opens a file; given up on the way, no file is loaded.
+    void opening(const Command& open);
+    /// Puts the texts on the edges of the sheets anew after the sheets have moved.
+    void lay_out_sheets();
+    [[nodiscard]] QString dropped_file(const QMimeData& dropped) const;
+
     [[nodiscard]] Desk desk();
     /// Runs one command to its end; those that come meanwhile are dropped.
     void perform(const Command& command);
@@ -77,6 +97,9 @@ class FrmTorvel final : public QMainWindow {
     Printer* printer_ = nullptr;
     PrintDialog* print_dialog_ = nullptr;
     std::unique_ptr<TorvelCommands> commands_;
+    TorvelGestures* gestures_ = nullptr;
+    TorvelStatus* status_ = nullptr;
+    TorvelProgress* progress_ = nullptr;
     QTimer resize_timer_;
     WindowMode last_mode_ = WindowMode::normal;
     bool busy_ = false;    ///< a command runs

@@ -1,6 +1,8 @@
 #include "shell/frmTorvel_commands.h"
 
 #include <QIcon>
+#include <QKeySequence>
+#include <QList>
 #include <QMenu>
 #include <QMenuBar>
 #include <cstdint>
@@ -24,6 +26,7 @@ struct MenuLine {
 constexpr MenuLine menu_lines[] = {
     {"m_torvel_datei", "&Datei", MenuItem::m_torvel_datei, Kind::menu},
     {"m_datei_beliebig", "&Öffnen...", MenuItem::m_datei_beliebig, Kind::entry},
+    {"m_datei_bild", "Bild &speichern unter...", MenuItem::m_datei_bild, Kind::entry},
     {"m_datei_n1", "", MenuItem::m_datei_n1, Kind::separator},
     {"m_datei_alt_1", "&1: ", MenuItem::m_datei_alt_1, Kind::entry},
     {"m_datei_alt_2", "&2: ", MenuItem::m_datei_alt_2, Kind::entry},
@@ -83,6 +86,37 @@ constexpr ToolLine tool_lines[] = {
     {ToolButton::beenden, "beenden", "beenden", "Programm beenden"},
 };
 
+/// Plot mode on and plotting share a key: only one of them is enabled at a time.
+const std::map<MenuItem, QList<QKeySequence>>& menu_keys() {
+    static const std::map<MenuItem, QList<QKeySequence>> keys{
+        {MenuItem::m_datei_beliebig, {Qt::CTRL | Qt::Key_O}},
+        {MenuItem::m_datei_bild, {Qt::CTRL | Qt::Key_S}},
+        {MenuItem::m_ansicht_undo, {Qt::CTRL | Qt::Key_Z}},
+        {MenuItem::m_ansicht_original, {Qt::Key_Home}},
+        {MenuItem::m_ansicht_halb, {Qt::Key_Minus}},
+        {MenuItem::m_plotten_ein, {Qt::CTRL | Qt::Key_P}},
+        {MenuItem::m_plotten_aktuell, {Qt::CTRL | Qt::Key_P}},
+    };
+    return keys;
+}
+
+const std::map<ToolButton, QList<QKeySequence>>& tool_keys() {
+    static const std::map<ToolButton, QList<QKeySequence>> keys{
+        {ToolButton::lupe_plus, {Qt::Key_Plus, Qt::CTRL | Qt::Key_Plus}},
+        {ToolButton::schiebe_rechts, {Qt::Key_Right}},
+        {ToolButton::schiebe_links, {Qt::Key_Left}},
+        {ToolButton::schiebe_hoch, {Qt::Key_Up}},
+        {ToolButton::schiebe_runter, {Qt::Key_Down}},
+    };
+    return keys;
+}
+
+template <typename Key>
+QList<QKeySequence> keys_of(const std::map<Key, QList<QKeySequence>>& table, Key key) {
+    const auto found = table.find(key);
+    return found == table.end() ? QList<QKeySequence>() : found->second;
+}
+
 constexpr bool is_checkable(MenuItem item) {
     return item == MenuItem::m_ansicht_netzteile || item == MenuItem::m_ansicht_massstab;
 }
@@ -126,6 +160,7 @@ void TorvelCommands::build_menus(QMainWindow& window) {
                 menu->addAction(action);
             }
             const MenuItem item = line.item;
+            action->setShortcuts(keys_of(menu_keys(), item));
             QObject::connect(action, &QAction::triggered, &window,
                              [this, item] { run_if_there(menu_commands_, item); });
         }
@@ -151,6 +186,7 @@ void TorvelCommands::build_toolbar(QMainWindow& window) {
         QAction* action = bar->addAction(QIcon(path), QString::fromUtf8(line.tool_tip));
         action->setObjectName(QString::fromUtf8(line.key));
         const ToolButton button = line.button;
+        action->setShortcuts(keys_of(tool_keys(), button));
         QObject::connect(action, &QAction::triggered, &window,
                          [this, button] { run_if_there(tool_commands_, button); });
         tools_[position++] = action;

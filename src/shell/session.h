@@ -18,6 +18,8 @@
 
 namespace veldra {
 
+class LongWork;
+
 /// The ground that the picture shows.
 struct Viewport {
     double ansicht_rw_min = 0;  ///< easting of the left edge, metres
@@ -156,6 +158,8 @@ struct Session {
     SheetWindow blatt;
     LegendBox legende;
     WindowState window;
+    /// Follows the work that is being done; null: nobody does.
+    LongWork* work = nullptr;
 };
 
 /// The path that the readers read: the working copy if there is one, else the graphic file.

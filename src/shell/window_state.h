@@ -10,6 +10,7 @@ namespace veldra {
 enum class MenuItem : std::uint8_t {
     m_torvel_datei,
     m_datei_beliebig,
+    m_datei_bild,  ///< the picture as a file
     m_datei_n1,
     m_datei_alt_1,
     m_datei_alt_2,
@@ -73,6 +74,13 @@ struct ToolButtonState {
     std::string tool_tip;  ///< UTF-8; empty: the designed text stands
 };
 
+/// The one step that can be taken back; a new one replaces it.
+struct Undo {
+    std::int16_t undo_art = 0;          ///< 0 none, 1 and 2 a label, 3 the sheets, 4 and 5 the view
+    std::int32_t undo_index = 0;        ///< of the label
+    std::array<double, 4> undo_wert{};  ///< what was there before
+};
+
 /// What the main window shows beside the picture. The window brings its controls into line with
 /// this after each command; texts are UTF-8.
 struct WindowState {
@@ -83,7 +91,9 @@ struct WindowState {
     bool frm_netzteile_shown = false;  ///< the dialog of network parts is to be open
     bool frm_massstab_shown = false;   ///< the dialog of scale bars is to be open
     bool lbl_legende_visible = false;
-    int mouse_pointer = 0;  ///< of the picture; 11 is the hourglass
+    bool sheets_moving = false;  ///< frames and texts of the sheets are not drawn meanwhile
+    int mouse_pointer = 0;  ///< of the picture: 0 default, 2 cross, 11 hourglass, 99 moving
+    Undo undo;
 
     MenuItemState& operator[](MenuItem item) { return menu[static_cast<std::size_t>(item)]; }
     ToolButtonState& operator[](ToolButton button) {

@@ -57,13 +57,10 @@ WorldPoint to_world(const Viewport& view, const PicturePoint& point) {
             static_cast<double>(point.y) + view.ansicht_hw_min};
 }
 
-void clear_undo(WindowState& window) {
-    MenuItemState& entry = window[MenuItem::m_ansicht_undo];
-    entry.caption = "Rückgängig:";
-    entry.enabled = false;
-    ToolButtonState& button = window[ToolButton::rueckgaengig];
-    button.tool_tip = "Rückgängig:";
-    button.enabled = false;
+PicturePoint from_twips(const Viewport& view, double x, double y) {
+    const double hw_span = view.ansicht_hw_max - view.ansicht_hw_min;
+    return {static_cast<float>(x * view.ansicht_masseinheit),
+            static_cast<float>(hw_span - y * view.ansicht_masseinheit)};
 }
 
 ResizeResult resize_picture(Session& session, WindowMode last, WindowMode now,

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "shell/session.h"
+#include "view/undo.h"
 
 namespace veldra {
 
@@ -32,6 +33,8 @@ struct WorldPoint {
 /// Subtracts the origin in 64 bits before narrowing, so that eight-digit coordinates stay exact.
 [[nodiscard]] PicturePoint to_picture(const Viewport& view, const WorldPoint& world);
 [[nodiscard]] WorldPoint to_world(const Viewport& view, const PicturePoint& point);
+/// A place in twips from the picture's left upper corner, y downward, as a mouse event has it.
+[[nodiscard]] PicturePoint from_twips(const Viewport& view, double x, double y);
 
 /// State of the main window, by the platform's numbers.
 enum class WindowMode : std::int16_t { normal = 0, minimised = 1, maximised = 2 };
@@ -48,8 +51,5 @@ struct ResizeResult {
 /// `now` for the next call.
 ResizeResult resize_picture(Session& session, WindowMode last, WindowMode now,
                             const PictureSize& size);
-
-/// Nothing can be undone: menu entry and button fall back to their plain text and are disabled.
-void clear_undo(WindowState& window);
 
 }  // namespace veldra

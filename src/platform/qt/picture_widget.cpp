@@ -55,6 +55,13 @@ void PictureWidget::clear() {
     update();
 }
 
+void PictureWidget::set_overlay(const PictureOverlay& overlay) {
+    if (overlay_ != overlay) {
+        overlay_ = overlay;
+        update();
+    }
+}
+
 std::optional<PictureWidget::LabelHit> PictureWidget::label_at(const QPointF& place) const {
     if (layers_.isNull()) {
         return std::nullopt;
@@ -93,10 +100,13 @@ void PictureWidget::paintEvent(QPaintEvent* event) {
         return;
     }
     const double ratio = shown_.devicePixelRatio();
-    if (width() * ratio > shown_.width() || height() * ratio > shown_.height()) {
+    if (width() * ratio > shown_.width() || height() * ratio > shown_.height() ||
+        !overlay_.shift.isNull()) {
         painter.fillRect(event->rect(), background);
     }
+    painter.translate(overlay_.shift);
     painter.drawImage(QPointF(0, 0), shown_);
+    paint_overlay(painter, overlay_, session_);
     if (ratio != devicePixelRatioF()) {
         resolution_timer_.start(0);
     }

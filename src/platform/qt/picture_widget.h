@@ -8,6 +8,7 @@
 
 #include "drawing/label.h"
 #include "platform/qt/label_painter.h"
+#include "platform/qt/picture_overlay.h"
 #include "shell/session.h"
 #include "shell/user_interface.h"
 
@@ -40,6 +41,10 @@ class PictureWidget final : public QWidget {
     /// Shows nothing but the background.
     void clear();
 
+    /// What the user drags over the picture; costs no drawing of layers or labels.
+    void set_overlay(const PictureOverlay& overlay);
+    [[nodiscard]] const PictureOverlay& overlay() const { return overlay_; }
+
     /// The topmost visible and enabled label at a place in logical pixels.
     [[nodiscard]] std::optional<LabelHit> label_at(const QPointF& place) const;
 
@@ -63,6 +68,7 @@ class PictureWidget final : public QWidget {
     LabelPainter labels_;
     QImage layers_;  ///< null: nothing is shown
     QImage shown_;   ///< layers and labels
+    PictureOverlay overlay_;
     double ratio_ = 1;
     QTimer resolution_timer_;
 };

@@ -10,8 +10,6 @@ namespace veldra {
 
 namespace {
 
-constexpr int hourglass = 11;
-
 QMessageBox::Icon box_icon(MessageStyle style) {
     switch (style) {
         case MessageStyle::critical:
@@ -57,17 +55,32 @@ void QtUserInterface::set_mouse_pointer(int pointer) {
     if (!picture_) {
         return;
     }
-    if (pointer == hourglass) {
-        picture_->setCursor(Qt::WaitCursor);
-    } else {
-        picture_->unsetCursor();
-    }
+    show_mouse_pointer(*picture_, pointer);
     // The pointer is to change before the work that follows; the user's input waits for its end.
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 void show_fatal_error(QWidget* window, const std::string& message) {
     QtUserInterface(window, nullptr).message_box(MessageStyle::critical, "VELDRA", message);
+}
+
+void show_mouse_pointer(QWidget& widget, int pointer) {
+    constexpr int cross = 2;
+    constexpr int hourglass = 11;
+    constexpr int moving = 99;
+    switch (pointer) {
+        case cross:
+            widget.setCursor(Qt::CrossCursor);
+            break;
+        case hourglass:
+            widget.setCursor(Qt::WaitCursor);
+            break;
+        case moving:
+            widget.setCursor(Qt::SizeAllCursor);
+            break;
+        default:
+            widget.unsetCursor();
+    }
 }
 
 QStringList to_name_filters(std::string_view filter) {
@@ -84,15 +97,14 @@ QStringList to_name_filters(std::string_view filter) {
     return filters;
 }
 
-QString ask_for_existing_file(QWidget* window, const QString& title, std::string_view filter) {
-    QFileDialog dialog(window, title);
-    dialog.setObjectName(QStringLiteral("dlg_torvel_datei"));
-    dialog.setFileMode(QFileDialog::ExistingFile);
-    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+namespace {
+
+/// A file dialog with German texts; the user's choice or "".
+QString run_file_dialog(QFileDialog& dialog, std::string_view filter, const QString& accept) {
     // The texts name their patterns themselves; those added behind them stay out of sight.
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setNameFilters(to_name_filters(filter));
-    dialog.setLabelText(QFileDialog::Accept, QStringLiteral("Ö&ffnen"));
+    dialog.setLabelText(QFileDialog::Accept, accept);
     dialog.setLabelText(QFileDialog::Reject, QStringLiteral("Abbrechen"));
     dialog.setLabelText(QFileDialog::LookIn, QStringLiteral("Suchen in:"));
     dialog.setLabelText(QFileDialog::FileName, QStringLiteral("Datei&name:"));
@@ -101,6 +113,33 @@ QString ask_for_existing_file(QWidget* window, const QString& title, std::string
         return {};
     }
     return dialog.selectedFiles().constFirst();
+}
+
+}  // namespace
+
+QString ask_for_existing_file(QWidget* window, const QString& title, std::string_view filter) {
+    QFileDialog dialog(window, title);
+    dialog.setObjectName(QStringLiteral("dlg_torvel_datei"));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    return run_file_dialog(dialog, filter, QStringLiteral("Ö&ffnen"));
+}
+
+QString ask_for_new_file(QWidget* window, const QString& title, std::string_view filter,
+                         const QString& suffix) {
+    QFileDialog dialog(window, title);
+    dialog.setObjectName(QStringLiteral("dlg_torvel_speichern"));
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(suffix);
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog,
+                     [&dialog](const QString& text) {
+                         const qsizetype dot = text.lastIndexOf(QStringLiteral("*."));
+                         if (dot >= 0) {
+                             dialog.setDefaultSuffix(text.mid(dot + 2).chopped(1));
+                         }
+                     });
+    return run_file_dialog(dialog, filter, QStringLiteral("&Speichern"));
 }
 
 QString path_text(const std::string& path) {

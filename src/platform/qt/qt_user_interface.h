@@ -36,6 +36,14 @@ void show_fatal_error(QWidget* window, const std::string& message);
 [[nodiscard]] QString ask_for_existing_file(QWidget* window, const QString& title,
                                             std::string_view filter);
 
+/// Asks for the name of a file to be written, which may exist; "" if the user gave up. `suffix` is
+/// added to a name without one.
+[[nodiscard]] QString ask_for_new_file(QWidget* window, const QString& title,
+                                       std::string_view filter, const QString& suffix);
+
+/// The pointer shape of a platform number: 0 default, 2 cross, 11 hourglass, 99 moving.
+void show_mouse_pointer(QWidget& widget, int pointer);
+
 /// The filter in the toolkit's form: each text as it is, with its pattern behind it. "*.*" means
 /// every file, also one without a point in its name.
 [[nodiscard]] QStringList to_name_filters(std::string_view filter);

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstdint>
+
+#include "drawing/target.h"
+#include "shell/long_work.h"
+
+namespace veldra {
+
+/// Hands everything on to another target and lets long drawings be followed and given up.
+class WatchedTarget final : public DrawingTarget {
+ public:
+    /// `work` may be null. What is drawn throws WorkCancelled when the work is to end.
+    WatchedTarget(DrawingTarget& target, LongWork* work) : target_(target), work_(work) {}
+
+    void DrawStyle(std::int16_t style) override { target_.DrawStyle(style); }
+    void DrawWidth(std::int16_t width) override { target_.DrawWidth(width); }
+    void ForeColor(std::int32_t colour) override { target_.ForeColor(colour); }
+    void FillStyle(std::int16_t style) override { target_.FillStyle(style); }
+    void FillColor(std::int32_t colour) override { target_.FillColor(colour); }
+    void Line(float x1, float y1, float x2, float y2) override {
+        count();
+        target_.Line(x1, y1, x2, y2);
+    }
+    void LinePart(float x1, float y1, float x2, float y2, float begun) override {
+        count();
+        target_.LinePart(x1, y1, x2, y2, begun);
+    }
+    void MoveTo(float x, float y) override { target_.MoveTo(x, y); }
+    void Circle(float x, float y, float radius) override {
+        count();
+        target_.Circle(x, y, radius);
+    }
+    void Ellipse(const EllipseCurve& curve) override {
+        count();
+        target_.Ellipse(curve);
+    }
+    void TextRotated(std::string_view text, std::int32_t escapement, std::int32_t align,
+                     const FontSpec& font) override {
+        count();
+        target_.TextRotated(text, escapement, align, font);
+    }
+    void LabelPlaced(LabelArray array, std::int32_t index, const Label& label, const FontSpec& font,
+                     std::int32_t colour) override {
+        count();
+        target_.LabelPlaced(array, index, label, font, colour);
+    }
+    [[nodiscard]] std::optional<TargetBox> visible_box() const override {
+        return target_.visible_box();
+    }
+
+ private:
+    void count() {
+        constexpr std::uint32_t often = 1024;
+        if (++operations_ % often == 0) {
+            report_work(work_);
+        }
+    }
+
+    DrawingTarget& target_;
+    LongWork* work_;
+    std::uint32_t operations_ = 0;
+};
+
+}  // namespace veldra

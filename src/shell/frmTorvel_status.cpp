@@ -1,0 +1,79 @@
+#include "shell/frmTorvel_status.h"
+
+#include <QApplication>
+
+#include "view/status_text.h"
+
+namespace veldra {
+
+TorvelStatus::TorvelStatus(QWidget* parent)
+    : QStatusBar(parent), place_(new QLabel(this)), scale_(new QLabel(this)) {
+    setObjectName(QStringLiteral("sta_torvel"));
+    place_->setObjectName(QStringLiteral("lbl_ort"));
+    scale_->setObjectName(QStringLiteral("lbl_massstab"));
+    addWidget(place_);
+    addPermanentWidget(scale_);
+}
+
+void TorvelStatus::show_place(const std::optional<WorldPoint>& place) {
+    place_->setText(place ? QString::fromStdString(place_text(*place)) : QString());
+}
+
+void TorvelStatus::synchronise(const Session& session) {
+    const bool loaded = session.datei_geladen == 1;
+    scale_->setText(loaded ? QString::fromStdString(scale_text(session.view)) : QString());
+    if (!loaded) {
+        place_->clear();
+    }
+}
+
+TorvelProgress::TorvelProgress(QStatusBar& status)
+    : QObject(&status),
+      status_(status),
+      bar_(new QProgressBar(&status)),
+      cmd_abbrechen_(new QPushButton(QStringLiteral("Abbrechen"), &status)) {
+    bar_->setObjectName(QStringLiteral("bar_fortschritt"));
+    bar_->setRange(0, 0);  // how far the end is nobody knows
+    bar_->setMaximumSize(160, 16);
+    cmd_abbrechen_->setObjectName(QStringLiteral("cmd_abbrechen"));
+    cmd_abbrechen_->setShortcut(Qt::Key_Escape);
+    cmd_abbrechen_->setFocusPolicy(Qt::NoFocus);
+    status_.addPermanentWidget(bar_);
+    status_.addPermanentWidget(cmd_abbrechen_);
+    bar_->hide();
+    cmd_abbrechen_->hide();
+    connect(cmd_abbrechen_, &QPushButton::clicked, this, [this] { cancelled_ = true; });
+}
+
+void TorvelProgress::begin() {
+    cancelled_ = false;
+    since_start_.start();
+    since_events_.start();
+}
+
+void TorvelProgress::end() {
+    if (!bar_->isHidden()) {
+        bar_->hide();
+        cmd_abbrechen_->hide();
+    }
+}
+
+bool TorvelProgress::goes_on() {
+    constexpr int events_interval = 40;
+    if (since_start_.elapsed() >= patience && since_events_.elapsed() >= events_interval) {
+        show_itself();
+        if (before_events) {
+            before_events();
+        }
+        QApplication::processEvents();
+        since_events_.start();
+    }
+    return !(may_cancel_ && cancelled_);
+}
+
+void TorvelProgress::show_itself() {
+    bar_->show();
+    cmd_abbrechen_->setVisible(may_cancel_);
+}
+
+}  // namespace veldra

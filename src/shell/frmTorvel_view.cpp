@@ -1,0 +1,197 @@
+// The part of the main window that looks after the view: zoom, undo, pictures as files, what the
+// user drops on it.
+#include <QAction>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFileInfo>
+#include <QMimeData>
+#include <QUrl>
+#include <utility>
+
+#include "drawing/preview.h"
+#include "platform/qt/picture_image.h"
+#include "plot/printer_adapters.h"
+#include "shell/fatal_error.h"
+#include "shell/frmTorvel.h"
+#include "view/label_moving.h"
+#include "view/sheet_moving.h"
+#include "view/zoom.h"
+
+namespace veldra {
+
+void FrmTorvel::build_gestures() {
+    status_ = new TorvelStatus(this);
+    setStatusBar(status_);
+    progress_ = new TorvelProgress(*status_);
+    progress_->before_events = [this] {
+        if (session_.datei_geladen == 1) {
+            picture_->show_unfinished();
+        }
+    };
+    GestureHost host;
+    host.idle = [this] {
+        return !busy_ && !failed_ && session_.datei_geladen == 1 && !picture_->shown().isNull();
+    };
+    host.perform = [this](const Command& command) { perform(command); };
+    host.redraw = [this] { redraw(); };
+    host.lay_out_sheets = [this] { lay_out_sheets(); };
+    host.show_place = [this](const std::optional<WorldPoint>& place) {
+        status_->show_place(place);
+    };
+    gestures_ = new TorvelGestures(session_, *picture_,
+                                   *findChild<QLabel*>(QStringLiteral("lbl_punubinf")), host);
+    auto* full_screen = new QAction(this);
+    full_screen->setObjectName(QStringLiteral("vollbild"));
+    full_screen->setShortcut(Qt::Key_F11);
+    connect(full_screen, &QAction::triggered, this,
+            [this] { setWindowState(windowState() ^ Qt::WindowFullScreen); });
+    addAction(full_screen);
+    setAcceptDrops(true);
+    choose_picture_file = [this] {
+        return ask_for_new_file(this, QStringLiteral("Bild speichern unter"),
+                                "PNG-Bild (*.png)|*.png|SVG-Bild (*.svg)|*.svg",
+                                QStringLiteral("png"));
+    };
+}
+
+Command FrmTorvel::view_command(std::function<bool()> change) {
+    return [this, change = std::move(change)] {
+        perform([&] {
+            if (change()) {
+                redraw();
+            }
+        });
+    };
+}
+
+void FrmTorvel::add_view_commands(std::map<MenuItem, Command>& commands) {
+    commands[MenuItem::m_ansicht_undo] = [this] { undo(); };
+    commands[MenuItem::m_ansicht_original] = view_command([this] {
+        show_whole(session_);
+        return true;
+    });
+    commands[MenuItem::m_ansicht_halb] = view_command([this] {
+        zoom_out(session_);
+        return true;
+    });
+    commands[MenuItem::m_plotten_null] = [this] {
+        perform([this] {
+            PaperTextOnDesk paper_text(session_, measurer_, printer_);
+            fit_plot_origin(session_, paper_text);
+            lay_out_sheets();
+        });
+    };
+    commands[MenuItem::m_datei_bild] = [this] { save_picture(); };
+}
+
+void FrmTorvel::add_view_commands(std::map<ToolButton, Command>& commands) {
+    commands[ToolButton::rueckgaengig] = [this] { undo(); };
+    commands[ToolButton::lupe_plus] = view_command([this] { return zoom_in(session_); });
+    commands[ToolButton::lupe_minus] = view_command([this] {
+        zoom_out(session_);
+        return true;
+    });
+    const std::pair<ToolButton, ShiftTo> shifts[] = {{ToolButton::schiebe_rechts, ShiftTo::rechts},
+                                                     {ToolButton::schiebe_links, ShiftTo::links},
+                                                     {ToolButton::schiebe_hoch, ShiftTo::hoch},
+                                                     {ToolButton::schiebe_runter, ShiftTo::runter}};
+    for (const auto& [button, direction] : shifts) {
+        commands[button] = view_command([this, direction = direction] {
+            shift_view(session_, direction);
+            return true;
+        });
+    }
+    commands[ToolButton::schiebe_original] = view_command([this] {
+        show_whole(session_);
+        return true;
+    });
+}
+
+void FrmTorvel::opening(const Command& open) {
+    const TorvelProgress::MayCancel may_cancel(*progress_);
+    progress_->begin();
+    try {
+        open();
+    } catch (const WorkCancelled&) {
+        forget_file(session_);
+    }
+}
+
+void FrmTorvel::undo() {
+    perform([this] {
+        switch (session_.window.undo.undo_art) {
+            case undo_kind::point_label:
+            case undo_kind::district_label:
+                undo_label_move(session_);
+                picture_->repaint_labels();
+                break;
+            case undo_kind::sheets:
+                undo_sheet_move(session_);
+                lay_out_sheets();
+                break;
+            case undo_kind::zoom_in:
+            case undo_kind::zoom_out:
+                undo_zoom(session_);
+                redraw();
+                break;
+            default:
+                break;
+        }
+    });
+}
+
+void FrmTorvel::lay_out_sheets() {
+    place_sheet_texts(session_, desk());
+    picture_->repaint_labels();
+}
+
+void FrmTorvel::save_picture() {
+    perform([this] {
+        const QString path = choose_picture_file();
+        if (path.isEmpty()) {
+            return;
+        }
+        try {
+            const bool vectors = path.endsWith(QStringLiteral(".svg"), Qt::CaseInsensitive);
+            write_picture_file(system_path(path),
+                               vectors ? svg_bytes(session_, measurer_, ui_, picture_->size())
+                                       : png_bytes(picture_->shown()));
+        } catch (const FatalError& failure) {
+            // A picture that cannot be written takes nothing of the user's work with it.
+            ui_.message_box(MessageStyle::critical, "VELDRA - Bild speichern", failure.what());
+        }
+    });
+}
+
+QString FrmTorvel::dropped_file(const QMimeData& dropped) const {
+    if (run_.is_project() || busy_ || failed_ || dropped.urls().size() != 1) {
+        return {};
+    }
+    const QString path = dropped.urls().constFirst().toLocalFile();
+    return QFileInfo(path).isFile() ? path : QString();
+}
+
+void FrmTorvel::dragEnterEvent(QDragEnterEvent* event) {
+    if (!dropped_file(*event->mimeData()).isEmpty()) {
+        event->acceptProposedAction();
+    }
+}
+
+void FrmTorvel::dropEvent(QDropEvent* event) {
+    const QString path = dropped_file(*event->mimeData());
+    if (path.isEmpty()) {
+        return;
+    }
+    event->acceptProposedAction();
+    // The program that the file comes from waits until the drop is over.
+    const Command open_dropped = [this, path] {
+        perform([&] {
+            opening([&] {
+                datei_neu_laden(session_, system_path(path), OpenedBy::open_command, desk());
+            });
+        });
+    };
+    QMetaObject::invokeMethod(this, open_dropped, Qt::QueuedConnection);
+}
+
+}  // namespace veldra

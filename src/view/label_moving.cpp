@@ -1,0 +1,178 @@
+#include "view/label_moving.h"
+
+#include <string>
+
+#include "reference/districts.h"
+#include "view/pointing.h"
+#include "view/undo.h"
+
+namespace veldra {
+
+namespace {
+
+const std::vector<Label>* labels_of(const Session& session, LabelArray array) {
+    switch (array) {
+        case LabelArray::lbl_pubez:
+            return &session.lbl_pubez;
+        case LabelArray::lbl_nubez:
+            return &session.lbl_nubez;
+        case LabelArray::lbl_fzbez:
+            break;
+    }
+    return nullptr;
+}
+
+/// How far the mouse has gone, metres of ground to the east and to the south.
+struct MouseWay {
+    double east = 0;
+    double south = 0;
+};
+
+MouseWay way(const Session& session, const LabelDrag& drag, float x, float y) {
+    const double unit = session.view.ansicht_masseinheit;
+    return {static_cast<double>(x - drag.x0) * unit, static_cast<double>(y - drag.y0) * unit};
+}
+
+double picture_x(const Session& session, double rechts) {
+    return rechts - session.view.ansicht_rw_min;
+}
+double picture_y(const Session& session, double hoch) {
+    return hoch - session.view.ansicht_hw_min;
+}
+
+void drop_point_label(Session& session, std::int32_t i, const MouseWay& moved) {
+    PointRow& row = session.pu[i];
+    Label& label = session.lbl_pubez[static_cast<std::size_t>(i)];
+    store_undo(session.window, {undo_kind::point_label, i, {row.pu_bez_rechts, row.pu_bez_hoch}},
+               undo_caption::point_label);
+    const WorldPoint anchor = label_anchor(session, i);
+    const double a_r = picture_x(session, anchor.rechts);
+    const double a_h = picture_y(session, anchor.hoch);
+    const auto height = static_cast<double>(label.height);
+    row.pu_bez_rechts = (moved.east + static_cast<double>(label.left) - a_r) / height * 100;
+    row.pu_bez_hoch = (static_cast<double>(label.top) - a_h - moved.south) / height * 100;
+    label.left = static_cast<float>(height * row.pu_bez_rechts / 100 + a_r);
+    label.top = static_cast<float>(height * row.pu_bez_hoch / 100 + a_h);
+    session.view_index.label_moved(i);
+}
+
+/// The stored place of the district label `i`, with the text that it is stored under.
+struct DistrictPlace {
+    std::string key;
+    NumbezOffset stored;
+};
+
+DistrictPlace district_place(const Session& session, std::int32_t i) {
+    const std::string& key = session.district_cache.grid.grid_bez[static_cast<std::size_t>(i)];
+    return {key, FindNumbezOffset(session, key)};
+}
+
+/// Puts a district label's lower left corner on the place of its row.
+void set_on_place(Session& session, std::int32_t i, const NubezOffsetRow& row) {
+    Label& label = session.lbl_nubez[static_cast<std::size_t>(i)];
+    label.left = static_cast<float>(picture_x(session, row.nuoff_rechts));
+    label.top =
+        static_cast<float>(static_cast<double>(label.height) + picture_y(session, row.nuoff_hoch));
+}
+
+void drop_district_label(Session& session, std::int32_t i, const MouseWay& moved) {
+    const Label& label = session.lbl_nubez[static_cast<std::size_t>(i)];
+    DistrictPlace place = district_place(session, i);
+    const DistrictGrid& grid = session.district_cache.grid;
+    Undo step{undo_kind::district_label, i, {place.stored.rechts, place.stored.hoch}};
+    if (!place.stored.found()) {
+        const auto node = static_cast<std::size_t>(i);
+        step.undo_wert = {grid.grid_rechts[node], grid.grid_hoch[node]};
+        place.stored.row = session.nuoff.append();
+        session.nuoff[place.stored.row].nuoff_bez = place.key;
+    }
+    store_undo(session.window, step, undo_caption::district_label);
+    NubezOffsetRow& row = session.nuoff[place.stored.row];
+    row.nuoff_rechts = static_cast<double>(label.left) + session.view.ansicht_rw_min + moved.east;
+    row.nuoff_hoch = static_cast<double>(label.top) + session.view.ansicht_hw_min - moved.south -
+                     static_cast<double>(label.height);
+    set_on_place(session, i, row);
+}
+
+void undo_point_label(Session& session, const Undo& step) {
+    const std::int32_t i = step.undo_index;
+    if (i < 1 || i > session.pu.count()) {
+        return;
+    }
+    PointRow& row = session.pu[i];
+    row.pu_bez_rechts = step.undo_wert[0];
+    row.pu_bez_hoch = step.undo_wert[1];
+    session.view_index.label_moved(i);
+    Label& label = session.lbl_pubez[static_cast<std::size_t>(i)];
+    const bool moved = row.pu_bez_rechts != 0;
+    const double off_r = moved ? row.pu_bez_rechts : session.settings.stanplt;
+    const double off_h = moved ? row.pu_bez_hoch : session.settings.stanptp;
+    const auto height = static_cast<double>(label.height);
+    label.left = static_cast<float>(height * off_r / 100 + picture_x(session, row.pu_rechts));
+    label.top = static_cast<float>(height * off_h / 100 + picture_y(session, row.pu_hoch));
+}
+
+void undo_district_label(Session& session, const Undo& step) {
+    const std::int32_t i = step.undo_index;
+    if (!is_node_label(session, i)) {
+        return;
+    }
+    const NumbezOffset stored = district_place(session, i).stored;
+    if (!stored.found()) {
+        return;
+    }
+    NubezOffsetRow& row = session.nuoff[stored.row];
+    row.nuoff_rechts = step.undo_wert[0];
+    row.nuoff_hoch = step.undo_wert[1];
+    set_on_place(session, i, row);
+}
+
+}  // namespace
+
+const Label* find_label(const Session& session, LabelArray array, std::int32_t index) {
+    const std::vector<Label>* labels = labels_of(session, array);
+    const auto element = static_cast<std::size_t>(index);
+    return labels != nullptr && index >= 1 && element < labels->size() ? &(*labels)[element]
+                                                                       : nullptr;
+}
+
+bool can_be_dragged(const Session& session, LabelArray array, std::int32_t index) {
+    const Label* label = find_label(session, array, index);
+    return label != nullptr && label->caption.find_first_not_of(' ') != std::string::npos &&
+           (array == LabelArray::lbl_pubez || is_node_label(session, index));
+}
+
+GhostBox ghost_box(const Session& session, const LabelDrag& drag, float x, float y) {
+    const Label* label = find_label(session, drag.array, drag.index);
+    if (label == nullptr) {
+        return {};
+    }
+    const MouseWay moved = way(session, drag, x, y);
+    return {static_cast<float>(static_cast<double>(label->left) + moved.east),
+            static_cast<float>(static_cast<double>(label->top) - moved.south), label->width,
+            label->height};
+}
+
+void drop_label(Session& session, const LabelDrag& drag, float x, float y) {
+    if (!can_be_dragged(session, drag.array, drag.index)) {
+        return;
+    }
+    const MouseWay moved = way(session, drag, x, y);
+    if (drag.array == LabelArray::lbl_pubez) {
+        drop_point_label(session, drag.index, moved);
+    } else {
+        drop_district_label(session, drag.index, moved);
+    }
+}
+
+void undo_label_move(Session& session) {
+    const Undo step = session.window.undo;
+    if (step.undo_art == undo_kind::point_label) {
+        undo_point_label(session, step);
+    } else {
+        undo_district_label(session, step);
+    }
+    clear_undo(session.window);
+}
+
+}  // namespace veldra

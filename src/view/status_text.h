@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "shell/session.h"
+#include "view/viewport.h"
+
+namespace veldra {
+
+/// Texts of the status line, UTF-8.
+
+/// "Rechtswert 3500000.00   Hochwert 5600000.00"
+[[nodiscard]] std::string place_text(const WorldPoint& place);
+
+/// "1 : 12 500", the scale of a screen of 96 dots per inch.
+[[nodiscard]] std::string scale_text(const Viewport& view);
+
+}  // namespace veldra

@@ -1,0 +1,754 @@
+#include <QDropEvent>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QMimeData>
+#include <QStatusBar>
+#include <QUrl>
+#include <QWheelEvent>
+#include <cmath>
+
+#include "platform/qt/picture_image.h"
+#include "shell/frmTorvel_status.h"
+#include "shell/torvel_fixture.h"
+
+using namespace veldra;
+using test::square_network;
+using test::text;
+
+namespace {
+
+using ViewEdges = std::array<double, 4>;
+
+ViewEdges edges(const Viewport& view) {
+    return {view.ansicht_rw_min, view.ansicht_hw_min, view.ansicht_rw_max, view.ansicht_hw_max};
+}
+
+bool close_to(double a, double b, double tolerance = 1e-6) {
+    return std::abs(a - b) <= tolerance;
+}
+
+bool close_to(const ViewEdges& a, const ViewEdges& b, double tolerance = 1e-5) {
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        if (!close_to(a[i], b[i], tolerance)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+}  // namespace
+
+/// The main window under mouse and keyboard.
+class FrmTorvelHandTest : public test::TorvelFixture {
+    Q_OBJECT
+
+ private:
+    [[nodiscard]] PictureWidget& picture() const { return window_->picture(); }
+    [[nodiscard]] QLabel* info() const { return window_->findChild<QLabel*>(text("lbl_punubinf")); }
+    [[nodiscard]] QString undo_text() const { return action("m_ansicht_undo")->text(); }
+    /// Metres of a logical pixel.
+    [[nodiscard]] double pixel() const { return session_.view.ansicht_masseinheit * 15; }
+
+    /// Logical pixel at a place on the ground.
+    [[nodiscard]] QPoint at(double rechts, double hoch) const {
+        return {static_cast<int>(std::lround((rechts - session_.view.ansicht_rw_min) / pixel())),
+                static_cast<int>(std::lround((session_.view.ansicht_hw_max - hoch) / pixel()))};
+    }
+
+    /// The middle of a label.
+    [[nodiscard]] QPoint middle(const Label& label) const {
+        return at(session_.view.ansicht_rw_min + static_cast<double>(label.left + label.width / 2),
+                  session_.view.ansicht_hw_min + static_cast<double>(label.top - label.height / 2));
+    }
+
+    void mouse(QEvent::Type type, const QPoint& place, Qt::MouseButton button,
+               Qt::MouseButtons buttons) {
+        QMouseEvent event(type, place, picture().mapToGlobal(QPointF(place)), button, buttons,
+                          Qt::NoModifier);
+        QApplication::sendEvent(&picture(), &event);
+    }
+    void press(const QPoint& place, Qt::MouseButton button = Qt::LeftButton) {
+        mouse(QEvent::MouseButtonPress, place, button, button);
+    }
+    void move(const QPoint& place, Qt::MouseButtons buttons = Qt::NoButton) {
+        mouse(QEvent::MouseMove, place, Qt::NoButton, buttons);
+    }
+    void release(const QPoint& place, Qt::MouseButton button = Qt::LeftButton) {
+        mouse(QEvent::MouseButtonRelease, place, button, Qt::NoButton);
+    }
+    void drag(const QPoint& from, const QPoint& to, Qt::MouseButton button = Qt::LeftButton) {
+        press(from, button);
+        move((from + to) / 2, button);
+        move(to, button);
+        release(to, button);
+    }
+    void turn_wheel(const QPoint& place, int angle) {
+        QWheelEvent event(place, picture().mapToGlobal(QPointF(place)), {}, QPoint(0, angle),
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&picture(), &event);
+    }
+
+    /// A kilometre grid with the network's first point on a node.
+    void show_kilometre_squares(std::int16_t nbez) {
+        session_.obj.obj_nube = 2;
+        session_.obj.obj_nbez = nbez;
+        window_->redraw();
+    }
+    /// The visible district label, 0 if there is none.
+    [[nodiscard]] std::int32_t node_label() const {
+        for (std::size_t i = 1; i < session_.lbl_nubez.size(); ++i) {
+            if (session_.lbl_nubez[i].visible) {
+                return static_cast<std::int32_t>(i);
+            }
+        }
+        return 0;
+    }
+
+    void drop_on_window(const QList<QUrl>& urls, bool expected) {
+        QMimeData data;
+        data.setUrls(urls);
+        QDragEnterEvent enter(QPoint(100, 200), Qt::CopyAction, &data, Qt::LeftButton,
+                              Qt::NoModifier);
+        enter.ignore();
+        QApplication::sendEvent(window_.get(), &enter);
+        QCOMPARE(enter.isAccepted(), expected);
+        if (expected) {
+            QDropEvent drop(QPointF(100, 200), Qt::CopyAction, &data, Qt::LeftButton,
+                            Qt::NoModifier);
+            QApplication::sendEvent(window_.get(), &drop);
+        }
+        QTest::qWait(20);
+    }
+
+ private Q_SLOTS:
+    void init() { make_folders(); }
+    void cleanup() { close_down(); }
+
+    void rubber_band_shows_the_rectangle() {
+        start_with_network();
+        const ViewEdges before = edges(session_.view);
+        const qint64 drawn = picture().shown().cacheKey();
+        const QPoint from = at(3500020, 5600080);
+        const QPoint to = at(3500060, 5600040);
+        press(from);
+        QCOMPARE(session_.window.mouse_pointer, 2);
+        QCOMPARE(picture().cursor().shape(), Qt::CrossCursor);
+        move(to, Qt::LeftButton);
+        QVERIFY(picture().overlay().rubber_band.has_value());
+        QCOMPARE(*picture().overlay().rubber_band, QRectF(from, to));
+        // Nothing beneath is drawn while the mouse moves, and nothing has happened yet.
+        QCOMPARE(picture().shown().cacheKey(), drawn);
+        QCOMPARE(edges(session_.view), before);
+        const double left = before[0] + from.x() * pixel();
+        const double right = before[0] + to.x() * pixel();
+        const double top = before[3] - from.y() * pixel();
+        const double bottom = before[3] - to.y() * pixel();
+        const double width_twips = picture().width() * 15.0;
+        const double height_twips = picture().height() * 15.0;
+        release(to);
+        QVERIFY(!picture().overlay().rubber_band.has_value());
+        QCOMPARE(session_.window.mouse_pointer, 0);
+        // The square of about 40 m fills the height of the wide picture.
+        const double scale = (top - bottom) / height_twips;
+        const double half = width_twips * scale / 2;
+        QVERIFY(close_to(edges(session_.view),
+                         {(left + right) / 2 - half, bottom, (left + right) / 2 + half, top},
+                         1e-4));
+        QVERIFY(picture().shown().cacheKey() != drawn);
+        QCOMPARE(undo_text(), text("Rückgängig: Vergrößern"));
+        QCOMPARE(action("rückgängig")->toolTip(), text("Rückgängig: Vergrößern"));
+        QVERIFY(action("rückgängig")->isEnabled());
+        action("m_ansicht_undo")->trigger();
+        QVERIFY(close_to(edges(session_.view), before));
+        QCOMPARE(undo_text(), text("Rückgängig:"));
+        QVERIFY(!action("m_ansicht_undo")->isEnabled());
+        QVERIFY(!action("rückgängig")->isEnabled());
+    }
+
+    void rubber_band_is_seen_on_the_picture() {
+        start_with_network();
+        move(QPoint(5, 5));
+        const QImage before = picture().grab().toImage();
+        press(QPoint(20, 20));
+        move(QPoint(120, 90), Qt::LeftButton);
+        const QImage after = picture().grab().toImage();
+        int changed = 0;
+        for (int x = 20; x <= 120; ++x) {
+            changed += before.pixel(x, 20) != after.pixel(x, 20) ? 1 : 0;
+        }
+        // Three pixels on, three off.
+        QVERIFY(changed > 40 && changed < 65);
+        QCOMPARE(after.pixel(70, 55), before.pixel(70, 55));
+        release(QPoint(21, 21));
+        QCOMPARE(picture().grab().toImage(), before);
+    }
+
+    void small_rubber_band_changes_nothing() {
+        start_with_network();
+        action("lupe_minus")->trigger();
+        const ViewEdges before = edges(session_.view);
+        const QPoint from = at(3500020, 5600080);
+        drag(from, from + QPoint(static_cast<int>(4.9 / pixel()), 200));
+        QCOMPARE(edges(session_.view), before);
+        QCOMPARE(undo_text(), text("Rückgängig: Verkleinern"));
+        QVERIFY(!picture().overlay().rubber_band.has_value());
+    }
+
+    void escape_gives_a_drag_up() {
+        start_with_network();
+        const ViewEdges before = edges(session_.view);
+        press(QPoint(20, 20));
+        move(QPoint(300, 300), Qt::LeftButton);
+        QTest::keyClick(window_.get(), Qt::Key_Escape);
+        QVERIFY(!picture().overlay().rubber_band.has_value());
+        release(QPoint(300, 300));
+        QCOMPARE(edges(session_.view), before);
+    }
+
+    void second_press_of_a_double_click_starts_nothing() {
+        start_with_network();
+        const ViewEdges before = edges(session_.view);
+        mouse(QEvent::MouseButtonDblClick, QPoint(20, 20), Qt::LeftButton, Qt::LeftButton);
+        move(QPoint(300, 300), Qt::LeftButton);
+        QVERIFY(!picture().overlay().rubber_band.has_value());
+        release(QPoint(300, 300));
+        QCOMPARE(edges(session_.view), before);
+    }
+
+    void buttons_and_menu_change_the_view() {
+        start_with_network();
+        const ViewEdges whole = edges(session_.view);
+        const double w = whole[2] - whole[0];
+        const double h = whole[3] - whole[1];
+        const auto moved = [&](double r, double u) {
+            return ViewEdges{whole[0] + r, whole[1] + u, whole[2] + r, whole[3] + u};
+        };
+        action("lupe_plus")->trigger();
+        QVERIFY(close_to(edges(session_.view),
+                         {whole[0] + w / 4, whole[1] + h / 4, whole[2] - w / 4, whole[3] - h / 4}));
+        action("rückgängig")->trigger();
+        QVERIFY(close_to(edges(session_.view), whole));
+        action("lupe_minus")->trigger();
+        QVERIFY(close_to(edges(session_.view),
+                         {whole[0] - w / 2, whole[1] - h / 2, whole[2] + w / 2, whole[3] + h / 2}));
+        action("schiebe_original")->trigger();
+        QVERIFY(close_to(edges(session_.view), whole));
+        QCOMPARE(undo_text(), text("Rückgängig:"));
+        action("m_ansicht_halb")->trigger();
+        QCOMPARE(undo_text(), text("Rückgängig: Verkleinern"));
+        action("m_ansicht_original")->trigger();
+        QVERIFY(close_to(edges(session_.view), whole));
+        action("schiebe_rechts")->trigger();
+        QVERIFY(close_to(edges(session_.view), moved(w / 3, 0)));
+        action("schiebe_links")->trigger();
+        action("schiebe_hoch")->trigger();
+        QVERIFY(close_to(edges(session_.view), moved(0, h / 3)));
+        action("schiebe_runter")->trigger();
+        QVERIFY(close_to(edges(session_.view), whole));
+    }
+
+    void keys_change_the_view() {
+        start_with_network();
+        window_->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+        const ViewEdges whole = edges(session_.view);
+        const double w = whole[2] - whole[0];
+        const double h = whole[3] - whole[1];
+        QTest::keyClick(window_.get(), Qt::Key_Plus);
+        QVERIFY(close_to(session_.view.ansicht_rw_min, whole[0] + w / 4));
+        QTest::keyClick(window_.get(), Qt::Key_Z, Qt::ControlModifier);
+        QVERIFY(close_to(edges(session_.view), whole));
+        QTest::keyClick(window_.get(), Qt::Key_Minus);
+        QVERIFY(close_to(session_.view.ansicht_rw_min, whole[0] - w / 2));
+        QTest::keyClick(window_.get(), Qt::Key_Home);
+        QVERIFY(close_to(edges(session_.view), whole));
+        QTest::keyClick(window_.get(), Qt::Key_Right);
+        QTest::keyClick(window_.get(), Qt::Key_Up);
+        QVERIFY(close_to(session_.view.ansicht_rw_min, whole[0] + w / 3));
+        QVERIFY(close_to(session_.view.ansicht_hw_min, whole[1] + h / 3));
+        QTest::keyClick(window_.get(), Qt::Key_Left);
+        QTest::keyClick(window_.get(), Qt::Key_Down);
+        QVERIFY(close_to(edges(session_.view), whole));
+        int asked = 0;
+        window_->choose_file = [&asked] {
+            ++asked;
+            return QString();
+        };
+        QTest::keyClick(window_.get(), Qt::Key_O, Qt::ControlModifier);
+        QCOMPARE(asked, 1);
+        QTest::keyClick(window_.get(), Qt::Key_F11);
+        QVERIFY(window_->isFullScreen());
+        QTest::keyClick(window_.get(), Qt::Key_F11);
+        QVERIFY(!window_->isFullScreen());
+    }
+
+    void opening_by_key_is_hidden_in_a_project() {
+        write("windows/projekt.ini", "[VELDRA]\r\nTitel=P\r\n");
+        start("projekt.ini");
+        window_->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+        int asked = 0;
+        window_->choose_file = [&asked] {
+            ++asked;
+            return QString();
+        };
+        QTest::keyClick(window_.get(), Qt::Key_O, Qt::ControlModifier);
+        QCOMPARE(asked, 0);
+    }
+
+    void wheel_zooms_about_the_pointer() {
+        start_with_network();
+        QTest::qWait(150);  // the window's first size has been followed, which clears undo
+        const QPoint place(200, 150);
+        const double rechts = session_.view.ansicht_rw_min + place.x() * pixel();
+        const double hoch = session_.view.ansicht_hw_max - place.y() * pixel();
+        const double before = pixel();
+        turn_wheel(place, 120);
+        turn_wheel(place, 120);
+        QTest::qWait(20);
+        // Two notches that came together are one step.
+        QVERIFY(close_to(pixel(), before / (1.25 * 1.25)));
+        QVERIFY(close_to(session_.view.ansicht_rw_min + place.x() * pixel(), rechts, 1e-4));
+        QVERIFY(close_to(session_.view.ansicht_hw_max - place.y() * pixel(), hoch, 1e-4));
+        QCOMPARE(undo_text(), text("Rückgängig: Vergrößern"));
+        turn_wheel(place, -120);
+        QTest::qWait(20);
+        QVERIFY(close_to(pixel(), before / 1.25));
+        QCOMPARE(undo_text(), text("Rückgängig: Verkleinern"));
+        action("m_ansicht_undo")->trigger();
+        QVERIFY(close_to(pixel(), before / (1.25 * 1.25)));
+    }
+
+    void middle_button_pushes_the_picture() {
+        start_with_network();
+        action("lupe_plus")->trigger();
+        const ViewEdges before = edges(session_.view);
+        const qint64 drawn = picture().shown().cacheKey();
+        press(QPoint(300, 300), Qt::MiddleButton);
+        move(QPoint(340, 280), Qt::MiddleButton);
+        QCOMPARE(picture().overlay().shift, QPointF(40, -20));
+        QCOMPARE(picture().shown().cacheKey(), drawn);
+        release(QPoint(340, 280), Qt::MiddleButton);
+        QVERIFY(picture().overlay().shift.isNull());
+        QVERIFY(close_to(edges(session_.view),
+                         {before[0] - 40 * pixel(), before[1] - 20 * pixel(),
+                          before[2] - 40 * pixel(), before[3] - 20 * pixel()},
+                         1e-4));
+        QCOMPARE(undo_text(), text("Rückgängig:"));
+    }
+
+    void a_label_follows_the_hand_and_stays_where_it_was_dropped() {
+        start_with_network();
+        const Label before = session_.lbl_pubez[3];
+        const QPoint from = middle(before);
+        const QPoint to = from + QPoint(60, -25);
+        const qint64 drawn = picture().shown().cacheKey();
+        press(from);
+        QVERIFY(picture().overlay().ghost.has_value());
+        move(to, Qt::LeftButton);
+        QCOMPARE(session_.window.mouse_pointer, 99);
+        const QRectF ghost = *picture().overlay().ghost;
+        QVERIFY(close_to(ghost.left(), static_cast<double>(before.left) / pixel() + 60, 0.01));
+        QVERIFY(close_to(ghost.width(), static_cast<double>(before.width) / pixel(), 0.01));
+        QCOMPARE(picture().shown().cacheKey(), drawn);
+        QCOMPARE(session_.lbl_pubez[3].left, before.left);
+        release(to);
+        QVERIFY(!picture().overlay().ghost.has_value());
+        const Label& after = session_.lbl_pubez[3];
+        QVERIFY(close_to(static_cast<double>(after.left - before.left), 60 * pixel(), 1e-3));
+        QVERIFY(close_to(static_cast<double>(after.top - before.top), 25 * pixel(), 1e-3));
+        QCOMPARE(undo_text(), text("Rückgängig: Verschiebung Bezeichnung"));
+        const PointRow& row = session_.pu[3];
+        // The label stood 60 % of its height to the east of its point.
+        const double percent = 100 * pixel() / static_cast<double>(after.height);
+        QVERIFY(close_to(row.pu_bez_rechts, 60 + 60 * percent, 0.01));
+        QVERIFY(close_to(row.pu_bez_hoch, 25 * percent, 0.01));
+        // It is found at its new place, and a redraw leaves it there.
+        QVERIFY(picture().label_at(to).has_value());
+        const Label moved = after;
+        window_->redraw();
+        QVERIFY(close_to(static_cast<double>(session_.lbl_pubez[3].left),
+                         static_cast<double>(moved.left), 1e-3));
+        QVERIFY(close_to(static_cast<double>(session_.lbl_pubez[3].top),
+                         static_cast<double>(moved.top), 1e-3));
+        QVERIFY(picture().shown().cacheKey() != drawn);
+    }
+
+    void a_moved_label_can_be_put_back_and_is_in_the_file_at_the_end() {
+        start_with_network();
+        const QPoint from = middle(session_.lbl_pubez[2]);
+        drag(from, from + QPoint(30, 10));
+        action("rückgängig")->trigger();
+        QCOMPARE(session_.pu[2].pu_bez_rechts, 0.0);
+        QVERIFY(!action("rückgängig")->isEnabled());
+        drag(from, from + QPoint(-80, 40));
+        const double rechts = session_.pu[2].pu_bez_rechts;
+        const double hoch = session_.pu[2].pu_bez_hoch;
+        QVERIFY(rechts < 0 && hoch < 0);
+        QVERIFY(window_->close());
+        close_down_window();
+        start();
+        logo()->accept();
+        QVERIFY(QFile::exists(file_));
+        window_->choose_file = [this] { return file_; };
+        action("m_datei_beliebig")->trigger();
+        QVERIFY(close_to(session_.pu[2].pu_bez_rechts, rechts, 0.5));
+        QVERIFY(close_to(session_.pu[2].pu_bez_hoch, hoch, 0.5));
+        QCOMPARE(session_.pu[3].pu_bez_rechts, 0.0);
+    }
+
+    void blank_labels_take_the_click_and_do_nothing() {
+        start_with_network();
+        session_.obj.obj_pube = 0;
+        window_->redraw();
+        const QPoint from = middle(session_.lbl_pubez[3]);
+        QVERIFY(picture().label_at(from).has_value());
+        press(from);
+        move(from + QPoint(100, 100), Qt::LeftButton);
+        QVERIFY(!picture().overlay().ghost.has_value());
+        QVERIFY(!picture().overlay().rubber_band.has_value());
+        release(from + QPoint(100, 100));
+        QCOMPARE(session_.pu[3].pu_bez_rechts, 0.0);
+        QVERIFY(!action("rückgängig")->isEnabled());
+    }
+
+    void district_labels_are_moved_and_put_back() {
+        start_with_network();
+        show_kilometre_squares(1);
+        const std::int32_t i = node_label();
+        QVERIFY(i > 0);
+        const QPoint from = middle(session_.lbl_nubez[static_cast<std::size_t>(i)]);
+        drag(from, from + QPoint(50, -40));
+        QCOMPARE(session_.nuoff.count(), 1);
+        QCOMPARE(session_.nuoff[1].nuoff_bez, std::string("35005600"));
+        QVERIFY(close_to(session_.nuoff[1].nuoff_rechts, 3500000 + 50 * pixel(), 0.01));
+        QVERIFY(close_to(session_.nuoff[1].nuoff_hoch, 5600000 + 40 * pixel(), 0.01));
+        QCOMPARE(undo_text(), text("Rückgängig: Verschiebung NB-Bezeichnung"));
+        window_->redraw();
+        QVERIFY(picture().label_at(from + QPoint(50, -40)).has_value());
+        action("rückgängig")->trigger();
+        QCOMPARE(session_.nuoff.count(), 1);
+        QVERIFY(close_to(session_.nuoff[1].nuoff_rechts, 3500000, 0.01));
+        QVERIFY(close_to(session_.nuoff[1].nuoff_hoch, 5600000, 0.01));
+    }
+
+    void right_click_tells_about_a_point() {
+        start_with_network();
+        const QPoint place = middle(session_.lbl_pubez[4]);
+        press(place, Qt::RightButton);
+        QVERIFY(info()->isVisible());
+        QCOMPARE(info()->text(), text("PBZ: 4"));
+        QCOMPARE(info()->font().family(), text("Courier New"));
+        QVERIFY(info()->font().fixedPitch());
+        // The corner stands at the point.
+        QVERIFY(qAbs(info()->x() - at(3500000, 5600100).x()) <= 1);
+        QVERIFY(qAbs(info()->y() - at(3500000, 5600100).y()) <= 1);
+        move(place, Qt::RightButton);
+        QVERIFY(info()->isVisible());
+        release(place, Qt::RightButton);
+        move(place);
+        QVERIFY(info()->isVisible());
+        move(QPoint(3, 3));
+        QVERIFY(!info()->isVisible());
+    }
+
+    void info_at_the_right_edge_flips() {
+        start_with_network();
+        // The view is moved until point 3 stands near its right edge.
+        const double shift = (3500100 - session_.view.ansicht_rw_max) + 40 * pixel();
+        session_.view.ansicht_rw_min += shift;
+        session_.view.ansicht_rw_max += shift;
+        window_->redraw();
+        session_.pu[3].pu_bez = "ein langer Name";
+        press(at(3500100, 5600100) + QPoint(12, 8), Qt::RightButton);
+        QVERIFY(info()->isVisible());
+        QVERIFY(qAbs(info()->geometry().right() + 1 - at(3500100, 5600100).x()) <= 1);
+    }
+
+    void right_click_tells_about_a_district() {
+        start_with_network();
+        for (const std::int16_t nbez : {std::int16_t{1}, std::int16_t{2}}) {
+            show_kilometre_squares(nbez);
+            const std::int32_t i = node_label();
+            QVERIFY(i > 0);
+            press(middle(session_.lbl_nubez[static_cast<std::size_t>(i)]), Qt::RightButton);
+            QVERIFY(info()->isVisible());
+            QCOMPARE(info()->text(), text(" 34995600 | 35005600 \n  34995599 | 35005599 "));
+            const QPoint centre = info()->geometry().center();
+            QVERIFY(qAbs(centre.x() - at(3500000, 5600000).x()) <= 1);
+            QVERIFY(qAbs(centre.y() - at(3500000, 5600000).y()) <= 1);
+            move(QPoint(3, 3));
+        }
+    }
+
+    void right_click_beside_labels_tells_nothing() {
+        start_with_network();
+        press(QPoint(3, 3), Qt::RightButton);
+        QVERIFY(!info()->isVisible());
+    }
+
+    void pointer_shows_what_can_be_held() {
+        start_with_network();
+        move(middle(session_.lbl_pubez[3]));
+        QCOMPARE(session_.window.mouse_pointer, 99);
+        QCOMPARE(picture().cursor().shape(), Qt::SizeAllCursor);
+        move(QPoint(3, 3));
+        QCOMPARE(session_.window.mouse_pointer, 0);
+        QCOMPARE(picture().cursor().shape(), Qt::ArrowCursor);
+    }
+
+    void the_sheets_follow_the_hand_in_plot_mode() {
+        start_with_network();
+        session_.plotmodus = 1;
+        const double rechts = session_.plot.plot_null_rechts;
+        const double hoch = session_.plot.plot_null_hoch;
+        const ViewEdges view = edges(session_.view);
+        const QPoint from(10, 10);
+        press(from);
+        QCOMPARE(undo_text(), text("Rückgängig: Verschiebung Blatteinteilung"));
+        QCOMPARE(session_.window.mouse_pointer, 99);
+        move(from + QPoint(30, 20), Qt::LeftButton);
+        move(from + QPoint(50, 40), Qt::LeftButton);
+        QVERIFY(!picture().overlay().rubber_band.has_value());
+        release(from + QPoint(50, 40));
+        QVERIFY(close_to(session_.plot.plot_null_rechts, rechts + 50 * pixel(), 1e-3));
+        QVERIFY(close_to(session_.plot.plot_null_hoch, hoch - 40 * pixel(), 1e-3));
+        QCOMPARE(edges(session_.view), view);
+        QCOMPARE(session_.window.mouse_pointer, 0);
+        action("rückgängig")->trigger();
+        QCOMPARE(session_.plot.plot_null_rechts, rechts);
+        QCOMPARE(session_.plot.plot_null_hoch, hoch);
+        QVERIFY(!action("rückgängig")->isEnabled());
+    }
+
+    void sheets_are_outlined_while_they_move() {
+        start_with_network();
+        action("lupe_minus")->trigger();
+        session_.plotmodus = 1;
+        const QImage plain = picture().grab().toImage();
+        const int y = picture().height() / 2;
+        const auto differs_at = [&](const QImage& image, double x) {
+            const int column = static_cast<int>(std::lround(x));
+            bool differs = false;
+            for (int dx = -1; dx <= 1; ++dx) {
+                differs = differs || plain.pixel(column + dx, y) != image.pixel(column + dx, y);
+            }
+            return differs;
+        };
+        const double left =
+            (session_.plot.plot_null_rechts - session_.view.ansicht_rw_min) / pixel();
+        press(QPoint(10, 10));
+        QVERIFY(close_to(moving_sheet_lines(session_).at(0).x1(), left, 1e-3));
+        QVERIFY(differs_at(picture().grab().toImage(), left));
+        move(QPoint(50, 10), Qt::LeftButton);
+        const QImage moved = picture().grab().toImage();
+        QVERIFY(!differs_at(moved, left));
+        QVERIFY(differs_at(moved, left + 40));
+        release(QPoint(50, 10));
+        QCOMPARE(picture().grab().toImage(), plain);
+    }
+
+    void plot_origin_is_fitted_by_its_command() {
+        start_with_network();
+        session_.plotmodus = 1;
+        session_.window[MenuItem::m_plotten_null].enabled = true;
+        window_->synchronise();
+        session_.plot.plot_null_rechts += 17;
+        const double rechts = session_.plot.plot_null_rechts;
+        action("m_plotten_null")->trigger();
+        QCOMPARE(session_.plot.plot_null_rechts, session_.extents.gesamt_rw_min);
+        QCOMPARE(session_.plot.plot_null_hoch, session_.extents.gesamt_hw_min);
+        QCOMPARE(undo_text(), text("Rückgängig: Plotternullpunkt anpassen"));
+        action("rückgängig")->trigger();
+        QCOMPARE(session_.plot.plot_null_rechts, rechts);
+    }
+
+    void resizing_clears_undo() {
+        start_with_network();
+        action("lupe_plus")->trigger();
+        window_->resize(window_->width() - 50, window_->height());
+        QTRY_COMPARE(undo_text(), text("Rückgängig:"));
+        QVERIFY(!action("m_ansicht_undo")->isEnabled());
+    }
+
+    void the_mouse_waits_while_a_command_runs() {
+        start_with_network();
+        const ViewEdges before = edges(session_.view);
+        window_->choose_file = [this] {
+            drag(QPoint(20, 20), QPoint(300, 300));
+            turn_wheel(QPoint(20, 20), 120);
+            return QString();
+        };
+        action("m_datei_beliebig")->trigger();
+        QTest::qWait(20);
+        QCOMPARE(edges(session_.view), before);
+        QVERIFY(!picture().overlay().rubber_band.has_value());
+    }
+
+    void without_a_file_the_mouse_does_nothing() {
+        start();
+        logo()->accept();
+        drag(QPoint(20, 20), QPoint(300, 300));
+        turn_wheel(QPoint(20, 20), 120);
+        press(QPoint(20, 20), Qt::RightButton);
+        QVERIFY(!info()->isVisible());
+        QVERIFY(!action("rückgängig")->isEnabled());
+    }
+
+    void status_line_tells_place_and_scale() {
+        start_with_network();
+        auto* status = window_->findChild<TorvelStatus*>(text("sta_torvel"));
+        QVERIFY(status != nullptr);
+        auto* place = status->findChild<QLabel*>(text("lbl_ort"));
+        auto* scale = status->findChild<QLabel*>(text("lbl_massstab"));
+        session_.view.ansicht_rw_min = 3500000;
+        move(QPoint(0, 0));
+        QVERIFY2(place->text().startsWith(text("Rechtswert 3500000.00   Hochwert ")),
+                 qPrintable(place->text()));
+        QVERIFY(scale->text().startsWith(text("1 : ")));
+        const QString before = scale->text();
+        action("lupe_minus")->trigger();
+        QVERIFY(scale->text() != before);
+        QEvent leave(QEvent::Leave);
+        QApplication::sendEvent(&picture(), &leave);
+        QVERIFY(place->text().isEmpty());
+    }
+
+    void the_picture_is_saved() {
+        start();
+        QVERIFY(!action("m_datei_bild")->isEnabled());
+        start_with_network();
+        QVERIFY(action("m_datei_bild")->isEnabled());
+        window_->choose_picture_file = [this] { return path("bild.png"); };
+        action("m_datei_bild")->trigger();
+        const QImage saved(path("bild.png"));
+        QCOMPARE(saved.convertToFormat(QImage::Format_RGB32).size(), picture().shown().size());
+        QCOMPARE(saved.pixel(0, 0), picture_background);
+        window_->choose_picture_file = [this] { return path("bild.SVG"); };
+        action("m_datei_bild")->trigger();
+        QVERIFY(read("bild.SVG").contains("<svg"));
+        window_->choose_picture_file = [] { return QString(); };
+        action("m_datei_bild")->trigger();
+    }
+
+    void a_picture_that_cannot_be_saved_is_told_and_nothing_else() {
+        start_with_network();
+        window_->choose_picture_file = [this] { return path("gibt/es/nicht.png"); };
+        answer_message_box();
+        action("m_datei_bild")->trigger();
+        QCOMPARE(box_title_, text("VELDRA - Bild speichern"));
+        QVERIFY(box_text_.contains(text("nicht.png")));
+        QVERIFY(action("lupe_plus")->isEnabled());
+        action("lupe_plus")->trigger();
+        QCOMPARE(undo_text(), text("Rückgängig: Vergrößern"));
+    }
+
+    void a_dropped_file_is_opened() {
+        start();
+        logo()->accept();
+        write("ve_fall.dat", square_network);
+        drop_on_window({QUrl::fromLocalFile(path("ve_fall.dat"))}, true);
+        QCOMPARE(session_.datei_geladen, std::int16_t{1});
+        QCOMPARE(session_.graphikdatei, system_path(path("ve_fall.dat")));
+        // Neither folders nor several files.
+        drop_on_window({QUrl::fromLocalFile(path("dokumente"))}, false);
+        drop_on_window(
+            {QUrl::fromLocalFile(path("ve_fall.dat")), QUrl::fromLocalFile(path("ve_fall.dat"))},
+            false);
+    }
+
+    void a_project_takes_no_dropped_file() {
+        write("windows/projekt.ini", "[VELDRA]\r\nTitel=P\r\n");
+        start("projekt.ini");
+        write("ve_fall.dat", square_network);
+        drop_on_window({QUrl::fromLocalFile(path("ve_fall.dat"))}, false);
+        QCOMPARE(session_.datei_geladen, std::int16_t{0});
+    }
+
+    void long_work_shows_itself_and_can_be_given_up() {
+        start_with_network();
+        auto* bar = window_->findChild<QProgressBar*>(text("bar_fortschritt"));
+        auto* give_up = window_->findChild<QPushButton*>(text("cmd_abbrechen"));
+        QVERIFY(bar->isHidden() && give_up->isHidden());
+        write("ve_zwei.dat", square_network);
+        int shown_late = 0;
+        bool could_give_up = false;
+        // The reading is met by a command that has already taken its time.
+        window_->choose_file = [&] {
+            auto* look = new QTimer(window_.get());
+            connect(look, &QTimer::timeout, window_.get(), [&could_give_up, give_up] {
+                if (give_up->isVisible()) {
+                    could_give_up = true;
+                    give_up->click();
+                }
+            });
+            look->start(0);
+            session_.work = &slow_;
+            slow_.next = window_->findChild<TorvelProgress*>();
+            slow_.shown = [&] { shown_late += bar->isVisible() ? 1 : 0; };
+            return path("ve_zwei.dat");
+        };
+        action("m_datei_beliebig")->trigger();
+        QVERIFY(shown_late > 0);
+        QVERIFY(could_give_up);
+        QVERIFY(bar->isHidden() && give_up->isHidden());
+        // No file is loaded; the one that was open has been written back.
+        QCOMPARE(session_.datei_geladen, std::int16_t{0});
+        QCOMPARE(window_->windowTitle(), text("VELDRA - [keine Graphikdatei eröffnet]"));
+        QVERIFY(picture().shown().isNull());
+        QVERIFY(!action("lupe_plus")->isEnabled());
+        QVERIFY(!action("m_torvel_ansicht")->isEnabled());
+        QVERIFY(read("ve_quadrat.dat").contains("Objekte"));
+        QCOMPARE(read("ve_zwei.dat"), QByteArray(square_network));
+        // And everything goes on.
+        window_->choose_file = [this] { return path("ve_zwei.dat"); };
+        action("m_datei_beliebig")->trigger();
+        QCOMPARE(session_.datei_geladen, std::int16_t{1});
+        QCOMPARE(session_.pu.count(), 4);
+        QVERIFY(window_->close());
+        QVERIFY(read("ve_zwei.dat").contains("Objekte"));
+    }
+
+    void quick_work_shows_nothing() {
+        start_with_network();
+        QTest::qWait(150);  // no command of the window's own comes between
+        auto* bar = window_->findChild<QProgressBar*>(text("bar_fortschritt"));
+        auto* progress = window_->findChild<TorvelProgress*>();
+        progress->begin();
+        QVERIFY(progress->goes_on());
+        QVERIFY(bar->isHidden());
+        QTest::qSleep(TorvelProgress::patience + 50);
+        QVERIFY(progress->goes_on());
+        QVERIFY(bar->isVisible());
+        // Nothing stands ready to clear up: it cannot be given up.
+        QVERIFY(!window_->findChild<QPushButton*>(text("cmd_abbrechen"))->isVisible());
+        progress->end();
+        QVERIFY(bar->isHidden());
+    }
+
+ private:
+    /// Takes half a second before it passes on what it hears.
+    struct SlowWork final : LongWork {
+        bool goes_on() override {
+            QTest::qSleep(TorvelProgress::patience + 50);
+            const bool on = next->goes_on();
+            shown();
+            return on;
+        }
+        LongWork* next = nullptr;
+        std::function<void()> shown;
+    };
+    SlowWork slow_;
+
+    /// Ends the program and begins another in the same folders.
+    void close_down_window() {
+        file_ = path("ve_quadrat.dat");
+        window_.reset();
+        session_ = Session();
+    }
+
+    QString file_;
+};
+
+QTEST_MAIN(FrmTorvelHandTest)
+#include "frmTorvel_hand_wintest.moc"
