@@ -2,7 +2,6 @@
 
 #include <QFocusEvent>
 #include <QKeyEvent>
-#include <QMetaObject>
 #include <utility>
 
 namespace veldra {
@@ -12,6 +11,8 @@ EntryBox::EntryBox(QWidget& control, QLineEdit& edit, Commit commit, Leaves leav
       edit_(edit),
       commit_(std::move(commit)),
       leaves_unread_(std::move(leaves_unread)) {
+    select_.setSingleShot(true);
+    connect(&select_, &QTimer::timeout, &edit_, &QLineEdit::selectAll);
     control.installEventFilter(this);
 }
 
@@ -34,7 +35,7 @@ bool EntryBox::eventFilter(QObject* watched, QEvent* event) {
         }
     } else if (event->type() == QEvent::FocusIn) {
         // After the box has put its cursor where the mouse is.
-        QMetaObject::invokeMethod(&edit_, &QLineEdit::selectAll, Qt::QueuedConnection);
+        select_.start(0);
     } else if (event->type() == QEvent::FocusOut) {
         const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
         if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&

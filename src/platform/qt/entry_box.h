@@ -2,6 +2,7 @@
 
 #include <QLineEdit>
 #include <QObject>
+#include <QTimer>
 #include <functional>
 
 namespace veldra {
@@ -26,6 +27,7 @@ class EntryBox final : public QObject {
     QLineEdit& edit_;
     Commit commit_;
     Leaves leaves_unread_;
+    QTimer select_;
     bool busy_ = false;
 };
 
