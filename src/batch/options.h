@@ -26,9 +26,9 @@ struct FileOptions {
 
 /// How a picture is to be made.
 struct PictureOptions {
-    int width = 1600;    ///< pixels
-    int height = 1000;   ///< pixels
-    std::string window;  ///< --ausschnitt RW1,HW1,RW2,HW2, "" for the whole part
+    int width = 1600;        ///< pixels
+    int height = 1000;       ///< pixels
+    std::string window;      ///< --ausschnitt RW1,HW1,RW2,HW2, "" for the whole part
     bool plotmodus = false;  ///< --plotmodus: the preview of the sheets
 };
 

@@ -28,8 +28,7 @@ void LayerSurface::clipped_line(const Segment& whole) {
     }
     const Segment& part = clipped.segment;
     const bool first_end_stayed = ((clipped.result - 1) & 1) != 0;
-    const double begun =
-        first_end_stayed ? 0 : std::hypot(part.ax - whole.ax, part.ay - whole.ay);
+    const double begun = first_end_stayed ? 0 : std::hypot(part.ax - whole.ax, part.ay - whole.ay);
     hand_over_line(part.ax, part.ay, part.bx, part.by, begun);
 }
 

@@ -106,16 +106,14 @@ void place_legend_texts(Session& session, const LayerFrame& frame, const Desk& d
     for (const LegendLine& line : legend_lines(session)) {
         const float size = line.zeile->getTitelSize();
         const FontSpec unsized = title_font(*line.zeile);
-        const FontSpec font =
-            seen_font(session, *frame.measurer, unsized,
-                      fitted_points(session, desk, unsized, size), size);
+        const FontSpec font = seen_font(session, *frame.measurer, unsized,
+                                        fitted_points(session, desk, unsized, size), size);
         const LabelSize extent =
             label_size(frame, frame.measurer->face_metrics(font), font, line.text);
-        session.legende_texte.push_back(
-            {label_at(frame, line.text,
-                      {x, y - static_cast<double>(extent.height),
-                       x + static_cast<double>(extent.width), y}),
-             font});
+        session.legende_texte.push_back({label_at(frame, line.text,
+                                                  {x, y - static_cast<double>(extent.height),
+                                                   x + static_cast<double>(extent.width), y}),
+                                         font});
         y -= ground_of_paper(session, line_height_per_digit * static_cast<double>(size));
     }
 }
@@ -213,12 +211,12 @@ LayerFrame preview_frame(const Session& session, const PaperFonts& paper, TextMe
     LayerFrame frame = paper_frame(session, paper, measurer);
     frame.origin_rechts = session.view.ansicht_rw_min;
     frame.origin_hoch = session.view.ansicht_hw_min;
-    frame.point_font = seen_font(session, measurer, frame.point_font, paper.point_labels,
-                                 settings.pubsizplo);
+    frame.point_font =
+        seen_font(session, measurer, frame.point_font, paper.point_labels, settings.pubsizplo);
     frame.district_font = seen_font(session, measurer, frame.district_font, paper.district_labels,
                                     settings.nubsizplo);
-    frame.remote_font = seen_font(session, measurer, frame.remote_font, paper.point_labels,
-                                  settings.pubsizplo);
+    frame.remote_font =
+        seen_font(session, measurer, frame.remote_font, paper.point_labels, settings.pubsizplo);
     frame.label_unit = session.view.ansicht_masseinheit;
     frame.window.reset();
     frame.width_factor = 1;

@@ -103,22 +103,25 @@ const BoundaryLines* boundary_lines(Session& session) {
     return &cache.lines;
 }
 
-void DrawBoundaries(Session& session, const LayerFrame& frame, DrawingTarget& target) {
-    const BoundaryLines* lines = boundary_lines(session);
-    if (lines == nullptr) {
-        return;
-    }
-    const Settings& settings = session.settings;
+void draw_boundary_lines(const BoundaryLines& lines, const std::optional<BoundaryCode>& end,
+                         const Settings& settings, const LayerFrame& frame, DrawingTarget& target) {
     LayerSurface surface(frame, target);
     visit_boundaries(
-        *lines, boundary_end(session.obj.obj_verw), {frame.origin_rechts, frame.origin_hoch},
-        surface.visible_ground(),
+        lines, end, {frame.origin_rechts, frame.origin_hoch}, surface.visible_ground(),
         [&](std::size_t level) {
             const std::int32_t colour = settings.grenzrgb[level];
             surface.pen(settings.grenzdrw[level], frame.grey ? GreyOf(colour) : colour);
             return surface.visible_ground();
         },
         [&surface](std::span<const PlanePoint> run) { draw_run(surface, run); });
+}
+
+void DrawBoundaries(Session& session, const LayerFrame& frame, DrawingTarget& target) {
+    const BoundaryLines* lines = boundary_lines(session);
+    if (lines != nullptr) {
+        draw_boundary_lines(*lines, boundary_end(session.obj.obj_verw), session.settings, frame,
+                            target);
+    }
 }
 
 }  // namespace veldra

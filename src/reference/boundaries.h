@@ -25,6 +25,10 @@ class UnreadableBoundaries : public FatalError {
 /// file. Valid until the next call. Throws UnreadableBoundaries.
 const BoundaryLines* boundary_lines(Session& session);
 
+/// Draws boundaries up to the first header of the code `end` in the pens of their levels.
+void draw_boundary_lines(const BoundaryLines& lines, const std::optional<BoundaryCode>& end,
+                         const Settings& settings, const LayerFrame& frame, DrawingTarget& target);
+
 /// Draws the administrative boundaries of the level `obj_verw`. Throws UnreadableBoundaries.
 void DrawBoundaries(Session& session, const LayerFrame& frame, DrawingTarget& target);
 

@@ -119,11 +119,12 @@ class EdgeLabels {
     void take_end(double x, double y, double dx, double dy, const SideNumbers& sides) {
         if (is_on_y_edge(y)) {
             const bool northward = dy > 0;
-            beside_line(x, y > (sheet_.ymin + sheet_.ymax) / 2, northward ? sides.left : sides.right,
-                        northward ? sides.right : sides.left);
+            beside_line(x, y > (sheet_.ymin + sheet_.ymax) / 2,
+                        northward ? sides.left : sides.right, northward ? sides.right : sides.left);
         } else if (is_on_x_edge(x)) {
             const bool eastward = dx > 0;
-            above_and_below_line(y, x > (sheet_.xmin + sheet_.xmax) / 2, eastward ? sides.left : sides.right,
+            above_and_below_line(y, x > (sheet_.xmin + sheet_.xmax) / 2,
+                                 eastward ? sides.left : sides.right,
                                  eastward ? sides.right : sides.left);
         }
     }

@@ -118,6 +118,7 @@ std::map<MenuItem, Command> FrmTorvel::menu_commands() {
         ++index;
     }
     commands[MenuItem::m_datei_beenden] = [this] { close(); };
+    commands[MenuItem::m_optionen_darstellungen] = [this] { open_display_options(); };
     commands[MenuItem::m_hilfe_proginfo] = [this] { show_logo(FrmLogo::ShownBy::help); };
     add_view_commands(commands);
     return commands;

@@ -82,6 +82,7 @@ class FrmTorvel final : public QMainWindow {
     void perform(const Command& command);
     void open_file();
     void show_logo(FrmLogo::ShownBy shown_by);
+    void open_display_options();
     /// The window has another size or state: the picture follows as soon as both are known.
     void expect_size();
     void follow_size();

@@ -158,11 +158,11 @@ TEST_P(TrueScaleTest, PointsStandWhereTheScalePutsThem) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Papers, TrueScaleTest,
-                         testing::Values(Paper{184.5, 274.5, 3, 2, 300},    // A4
+                         testing::Values(Paper{184.5, 274.5, 3, 2, 300},  // A4
                                          Paper{184.5, 274.5, 3, 2, 1200},
-                                         Paper{815.5, 1166.5, 1, 1, 300},   // A0
+                                         Paper{815.5, 1166.5, 1, 1, 300},  // A0
                                          Paper{815.5, 1166.5, 2, 1, 1200},
-                                         Paper{884.5, 4977.5, 1, 1, 300},   // a roll of 5 m
+                                         Paper{884.5, 4977.5, 1, 1, 300},  // a roll of 5 m
                                          Paper{884.5, 4977.5, 2, 1, 1200}));
 
 /// A rendered page, 0 black to 255 white.
@@ -174,9 +174,9 @@ struct Picture {
     [[nodiscard]] int at(int x, int y) const {
         return x < 0 || y < 0 || x >= width || y >= height
                    ? 255
-                   : static_cast<unsigned char>(pixels[static_cast<std::size_t>(y) *
-                                                           static_cast<std::size_t>(width) +
-                                                       static_cast<std::size_t>(x)]);
+                   : static_cast<unsigned char>(
+                         pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+                                static_cast<std::size_t>(x)]);
     }
     /// Copies a rectangle of `from` whose upper left corner is at (from_x, from_y).
     void paste(const Picture& from, int from_x, int from_y, int x, int y, int across, int down) {
@@ -192,9 +192,9 @@ struct Picture {
 };
 
 Picture white(int width, int height) {
-    return {width, height,
-            std::string(static_cast<std::size_t>(width) * static_cast<std::size_t>(height),
-                        '\xff')};
+    return {
+        width, height,
+        std::string(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), '\xff')};
 }
 
 Picture rendered(const std::string& path, int page) {
@@ -210,8 +210,8 @@ Picture rendered(const std::string& path, int page) {
     in.get();
     picture.pixels.assign(std::istreambuf_iterator<char>(in), {});
     EXPECT_EQ(magic, "P5");
-    EXPECT_EQ(picture.pixels.size(), static_cast<std::size_t>(picture.width) *
-                                         static_cast<std::size_t>(picture.height));
+    EXPECT_EQ(picture.pixels.size(),
+              static_cast<std::size_t>(picture.width) * static_cast<std::size_t>(picture.height));
     return picture;
 }
 

@@ -261,13 +261,12 @@ TEST_F(PlotDistrictsTest, EdgeOnAGridLineHasTheNumbersOfTheSheetsOwnDistricts) {
     // The lower edge is the line 5618, the left one the line 2571; both lines run along them.
     session.obj.obj_nbez = 2;
     session.blatt = {2571000, 5618000, 2573500, 5620500};
-    EXPECT_THAT(texts(),
-                UnorderedElementsAre(
-                    " 25715618 | 25725618 @895 20", " 25725618 | 25735618 @1895 20",
-                    " 25715620 | 25725620 @895 2500", " 25725620 | 25735620 @1895 2500",
-                    " 25715619 @0 1020", " 25715618 @0 1000", " 25715620 @0 2020",
-                    " 25715619 @0 2000", " 25735619 @2400 1020", " 25735618 @2400 1000",
-                    " 25735620 @2400 2020", " 25735619 @2400 2000"));
+    EXPECT_THAT(texts(), UnorderedElementsAre(
+                             " 25715618 | 25725618 @895 20", " 25725618 | 25735618 @1895 20",
+                             " 25715620 | 25725620 @895 2500", " 25725620 | 25735620 @1895 2500",
+                             " 25715619 @0 1020", " 25715618 @0 1000", " 25715620 @0 2020",
+                             " 25715619 @0 2000", " 25735619 @2400 1020", " 25735618 @2400 1000",
+                             " 25735620 @2400 2020", " 25735619 @2400 2000"));
 }
 
 TEST_F(PlotDistrictsTest, OneNumberWhereThereIsNoRoomForTwo) {

@@ -1,0 +1,70 @@
+#include "settings/display_fonts.h"
+
+#include <algorithm>
+
+#include "drawing/fonts.h"
+#include "graphikdatei/numbers.h"
+#include "plot/application_printer.h"
+
+namespace veldra {
+
+namespace {
+
+/// Largest size that is kept, points: beyond it nothing of a letter fits any sheet.
+constexpr double largest_points = 2160;
+
+void set_face(Settings& settings, bool districts, const FontChoice& choice) {
+    (districts ? settings.nubfon : settings.pubfon) = choice.font.face;
+    (districts ? settings.nubbol : settings.pubbol) = choice.font.bold;
+    (districts ? settings.nubita : settings.pubita) = choice.font.italic;
+    (districts ? settings.nubund : settings.pubund) = choice.font.underline;
+    (districts ? settings.nubcolor : settings.pubcolor) = choice.colour;
+}
+
+}  // namespace
+
+Printer* usable_printer(const Session& session, Printer* printer) {
+    return session.printer.drucker_ok == table_false ? nullptr : printer;
+}
+
+FontChoice screen_font(const Settings& settings, bool districts) {
+    return districts ? FontChoice{district_label_font(settings), settings.nubcolor}
+                     : FontChoice{point_label_font(settings), settings.pubcolor};
+}
+
+void set_screen_font(Settings& settings, bool districts, const FontChoice& choice) {
+    set_face(settings, districts, choice);
+    const double points = std::clamp(choice.font.points, 1.0, largest_points);
+    (districts ? settings.nubgrascr : settings.pubgrascr) = to_int16(points).value_or(1);
+}
+
+FontChoice plot_font(const Session& session, Printer* printer, bool districts) {
+    const Settings& settings = session.settings;
+    FontChoice choice = screen_font(settings, districts);
+    if (printer != nullptr) {
+        const float height = districts ? settings.nubsizplo : settings.pubsizplo;
+        try {
+            std::int16_t points = 0;
+            FitPrinterFont(session, *printer, height, choice.font, points);
+            choice.font.points = points;
+        } catch (const PrinterError&) {
+            // Only the choice of a size starts elsewhere.
+        }
+    }
+    return choice;
+}
+
+void set_plot_font(Session& session, Printer* printer, bool districts, const FontChoice& choice) {
+    Settings& settings = session.settings;
+    set_face(settings, districts, choice);
+    if (printer != nullptr) {
+        float& height = districts ? settings.nubsizplo : settings.pubsizplo;
+        try {
+            SetPrinterFont(session, *printer, choice.font, height);
+        } catch (const PrinterError&) {
+            // The height that was set stays in force.
+        }
+    }
+}
+
+}  // namespace veldra

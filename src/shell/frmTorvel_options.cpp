@@ -1,0 +1,27 @@
+#include "settings/frmDarstellungen.h"
+#include "shell/frmTorvel.h"
+
+namespace veldra {
+
+void FrmTorvel::open_display_options() {
+    if (busy_ || failed_) {
+        return;
+    }
+    auto* dialog = new FrmDarstellungen(this, session_, measurer_, printer_);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->set_mouse_pointer = [this](int pointer) {
+        session_.window.mouse_pointer = pointer;
+        ui_.set_mouse_pointer(pointer);
+    };
+    connect(dialog, &QDialog::finished, this, [this] {
+        perform([this] {
+            if (session_.datei_geladen == 1) {
+                redraw();
+            }
+        });
+    });
+    synchronise();
+    dialog->open();
+}
+
+}  // namespace veldra
