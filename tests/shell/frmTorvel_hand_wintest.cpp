@@ -524,8 +524,9 @@ class FrmTorvelHandTest : public test::TorvelFixture {
     void sheets_are_outlined_while_they_move() {
         start_with_network();
         action("lupe_minus")->trigger();
-        session_.plotmodus = 1;
         const QImage plain = picture().grab().toImage();
+        session_.plotmodus = 1;
+        window_->redraw();
         const int y = picture().height() / 2;
         const auto differs_at = [&](const QImage& image, double x) {
             const int column = static_cast<int>(std::lround(x));
@@ -545,7 +546,10 @@ class FrmTorvelHandTest : public test::TorvelFixture {
         QVERIFY(!differs_at(moved, left));
         QVERIFY(differs_at(moved, left + 40));
         release(QPoint(50, 10));
-        QCOMPARE(picture().grab().toImage(), plain);
+        const QImage dropped = picture().grab().toImage();
+        QVERIFY(dropped != plain);
+        window_->redraw();
+        QCOMPARE(picture().grab().toImage(), dropped);
     }
 
     void plot_origin_is_fitted_by_its_command() {
