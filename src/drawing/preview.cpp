@@ -189,6 +189,24 @@ void draw_corner_marks(const Session& session, LayerSurface& surface) {
     }
 }
 
+void draw_outlines(const Session& session, LayerSurface& surface) {
+    constexpr double smallest_side = 3;  // pixels
+    const TargetBox sheet = sheet_ground(session, 1, 1);
+    const double pixel = twips_per_pixel * session.view.ansicht_masseinheit;
+    const double side = std::min(sheet.xmax - sheet.xmin, sheet.ymax - sheet.ymin);
+    if (side >= smallest_side * pixel) {
+        for (const Segment& line : sheet_outlines(session)) {
+            surface.line(line);
+        }
+        return;
+    }
+    const TargetBox all = plot_ground(session);
+    surface.line(all.xmin, all.ymin, all.xmax, all.ymin);
+    surface.line(all.xmax, all.ymin, all.xmax, all.ymax);
+    surface.line(all.xmax, all.ymax, all.xmin, all.ymax);
+    surface.line(all.xmin, all.ymax, all.xmin, all.ymin);
+}
+
 void draw_legend_box(const Session& session, DrawingTarget& target) {
     const Label& box = session.lbl_legende;
     const float right = box.left + box.width;
@@ -261,9 +279,7 @@ void draw_sheet_frames(const Session& session, DrawingTarget& target) {
     frame.origin_hoch = session.view.ansicht_hw_min;
     LayerSurface surface(frame, target);
     surface.pen(dotted, 1, black);
-    for (const Segment& line : sheet_outlines(session)) {
-        surface.line(line);
-    }
+    draw_outlines(session, surface);
     surface.style(solid);
     draw_corner_marks(session, surface);
     if (session.window.lbl_legende_visible) {

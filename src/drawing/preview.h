@@ -24,11 +24,13 @@ void PreviewAll(Session& session, DrawingTarget& target, const Desk& desk);
 void draw_picture(Session& session, DrawingTarget& target, const Desk& desk);
 
 /// What lies over the layers of the preview and moves with the sheets: their outlines (dotted) and
-/// corner marks and, while it is visible, the box of the legend. Nothing out of plot mode.
+/// corner marks and, while it is visible, the box of the legend. Outlines closer than three pixels
+/// to each other are left out, but for that around all sheets. Nothing out of plot mode and while
+/// the sheets are being moved.
 void draw_sheet_frames(const Session& session, DrawingTarget& target);
 
 /// Places legend and edge numbers for the sheets as they stand now, without drawing anything, as
-/// after a move of the sheets. Counts the sheets first.
+/// after a move of the sheets, which ends with it. Counts the sheets first.
 void place_sheet_texts(Session& session, const Desk& desk);
 
 }  // namespace veldra

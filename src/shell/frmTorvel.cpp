@@ -121,6 +121,7 @@ std::map<MenuItem, Command> FrmTorvel::menu_commands() {
     commands[MenuItem::m_optionen_darstellungen] = [this] { open_display_options(); };
     commands[MenuItem::m_hilfe_proginfo] = [this] { show_logo(FrmLogo::ShownBy::help); };
     add_view_commands(commands);
+    add_plot_commands(commands);
     return commands;
 }
 
@@ -128,6 +129,7 @@ std::map<ToolButton, Command> FrmTorvel::tool_commands() {
     std::map<ToolButton, Command> commands{{ToolButton::datei_oeffnen, [this] { open_file(); }},
                                            {ToolButton::beenden, [this] { close(); }}};
     add_view_commands(commands);
+    add_plot_commands(commands);
     return commands;
 }
 
@@ -185,7 +187,7 @@ void FrmTorvel::perform(const Command& command) {
 
 void FrmTorvel::redraw() {
     const TorvelProgress::MayCancel may_cancel(*progress_);
-    picture_->redraw(session_, ui_);
+    picture_->redraw(session_, ui_, printer_);
 }
 
 void FrmTorvel::synchronise() {
@@ -193,8 +195,7 @@ void FrmTorvel::synchronise() {
     session_.window[MenuItem::m_datei_bild].enabled = session_.datei_geladen == 1;
     status_->synchronise(session_);
     commands_->synchronise(session_.window);
-    findChild<QLabel*>(QStringLiteral("lbl_legende"))
-        ->setVisible(session_.window.lbl_legende_visible);
+    place_legend_control();
 }
 
 void FrmTorvel::open_file() {

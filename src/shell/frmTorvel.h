@@ -77,6 +77,11 @@ class FrmTorvel final : public QMainWindow {
     void lay_out_sheets();
     [[nodiscard]] QString dropped_file(const QMimeData& dropped) const;
 
+    // Plot mode: frmTorvel_plot.cpp.
+    void add_plot_commands(std::map<MenuItem, Command>& commands);
+    void add_plot_commands(std::map<ToolButton, Command>& commands);
+    /// The control lbl_legende covers the legend that the picture shows.
+    void place_legend_control();
     [[nodiscard]] Desk desk();
     /// Runs one command to its end; those that come meanwhile are dropped.
     void perform(const Command& command);

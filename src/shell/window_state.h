@@ -92,7 +92,7 @@ struct WindowState {
     bool frm_massstab_shown = false;   ///< the dialog of scale bars is to be open
     bool lbl_legende_visible = false;
     bool sheets_moving = false;  ///< frames and texts of the sheets are not drawn meanwhile
-    int mouse_pointer = 0;  ///< of the picture: 0 default, 2 cross, 11 hourglass, 99 moving
+    int mouse_pointer = 0;       ///< of the picture: 0 default, 2 cross, 11 hourglass, 99 moving
     Undo undo;
 
     MenuItemState& operator[](MenuItem item) { return menu[static_cast<std::size_t>(item)]; }

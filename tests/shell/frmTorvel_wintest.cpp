@@ -154,7 +154,7 @@ class FrmTorvelTest : public test::TorvelFixture {
         start_with_network();
         QVERIFY(session_.window[MenuItem::m_torvel_objekte].enabled);
         QVERIFY(!action("m_torvel_objekte")->isEnabled());
-        QVERIFY(!action("m_plotten_ein")->isEnabled());
+        QVERIFY(!action("m_plotten_einstellungen")->isEnabled());
     }
 
     void labels_are_found_under_the_mouse() {

@@ -1,10 +1,10 @@
-#include "plot/sheet_outlines.h"
 #include "view/sheet_moving.h"
 
 #include <gtest/gtest.h>
 
 #include "fake_measurer.h"
 #include "network_builder.h"
+#include "plot/sheet_outlines.h"
 #include "view/undo.h"
 #include "view/viewport.h"
 

@@ -65,10 +65,8 @@ void draw_labels(const Session& session, LabelPainter& painter, QImage& image,
     visit_labels(session, [&](const Label& label, const FontSpec& font, std::int32_t colour) {
         painter.paint(image, mapping, label, font, colour);
     });
-    if (session.plotmodus == 1) {
-        RasterTarget target(image, mapping);
-        draw_sheet_frames(session, target);
-    }
+    RasterTarget target(image, mapping);
+    draw_sheet_frames(session, target);
 }
 
 QImage render_picture(Session& session, TextMeasurer& measurer, UserInterface& ui, QSize pixels,
