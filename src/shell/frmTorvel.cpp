@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "platform/qt/picture_image.h"
+#include "settings/paths.h"
 #include "settings/profile.h"
 #include "shell/file_commands.h"
 
@@ -121,6 +122,7 @@ std::map<MenuItem, Command> FrmTorvel::menu_commands() {
     commands[MenuItem::m_optionen_darstellungen] = [this] { open_display_options(); };
     commands[MenuItem::m_hilfe_proginfo] = [this] { show_logo(FrmLogo::ShownBy::help); };
     add_view_commands(commands);
+    add_dialog_commands(commands);
     return commands;
 }
 
@@ -128,11 +130,13 @@ std::map<ToolButton, Command> FrmTorvel::tool_commands() {
     std::map<ToolButton, Command> commands{{ToolButton::datei_oeffnen, [this] { open_file(); }},
                                            {ToolButton::beenden, [this] { close(); }}};
     add_view_commands(commands);
+    add_dialog_commands(commands);
     return commands;
 }
 
 Desk FrmTorvel::desk() {
-    return {measurer_, ui_, [this] { redraw(); }, printer_, print_dialog_};
+    return {measurer_,     ui_,     [this] { redraw(); },     printer_,
+            print_dialog_, &watch_, user_folder(run_.folders)};
 }
 
 void FrmTorvel::use_printer(Printer& printer, PrintDialog& dialog) {
@@ -142,6 +146,7 @@ void FrmTorvel::use_printer(Printer& printer, PrintDialog& dialog) {
 
 void FrmTorvel::load() {
     perform([this] {
+        befehlszeile_deuten(run_);
         start_vorbereiten(session_, run_);
         take_printer(session_, printer_);
         startprofil_lesen(session_, run_);
@@ -154,6 +159,8 @@ void FrmTorvel::load() {
         profil_lesen(session_, run_.ini_datei);
         if (run_.is_project()) {
             projektdatei_oeffnen(session_, desk());
+        } else if (!run_.start_datei.empty()) {
+            open_start_file();
         }
     });
     if (!run_.is_project() && !failed_) {
@@ -195,6 +202,7 @@ void FrmTorvel::synchronise() {
     commands_->synchronise(session_.window);
     findChild<QLabel*>(QStringLiteral("lbl_legende"))
         ->setVisible(session_.window.lbl_legende_visible);
+    synchronise_dialogs();
 }
 
 void FrmTorvel::open_file() {
@@ -251,6 +259,9 @@ void FrmTorvel::changeEvent(QEvent* event) {
     if (event->type() == QEvent::WindowStateChange) {
         expect_size();
     }
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+        QTimer::singleShot(0, this, &FrmTorvel::notice_rewritten_file);
+    }
 }
 
 void FrmTorvel::closeEvent(QCloseEvent* event) {
@@ -259,9 +270,10 @@ void FrmTorvel::closeEvent(QCloseEvent* event) {
         return;
     }
     if (run_.programm_aktiv && !failed_) {
-        perform([this] { programm_ende(session_, run_, desk()); });
+        end_program();
     }
     event->accept();
+    unload_dialogs();
 }
 
 }  // namespace veldra

@@ -1,6 +1,7 @@
 #include "view/frmNetzteile.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -150,6 +151,21 @@ void FrmNetzteile::mark_selected(bool marked) {
 
 void FrmNetzteile::reject() {
     requests_.close();
+}
+
+/// Keys without Ctrl or Alt are those of the list; the main window must not take its arrows.
+bool FrmNetzteile::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        const bool plain =
+            !key->modifiers().testAnyFlags(Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+        const bool function_key = key->key() >= Qt::Key_F1 && key->key() <= Qt::Key_F35;
+        if (plain && !function_key) {
+            event->accept();
+            return true;
+        }
+    }
+    return QDialog::event(event);
 }
 
 }  // namespace veldra

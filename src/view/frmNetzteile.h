@@ -32,6 +32,9 @@ class FrmNetzteile final : public QDialog {
     /// Every way to close it is a request to the main window.
     void reject() override;
 
+ protected:
+    bool event(QEvent* event) override;
+
  private:
     void build();
     void fill();
