@@ -112,6 +112,7 @@ void close_part_list(WindowState& window) {
     window[MenuItem::m_ansicht_netzteile].checked = false;
     window[ToolButton::netzteile].enabled = false;
     window.frm_netzteile_shown = false;
+    ++window.frm_netzteile_load;
 }
 
 }  // namespace

@@ -177,6 +177,26 @@ void copy_in_final_form(Session& session, LineReader& in, ReplacedFile& out) {
     }
 }
 
+/// Part and plot settings in force come back at the end, also after a failure.
+class ShownPart {
+ public:
+    explicit ShownPart(Session& session)
+        : session_(session), part_(session.netz_aktuell), plot_(session.plot) {}
+    ~ShownPart() {
+        session_.netz_aktuell = part_;
+        session_.plot = plot_;
+    }
+    ShownPart(const ShownPart&) = delete;
+    ShownPart& operator=(const ShownPart&) = delete;
+
+ private:
+    Session& session_;
+    std::int32_t part_;
+    PlotSettings plot_;
+};
+
+}  // namespace
+
 void close_document(Session& session) {
     session.arbeitsdatei_suffix.clear();
     WindowState& window = session.window;
@@ -193,15 +213,21 @@ void close_document(Session& session) {
     session.datei_geladen = 0;
 }
 
-}  // namespace
-
 void arbeitskopie_schreiben(Session& session) {
     if (session.datei_geladen != 1) {
         return;
     }
     const std::string suffix = session.arbeitsdatei_suffix == "_1" ? "_2" : "_1";
+    write_working_copy(session, session.arbeitsdatei_basis + suffix);
+    session.arbeitsdatei_suffix = suffix;
+}
+
+void write_working_copy(const Session& session, const std::string& target) {
+    if (session.datei_geladen != 1) {
+        return;
+    }
     LineReader in(working_path(session));
-    ReplacedFile out(session.arbeitsdatei_basis + suffix);
+    ReplacedFile out(target);
     enum class State : std::uint8_t { outside, block_due, inside };
     State state = session.netz_aktuell == 0 ? State::block_due : State::outside;
     const std::string& name = session.netz[session.netz_aktuell].netz_name;
@@ -223,29 +249,32 @@ void arbeitskopie_schreiben(Session& session) {
         }
     }
     out.commit();
-    session.arbeitsdatei_suffix = suffix;
 }
 
-void endfassung_schreiben(Session& session, const std::string& target) {
+void write_final_form(Session& session, const std::string& target) {
     if (session.datei_geladen != 1) {
         return;
     }
     if (session.netz.count() >= 1) {
         store_plot_settings(session);
     }
-    const std::int32_t shown_part = session.netz_aktuell;
-    {
-        LineReader in(working_path(session));
-        ReplacedFile out(target);
-        write_line(out, "VerfahrenLegende " + session.titel[0].getTitelText());
-        write_line(out, vector_scale_line(session));
-        if (session.netz_aktuell == 0) {
-            write_plot_scale(out, session.plot);
-        }
-        copy_in_final_form(session, in, out);
-        out.commit();
+    const ShownPart shown(session);
+    LineReader in(working_path(session));
+    ReplacedFile out(target);
+    write_line(out, "VerfahrenLegende " + session.titel[0].getTitelText());
+    write_line(out, vector_scale_line(session));
+    if (session.netz_aktuell == 0) {
+        write_plot_scale(out, session.plot);
     }
-    session.netz_aktuell = shown_part;
+    copy_in_final_form(session, in, out);
+    out.commit();
+}
+
+void endfassung_schreiben(Session& session, const std::string& target) {
+    if (session.datei_geladen != 1) {
+        return;
+    }
+    write_final_form(session, target);
     close_document(session);
     for (const char* suffix : {"_1", "_2"}) {
         remove_file(session.arbeitsdatei_basis + suffix);

@@ -1,10 +1,11 @@
 #include "shell/file_commands.h"
 
-#include "graphikdatei/writer.h"
 #include "platform/os/files.h"
 #include "plot/application_printer.h"
 #include "settings/profile.h"
 #include "settings/start_profile.h"
+#include "shell/fatal_error.h"
+#include "shell/file_watch.h"
 
 namespace veldra {
 
@@ -25,12 +26,36 @@ void datei_alt_oeffnen(Session& session, int index, const Desk& desk) {
     datei_neu_laden(session, path, OpenedBy::recent_menu, desk);
 }
 
-void programm_ende(Session& session, ProgramRun& run, const Desk& desk) {
-    if (desk.printer != nullptr && desk.print_dialog != nullptr) {
-        ask_for_default_printer(session, *desk.printer, desk.ui, *desk.print_dialog);
+void geaenderte_datei_pruefen(Session& session, const Desk& desk) {
+    if (session.datei_geladen != 1 || desk.watch == nullptr || !desk.watch->rewritten()) {
+        return;
     }
-    arbeitskopie_schreiben(session);
-    endfassung_schreiben(session);
+    const bool reload = desk.ui.message_box(
+        MessageStyle::question_yes_no, "VELDRA - Graphikdatei geändert",
+        "Ein anderes Programm hat die Graphikdatei\n" + session.graphikdatei +
+            "\ngeändert. Soll sie neu gelesen werden?\n\n"
+            "Ja: Ihre Änderungen seit dem Öffnen gehen verloren.\n"
+            "Nein: Beim Verlassen wird sie mit dem hier gezeigten Stand überschrieben.");
+    if (reload) {
+        datei_erneut_lesen(session, desk);
+    } else {
+        desk.watch->accept();
+    }
+}
+
+namespace {
+
+/// Takes a step of the end and keeps what went wrong, so that the others are taken as well.
+template <typename Step>
+void take_step(std::string& failures, const Step& step) {
+    try {
+        step();
+    } catch (const FatalError& error) {
+        failures += (failures.empty() ? "" : "\n\n") + std::string(error.what());
+    }
+}
+
+void write_profile(const Session& session, const ProgramRun& run) {
     // The profile of a project that never was may lie in a folder that is not there yet.
     if (const std::size_t end = run.ini_datei.rfind('/'); end != std::string::npos && end > 0) {
         create_folder(run.ini_datei.substr(0, end));
@@ -39,7 +64,25 @@ void programm_ende(Session& session, ProgramRun& run, const Desk& desk) {
     if (!run.is_project()) {
         start_schreiben(session, run.ini_datei);
     }
+}
+
+}  // namespace
+
+void programm_ende(Session& session, ProgramRun& run, const Desk& desk, Attendance attendance) {
+    const bool has_printer = desk.printer != nullptr && desk.print_dialog != nullptr;
+    if (attendance == Attendance::user && has_printer) {
+        ask_for_default_printer(session, *desk.printer, desk.ui, *desk.print_dialog);
+    }
+    std::string failures;
+    take_step(failures, [&] { datei_zurueckschreiben(session, desk, attendance); });
+    take_step(failures, [&] { write_profile(session, run); });
+    if (desk.watch != nullptr) {
+        desk.watch->leave();
+    }
     run.programm_aktiv = false;
+    if (!failures.empty()) {
+        throw FatalError(failures);
+    }
 }
 
 }  // namespace veldra

@@ -3,6 +3,7 @@
 #include "shell/lifecycle.h"
 #include "shell/session.h"
 #include "shell/startup.h"
+#include "shell/write_back.h"
 
 namespace veldra {
 
@@ -10,9 +11,17 @@ namespace veldra {
 /// Throws FatalError when a file cannot be read or written.
 void datei_alt_oeffnen(Session& session, int index, const Desk& desk);
 
-/// Asks about a changed default printer; then writes the graphic file, the profile and, after a
-/// plain start, the list of recent files. The program counts as ended afterwards. Throws FatalError
-/// when a file cannot be written.
-void programm_ende(Session& session, ProgramRun& run, const Desk& desk);
+/// If another program has rewritten the open file, asks whether it is to be read anew, and does so:
+/// the part in view stays, changes since the last reading are dropped. Otherwise the file as it is
+/// now counts as known, and is overwritten when it is left. Throws FatalError when it cannot be
+/// read.
+void geaenderte_datei_pruefen(Session& session, const Desk& desk);
+
+/// Ends the work of the program: asks about a changed default printer, writes the graphic file, the
+/// profile and, after a plain start, the list of recent files. The program counts as ended
+/// afterwards, also when something could not be written: each step is taken, then FatalError names
+/// all that failed. With nobody there, nothing is asked.
+void programm_ende(Session& session, ProgramRun& run, const Desk& desk,
+                   Attendance attendance = Attendance::user);
 
 }  // namespace veldra

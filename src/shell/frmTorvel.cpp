@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "platform/qt/picture_image.h"
+#include "settings/paths.h"
 #include "settings/profile.h"
 #include "shell/file_commands.h"
 
@@ -122,6 +123,7 @@ std::map<MenuItem, Command> FrmTorvel::menu_commands() {
     commands[MenuItem::m_hilfe_proginfo] = [this] { show_logo(FrmLogo::ShownBy::help); };
     add_view_commands(commands);
     add_plot_commands(commands);
+    add_dialog_commands(commands);
     return commands;
 }
 
@@ -130,11 +132,13 @@ std::map<ToolButton, Command> FrmTorvel::tool_commands() {
                                            {ToolButton::beenden, [this] { close(); }}};
     add_view_commands(commands);
     add_plot_commands(commands);
+    add_dialog_commands(commands);
     return commands;
 }
 
 Desk FrmTorvel::desk() {
-    return {measurer_, ui_, [this] { redraw(); }, printer_, print_dialog_};
+    return {measurer_,     ui_,     [this] { redraw(); },     printer_,
+            print_dialog_, &watch_, user_folder(run_.folders)};
 }
 
 void FrmTorvel::use_printer(Printer& printer, PrintDialog& dialog) {
@@ -144,6 +148,7 @@ void FrmTorvel::use_printer(Printer& printer, PrintDialog& dialog) {
 
 void FrmTorvel::load() {
     perform([this] {
+        befehlszeile_deuten(run_);
         start_vorbereiten(session_, run_);
         take_printer(session_, printer_);
         startprofil_lesen(session_, run_);
@@ -156,6 +161,8 @@ void FrmTorvel::load() {
         profil_lesen(session_, run_.ini_datei);
         if (run_.is_project()) {
             projektdatei_oeffnen(session_, desk());
+        } else if (!run_.start_datei.empty()) {
+            open_start_file();
         }
     });
     if (!run_.is_project() && !failed_) {
@@ -196,6 +203,7 @@ void FrmTorvel::synchronise() {
     status_->synchronise(session_);
     commands_->synchronise(session_.window);
     place_legend_control();
+    synchronise_dialogs();
 }
 
 void FrmTorvel::open_file() {
@@ -252,6 +260,9 @@ void FrmTorvel::changeEvent(QEvent* event) {
     if (event->type() == QEvent::WindowStateChange) {
         expect_size();
     }
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+        QTimer::singleShot(0, this, &FrmTorvel::notice_rewritten_file);
+    }
 }
 
 void FrmTorvel::closeEvent(QCloseEvent* event) {
@@ -260,9 +271,10 @@ void FrmTorvel::closeEvent(QCloseEvent* event) {
         return;
     }
     if (run_.programm_aktiv && !failed_) {
-        perform([this] { programm_ende(session_, run_, desk()); });
+        end_program();
     }
     event->accept();
+    unload_dialogs();
 }
 
 }  // namespace veldra

@@ -5,11 +5,13 @@
 #include <exception>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "platform/qt/picture_widget.h"
 #include "platform/qt/qt_text_measurer.h"
 #include "platform/qt/qt_user_interface.h"
 #include "plot/application_printer.h"
+#include "shell/file_watch.h"
 #include "shell/frmLogo.h"
 #include "shell/frmTorvel_commands.h"
 #include "shell/frmTorvel_gestures.h"
@@ -19,6 +21,8 @@
 #include "view/viewport.h"
 
 namespace veldra {
+
+class FrmNetzteile;
 
 /// The main window. It turns what the user does into calls of the modules, one at a time, and
 /// brings its controls into line with the session after each.
@@ -36,6 +40,10 @@ class FrmTorvel final : public QMainWindow {
 
     /// Brings the application up, from the defaults to the open project or the logo.
     void load();
+
+    /// The session of the desktop ends, or the system ends the program: what is open is given up,
+    /// and the window closes without a question as soon as the running command is through.
+    void end_by_system();
 
     /// Draws the picture anew.
     void redraw();
@@ -82,6 +90,20 @@ class FrmTorvel final : public QMainWindow {
     void add_plot_commands(std::map<ToolButton, Command>& commands);
     /// The control lbl_legende covers the legend that the picture shows.
     void place_legend_control();
+
+    // Selection, network parts, end: frmTorvel_dialogs.cpp.
+    void add_dialog_commands(std::map<MenuItem, Command>& commands);
+    void add_dialog_commands(std::map<ToolButton, Command>& commands);
+    void open_object_selection();
+    /// Opens and closes the dialogs that stay open beside the window, as the session says.
+    void synchronise_dialogs();
+    void load_network_parts();
+    void unload_network_parts();
+    void notice_rewritten_file();
+    void open_start_file();
+    void end_program();
+    void unload_dialogs();
+
     [[nodiscard]] Desk desk();
     /// Runs one command to its end; those that come meanwhile are dropped.
     void perform(const Command& command);
@@ -102,12 +124,16 @@ class FrmTorvel final : public QMainWindow {
     QtUserInterface ui_;
     Printer* printer_ = nullptr;
     PrintDialog* print_dialog_ = nullptr;
+    FileWatch watch_;
+    FrmNetzteile* frm_netzteile_ = nullptr;  ///< null while it is not open
+    std::optional<QPoint> netzteile_place_;  ///< where it was last
     std::unique_ptr<TorvelCommands> commands_;
     TorvelGestures* gestures_ = nullptr;
     TorvelStatus* status_ = nullptr;
     TorvelProgress* progress_ = nullptr;
     QTimer resize_timer_;
     WindowMode last_mode_ = WindowMode::normal;
+    bool ended_by_system_ = false;
     bool busy_ = false;    ///< a command runs
     bool failed_ = false;  ///< a command broke off: the session must not be used any more
 };

@@ -91,6 +91,7 @@ const std::map<MenuItem, QList<QKeySequence>>& menu_keys() {
     static const std::map<MenuItem, QList<QKeySequence>> keys{
         {MenuItem::m_datei_beliebig, {Qt::CTRL | Qt::Key_O}},
         {MenuItem::m_datei_bild, {Qt::CTRL | Qt::Key_S}},
+        {MenuItem::m_datei_beenden, {Qt::CTRL | Qt::Key_Q}},
         {MenuItem::m_ansicht_undo, {Qt::CTRL | Qt::Key_Z}},
         {MenuItem::m_ansicht_original, {Qt::Key_Home}},
         {MenuItem::m_ansicht_halb, {Qt::Key_Minus}},

@@ -114,6 +114,7 @@ void FrmTorvel::opening(const Command& open) {
         open();
     } catch (const WorkCancelled&) {
         forget_file(session_);
+        watch_.leave();
     }
 }
 

@@ -10,7 +10,9 @@
 #include "platform/os/files.h"
 #include "plot/printer_adapters.h"
 #include "reference/reference_system.h"
+#include "shell/file_watch.h"
 #include "shell/hourglass.h"
+#include "shell/write_back.h"
 #include "view/viewport.h"
 
 namespace veldra {
@@ -56,14 +58,31 @@ void datei_setzen(Session& session, const std::string& path) {
     session.titel[0].setTitelText(from_utf8(path));
 }
 
+bool may_open(const std::string& path, const Desk& desk) {
+    if (desk.watch == nullptr || desk.watch->reserve(path)) {
+        return true;
+    }
+    const std::string holder = desk.watch->holder();
+    const bool wanted = desk.ui.message_box(
+        MessageStyle::question_no_yes, "VELDRA - Datei auswählen",
+        "Die Graphikdatei\n" + path + "\nist bereits in einem anderen VELDRA geöffnet" +
+            (holder.empty() ? "" : " (" + holder + ")") +
+            ".\nWer sie zuletzt verlässt, überschreibt die Änderungen des anderen.\n\n"
+            "Trotzdem öffnen?");
+    if (!wanted) {
+        desk.watch->give_up();
+    }
+    return wanted;
+}
+
 void datei_neu_laden(Session& session, const std::string& path, OpenedBy opened_by,
                      const Desk& desk) {
-    {
-        const Hourglass hourglass(session, desk.ui);
-        arbeitskopie_schreiben(session);
-        endfassung_schreiben(session);
+    const std::string new_path(trim(path));
+    if (!may_open(new_path, desk)) {
+        return;
     }
-    datei_setzen(session, std::string(trim(path)));
+    datei_zurueckschreiben(session, desk);
+    datei_setzen(session, new_path);
     zuletzt_aktualisieren(session);
     if (opened_by == OpenedBy::recent_menu) {
         set_selection_defaults(session.obj);
@@ -72,11 +91,47 @@ void datei_neu_laden(Session& session, const std::string& path, OpenedBy opened_
     datei_lesen(session, desk);
 }
 
+namespace {
+
+void read_whole_file_records(Session& session, const Desk& desk) {
+    if (desk.watch != nullptr) {
+        desk.watch->follow(session.graphikdatei);
+    }
+    const Hourglass hourglass(session, desk.ui);
+    kopf_lesen(session);
+    maxima_lesen(session);
+}
+
+/// The first part of that name; the current one if there is none.
+std::int32_t part_named(const Session& session, const std::string& name) {
+    for (std::int32_t i = 1; i <= session.netz.count(); ++i) {
+        if (session.netz[i].netz_name == name) {
+            return i;
+        }
+    }
+    return session.netz_aktuell;
+}
+
+}  // namespace
+
 void datei_lesen(Session& session, const Desk& desk) {
-    {
-        const Hourglass hourglass(session, desk.ui);
-        kopf_lesen(session);
-        maxima_lesen(session);
+    read_whole_file_records(session, desk);
+    netzteil_lesen(session, desk);
+    erstansicht(session, desk);
+}
+
+void datei_erneut_lesen(Session& session, const Desk& desk) {
+    const std::string name = session.netz[session.netz_aktuell].netz_name;
+    session.arbeitsdatei_suffix.clear();
+    for (const char* suffix : {"_1", "_2"}) {
+        remove_file(session.arbeitsdatei_basis + suffix);
+    }
+    session.titel[0].setTitelText(from_utf8(session.graphikdatei));
+    vektor_standard(session);
+    read_whole_file_records(session, desk);
+    if (session.netz.count() > 0) {
+        session.netz_aktuell = part_named(session, name);
+        load_plot_settings(session);
     }
     netzteil_lesen(session, desk);
     erstansicht(session, desk);

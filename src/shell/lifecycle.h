@@ -9,6 +9,7 @@
 
 namespace veldra {
 
+class FileWatch;
 class Printer;
 class PrintDialog;
 
@@ -19,6 +20,8 @@ struct Desk {
     std::function<void()> redraw;         ///< draws the picture of the session as it stands
     Printer* printer = nullptr;           ///< the application printer; null: the system has none
     PrintDialog* print_dialog = nullptr;  ///< there as soon as there is a printer
+    FileWatch* watch = nullptr;           ///< of the open file; null: it is not watched
+    std::string rescue_folder = {};  ///< takes working copies that find no room beside their file
 };
 
 /// Who asks for a file. The recent file menu sets the object selection back, the Open command keeps
@@ -26,7 +29,9 @@ struct Desk {
 enum class OpenedBy { open_command, recent_menu };
 
 /// Common tail of every open: writes back the file that was open, takes the new path, and reads
-/// and shows its first part. Throws FatalError when a file cannot be read or written.
+/// and shows its first part. If another copy of the program has the new file open, the user is
+/// asked first, and nothing happens unless they want it nevertheless. Throws FatalError when a file
+/// cannot be read or written.
 void datei_neu_laden(Session& session, const std::string& path, OpenedBy opened_by,
                      const Desk& desk);
 
@@ -35,6 +40,13 @@ void datei_setzen(Session& session, const std::string& path);
 
 /// Header pass, maxima pass, first part, first view of the file that has been set.
 void datei_lesen(Session& session, const Desk& desk);
+
+/// Drops the working copies and reads the open file anew; the part in view stays if there is still
+/// one of its name. Throws FatalError when the file cannot be read.
+void datei_erneut_lesen(Session& session, const Desk& desk);
+
+/// True if no other copy of the program has the file open, or the user wants it nevertheless.
+[[nodiscard]] bool may_open(const std::string& path, const Desk& desk);
 
 /// Changes the selection that the file states, before anything is read that depends on it.
 using SelectionChange = std::function<void(ObjectSelection&)>;

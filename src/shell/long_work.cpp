@@ -13,6 +13,9 @@ void forget_file(Session& session) {
     session.lin.clear();
     session.nuoff.clear();
     ++session.tables_revision;
+    session.window.frm_netzteile_shown = false;
+    session.window[MenuItem::m_ansicht_netzteile].enabled = false;
+    session.window[MenuItem::m_ansicht_netzteile].checked = false;
     const WindowState designed;
     session.window.caption = designed.caption;
     session.window.fenstertitel = designed.fenstertitel;

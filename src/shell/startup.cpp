@@ -61,6 +61,19 @@ void projektprofil_lesen(Session& session, ProgramRun& run) {
 
 }  // namespace
 
+void befehlszeile_deuten(ProgramRun& run) {
+    if (!run.is_project() ||
+        datei_vorhanden(project_profile(run.folders, run.befehlszeile))) {
+        return;
+    }
+    const std::string path = absolute_path(run.befehlszeile);
+    // A file that cannot be read is a graphic file too: opening it tells why.
+    if (file_stamp(path) != FileStamp{} && !ordner_vorhanden(path)) {
+        run.start_datei = path;
+        run.befehlszeile.clear();
+    }
+}
+
 void start_vorbereiten(Session& session, ProgramRun& run) {
     session = Session();
     run.programm_aktiv = true;
@@ -80,7 +93,7 @@ void startprofil_lesen(Session& session, ProgramRun& run) {
 }
 
 void projektdatei_oeffnen(Session& session, const Desk& desk) {
-    if (!datei_vorhanden(session.graphikdatei)) {
+    if (!datei_vorhanden(session.graphikdatei) || !may_open(session.graphikdatei, desk)) {
         return;
     }
     const std::string fenstertitel = session.window.fenstertitel;

@@ -5,7 +5,13 @@
 namespace veldra {
 
 /// Styles of a message box.
-enum class MessageStyle { critical = 16, question_yes_no = 36, exclamation = 48, information = 64 };
+enum class MessageStyle {
+    critical = 16,
+    question_yes_no = 36,
+    exclamation = 48,
+    information = 64,
+    question_no_yes = 292  ///< as question_yes_no, with No as the answer of the Return key
+};
 
 /// What the modules ask of the user's desktop. Texts are UTF-8. A program without a window gives
 /// an implementation that writes to its standard error.

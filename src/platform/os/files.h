@@ -67,6 +67,8 @@ class TemporaryFolder {
 [[nodiscard]] bool ordner_vorhanden(const std::string& path);
 /// Deletes a file if it exists; throws FatalError when it exists and cannot be deleted.
 void remove_file(const std::string& path);
+/// The folder for temporary files.
+[[nodiscard]] std::string temporary_directory();
 /// Creates a folder and those above it; throws FatalError when that fails.
 void create_folder(const std::string& path);
 /// The whole content of a file; throws FatalError.

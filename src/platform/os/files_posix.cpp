@@ -196,9 +196,7 @@ void ReplacedFile::commit() {
 }
 
 TemporaryFolder::TemporaryFolder() {
-    std::error_code error;
-    const std::filesystem::path base = std::filesystem::temp_directory_path(error);
-    path_ = (error ? "/tmp" : base.string()) + "/veldra-XXXXXX";
+    path_ = temporary_directory() + "/veldra-XXXXXX";
     if (::mkdtemp(path_.data()) == nullptr) {
         throw file_error("Ordner kann nicht angelegt werden", path_, errno);
     }
@@ -233,6 +231,12 @@ void remove_file(const std::string& path) {
     if (::unlink(path.c_str()) != 0 && errno != ENOENT) {
         throw file_error("Datei kann nicht gelöscht werden", path, errno);
     }
+}
+
+std::string temporary_directory() {
+    std::error_code error;
+    const std::filesystem::path folder = std::filesystem::temp_directory_path(error);
+    return error ? "/tmp" : folder.string();
 }
 
 void create_folder(const std::string& path) {

@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QLibraryInfo>
+#include <QSessionManager>
 #include <QTranslator>
 #include <exception>
 #include <memory>
@@ -12,6 +13,7 @@
 #include "platform/qt/qt_text_measurer.h"
 #include "platform/qt/qt_user_interface.h"
 #include "platform/qt/system_paths.h"
+#include "platform/qt/termination_notifier.h"
 #include "shell/frmTorvel.h"
 #include "shell/session.h"
 
@@ -68,6 +70,13 @@ int run(VeldraApplication& application) {
     window.on_failure = [&application](const std::exception& failure) {
         application.fail(failure.what());
     };
+    const veldra::TerminationNotifier termination([&window] { window.end_by_system(); });
+    // A logout that is called off finds the program ended, with nothing lost.
+    QObject::connect(&application, &QGuiApplication::commitDataRequest, &window,
+                     [&window](QSessionManager& manager) {
+                         manager.setRestartHint(QSessionManager::RestartNever);
+                         window.end_by_system();
+                     });
     window.load();
     return application.failed() ? 1 : QApplication::exec();
 }

@@ -15,6 +15,7 @@ QMessageBox::Icon box_icon(MessageStyle style) {
         case MessageStyle::critical:
             return QMessageBox::Critical;
         case MessageStyle::question_yes_no:
+        case MessageStyle::question_no_yes:
             return QMessageBox::Question;
         case MessageStyle::exclamation:
             return QMessageBox::Warning;
@@ -38,14 +39,14 @@ bool QtUserInterface::message_box(MessageStyle style, const std::string& title,
                     QMessageBox::NoButton, window_);
     box.setTextFormat(Qt::PlainText);
     box.setObjectName(QStringLiteral("message_box"));
-    if (style != MessageStyle::question_yes_no) {
+    if (style != MessageStyle::question_yes_no && style != MessageStyle::question_no_yes) {
         box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
         box.exec();
         return true;
     }
     QPushButton* const yes = box.addButton(QStringLiteral("&Ja"), QMessageBox::YesRole);
     QPushButton* const no = box.addButton(QStringLiteral("&Nein"), QMessageBox::NoRole);
-    box.setDefaultButton(yes);
+    box.setDefaultButton(style == MessageStyle::question_yes_no ? yes : no);
     box.setEscapeButton(no);
     box.exec();
     return box.clickedButton() == yes;

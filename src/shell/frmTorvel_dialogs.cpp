@@ -1,0 +1,147 @@
+// The part of the main window that looks after the selection of objects, the network parts, the
+// file as others see it, and the end of the program.
+#include <QApplication>
+#include <QScreen>
+#include <algorithm>
+#include <cstdio>
+
+#include "shell/fatal_error.h"
+#include "shell/file_commands.h"
+#include "shell/frmTorvel.h"
+#include "view/frmNetzteile.h"
+#include "view/frmObjekte.h"
+#include "view/network_parts.h"
+#include "view/undo.h"
+
+namespace veldra {
+
+void FrmTorvel::add_dialog_commands(std::map<MenuItem, Command>& commands) {
+    commands[MenuItem::m_torvel_objekte] = [this] { open_object_selection(); };
+    commands[MenuItem::m_ansicht_netzteile] = [this] {
+        perform([this] {
+            show_network_parts(session_.window, !session_.window.frm_netzteile_shown);
+        });
+    };
+}
+
+void FrmTorvel::add_dialog_commands(std::map<ToolButton, Command>& commands) {
+    commands[ToolButton::netzteile] = [this] {
+        perform([this] { show_network_parts(session_.window, true); });
+    };
+}
+
+void FrmTorvel::open_object_selection() {
+    if (busy_ || failed_) {
+        return;
+    }
+    clear_undo(session_.window);
+    auto* dialog = new FrmObjekte(this, session_, [this](SelectionLeft left) {
+        perform([this, left] { auswahl_uebernehmen(session_, left, desk()); });
+    });
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    synchronise();
+    dialog->open();
+}
+
+void FrmTorvel::synchronise_dialogs() {
+    if (session_.window.frm_netzteile_shown && frm_netzteile_ == nullptr) {
+        load_network_parts();
+    } else if (!session_.window.frm_netzteile_shown && frm_netzteile_ != nullptr) {
+        unload_network_parts();
+    }
+    if (frm_netzteile_ != nullptr) {
+        frm_netzteile_->synchronise();
+    }
+}
+
+void FrmTorvel::load_network_parts() {
+    FrmNetzteile::Requests requests;
+    requests.show_part = [this](std::int32_t part) {
+        perform([this, part] { netzteil_anzeigen(session_, part, desk()); });
+    };
+    requests.mark = [this](std::int32_t part, bool marked) {
+        perform([this, part, marked] { mark_for_plotting(session_, part, marked); });
+    };
+    requests.close = [this] {
+        perform([this] { show_network_parts(session_.window, false); });
+    };
+    frm_netzteile_ = new FrmNetzteile(this, session_, std::move(requests));
+    frm_netzteile_->adjustSize();
+    if (!netzteile_place_) {
+        const QRect whole = screen()->geometry();
+        const int left = whole.width() * 19 / 20 - frm_netzteile_->width();
+        netzteile_place_ = whole.topLeft() + QPoint(std::max(0, left), whole.height() / 20);
+    }
+    frm_netzteile_->move(*netzteile_place_);
+    frm_netzteile_->show();
+}
+
+void FrmTorvel::unload_network_parts() {
+    netzteile_place_ = frm_netzteile_->pos();
+    frm_netzteile_->hide();
+    frm_netzteile_->deleteLater();  // it may be the one that asks
+    frm_netzteile_ = nullptr;
+}
+
+void FrmTorvel::notice_rewritten_file() {
+    const bool may_ask = !busy_ && !failed_ && QApplication::activeModalWidget() == nullptr;
+    if (may_ask && session_.datei_geladen == 1 && watch_.rewritten()) {
+        perform([this] { geaenderte_datei_pruefen(session_, desk()); });
+    }
+}
+
+void FrmTorvel::open_start_file() {
+    opening([this] {
+        datei_neu_laden(session_, run_.start_datei, OpenedBy::open_command, desk());
+    });
+}
+
+void FrmTorvel::end_program() {
+    perform([this] {
+        try {
+            programm_ende(session_, run_, desk(),
+                          ended_by_system_ ? Attendance::nobody : Attendance::user);
+        } catch (const FatalError& failure) {
+            if (!ended_by_system_) {
+                throw;
+            }
+            // Nobody may be there to close a box, and the system does not wait.
+            std::fprintf(stderr, "%s\n", failure.what());
+            QCoreApplication::exit(EXIT_FAILURE);
+        }
+    });
+}
+
+void FrmTorvel::unload_dialogs() {
+    if (frm_netzteile_ != nullptr) {
+        unload_network_parts();
+    }
+    QList<QDialog*> dialogs = findChildren<QDialog*>(QString(), Qt::FindDirectChildrenOnly);
+    std::reverse(dialogs.begin(), dialogs.end());
+    for (QDialog* dialog : dialogs) {
+        dialog->disconnect(this);
+        dialog->hide();
+        dialog->deleteLater();
+    }
+}
+
+void FrmTorvel::end_by_system() {
+    constexpr int retry_after = 20;  // milliseconds
+    constexpr int most_dialogs = 10;
+    ended_by_system_ = true;
+    // What is open is closed as its user would do it, by giving up.
+    for (int i = 0; i < most_dialogs; ++i) {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (dialog == nullptr) {
+            break;
+        }
+        dialog->reject();
+    }
+    if (busy_ && !failed_) {
+        QTimer::singleShot(retry_after, this, &FrmTorvel::end_by_system);
+        return;
+    }
+    close();
+}
+
+}  // namespace veldra

@@ -1,0 +1,160 @@
+#include "shell/write_back.h"
+
+#include <string>
+
+#include "graphikdatei/writer.h"
+#include "platform/os/files.h"
+#include "shell/fatal_error.h"
+#include "shell/file_watch.h"
+#include "shell/hourglass.h"
+
+namespace veldra {
+
+namespace {
+
+/// Where the user's changes are when the graphic file could not take them.
+struct Rescue {
+    std::string path;     ///< "" if there is no working copy
+    std::string reasons;  ///< why not, UTF-8
+};
+
+std::string file_name(const std::string& path) {
+    return path.substr(path.rfind('/') + 1);
+}
+
+/// A base in the folder whose working copy does not exist yet.
+std::string unused_base(const std::string& folder, const std::string& name) {
+    const std::string first = folder + "/" + name;
+    std::string base = first;
+    for (int i = 2; file_stamp(base + "_1") != FileStamp{}; ++i) {
+        base = first + "-" + std::to_string(i);
+    }
+    return base;
+}
+
+/// The copy takes the plot settings and titles too, if there is room for them.
+void complete_copy(Session& session) {
+    try {
+        write_final_form(session, working_path(session));
+    } catch (const FatalError&) {
+        // What has been written stands.
+    }
+}
+
+void copy_into(Session& session, const std::string& folder) {
+    create_folder(folder);
+    const std::string base = unused_base(folder, file_name(session.graphikdatei));
+    write_working_copy(session, base + "_1");
+    session.arbeitsdatei_basis = base;
+    session.arbeitsdatei_suffix = "_1";
+}
+
+template <typename Attempt>
+bool attempt_copy(Session& session, Rescue& rescue, const Attempt& attempt) {
+    try {
+        attempt();
+    } catch (const FatalError& error) {
+        rescue.reasons += std::string("\n") + error.what();
+        return false;
+    }
+    complete_copy(session);
+    rescue.path = working_path(session);
+    return true;
+}
+
+/// Puts the changes into a working copy. `written`: the latest one holds them already.
+Rescue keep_working_copy(Session& session, const Desk& desk, bool written) {
+    Rescue rescue;
+    const auto beside_the_file = [&] {
+        if (!written) {
+            arbeitskopie_schreiben(session);
+        }
+    };
+    if (attempt_copy(session, rescue, beside_the_file)) {
+        return rescue;
+    }
+    for (const std::string& folder : {desk.rescue_folder, temporary_directory()}) {
+        if (!folder.empty() &&
+            attempt_copy(session, rescue, [&] { copy_into(session, folder); })) {
+            break;
+        }
+    }
+    return rescue;
+}
+
+std::string rescue_text(const Session& session, const Rescue& rescue) {
+    if (rescue.path.empty()) {
+        return "Auch eine Arbeitskopie konnte nicht geschrieben werden:" + rescue.reasons;
+    }
+    std::string text = "Ihr Stand bleibt in der Arbeitskopie\n" + rescue.path + "\nerhalten.";
+    if (session.arbeitsdatei_basis == session.graphikdatei) {
+        text +=
+            " Sichern Sie sie unter einem anderen Namen, bevor Sie die Graphikdatei wieder öffnen.";
+    }
+    return text;
+}
+
+bool may_overwrite(const Session& session, const Desk& desk, Attendance attendance) {
+    if (desk.watch == nullptr || !desk.watch->rewritten()) {
+        return true;
+    }
+    return attendance == Attendance::user &&
+           desk.ui.message_box(
+               MessageStyle::question_no_yes, "VELDRA - Graphikdatei geändert",
+               "Ein anderes Programm hat die Graphikdatei\n" + session.graphikdatei +
+                   "\ngeändert, seit sie gelesen wurde.\n"
+                   "Soll sie mit dem hier gezeigten Stand überschrieben werden?");
+}
+
+void tell(const Desk& desk, Attendance attendance, const std::string& text) {
+    if (attendance == Attendance::nobody) {
+        throw FatalError(text);
+    }
+    desk.ui.message_box(MessageStyle::information, "VELDRA - Graphikdatei geändert", text);
+}
+
+/// The graphic file stays as the other program has written it.
+void leave_unwritten(Session& session, const Desk& desk, Attendance attendance) {
+    const Rescue rescue = keep_working_copy(session, desk, false);
+    const std::string text = session.graphikdatei +
+                             ": Ein anderes Programm hat die Graphikdatei geändert; sie wird "
+                             "nicht überschrieben.\n\n" +
+                             rescue_text(session, rescue);
+    close_document(session);
+    tell(desk, attendance, text);
+}
+
+void write(Session& session, const Desk& desk) {
+    bool copied = false;
+    try {
+        arbeitskopie_schreiben(session);
+        copied = true;
+        endfassung_schreiben(session);
+    } catch (const FatalError& error) {
+        if (session.datei_geladen != 1) {
+            throw;  // all is written, but an old copy could not be deleted
+        }
+        const Rescue rescue = keep_working_copy(session, desk, copied);
+        const std::string text =
+            std::string(error.what()) + "\n\n" + rescue_text(session, rescue);
+        close_document(session);
+        throw FatalError(text);
+    }
+}
+
+}  // namespace
+
+void datei_zurueckschreiben(Session& session, const Desk& desk, Attendance attendance) {
+    if (session.datei_geladen != 1) {
+        return;
+    }
+    const bool overwrite = may_overwrite(session, desk, attendance);
+    const Hourglass hourglass(session, desk.ui);
+    if (overwrite) {
+        write(session, desk);
+    } else {
+        leave_unwritten(session, desk, attendance);
+    }
+}
+
+}  // namespace veldra

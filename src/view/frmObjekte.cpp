@@ -1,0 +1,468 @@
+#include "view/frmObjekte.h"
+
+#include <QAbstractButton>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QShowEvent>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "platform/qt/dialog_area.h"
+#include "platform/qt/option_group.h"
+#include "shell/frmLogo.h"
+
+namespace veldra {
+
+namespace {
+
+constexpr int indent = 20;  // of a control that belongs to the options above it, logical pixels
+
+QCheckBox* make_check_box(const char* name, const char* caption, QWidget* parent) {
+    auto* box = new QCheckBox(QString::fromUtf8(caption), parent);
+    box->setObjectName(QString::fromUtf8(name));
+    box->setAccessibleName(plain_caption(box->text()));
+    return box;
+}
+
+QLabel* make_caption(const char* name, const char* caption, QWidget* parent) {
+    auto* label = new QLabel(QString::fromUtf8(caption), parent);
+    label->setObjectName(QString::fromUtf8(name));
+    return label;
+}
+
+QLayout* indented(QWidget* widget) {
+    auto* row = new QHBoxLayout;
+    row->setContentsMargins(indent, 0, 0, 0);
+    row->addWidget(widget);
+    return row;
+}
+
+QComboBox* make_combo_box(const char* name, const char* accessible_name,
+                          std::initializer_list<const char*> entries, QWidget* parent) {
+    auto* box = new QComboBox(parent);
+    box->setObjectName(QString::fromUtf8(name));
+    box->setAccessibleName(QString::fromUtf8(accessible_name));
+    for (const char* entry : entries) {
+        box->addItem(QString::fromUtf8(entry));
+    }
+    return box;
+}
+
+QPushButton* make_step_button(const char* name, const char* sign, const char* purpose,
+                              QWidget* parent) {
+    auto* button = new QPushButton(QString::fromUtf8(sign), parent);
+    button->setObjectName(QString::fromUtf8(name));
+    button->setAccessibleName(QString::fromUtf8(purpose));
+    button->setToolTip(QString::fromUtf8(purpose));
+    button->setAutoDefault(false);
+    button->setAutoRepeat(true);
+    const int side = button->fontMetrics().height() + 8;
+    button->setFixedSize(side + 6, side);
+    return button;
+}
+
+QVBoxLayout* make_column(QWidget* frame) {
+    auto* column = new QVBoxLayout(frame);
+    column->setSpacing(2);
+    column->setContentsMargins(8, 4, 8, 6);
+    return column;
+}
+
+}  // namespace
+
+FrmObjekte::FrmObjekte(QWidget* window, Session& session,
+                       std::function<void(SelectionLeft)> taken)
+    : QDialog(window), session_(session), taken_(std::move(taken)) {
+    setObjectName(QStringLiteral("frmObjekte"));
+    setWindowTitle(QStringLiteral("Auswahl Objekte"));
+    setModal(true);
+    build();
+    synchronise();
+}
+
+void FrmObjekte::build() {
+    auto* contents = new QWidget;
+    auto* columns = new QHBoxLayout(contents);
+    columns->setContentsMargins(0, 0, 0, 0);
+    const auto add_column = [columns](std::initializer_list<QWidget*> frames) {
+        auto* column = new QVBoxLayout;
+        for (QWidget* frame : frames) {
+            column->addWidget(frame);
+        }
+        column->addStretch();
+        columns->addLayout(column);
+    };
+    // The order of the keyboard is the order in which the controls are made: down each column.
+    auto* observations = build_observations();
+    auto* tests = build_tests();
+    add_column({observations, tests, build_signatures()});
+    auto* values = build_values();
+    add_column({values, build_labels()});
+    add_column({build_districts()});
+    auto* system = build_system();
+    add_column({system, build_boundaries()});
+
+    cmd_ok_ = new QPushButton(QStringLiteral("OK"), this);
+    cmd_ok_->setObjectName(QStringLiteral("cmd_ok"));
+    cmd_ok_->setAccessibleName(QStringLiteral("OK"));
+    cmd_ok_->setDefault(true);
+    connect(cmd_ok_, &QPushButton::clicked, this, &QDialog::accept);
+
+    auto* rows = new QVBoxLayout(this);
+    rows->addWidget(new DialogArea(contents, this));
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(cmd_ok_);
+    rows->addLayout(buttons);
+}
+
+QGroupBox* FrmObjekte::build_observations() {
+    auto* frame = make_frame("fra_beob", "Be&obachtungen", this);
+    auto* column = make_column(frame);
+    opt_beob_ = make_options("opt_beob", frame->accessibleName(),
+                             {{0, "keine Darstellung"},
+                              {1, "Lagebeobachtungen"},
+                              {2, "Höhenbeobachtungen"},
+                              {3, "GPS-Raumvektoren"}},
+                             *column, frame);
+    store_choice(opt_beob_, &ObjectSelection::obj_beob);
+    chk_test_beob_ = make_check_box("chk_test_beob", "mit statist&ischem Test", frame);
+    store_tick(chk_test_beob_, &ObjectSelection::obj_test_beob);
+    column->addLayout(indented(chk_test_beob_));
+    return frame;
+}
+
+QGroupBox* FrmObjekte::build_tests() {
+    fra_test_ = make_frame("fra_test", "Statistischer &Test", this);
+    auto* column = make_column(fra_test_);
+    opt_test_ = make_options("opt_test", fra_test_->accessibleName(),
+                             {{1, "EV"}, {2, "NV"}, {3, "EP / EH"}}, *column, fra_test_);
+    store_choice(opt_test_, &ObjectSelection::obj_test);
+    return fra_test_;
+}
+
+QGroupBox* FrmObjekte::build_signatures() {
+    auto* frame = make_frame("fra_pusi", "Punkt&signaturen", this);
+    opt_pusi_ = make_options("opt_pusi", frame->accessibleName(),
+                             {{0, "keine Darstellung"}, {1, "Punktsignaturen"}},
+                             *make_column(frame), frame);
+    store_choice(opt_pusi_, &ObjectSelection::obj_pusi);
+    return frame;
+}
+
+QGroupBox* FrmObjekte::build_values() {
+    auto* frame = make_frame("fra_puwe", "&Punktwerte", this);
+    auto* column = make_column(frame);
+    opt_puwe_ = make_options("opt_puwe", frame->accessibleName(),
+                             {{0, "keine Darstellung"},
+                              {1, "Lageänderungen"},
+                              {2, "Höhenänderungen"},
+                              {3, "Lage- und Höhenänderungen"},
+                              {4, "Lagerestklaffungen"},
+                              {5, "Höhenrestklaffungen"},
+                              {6, "Lage- und Höhenrestklaffungen"},
+                              {7, "Lagefehlerellipsen"},
+                              {8, "Höhenfehler"}},
+                             *column, frame);
+    store_choice(opt_puwe_, &ObjectSelection::obj_puwe);
+    chk_epbe_ = make_check_box("chk_epbe", "mit &Epochenbezeichnungen", frame);
+    store_tick(chk_epbe_, &ObjectSelection::obj_epbe);
+    column->addLayout(indented(chk_epbe_));
+    chk_test_restkl_ = make_check_box("chk_test_restkl", "mit st&atistischem Test", frame);
+    store_tick(chk_test_restkl_, &ObjectSelection::obj_test_restkl);
+    column->addLayout(indented(chk_test_restkl_));
+    return frame;
+}
+
+QGroupBox* FrmObjekte::build_labels() {
+    auto* frame = make_frame("fra_pube", "P&unktbezeichungen", this);
+    opt_pube_ = make_options("opt_pube", frame->accessibleName(),
+                             {{0, "keine Darstellung"}, {1, "Punktbezeichnungen"}},
+                             *make_column(frame), frame);
+    store_choice(opt_pube_, &ObjectSelection::obj_pube);
+    return frame;
+}
+
+QGroupBox* FrmObjekte::build_districts() {
+    fra_nummebez_ = make_frame("fra_nummebez", "&Nummerierungsbezirke", this);
+    auto* column = make_column(fra_nummebez_);
+    opt_nube_ = make_options("opt_nube", fra_nummebez_->accessibleName(),
+                             {{0, "keine Darstellung"},
+                              {1, "TK 25"},
+                              {2, "Kilometerquadrate (KLV)"},
+                              {3, "Kilometerquadrate (ALK)"},
+                              {4, "TK 50"},
+                              {5, "TK 100"}},
+                             *column, fra_nummebez_);
+    store_choice(opt_nube_, &ObjectSelection::obj_nube);
+    column->addWidget(build_meridian());
+    column->addWidget(build_district_labels());
+    return fra_nummebez_;
+}
+
+QWidget* FrmObjekte::build_meridian() {
+    auto* panel = new QWidget(fra_nummebez_);
+    auto* row = new QHBoxLayout(panel);
+    row->setContentsMargins(indent, 2, 0, 2);
+    row->setSpacing(3);
+    lbl_nube_merizon_ = make_caption("lbl_nube_merizon", "&Meridianstreifen:", panel);
+    cmd_nubemerit_1_ = make_step_button("cmd_nubemerit_1", "−", "voriger Meridianstreifen", panel);
+    txt_nubemerit_ = new QLineEdit(panel);
+    txt_nubemerit_->setObjectName(QStringLiteral("txt_nubemerit"));
+    txt_nubemerit_->setAccessibleName(QStringLiteral("Meridianstreifen"));
+    txt_nubemerit_->setAlignment(Qt::AlignRight);
+    txt_nubemerit_->setMaxLength(6);
+    txt_nubemerit_->setFixedWidth(
+        txt_nubemerit_->fontMetrics().horizontalAdvance(QStringLiteral("000000")) + 12);
+    txt_nubemerit_->installEventFilter(this);
+    lbl_nube_merizon_->setBuddy(txt_nubemerit_);
+    cmd_nubemerit_2_ =
+        make_step_button("cmd_nubemerit_2", "+", "nächster Meridianstreifen", panel);
+    for (QWidget* control : std::initializer_list<QWidget*>{lbl_nube_merizon_, cmd_nubemerit_1_,
+                                                            txt_nubemerit_, cmd_nubemerit_2_}) {
+        row->addWidget(control);
+    }
+    row->addStretch();
+    connect(cmd_nubemerit_1_, &QPushButton::clicked, this, [this] { step(-1); });
+    connect(cmd_nubemerit_2_, &QPushButton::clicked, this, [this] { step(1); });
+    connect(txt_nubemerit_, &QLineEdit::editingFinished, this, &FrmObjekte::take_typed_meridian);
+    return panel;
+}
+
+QWidget* FrmObjekte::build_district_labels() {
+    // Options with another parent than those of the districts: the arrow keys then stay among them.
+    auto* panel = new QWidget(fra_nummebez_);
+    auto* column = new QVBoxLayout(panel);
+    column->setContentsMargins(0, 4, 0, 0);
+    column->setSpacing(2);
+    lbl_nbez_ = make_caption("lbl_nbez", "&Bezeichnungen:", panel);
+    column->addWidget(lbl_nbez_);
+    opt_nbez_ = make_options("opt_nbez", plain_caption(lbl_nbez_->text()),
+                             {{0, "keine"}, {1, "alle"}, {2, "nur am Rand"}}, *column, panel);
+    lbl_nbez_->setBuddy(opt_nbez_->button(0));
+    store_choice(opt_nbez_, &ObjectSelection::obj_nbez);
+    return panel;
+}
+
+QGroupBox* FrmObjekte::build_system() {
+    fra_bezug_ = make_frame("fra_bezug", "Be&zugssystem", this);
+    auto* column = make_column(fra_bezug_);
+    opt_bezu_ = make_options("opt_bezu", fra_bezug_->accessibleName(),
+                             {{0, "lokales System"},
+                              {1, "DHDN"},
+                              {2, "ETRS 89"},
+                              {3, "anderes Bezugssystem:"}},
+                             *column, fra_bezug_);
+    lbl_bezu_elli_ = make_caption("lbl_bezu_elli", "E&llipsoid:", fra_bezug_);
+    cbo_bezu_elli_ = make_combo_box(
+        "cbo_bezu_elli", "Ellipsoid",
+        {"Bessel", "Hayford (internatinal)", "WGS 72", "GRS 80 (WGS 84)", "Krassowsky"},
+        fra_bezug_);
+    lbl_bezu_abbi_ = make_caption("lbl_bezu_abbi", "Abbildun&g:", fra_bezug_);
+    cbo_bezu_abbi_ = make_combo_box("cbo_bezu_abbi", "Abbildung",
+                                    {"Gauß-Krüger (3°-Streifen)", "UTM"}, fra_bezug_);
+    lbl_bezu_elli_->setBuddy(cbo_bezu_elli_);
+    lbl_bezu_abbi_->setBuddy(cbo_bezu_abbi_);
+    auto* grid = new QGridLayout;
+    grid->setContentsMargins(indent, 0, 0, 0);
+    grid->setVerticalSpacing(3);
+    grid->addWidget(lbl_bezu_elli_, 0, 0);
+    grid->addWidget(cbo_bezu_elli_, 0, 1);
+    grid->addWidget(lbl_bezu_abbi_, 1, 0);
+    grid->addWidget(cbo_bezu_abbi_, 1, 1);
+    grid->setColumnStretch(1, 1);
+    column->addLayout(grid);
+    const auto choose = [this](const std::function<void()>& choice) {
+        if (!filling_) {
+            choice();
+            synchronise();
+        }
+    };
+    connect(opt_bezu_, &QButtonGroup::idClicked, this, [this, choose](int code) {
+        choose([this, code] {
+            choose_reference_system(session_, static_cast<std::int16_t>(code));
+        });
+    });
+    connect(cbo_bezu_elli_, &QComboBox::currentIndexChanged, this, [this, choose](int index) {
+        choose([this, index] { choose_ellipsoid(session_, index + 1); });
+    });
+    connect(cbo_bezu_abbi_, &QComboBox::currentIndexChanged, this, [this, choose](int index) {
+        choose([this, index] { choose_mapping(session_, index + 1); });
+    });
+    return fra_bezug_;
+}
+
+QGroupBox* FrmObjekte::build_boundaries() {
+    fra_verwaltung_ = make_frame("fra_verwaltung", "&Verwaltungsgrenzen", this);
+    opt_verw_ = make_options("opt_verw", fra_verwaltung_->accessibleName(),
+                             {{0, "keine Darstellung"},
+                              {1, "Länder"},
+                              {2, "Länder + Regierungsbezirke"},
+                              {3, "wie vor + Kreise + kreisfr. Städte"},
+                              {4, "wie vor + Gemeinden"},
+                              {5, "wie vor + sonstige (1)"},
+                              {6, "wie vor + sonstige (2)"},
+                              {7, "wie vor + sonstige (3)"}},
+                             *make_column(fra_verwaltung_), fra_verwaltung_);
+    store_choice(opt_verw_, &ObjectSelection::obj_verw);
+    return fra_verwaltung_;
+}
+
+void FrmObjekte::store_choice(QButtonGroup* options, std::int16_t ObjectSelection::*variable) {
+    // idClicked comes with the arrow keys as well.
+    connect(options, &QButtonGroup::idClicked, this, [this, variable](int code) {
+        if (!filling_) {
+            session_.obj.*variable = static_cast<std::int16_t>(code);
+            synchronise();
+        }
+    });
+}
+
+void FrmObjekte::store_tick(QCheckBox* box, std::int16_t ObjectSelection::*variable) {
+    connect(box, &QCheckBox::toggled, this, [this, variable](bool ticked) {
+        if (!filling_) {
+            session_.obj.*variable = ticked ? table_true : table_false;
+            synchronise();
+        }
+    });
+}
+
+void FrmObjekte::synchronise() {
+    settle_test(session_.obj);
+    const ObjectSelection& obj = session_.obj;
+    const SelectionControls controls = selection_controls(obj, session_.extents.roh_rw_min);
+    filling_ = true;
+    check_option(*opt_beob_, obj.obj_beob);
+    check_option(*opt_pusi_, obj.obj_pusi);
+    check_option(*opt_puwe_, obj.obj_puwe);
+    check_option(*opt_pube_, obj.obj_pube);
+    chk_epbe_->setChecked(obj.obj_epbe != table_false);
+    chk_epbe_->setEnabled(controls.chk_epbe);
+    synchronise_tests(controls);
+    synchronise_system(controls);
+    synchronise_districts(controls);
+    fra_verwaltung_->setEnabled(controls.fra_verwaltung);
+    check_option(*opt_verw_, controls.opt_verw_checked);
+    filling_ = false;
+}
+
+void FrmObjekte::synchronise_tests(const SelectionControls& controls) {
+    const ObjectSelection& obj = session_.obj;
+    chk_test_restkl_->setChecked(obj.obj_test_restkl != table_false);
+    chk_test_restkl_->setEnabled(controls.chk_test_restkl);
+    chk_test_beob_->setChecked(obj.obj_test_beob != table_false);
+    chk_test_beob_->setEnabled(controls.chk_test_beob);
+    fra_test_->setEnabled(controls.fra_test);
+    check_option(*opt_test_, obj.obj_test);
+    for (int code = 1; code <= static_cast<int>(test_values); ++code) {
+        opt_test_->button(code)->setEnabled(controls.opt_test[static_cast<std::size_t>(code)]);
+    }
+    QAbstractButton* const third = opt_test_->button(static_cast<int>(test_values));
+    third->setText(QString::fromUtf8(controls.opt_test_3_caption.data(),
+                                     static_cast<qsizetype>(controls.opt_test_3_caption.size())));
+    third->setAccessibleName(third->text());
+}
+
+void FrmObjekte::synchronise_system(const SelectionControls& controls) {
+    fra_bezug_->setEnabled(controls.fra_bezug);
+    check_option(*opt_bezu_, controls.opt_bezu_checked);
+    for (int code = 0; code < static_cast<int>(reference_systems); ++code) {
+        opt_bezu_->button(code)->setEnabled(controls.opt_bezu[static_cast<std::size_t>(code)]);
+    }
+    cbo_bezu_elli_->setCurrentIndex(controls.cbo_bezu_elli - 1);
+    cbo_bezu_abbi_->setCurrentIndex(controls.cbo_bezu_abbi - 1);
+    for (QWidget* control : std::initializer_list<QWidget*>{lbl_bezu_elli_, cbo_bezu_elli_,
+                                                            lbl_bezu_abbi_, cbo_bezu_abbi_}) {
+        control->setEnabled(controls.cbo_bezu);
+    }
+}
+
+void FrmObjekte::synchronise_districts(const SelectionControls& controls) {
+    fra_nummebez_->setEnabled(controls.fra_nummebez);
+    check_option(*opt_nube_, controls.opt_nube_checked);
+    check_option(*opt_nbez_, session_.obj.obj_nbez);
+    lbl_nbez_->setEnabled(controls.opt_nbez);
+    for (QAbstractButton* button : opt_nbez_->buttons()) {
+        button->setEnabled(controls.opt_nbez);
+    }
+    for (QWidget* control : std::initializer_list<QWidget*>{lbl_nube_merizon_, cmd_nubemerit_1_,
+                                                            txt_nubemerit_, cmd_nubemerit_2_}) {
+        control->setEnabled(controls.nubemerit);
+    }
+    txt_nubemerit_->setText(QString::fromStdString(controls.txt_nubemerit));
+    txt_nubemerit_->setModified(false);
+}
+
+void FrmObjekte::take_typed_meridian() {
+    if (filling_ || !txt_nubemerit_->isModified()) {
+        return;
+    }
+    type_meridian(session_.obj, txt_nubemerit_->text().toStdString());
+    synchronise();
+}
+
+void FrmObjekte::step(int by) {
+    take_typed_meridian();
+    step_meridian(session_.obj, by);
+    synchronise();
+}
+
+/// The arrow keys of the meridian's text: true if the key was one of them.
+bool FrmObjekte::meridian_key(int key) {
+    switch (key) {
+        case Qt::Key_Left:
+            step(-1);
+            txt_nubemerit_->selectAll();
+            return true;
+        case Qt::Key_Right:
+            step(1);
+            txt_nubemerit_->selectAll();
+            return true;
+        case Qt::Key_Up:
+            opt_nube_->button(3)->setFocus(Qt::TabFocusReason);
+            return true;
+        case Qt::Key_Down:
+            opt_nbez_->button(1)->setFocus(Qt::TabFocusReason);
+            return true;
+        default:
+            return false;
+    }
+}
+
+bool FrmObjekte::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == txt_nubemerit_ && event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->modifiers() == Qt::NoModifier && meridian_key(key->key())) {
+            return true;
+        }
+    }
+    if (watched == txt_nubemerit_ && event->type() == QEvent::FocusIn) {
+        // A click sets the cursor after this, so the text is selected once it has.
+        QTimer::singleShot(0, txt_nubemerit_, &QLineEdit::selectAll);
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void FrmObjekte::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    if (parentWidget() != nullptr) {
+        centre_on(*this, *parentWidget()->window());
+    }
+    if (QAbstractButton* const checked = opt_beob_->checkedButton()) {
+        checked->setFocus(Qt::TabFocusReason);
+    }
+}
+
+void FrmObjekte::done(int result) {
+    if (!left_) {
+        left_ = true;
+        take_typed_meridian();
+        QDialog::done(result);
+        taken_(result == Accepted ? SelectionLeft::by_ok : SelectionLeft::by_closing);
+        return;
+    }
+    QDialog::done(result);
+}
+
+}  // namespace veldra
