@@ -105,6 +105,7 @@ std::map<MenuItem, Command> FrmTorvel::menu_commands() {
     }
     commands[MenuItem::m_datei_beenden] = [this] { close(); };
     commands[MenuItem::m_hilfe_proginfo] = [this] { show_logo(FrmLogo::ShownBy::help); };
+    add_plot_dialogs(commands);
     return commands;
 }
 

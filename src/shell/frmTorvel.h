@@ -2,7 +2,9 @@
 
 #include <QMainWindow>
 #include <QTimer>
+#include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 
 #include "platform/qt/picture_widget.h"
@@ -45,6 +47,9 @@ class FrmTorvel final : public QMainWindow {
 
     /// Asks the user for a graphic file; "" if there is none. Tests put an answer in its place.
     std::function<QString()> choose_file;
+    /// Shows in an open list of network parts that the plot settings have marked a part (from 1)
+    /// for plotting or not, and selects its row if it is. May be empty.
+    std::function<void(std::int32_t part, bool marked)> mark_part;
 
  protected:
     void closeEvent(QCloseEvent* event) override;
@@ -59,6 +64,11 @@ class FrmTorvel final : public QMainWindow {
     void perform(const Command& command);
     void open_file();
     void show_logo(FrmLogo::ShownBy shown_by);
+    // The dialogs of the plot: frmTorvel_plotdialogs.cpp.
+    void add_plot_dialogs(std::map<MenuItem, Command>& commands);
+    void open_plot_settings();
+    void open_printer_dialog();
+    void redraw_open_file();
     /// The window has another size or state: the picture follows as soon as both are known.
     void expect_size();
     void follow_size();
