@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QShowEvent>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include "platform/qt/dialog_controls.h"
@@ -47,6 +48,18 @@ QComboBox* make_list(const QString& name, const QString& accessible_name, QWidge
     list->setAccessibleName(accessible_name);
     list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     return list;
+}
+
+/// A small button that goes on stepping while it is held down.
+QToolButton* make_step(const QString& name, const QString& caption, const QString& accessible_name,
+                       QWidget* parent) {
+    auto* button = new QToolButton(parent);
+    button->setObjectName(name);
+    button->setText(caption);
+    button->setAccessibleName(accessible_name);
+    button->setAutoRepeat(true);
+    button->setFocusPolicy(Qt::StrongFocus);
+    return button;
 }
 
 }  // namespace
@@ -98,8 +111,8 @@ void FrmDrucker::build_printer(QVBoxLayout& column) {
     cmd_standard_ = make_button(QStringLiteral("cmd_standard"), QStringLiteral("&Standard"),
                                 QStringLiteral("Standard"), this);
     auto* row = new QHBoxLayout;
-    row->addWidget(make_buddy(QStringLiteral("lbl_drucker"), QStringLiteral("&Drucker:"),
-                              cbo_drucker_, this));
+    row->addWidget(
+        make_buddy(QStringLiteral("lbl_drucker"), QStringLiteral("&Drucker:"), cbo_drucker_, this));
     row->addWidget(cbo_drucker_, 1);
     row->addWidget(cmd_standard_);
     column.addLayout(row);
@@ -184,10 +197,8 @@ QGroupBox* FrmDrucker::build_area() {
     auto* frame = new QGroupBox(QStringLiteral("Bedruckbare Fläche"), this);
     frame->setObjectName(QStringLiteral("fra_netto"));
     auto* column = new QVBoxLayout(frame);
-    lbl_quer_netto_ =
-        make_label(QStringLiteral("lbl_quer_netto"), QStringLiteral("quer:"), frame);
-    lbl_hoch_netto_ =
-        make_label(QStringLiteral("lbl_hoch_netto"), QStringLiteral("hoch:"), frame);
+    lbl_quer_netto_ = make_label(QStringLiteral("lbl_quer_netto"), QStringLiteral("quer:"), frame);
+    lbl_hoch_netto_ = make_label(QStringLiteral("lbl_hoch_netto"), QStringLiteral("hoch:"), frame);
     column->addWidget(lbl_quer_netto_);
     column->addWidget(lbl_hoch_netto_);
     column->addStretch();
@@ -201,16 +212,10 @@ QGroupBox* FrmDrucker::build_copies() {
     auto* row = new QHBoxLayout;
     txt_exemplare_ = make_number_edit(QStringLiteral("txt_exemplare"), QStringLiteral("Exemplare"),
                                       copies_letters, frame);
-    cmd_exemplare_minus_ =
-        make_button(QStringLiteral("cmd_exemplare_minus"), QStringLiteral("−"),
-                    QStringLiteral("ein Exemplar weniger"), frame);
-    cmd_exemplare_plus_ =
-        make_button(QStringLiteral("cmd_exemplare_plus"), QStringLiteral("+"),
-                    QStringLiteral("ein Exemplar mehr"), frame);
-    for (QPushButton* button : {cmd_exemplare_minus_, cmd_exemplare_plus_}) {
-        button->setFixedWidth(button->sizeHint().height());
-        button->setAutoRepeat(true);
-    }
+    cmd_exemplare_minus_ = make_step(QStringLiteral("cmd_exemplare_minus"), QStringLiteral("−"),
+                                     QStringLiteral("ein Exemplar weniger"), frame);
+    cmd_exemplare_plus_ = make_step(QStringLiteral("cmd_exemplare_plus"), QStringLiteral("+"),
+                                    QStringLiteral("ein Exemplar mehr"), frame);
     row->addWidget(txt_exemplare_);
     row->addWidget(cmd_exemplare_minus_);
     row->addWidget(cmd_exemplare_plus_);
@@ -225,9 +230,8 @@ void FrmDrucker::connect_controls() {
     };
     connect(cbo_drucker_, &QComboBox::activated, this, &FrmDrucker::choose_printer_at);
     connect(cmd_standard_, &QPushButton::clicked, this, &FrmDrucker::choose_standard);
-    connect(chk_farbdrucker_, &QCheckBox::clicked, this, [this](bool ticked) {
-        session_.printer.drucker_farbe = ticked ? colour : monochrome;
-    });
+    connect(chk_farbdrucker_, &QCheckBox::clicked, this,
+            [this](bool ticked) { session_.printer.drucker_farbe = ticked ? colour : monochrome; });
     connect(chk_druckindatei_, &QCheckBox::clicked, this, [this](bool ticked) {
         session_.printer.druck_in_datei = ticked ? table_true : table_false;
     });
@@ -248,16 +252,17 @@ void FrmDrucker::connect_controls() {
     }
     for (QLineEdit* edit : {txt_quer_, txt_hoch_}) {
         connect(edit, &QLineEdit::textEdited, this, &FrmDrucker::write_user_paper);
-        new EntryBox(*edit, *edit, [this] { show_paper(); }, leaves_unread);
+        new EntryBox(
+            *edit, *edit, [this] { show_paper(); }, leaves_unread);
     }
     new EntryBox(
         *txt_exemplare_, *txt_exemplare_,
         [this] { set_copies(copies_of_text(txt_exemplare_->text().toStdString())); },
         leaves_unread);
     txt_exemplare_->installEventFilter(this);
-    connect(cmd_exemplare_plus_, &QPushButton::clicked, this,
+    connect(cmd_exemplare_plus_, &QToolButton::clicked, this,
             [this] { set_copies(session_.printer.exemplare + 1); });
-    connect(cmd_exemplare_minus_, &QPushButton::clicked, this,
+    connect(cmd_exemplare_minus_, &QToolButton::clicked, this,
             [this] { set_copies(session_.printer.exemplare - 1); });
     connect(cmd_ok_, &QPushButton::clicked, this, &FrmDrucker::accept);
     connect(cmd_abbrechen_, &QPushButton::clicked, this, &FrmDrucker::reject);
@@ -285,9 +290,10 @@ void FrmDrucker::fill_lists() {
 
 void FrmDrucker::switch_off() {
     const std::initializer_list<QWidget*> controls{
-        cbo_drucker_,       chk_farbdrucker_,    chk_druckindatei_,   cbo_papierschacht_,
-        cbo_papierformat_,  cmd_ok_,             cmd_standard_,       txt_quer_,
-        txt_hoch_,          opt_ausrichtung_[1], opt_ausrichtung_[2]};
+        cbo_drucker_,        chk_farbdrucker_,   chk_druckindatei_,
+        cbo_papierschacht_,  cbo_papierformat_,  cmd_ok_,
+        cmd_standard_,       txt_quer_,          txt_hoch_,
+        opt_ausrichtung_[1], opt_ausrichtung_[2]};
     for (QWidget* widget : controls) {
         widget->setEnabled(false);
     }
@@ -313,6 +319,7 @@ void FrmDrucker::show_paper() {
     cbo_papierschacht_->setCurrentIndex(paper_bin_index(view.bin));
     const bool lying = view.orientation == querformat;
     opt_ausrichtung_[lying ? 2 : 1]->setChecked(true);
+    lead_tab_to_checked({opt_ausrichtung_[1], opt_ausrichtung_[2]});
     img_hoch_an_->setVisible(!lying);
     img_hoch_aus_->setVisible(lying);
     img_quer_an_->setVisible(lying);

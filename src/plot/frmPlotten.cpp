@@ -103,8 +103,7 @@ void FrmPlotten::build_part(QVBoxLayout& column) {
 }
 
 void FrmPlotten::build_scale(QVBoxLayout& column) {
-    fra_massstab_ =
-        make_frame(QStringLiteral("fra_massstab"), QStringLiteral("Grundriss"), this);
+    fra_massstab_ = make_frame(QStringLiteral("fra_massstab"), QStringLiteral("Grundriss"), this);
     auto* row = new QHBoxLayout(fra_massstab_);
     cbo_grundriss_mass_ = new QComboBox(fra_massstab_);
     cbo_grundriss_mass_->setObjectName(QStringLiteral("cbo_grundriss_mass"));
@@ -126,8 +125,9 @@ void FrmPlotten::build_scale(QVBoxLayout& column) {
         const QWidget* const focus = QApplication::focusWidget();
         return left_ || focus == cmd_ok_ || focus == cmd_abbrechen_;
     };
-    new EntryBox(*cbo_grundriss_mass_, *cbo_grundriss_mass_->lineEdit(), [this] { leave_scale(); },
-                 leaves_unread);
+    new EntryBox(
+        *cbo_grundriss_mass_, *cbo_grundriss_mass_->lineEdit(), [this] { leave_scale(); },
+        leaves_unread);
     // The toolkit reports an offered text that was typed as a choice too, at the loss of the focus.
     connect(cbo_grundriss_mass_, &QComboBox::activated, this, [this, leaves_unread] {
         if (!leaves_unread()) {
@@ -137,8 +137,8 @@ void FrmPlotten::build_scale(QVBoxLayout& column) {
 }
 
 QGroupBox* FrmPlotten::build_format() {
-    auto* frame =
-        make_frame(QStringLiteral("fra_ausricht"), QStringLiteral("Druckerausrichtung"), fra_format_);
+    auto* frame = make_frame(QStringLiteral("fra_ausricht"), QStringLiteral("Druckerausrichtung"),
+                             fra_format_);
     auto* row = new QHBoxLayout(frame);
     auto* column = new QVBoxLayout;
     opt_format_ = {make_option(QStringLiteral("opt_format_0"), QStringLiteral("&Hochformat"),
@@ -154,10 +154,10 @@ QGroupBox* FrmPlotten::build_format() {
     column->addStretch();
     row->addLayout(column);
     row->addStretch();
-    img_hochformat_ = new PaperSymbol(QStringLiteral("img_hochformat"), PaperSymbol::Lies::upright,
-                                      true, frame);
-    img_querformat_ = new PaperSymbol(QStringLiteral("img_querformat"), PaperSymbol::Lies::across,
-                                      true, frame);
+    img_hochformat_ =
+        new PaperSymbol(QStringLiteral("img_hochformat"), PaperSymbol::Lies::upright, true, frame);
+    img_querformat_ =
+        new PaperSymbol(QStringLiteral("img_querformat"), PaperSymbol::Lies::across, true, frame);
     row->addWidget(img_hochformat_);
     row->addWidget(img_querformat_);
     return frame;
@@ -186,9 +186,8 @@ void FrmPlotten::build_sheets(QVBoxLayout& column) {
     chk_format_blatt_ = make_check_box(QStringLiteral("chk_format_blatt"),
                                        QStringLiteral("Blatteinteilung a&utomatisch"),
                                        QStringLiteral("Blatteinteilung automatisch"), fra_format_);
-    connect(chk_format_blatt_, &QCheckBox::clicked, this, [this](bool ticked) {
-        follow(choose_auto_sheets(session_, options_, ticked));
-    });
+    connect(chk_format_blatt_, &QCheckBox::clicked, this,
+            [this](bool ticked) { follow(choose_auto_sheets(session_, options_, ticked)); });
     column.addWidget(chk_format_blatt_);
     auto* grid = new QGridLayout;
     const auto add_count = [&](int line, const QString& suffix, const QString& caption,
@@ -198,8 +197,9 @@ void FrmPlotten::build_sheets(QVBoxLayout& column) {
         QLabel* computed =
             make_label(QStringLiteral("lbl_format_auto") + suffix, QString(), fra_format_);
         computed->setAccessibleName(accessible_name + QStringLiteral(", errechnet"));
-        grid->addWidget(make_buddy(QStringLiteral("lbl_format_") + suffix, caption, edit, fra_format_),
-                        line, 0);
+        grid->addWidget(
+            make_buddy(QStringLiteral("lbl_format_") + suffix, caption, edit, fra_format_), line,
+            0);
         grid->addWidget(edit, line, 1);
         grid->addWidget(computed, line, 2);
         connect(edit, &QLineEdit::textEdited, this,
@@ -218,9 +218,8 @@ void FrmPlotten::build_sheets(QVBoxLayout& column) {
                                       QStringLiteral("Plotternullpunkt anpa&ssen"),
                                       QStringLiteral("Plotternullpunkt anpassen"), fra_format_);
     chk_plotternull_->installEventFilter(this);
-    connect(chk_plotternull_, &QCheckBox::clicked, this, [this](bool ticked) {
-        follow(choose_zero_point(session_, options_, ticked));
-    });
+    connect(chk_plotternull_, &QCheckBox::clicked, this,
+            [this](bool ticked) { follow(choose_zero_point(session_, options_, ticked)); });
     column.addWidget(chk_plotternull_);
 }
 
@@ -250,6 +249,9 @@ void FrmPlotten::refresh() {
     }
     const bool known_margin = plot.plot_heftrand == 1 || plot.plot_heftrand == 2;
     opt_rand_[known_margin ? static_cast<std::size_t>(plot.plot_heftrand) : 3]->setChecked(true);
+    lead_tab_to_checked({opt_netzteil_[0], opt_netzteil_[1]});
+    lead_tab_to_checked({opt_format_[0], opt_format_[1]});
+    lead_tab_to_checked({opt_rand_[3], opt_rand_[1], opt_rand_[2]});
     img_hochformat_->setVisible(plot.plot_ausrichtung != querformat);
     img_querformat_->setVisible(plot.plot_ausrichtung == querformat);
     chk_format_blatt_->setChecked(options_.blatt_auto);
@@ -300,12 +302,17 @@ void FrmPlotten::accept() {
         return;
     }
     left_ = true;
+    // A dialog that deletes itself on closing may be gone as soon as events are processed.
+    const auto redraw = redraw_preview;
+    const auto mark = options_.netzteil_offen ? mark_part : nullptr;
+    const std::int32_t part = session_.netz_aktuell;
+    const bool plotted = options_.netzteil_plotten;
     QDialog::accept();
-    if (redraw_preview) {
-        redraw_preview();
+    if (redraw) {
+        redraw();
     }
-    if (options_.netzteil_offen && mark_part) {
-        mark_part(session_.netz_aktuell, options_.netzteil_plotten);
+    if (mark) {
+        mark(part, plotted);
     }
 }
 

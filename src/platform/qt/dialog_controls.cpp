@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QRadioButton>
+#include <algorithm>
 
 namespace veldra {
 
@@ -65,14 +66,23 @@ QLabel* make_buddy(const QString& name, const QString& text, QWidget* control, Q
     return label;
 }
 
+void lead_tab_to_checked(std::initializer_list<QRadioButton*> group) {
+    const auto* const checked =
+        std::find_if(group.begin(), group.end(), [](const auto* one) { return one->isChecked(); });
+    const QRadioButton* const led_to = checked == group.end() ? *group.begin() : *checked;
+    for (QRadioButton* option : group) {
+        option->setFocusPolicy(option == led_to ? Qt::StrongFocus : Qt::ClickFocus);
+    }
+}
+
 EndButtons add_end_buttons(QBoxLayout& column, QWidget* parent) {
     EndButtons buttons;
-    buttons.cmd_ok = make_button(QStringLiteral("cmd_ok"), QStringLiteral("&OK"),
-                                 QStringLiteral("OK"), parent);
+    buttons.cmd_ok =
+        make_button(QStringLiteral("cmd_ok"), QStringLiteral("&OK"), QStringLiteral("OK"), parent);
     buttons.cmd_ok->setDefault(true);
-    buttons.cmd_abbrechen = make_button(QStringLiteral("cmd_abbrechen"),
-                                        QStringLiteral("&Abbrechen"),
-                                        QStringLiteral("Abbrechen"), parent);
+    buttons.cmd_abbrechen =
+        make_button(QStringLiteral("cmd_abbrechen"), QStringLiteral("&Abbrechen"),
+                    QStringLiteral("Abbrechen"), parent);
     auto* row = new QHBoxLayout;
     row->addStretch();
     row->addWidget(buttons.cmd_ok);

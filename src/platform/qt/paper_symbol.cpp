@@ -36,8 +36,8 @@ void PaperSymbol::paintEvent(QPaintEvent* /*event*/) {
     painter.translate((QWidget::width() - width) / 2, (QWidget::height() - height) / 2);
     const QPolygonF sheet({{0, 0}, {width - fold, 0}, {width, fold}, {width, height}, {0, height}});
     const bool strong = chosen_ && isEnabled();
-    const QColor ink = palette().color(strong ? QPalette::Active : QPalette::Disabled,
-                                       QPalette::WindowText);
+    const QColor ink =
+        palette().color(strong ? QPalette::Active : QPalette::Disabled, QPalette::WindowText);
     painter.setPen(QPen(ink, strong ? unit / 18 : unit / 36));
     painter.setBrush(strong ? palette().color(QPalette::Base) : QColor(Qt::transparent));
     painter.drawPolygon(sheet);

@@ -5,8 +5,8 @@
 
 namespace veldra {
 
-/// A small picture of a sheet of paper, upright or lying. Its size follows the font; it says nothing
-/// that the control beside it does not.
+/// A small picture of a sheet of paper, upright or lying. Its size follows the font; it says
+/// nothing that the control beside it does not.
 class PaperSymbol final : public QWidget {
     Q_OBJECT
 
