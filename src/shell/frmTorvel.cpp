@@ -124,6 +124,7 @@ std::map<MenuItem, Command> FrmTorvel::menu_commands() {
     add_view_commands(commands);
     add_plot_commands(commands);
     add_dialog_commands(commands);
+    add_plot_dialogs(commands);
     return commands;
 }
 
