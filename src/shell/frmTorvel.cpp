@@ -105,12 +105,15 @@ std::map<MenuItem, Command> FrmTorvel::menu_commands() {
     }
     commands[MenuItem::m_datei_beenden] = [this] { close(); };
     commands[MenuItem::m_hilfe_proginfo] = [this] { show_logo(FrmLogo::ShownBy::help); };
+    add_side_dialogs(commands);
     return commands;
 }
 
 std::map<ToolButton, Command> FrmTorvel::tool_commands() {
-    return {{ToolButton::datei_oeffnen, [this] { open_file(); }},
-            {ToolButton::beenden, [this] { close(); }}};
+    std::map<ToolButton, Command> commands{{ToolButton::datei_oeffnen, [this] { open_file(); }},
+                                           {ToolButton::beenden, [this] { close(); }}};
+    add_side_dialogs(commands);
+    return commands;
 }
 
 Desk FrmTorvel::desk() {
@@ -169,6 +172,7 @@ void FrmTorvel::redraw() {
 }
 
 void FrmTorvel::synchronise() {
+    synchronise_scale_bars();
     setWindowTitle(QString::fromStdString(session_.window.caption));
     commands_->synchronise(session_.window);
     findChild<QLabel*>(QStringLiteral("lbl_legende"))

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDialog>
 #include <QMainWindow>
 #include <QTimer>
 #include <exception>
@@ -62,6 +63,12 @@ class FrmTorvel final : public QMainWindow {
     void perform(const Command& command);
     void open_file();
     void show_logo(FrmLogo::ShownBy shown_by);
+    // Legend, boundaries and scale bars: frmTorvel_side_dialogs.cpp.
+    enum class Redraw { always, if_accepted };
+    void add_side_dialogs(std::map<MenuItem, Command>& commands);
+    void add_side_dialogs(std::map<ToolButton, Command>& commands);
+    void open_modal(const std::function<QDialog*()>& create, Redraw redraws);
+    void synchronise_scale_bars();
     /// The window has another size or state: the picture follows as soon as both are known.
     void expect_size();
     void follow_size();
