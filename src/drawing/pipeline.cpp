@@ -57,8 +57,9 @@ constexpr std::array plot_entries{MenuItem::m_plotten_einstellungen, MenuItem::m
                                   MenuItem::m_plotten_aus};
 
 void offer_commands(WindowState& window, PictureMode mode) {
-    window[MenuItem::m_ansicht_massstab].enabled = true;
-    window[ToolButton::massstaebe].enabled = !window[MenuItem::m_ansicht_massstab].checked;
+    MenuItemState& scale_bars = window[MenuItem::m_ansicht_massstab];
+    scale_bars.enabled = mode == PictureMode::screen;
+    window[ToolButton::massstaebe].enabled = scale_bars.enabled && !scale_bars.checked;
     for (const MenuItem item : {MenuItem::m_torvel_objekte, MenuItem::m_torvel_ansicht,
                                 MenuItem::m_torvel_plotten, MenuItem::m_torvel_optionen}) {
         window[item].enabled = true;
@@ -77,6 +78,7 @@ void offer_commands(WindowState& window, PictureMode mode) {
 
 void withdraw_commands(WindowState& window, PictureMode mode) {
     window.frm_massstab_shown = false;
+    window[MenuItem::m_ansicht_massstab].checked = false;
     // Another choice of objects is the way out.
     window[MenuItem::m_torvel_objekte].enabled = true;
     for (const MenuItem item : {MenuItem::m_ansicht_massstab, MenuItem::m_torvel_ansicht,

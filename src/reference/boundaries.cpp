@@ -58,7 +58,11 @@ void draw_run(LayerSurface& surface, std::span<const PlanePoint> run) {
 }  // namespace
 
 std::string boundary_path(const Session& session) {
-    std::string path = to_utf8(session.settings.verw_datei);
+    return boundary_path(session, session.settings.verw_datei);
+}
+
+std::string boundary_path(const Session& session, const std::string& datei) {
+    std::string path = to_utf8(datei);
     const bool relative = !path.empty() && path.front() != '/';
     const std::size_t separator = session.graphikdatei.rfind('/');
     if (relative && separator != std::string::npos && file_stamp(path) == FileStamp{}) {

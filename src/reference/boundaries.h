@@ -19,6 +19,8 @@ class UnreadableBoundaries : public FatalError {
 /// The boundary file of the settings. A relative path is looked up in the current folder, then in
 /// that of the graphic file.
 [[nodiscard]] std::string boundary_path(const Session& session);
+/// The same for another path than that of the settings, Windows-1252.
+[[nodiscard]] std::string boundary_path(const Session& session, const std::string& datei);
 
 /// The boundaries of the selected level in the document's system, read anew when the file or
 /// anything else that they depend on has changed. Null without a reference system or without a

@@ -125,6 +125,7 @@ std::map<MenuItem, Command> FrmTorvel::menu_commands() {
     add_plot_commands(commands);
     add_dialog_commands(commands);
     add_plot_dialogs(commands);
+    add_side_dialogs(commands);
     return commands;
 }
 
@@ -134,6 +135,7 @@ std::map<ToolButton, Command> FrmTorvel::tool_commands() {
     add_view_commands(commands);
     add_plot_commands(commands);
     add_dialog_commands(commands);
+    add_side_dialogs(commands);
     return commands;
 }
 
@@ -199,6 +201,7 @@ void FrmTorvel::redraw() {
 }
 
 void FrmTorvel::synchronise() {
+    synchronise_scale_bars();
     setWindowTitle(QString::fromStdString(session_.window.caption));
     session_.window[MenuItem::m_datei_bild].enabled = session_.datei_geladen == 1;
     status_->synchronise(session_);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDialog>
 #include <QMainWindow>
 #include <QTimer>
 #include <exception>
@@ -120,6 +121,12 @@ class FrmTorvel final : public QMainWindow {
     void open_plot_settings();
     void open_printer_dialog();
     void redraw_open_file();
+    // Legend, boundaries and scale bars: frmTorvel_side_dialogs.cpp.
+    enum class Redraw { always, if_accepted };
+    void add_side_dialogs(std::map<MenuItem, Command>& commands);
+    void add_side_dialogs(std::map<ToolButton, Command>& commands);
+    void open_modal(const std::function<QDialog*()>& create, Redraw redraws);
+    void synchronise_scale_bars();
     /// The window has another size or state: the picture follows as soon as both are known.
     void expect_size();
     void follow_size();
