@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "plot/trapped_call.h"
 #include "view/paper_text.h"
 
 namespace veldra {
@@ -14,15 +15,6 @@ constexpr std::int16_t user_defined_paper = 256;
 constexpr std::int16_t monochrome = 1;
 constexpr std::int16_t colour = 2;
 constexpr const char* measured_digits = "1234";
-
-/// Runs a call on the printer; its failure is ignored.
-template <typename Call>
-void trapped(Call&& call) {
-    try {
-        call();
-    } catch (const PrinterError&) {  // NOLINT(bugprone-empty-catch): a driver may refuse
-    }
-}
 
 bool works(const Session& session) {
     return session.printer.drucker_ok == table_true;
@@ -83,15 +75,18 @@ void mark_printer_unavailable(Session& session) {
     item.enabled = false;
 }
 
+void name_printer_in_menu(Session& session, Printer& printer) {
+    std::string name;
+    trapped([&] { name = printer.DeviceName(); });
+    session.window[MenuItem::m_optionen_drucker].caption = "&Anwendungsdrucker: " + name;
+}
+
 void CheckPrinter(Session& session, Printer* printer) {
     if (printer != nullptr && passes_check(session, *printer)) {
         ResetPrinter(session, *printer);
         session.printer.drucker_ok = table_true;
-        std::string name;
-        trapped([&] { name = printer->DeviceName(); });
-        MenuItemState& item = session.window[MenuItem::m_optionen_drucker];
-        item.caption = "&Anwendungsdrucker: " + name;
-        item.enabled = true;
+        session.window[MenuItem::m_optionen_drucker].enabled = true;
+        name_printer_in_menu(session, *printer);
         return;
     }
     if (printer != nullptr) {
