@@ -22,13 +22,13 @@ constexpr std::string_view plot_scale_text =
 
 /// What the dialog holds beside the settings of the session. Texts are those of the controls.
 struct PlotOptions {
-    std::string massstab;       ///< `cbo_grundriss_mass` as it stands for the scale in force
-    bool blatt_auto = true;     ///< `chk_format_blatt`
-    bool null_anpassen = false; ///< `chk_plotternull`
-    std::string blatt_rechts;   ///< `txt_format_rechts`
-    std::string blatt_hoch;     ///< `txt_format_hoch`
-    bool netzteil_offen = false;     ///< there is a part that can be marked
-    bool netzteil_plotten = true;    ///< `opt_netzteil`: 0 is true, 1 false
+    std::string massstab;          ///< `cbo_grundriss_mass` as it stands for the scale in force
+    bool blatt_auto = true;        ///< `chk_format_blatt`
+    bool null_anpassen = false;    ///< `chk_plotternull`
+    std::string blatt_rechts;      ///< `txt_format_rechts`
+    std::string blatt_hoch;        ///< `txt_format_hoch`
+    bool netzteil_offen = false;   ///< there is a part that can be marked
+    bool netzteil_plotten = true;  ///< `opt_netzteil`: 0 is true, 1 false
 };
 
 /// Opens the dialog: tries the printer, measures its paper, counts the sheets. What can be undone

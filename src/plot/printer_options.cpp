@@ -105,7 +105,6 @@ Value read(Printer& printer, Value (Printer::*member)()) {
     return value;
 }
 
-
 PaperState read_paper(Printer& printer) {
     return {read(printer, &Printer::PaperBin), read(printer, &Printer::PaperSize),
             read(printer, &Printer::Width), read(printer, &Printer::Height),
@@ -188,7 +187,8 @@ PrinterOptions open_printer_options(Printer* printer) {
 }
 
 std::int32_t paper_index(PrinterOptions& options, std::int16_t code) {
-    if (code >= large_paper_code && code < large_paper_code + user_paper_index - large_paper_index) {
+    if (code >= large_paper_code &&
+        code < large_paper_code + user_paper_index - large_paper_index) {
         return code - large_paper_code + large_paper_index;
     }
     if (code == user_defined_paper_code) {

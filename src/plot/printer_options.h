@@ -55,10 +55,10 @@ struct PaperView {
     std::int16_t paper = 0;
     std::int16_t bin = 0;
     std::int16_t orientation = 0;
-    bool user_defined = false;    ///< the size of the paper can be set
-    std::string lbl_quer_netto;   ///< printable area
+    bool user_defined = false;   ///< the size of the paper can be set
+    std::string lbl_quer_netto;  ///< printable area
     std::string lbl_hoch_netto;
-    std::string txt_quer;         ///< whole paper, millimetres
+    std::string txt_quer;  ///< whole paper, millimetres
     std::string txt_hoch;
 };
 [[nodiscard]] PaperView view_paper(Printer& printer);
@@ -76,8 +76,8 @@ void choose_paper(Printer& printer, std::int16_t code);
 void choose_paper_bin(Printer& printer, std::int16_t bin);
 /// 1 Hochformat, 2 Querformat.
 void choose_orientation(Printer& printer, std::int16_t orientation);
-/// Sets the size of a user-defined paper from two typed texts, millimetres as the paper lies. A side
-/// that is not above 0, or beyond 32 bits of twips, is not written.
+/// Sets the size of a user-defined paper from two typed texts, millimetres as the paper lies. A
+/// side that is not above 0, or beyond 32 bits of twips, is not written.
 void set_user_paper(Printer& printer, std::string_view across, std::string_view up);
 
 /// A typed number of copies, 1 to 100; what is no number counts as 1.

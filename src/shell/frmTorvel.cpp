@@ -122,6 +122,7 @@ std::map<MenuItem, Command> FrmTorvel::menu_commands() {
     commands[MenuItem::m_hilfe_proginfo] = [this] { show_logo(FrmLogo::ShownBy::help); };
     add_view_commands(commands);
     add_plot_commands(commands);
+    add_plot_dialogs(commands);
     return commands;
 }
 

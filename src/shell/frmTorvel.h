@@ -2,8 +2,10 @@
 
 #include <QMainWindow>
 #include <QTimer>
+#include <cstdint>
 #include <exception>
 #include <functional>
+#include <map>
 #include <memory>
 
 #include "platform/qt/picture_widget.h"
@@ -52,6 +54,9 @@ class FrmTorvel final : public QMainWindow {
     std::function<void(const std::exception&)> on_failure;
     /// Asks for the file that the picture goes into; "" if there is none.
     std::function<QString()> choose_picture_file;
+    /// Shows in an open list of network parts that the plot settings have marked a part (from 1)
+    /// for plotting or not, and selects its row if it is. May be empty.
+    std::function<void(std::int32_t part, bool marked)> mark_part;
 
  protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -88,6 +93,11 @@ class FrmTorvel final : public QMainWindow {
     void open_file();
     void show_logo(FrmLogo::ShownBy shown_by);
     void open_display_options();
+    // The dialogs of the plot: frmTorvel_plotdialogs.cpp.
+    void add_plot_dialogs(std::map<MenuItem, Command>& commands);
+    void open_plot_settings();
+    void open_printer_dialog();
+    void redraw_open_file();
     /// The window has another size or state: the picture follows as soon as both are known.
     void expect_size();
     void follow_size();

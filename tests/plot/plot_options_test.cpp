@@ -31,9 +31,7 @@ class PlotOptionsTest : public testing::Test {
         ComputeSheetDivision(session, desk);
     }
 
-    void add_part(const char* name) {
-        session.netz[session.netz.append()].netz_name = name;
-    }
+    void add_part(const char* name) { session.netz[session.netz.append()].netz_name = name; }
 
     void open() { options = open_plot_options(session, desk); }
 

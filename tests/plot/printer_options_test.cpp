@@ -355,8 +355,8 @@ TEST_F(PrinterOptionsTest, AbbrechenWithoutPrintersRestoresTheRest) {
 TEST_F(PrinterOptionsTest, PrinterThatFailsAtEverythingEndsNothing) {
     open();
     for (ScriptedDevice& device : printer->devices) {
-        device.failing = {"assign",   "Orientation", "PaperSize",    "PaperBin", "Width",
-                          "Height",   "ColorMode",   "TrackDefault", "EndDoc"};
+        device.failing = {"assign", "Orientation", "PaperSize",    "PaperBin", "Width",
+                          "Height", "ColorMode",   "TrackDefault", "EndDoc"};
     }
     choose_printer(session, *printer, options, 1);
     choose_standard_printer(session, *printer, options);

@@ -1,0 +1,51 @@
+// The part of the main window that opens the dialogs of the plot.
+#include "plot/frmDrucker.h"
+#include "plot/frmPlotten.h"
+#include "shell/frmTorvel.h"
+
+namespace veldra {
+
+void FrmTorvel::add_plot_dialogs(std::map<MenuItem, Command>& commands) {
+    commands[MenuItem::m_plotten_einstellungen] = [this] { open_plot_settings(); };
+    commands[MenuItem::m_optionen_drucker] = [this] { open_printer_dialog(); };
+}
+
+void FrmTorvel::redraw_open_file() {
+    perform([this] {
+        if (session_.datei_geladen == 1) {
+            redraw();
+        }
+    });
+}
+
+void FrmTorvel::open_plot_settings() {
+    if (busy_ || failed_) {
+        return;
+    }
+    auto* dialog = new FrmPlotten(this, session_, desk());
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->redraw_preview = [this] { redraw_open_file(); };
+    dialog->mark_part = mark_part;
+    connect(dialog, &QDialog::finished, this, [this] { synchronise(); });
+    synchronise();
+    dialog->open();
+}
+
+void FrmTorvel::open_printer_dialog() {
+    if (busy_ || failed_) {
+        return;
+    }
+    auto* dialog = new FrmDrucker(this, session_, printer_);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->is_shutting_down = [this] { return !run_.programm_aktiv; };
+    connect(dialog, &QDialog::accepted, this, [this] {
+        synchronise();
+        // Another paper divides the part into other sheets.
+        if (session_.plotmodus == 1) {
+            redraw_open_file();
+        }
+    });
+    dialog->open();
+}
+
+}  // namespace veldra
