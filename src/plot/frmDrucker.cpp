@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QShowEvent>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include "platform/qt/dialog_controls.h"
@@ -47,6 +48,18 @@ QComboBox* make_list(const QString& name, const QString& accessible_name, QWidge
     list->setAccessibleName(accessible_name);
     list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     return list;
+}
+
+/// A small button that goes on stepping while it is held down.
+QToolButton* make_step(const QString& name, const QString& caption, const QString& accessible_name,
+                       QWidget* parent) {
+    auto* button = new QToolButton(parent);
+    button->setObjectName(name);
+    button->setText(caption);
+    button->setAccessibleName(accessible_name);
+    button->setAutoRepeat(true);
+    button->setFocusPolicy(Qt::StrongFocus);
+    return button;
 }
 
 }  // namespace
@@ -199,14 +212,10 @@ QGroupBox* FrmDrucker::build_copies() {
     auto* row = new QHBoxLayout;
     txt_exemplare_ = make_number_edit(QStringLiteral("txt_exemplare"), QStringLiteral("Exemplare"),
                                       copies_letters, frame);
-    cmd_exemplare_minus_ = make_button(QStringLiteral("cmd_exemplare_minus"), QStringLiteral("−"),
-                                       QStringLiteral("ein Exemplar weniger"), frame);
-    cmd_exemplare_plus_ = make_button(QStringLiteral("cmd_exemplare_plus"), QStringLiteral("+"),
-                                      QStringLiteral("ein Exemplar mehr"), frame);
-    for (QPushButton* button : {cmd_exemplare_minus_, cmd_exemplare_plus_}) {
-        button->setFixedWidth(button->sizeHint().height());
-        button->setAutoRepeat(true);
-    }
+    cmd_exemplare_minus_ = make_step(QStringLiteral("cmd_exemplare_minus"), QStringLiteral("−"),
+                                     QStringLiteral("ein Exemplar weniger"), frame);
+    cmd_exemplare_plus_ = make_step(QStringLiteral("cmd_exemplare_plus"), QStringLiteral("+"),
+                                    QStringLiteral("ein Exemplar mehr"), frame);
     row->addWidget(txt_exemplare_);
     row->addWidget(cmd_exemplare_minus_);
     row->addWidget(cmd_exemplare_plus_);
@@ -251,9 +260,9 @@ void FrmDrucker::connect_controls() {
         [this] { set_copies(copies_of_text(txt_exemplare_->text().toStdString())); },
         leaves_unread);
     txt_exemplare_->installEventFilter(this);
-    connect(cmd_exemplare_plus_, &QPushButton::clicked, this,
+    connect(cmd_exemplare_plus_, &QToolButton::clicked, this,
             [this] { set_copies(session_.printer.exemplare + 1); });
-    connect(cmd_exemplare_minus_, &QPushButton::clicked, this,
+    connect(cmd_exemplare_minus_, &QToolButton::clicked, this,
             [this] { set_copies(session_.printer.exemplare - 1); });
     connect(cmd_ok_, &QPushButton::clicked, this, &FrmDrucker::accept);
     connect(cmd_abbrechen_, &QPushButton::clicked, this, &FrmDrucker::reject);
@@ -310,6 +319,7 @@ void FrmDrucker::show_paper() {
     cbo_papierschacht_->setCurrentIndex(paper_bin_index(view.bin));
     const bool lying = view.orientation == querformat;
     opt_ausrichtung_[lying ? 2 : 1]->setChecked(true);
+    lead_tab_to_checked({opt_ausrichtung_[1], opt_ausrichtung_[2]});
     img_hoch_an_->setVisible(!lying);
     img_hoch_aus_->setVisible(lying);
     img_quer_an_->setVisible(lying);

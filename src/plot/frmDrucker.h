@@ -9,12 +9,12 @@
 
 class QCheckBox;
 class QComboBox;
-class QGridLayout;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
+class QToolButton;
 class QVBoxLayout;
 
 namespace veldra {
@@ -82,8 +82,8 @@ class FrmDrucker final : public QDialog {
     QLabel* lbl_quer_netto_ = nullptr;
     QLabel* lbl_hoch_netto_ = nullptr;
     QLineEdit* txt_exemplare_ = nullptr;
-    QPushButton* cmd_exemplare_plus_ = nullptr;
-    QPushButton* cmd_exemplare_minus_ = nullptr;
+    QToolButton* cmd_exemplare_plus_ = nullptr;
+    QToolButton* cmd_exemplare_minus_ = nullptr;
     QPushButton* cmd_standard_ = nullptr;
     QPushButton* cmd_ok_ = nullptr;
     QPushButton* cmd_abbrechen_ = nullptr;

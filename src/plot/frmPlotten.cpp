@@ -249,6 +249,9 @@ void FrmPlotten::refresh() {
     }
     const bool known_margin = plot.plot_heftrand == 1 || plot.plot_heftrand == 2;
     opt_rand_[known_margin ? static_cast<std::size_t>(plot.plot_heftrand) : 3]->setChecked(true);
+    lead_tab_to_checked({opt_netzteil_[0], opt_netzteil_[1]});
+    lead_tab_to_checked({opt_format_[0], opt_format_[1]});
+    lead_tab_to_checked({opt_rand_[3], opt_rand_[1], opt_rand_[2]});
     img_hochformat_->setVisible(plot.plot_ausrichtung != querformat);
     img_querformat_->setVisible(plot.plot_ausrichtung == querformat);
     chk_format_blatt_->setChecked(options_.blatt_auto);
@@ -299,12 +302,17 @@ void FrmPlotten::accept() {
         return;
     }
     left_ = true;
+    // A dialog that deletes itself on closing may be gone as soon as events are processed.
+    const auto redraw = redraw_preview;
+    const auto mark = options_.netzteil_offen ? mark_part : nullptr;
+    const std::int32_t part = session_.netz_aktuell;
+    const bool plotted = options_.netzteil_plotten;
     QDialog::accept();
-    if (redraw_preview) {
-        redraw_preview();
+    if (redraw) {
+        redraw();
     }
-    if (options_.netzteil_offen && mark_part) {
-        mark_part(session_.netz_aktuell, options_.netzteil_plotten);
+    if (mark) {
+        mark(part, plotted);
     }
 }
 

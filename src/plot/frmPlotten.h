@@ -4,7 +4,6 @@
 #include <array>
 #include <cstdint>
 #include <functional>
-#include <memory>
 
 #include "platform/qt/qt_user_interface.h"
 #include "plot/plot_options.h"
@@ -13,7 +12,6 @@
 class QCheckBox;
 class QComboBox;
 class QGroupBox;
-class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;

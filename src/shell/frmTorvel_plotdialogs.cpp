@@ -38,10 +38,10 @@ void FrmTorvel::open_printer_dialog() {
     auto* dialog = new FrmDrucker(this, session_, printer_);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->is_shutting_down = [this] { return !run_.programm_aktiv; };
-    connect(dialog, &QDialog::accepted, this, [this] {
+    connect(dialog, &QDialog::finished, this, [this](int result) {
         synchronise();
         // Another paper divides the part into other sheets.
-        if (session_.plotmodus == 1) {
+        if (result == QDialog::Accepted && session_.plotmodus == 1) {
             redraw_open_file();
         }
     });

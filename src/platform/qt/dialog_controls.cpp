@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QRadioButton>
+#include <algorithm>
 
 namespace veldra {
 
@@ -63,6 +64,15 @@ QLabel* make_buddy(const QString& name, const QString& text, QWidget* control, Q
     QLabel* label = make_label(name, text, parent);
     label->setBuddy(control);
     return label;
+}
+
+void lead_tab_to_checked(std::initializer_list<QRadioButton*> group) {
+    const auto* const checked =
+        std::find_if(group.begin(), group.end(), [](const auto* one) { return one->isChecked(); });
+    const QRadioButton* const led_to = checked == group.end() ? *group.begin() : *checked;
+    for (QRadioButton* option : group) {
+        option->setFocusPolicy(option == led_to ? Qt::StrongFocus : Qt::ClickFocus);
+    }
 }
 
 EndButtons add_end_buttons(QBoxLayout& column, QWidget* parent) {

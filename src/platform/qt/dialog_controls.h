@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QString>
+#include <initializer_list>
 
 class QBoxLayout;
 class QPushButton;
@@ -28,6 +29,10 @@ namespace veldra {
 /// A button that is not the one that Return presses.
 [[nodiscard]] QPushButton* make_button(const QString& name, const QString& caption,
                                        const QString& accessible_name, QWidget* parent);
+
+/// Lets Tab come to the checked option of a group, or to its first one; the arrow keys reach the
+/// others.
+void lead_tab_to_checked(std::initializer_list<QRadioButton*> group);
 
 /// The two buttons at the end of a dialog: `cmd_ok`, which Return presses, and `cmd_abbrechen`.
 struct EndButtons {
