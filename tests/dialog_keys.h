@@ -52,7 +52,8 @@ inline QStringList tab_chain(QWidget& window) {
 
 /// Clicks the mark of an option or a check box, which may be much wider than its text.
 inline void click_mark(QAbstractButton& button) {
-    QTest::mouseClick(&button, Qt::LeftButton, {}, QPoint(button.height() / 2, button.height() / 2));
+    QTest::mouseClick(&button, Qt::LeftButton, {},
+                      QPoint(button.height() / 2, button.height() / 2));
 }
 
 /// A caption without the mark of its shortcut.

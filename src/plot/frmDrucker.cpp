@@ -196,12 +196,17 @@ QGroupBox* FrmDrucker::build_orientation() {
 QGroupBox* FrmDrucker::build_area() {
     auto* frame = new QGroupBox(QStringLiteral("Bedruckbare Fläche"), this);
     frame->setObjectName(QStringLiteral("fra_netto"));
-    auto* column = new QVBoxLayout(frame);
+    auto* row = new QHBoxLayout(frame);
+    auto* column = new QVBoxLayout;
     lbl_quer_netto_ = make_label(QStringLiteral("lbl_quer_netto"), QStringLiteral("quer:"), frame);
     lbl_hoch_netto_ = make_label(QStringLiteral("lbl_hoch_netto"), QStringLiteral("hoch:"), frame);
-    column->addWidget(lbl_quer_netto_);
-    column->addWidget(lbl_hoch_netto_);
+    for (QLabel* label : {lbl_quer_netto_, lbl_hoch_netto_}) {
+        label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);  // decimals below each other
+        column->addWidget(label);
+    }
     column->addStretch();
+    row->addLayout(column);
+    row->addStretch();
     return frame;
 }
 

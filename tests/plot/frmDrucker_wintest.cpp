@@ -160,11 +160,11 @@ class FrmDruckerTest : public QObject {
         QCOMPARE(unnamed_controls(*dialog_), QStringList());
         QCOMPARE(shared_mnemonics(*dialog_), QStringList());
         combo("cbo_drucker").setFocus();
-        QCOMPARE(tab_chain(*dialog_),
-                 names({"cbo_drucker", "cmd_standard", "chk_farbdrucker", "chk_druckindatei",
-                              "cbo_papierformat", "cbo_papierschacht", "opt_ausrichtung_1",
-                              "txt_exemplare", "cmd_exemplare_minus", "cmd_exemplare_plus",
-                              "cmd_ok", "cmd_abbrechen"}));
+        QCOMPARE(
+            tab_chain(*dialog_),
+            names({"cbo_drucker", "cmd_standard", "chk_farbdrucker", "chk_druckindatei",
+                   "cbo_papierformat", "cbo_papierschacht", "opt_ausrichtung_1", "txt_exemplare",
+                   "cmd_exemplare_minus", "cmd_exemplare_plus", "cmd_ok", "cmd_abbrechen"}));
         QVERIFY(control<QPushButton>(*dialog_, "cmd_ok").isDefault());
     }
 
@@ -202,9 +202,9 @@ class FrmDruckerTest : public QObject {
             open(printer);
             QCOMPARE(combo("cbo_drucker").count(), 1);
             QCOMPARE(combo("cbo_drucker").currentText(), text("(kein Drucker verfügbar)"));
-            for (const char* name : {"cbo_drucker", "chk_farbdrucker", "chk_druckindatei",
-                                     "cbo_papierschacht", "cbo_papierformat", "cmd_ok",
-                                     "cmd_standard", "opt_ausrichtung_1", "txt_quer"}) {
+            for (const char* name :
+                 {"cbo_drucker", "chk_farbdrucker", "chk_druckindatei", "cbo_papierschacht",
+                  "cbo_papierformat", "cmd_ok", "cmd_standard", "opt_ausrichtung_1", "txt_quer"}) {
                 QVERIFY2(!control(*dialog_, name).isEnabled(), name);
             }
             QVERIFY(!control(*dialog_, "img_hoch_an").isVisible());

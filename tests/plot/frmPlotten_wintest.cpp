@@ -44,7 +44,9 @@ class FrmPlottenTest : public QObject {
     Q_OBJECT
 
  private:
-    [[nodiscard]] Desk desk() { return {screen_, ui_, [] {}, &printer_}; }
+    [[nodiscard]] Desk desk() {
+        return {screen_, ui_, [] {}, &printer_};
+    }
     FrmPlotten& open() {
         dialog_ = std::make_unique<FrmPlotten>(nullptr, *session_, desk());
         dialog_->redraw_preview = [this] { ++redrawn_; };

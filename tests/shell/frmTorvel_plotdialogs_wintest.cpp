@@ -74,12 +74,15 @@ class FrmTorvelPlotDialogsTest : public QObject {
             std::vector<test::ScriptedDevice>{test::ScriptedDevice(), laser});
         session_ = std::make_unique<Session>();
         const std::string folder = system_path(root_->path());
-        window_ = std::make_unique<FrmTorvel>(*session_, SystemFolders{folder, folder, folder}, "",
-                                              10);
+        window_ =
+            std::make_unique<FrmTorvel>(*session_, SystemFolders{folder, folder, folder}, "", 10);
         window_->use_printer(*printer_, print_dialog_);
         window_->load();
         window_->findChild<FrmLogo*>(text("frmLogo"))->accept();
         window_->choose_file = [path] { return path; };
+        // The window's first size has come and is followed before anything is compared.
+        QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
+        QTest::qWait(150);
         trigger("m_datei_beliebig");
         QCOMPARE(session_->datei_geladen, std::int16_t{1});
     }
@@ -98,12 +101,10 @@ class FrmTorvelPlotDialogsTest : public QObject {
     }
 
     void plot_settings_take_the_undo_away() {
-        session_->window[MenuItem::m_ansicht_undo] = {true, true, false,
-                                                      "Rückgängig: Vergrößern"};
+        session_->window[MenuItem::m_ansicht_undo] = {true, true, false, "Rückgängig: Vergrößern"};
         open_plot_settings();
         QVERIFY(!window_->findChild<QAction*>(text("m_ansicht_undo"))->isEnabled());
-        QCOMPARE(window_->findChild<QAction*>(text("m_ansicht_undo"))->text(),
-                 text("Rückgängig:"));
+        QCOMPARE(window_->findChild<QAction*>(text("m_ansicht_undo"))->text(), text("Rückgängig:"));
     }
 
     void ok_of_the_plot_settings_draws_and_marks() {
