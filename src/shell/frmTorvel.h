@@ -97,6 +97,7 @@ class FrmTorvel final : public QMainWindow {
     void add_plot_dialogs(std::map<MenuItem, Command>& commands);
     void open_plot_settings();
     void open_printer_dialog();
+    /// After a dialog: draws the picture anew as long as a file is open.
     void redraw_open_file();
     /// The window has another size or state: the picture follows as soon as both are known.
     void expect_size();
