@@ -7,6 +7,7 @@
 #include "plot/application_printer.h"
 #include "plot/printer_adapters.h"
 #include "plot/sheet_division.h"
+#include "settings/display_options.h"
 #include "shell/fatal_error.h"
 #include "shell/hourglass.h"
 #include "view/text_forms.h"
@@ -120,16 +121,12 @@ PlotOptions open_plot_options(Session& session, const Desk& desk) {
 
 bool choose_plot_scale(Session& session, const Desk& desk, PlotOptions& options,
                        std::string_view text) {
-    const GroupedNumber number = GroupDigits(text);
-    // A denominator that is shown as 0 could not be taken from its box again.
-    if (!(number.value > 0) || number.grouped == "0") {
-        return false;
-    }
-    return attempt(session, options, [&] {
-        session.plot.plot_massstab = 1 / number.value;
-        ComputeExtents(session, desk);
-        options.massstab = number.grouped;
-    });
+    const ScaleEntry entry = ground_scale_entry(text);
+    return entry.valid && attempt(session, options, [&] {
+               session.plot.plot_massstab = 1 / entry.value;
+               ComputeExtents(session, desk);
+               options.massstab = entry.text;
+           });
 }
 
 bool choose_plot_format(Session& session, const Desk& desk, PlotOptions& options,

@@ -3,8 +3,8 @@
 #include <QDialog>
 #include <QMainWindow>
 #include <QTimer>
-#include <exception>
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <map>
 #include <memory>
@@ -120,6 +120,7 @@ class FrmTorvel final : public QMainWindow {
     void add_plot_dialogs(std::map<MenuItem, Command>& commands);
     void open_plot_settings();
     void open_printer_dialog();
+    /// After a dialog: draws the picture anew as long as a file is open.
     void redraw_open_file();
     // Legend, boundaries and scale bars: frmTorvel_side_dialogs.cpp.
     enum class Redraw { always, if_accepted };

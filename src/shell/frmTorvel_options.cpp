@@ -13,13 +13,7 @@ void FrmTorvel::open_display_options() {
         session_.window.mouse_pointer = pointer;
         ui_.set_mouse_pointer(pointer);
     };
-    connect(dialog, &QDialog::finished, this, [this] {
-        perform([this] {
-            if (session_.datei_geladen == 1) {
-                redraw();
-            }
-        });
-    });
+    connect(dialog, &QDialog::finished, this, [this] { redraw_open_file(); });
     synchronise();
     dialog->open();
 }

@@ -45,10 +45,10 @@ class FrmTorvelPlotDialogsTest : public QObject {
     [[nodiscard]] Dialog* dialog() const {
         return window_->findChild<Dialog*>();
     }
-    /// The entry as the plot mode offers it.
     void open_plot_settings() {
-        session_->window[MenuItem::m_plotten_einstellungen].enabled = true;
-        window_->synchronise();
+        if (session_->plotmodus == 0) {
+            trigger("m_plotten_ein");
+        }
         trigger("m_plotten_einstellungen");
         QVERIFY(dialog<FrmPlotten>() != nullptr);
         QVERIFY(dialog<FrmPlotten>()->isVisible());
@@ -144,6 +144,23 @@ class FrmTorvelPlotDialogsTest : public QObject {
         QCOMPARE(session_->plot.plot_heftrand, std::int16_t{3});
     }
 
+    void extreme_entries_end_nothing() {
+        for (const char* denominator : {"0,5", "1", "1e20", "1e300"}) {
+            open_plot_settings();
+            FrmPlotten& settings = *dialog<FrmPlotten>();
+            if (control<QCheckBox>(settings, "chk_format_blatt").isChecked()) {
+                click_mark(control<QCheckBox>(settings, "chk_format_blatt"));
+            }
+            type(control<QLineEdit>(settings, "txt_format_rechts"), "99999");
+            type(control<QLineEdit>(settings, "txt_format_hoch"), "99999");
+            type_and_enter(control<QComboBox>(settings, "cbo_grundriss_mass"), denominator);
+            click(control<QPushButton>(settings, "cmd_ok"));
+            QTRY_VERIFY(dialog<FrmPlotten>() == nullptr);
+            QCOMPARE(session_->plot.plot_blatt_rechts, std::int16_t{32767});
+            QCOMPARE(session_->plotmodus, std::int16_t{1});
+        }
+    }
+
     void chosen_printer_stands_in_the_menu() {
         QAction* const entry = window_->findChild<QAction*>(text("m_optionen_drucker"));
         QCOMPARE(entry->text(), text("&Anwendungsdrucker: Plotter"));
@@ -161,7 +178,10 @@ class FrmTorvelPlotDialogsTest : public QObject {
 
     void new_paper_shows_in_the_plot_mode_only() {
         for (const std::int16_t plotmodus : {std::int16_t{0}, std::int16_t{1}}) {
-            session_->plotmodus = plotmodus;
+            if (plotmodus == 1) {
+                trigger("m_plotten_ein");
+            }
+            QCOMPARE(session_->plotmodus, plotmodus);
             const qint64 drawn = window_->picture().shown().cacheKey();
             trigger("m_optionen_drucker");
             click(control<QPushButton>(*dialog<FrmDrucker>(), "cmd_ok"));
