@@ -184,16 +184,17 @@ void FrmMassstab::show_bars() {
 void FrmMassstab::fit_height() {
     layout()->activate();
     const int fitted = layout()->totalSizeHint().height();
-    const int change = fitted - height();
-    if (change == 0) {
+    if (fitted == height()) {
         return;
     }
-    setMinimumHeight(0);
-    setMaximumHeight(QWIDGETSIZE_MAX);
+    const QRect before = geometry();
+    const int title_bar = before.y() - y();
     setFixedHeight(fitted);
-    resize(width(), fitted);
     if (isVisible()) {
-        move(x(), std::max(0, y() - change));
+        const int top = std::max(title_bar, before.bottom() + 1 - fitted);
+        setGeometry(before.x(), top, before.width(), fitted);
+    } else {
+        resize(width(), fitted);
     }
 }
 
