@@ -75,6 +75,8 @@ FrmMassstab::FrmMassstab(QWidget* window, const Session& session)
     setObjectName(QStringLiteral("frmMaßstab"));
     setWindowTitle(QStringLiteral("Maßstab"));
     setModal(false);
+    // The height is that of the frames that are shown; it is not to change before all of them are.
+    column_->setSizeConstraint(QLayout::SetNoConstraint);
     column_->setSpacing(between_frames);
     column_->setContentsMargins(between_frames, between_frames, between_frames, below_frames);
     grundriss_ = add_frame(QStringLiteral("fraGrundriss"), QStringLiteral("picGrundriss"),
@@ -183,6 +185,7 @@ void FrmMassstab::show_bars() {
 
 void FrmMassstab::fit_height() {
     layout()->activate();
+    setMinimumWidth(layout()->totalMinimumSize().width());
     const int fitted = layout()->totalSizeHint().height();
     if (fitted == height()) {
         return;

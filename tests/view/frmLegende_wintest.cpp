@@ -267,12 +267,12 @@ class FrmLegendeTest : public QObject {
             when_shown<QFontDialog>([with_size](QFontDialog& fonts) {
                 QCOMPARE(fonts.objectName(), QStringLiteral("dlg_schrift"));
                 QFont font = fonts.currentFont();
-                QVERIFY(font.bold() && !font.italic());
+                QVERIFY(font.bold() && !font.underline());
                 QCOMPARE(fonts.findChildren<QListView*>(QString(), Qt::FindDirectChildrenOnly)
                              .constLast()
                              ->isVisible(),
                          with_size);
-                font.setItalic(true);
+                font.setUnderline(true);
                 font.setPointSizeF(20);
                 fonts.setCurrentFont(font);
                 fonts.accept();
@@ -282,7 +282,8 @@ class FrmLegendeTest : public QObject {
                                                        before, with_size);
             QVERIFY(chosen.has_value());
             QCOMPARE(chosen->face, std::string("Nirgendwo Sans"));
-            QCOMPARE(chosen->italic, std::int16_t{-1});
+            QCOMPARE(chosen->bold, std::int16_t{-1});
+            QCOMPARE(chosen->underline, std::int16_t{-1});
             QCOMPARE(chosen->points, with_size ? 20.0 : 12.0);
         }
         when_shown<QFontDialog>([](QFontDialog& fonts) { fonts.reject(); });
