@@ -114,7 +114,7 @@ QWidget* FrmVerwopt::build_file() {
         [this] {
             const QWidget* const focus = QApplication::focusWidget();
             return left_ || running_ || focus == cmd_ok_ || focus == cmd_abbrechen_ ||
-                   focus == cmd_standard_ || focus == cmd_grendatei_ || focus == cmd_gren_opti_;
+                   focus == cmd_standard_ || focus == cmd_gren_opti_;
         });
     connect(cmd_grendatei_, &QPushButton::clicked, this, &FrmVerwopt::choose_boundary_file);
     return widget;

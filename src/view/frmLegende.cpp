@@ -84,10 +84,6 @@ void FrmLegende::add_line(QGridLayout& grid, std::size_t number) {
         this);
     lbl_text->setObjectName(QStringLiteral("lbl_text") + suffix);
     lbl_text->setBuddy(made.txt_legende);
-    auto* cmd_schrift = new QPushButton(QStringLiteral("Schrift"), this);
-    cmd_schrift->setObjectName(QStringLiteral("cmd_schrift") + suffix);
-    cmd_schrift->setAccessibleName(name + QStringLiteral(": Schrift"));
-    cmd_schrift->setAutoDefault(false);
     const int row = static_cast<int>(number) * 2;
     grid.addWidget(lbl_text, row, 0, 1, 2);
     grid.addWidget(made.txt_legende, row + 1, 0);
@@ -99,6 +95,10 @@ void FrmLegende::add_line(QGridLayout& grid, std::size_t number) {
         connect(made.chk_standard, &QCheckBox::toggled, this,
                 [this, number](bool standard) { follow_standard(number, standard); });
     }
+    auto* cmd_schrift = new QPushButton(QStringLiteral("Schrift"), this);
+    cmd_schrift->setObjectName(QStringLiteral("cmd_schrift") + suffix);
+    cmd_schrift->setAccessibleName(name + QStringLiteral(": Schrift"));
+    cmd_schrift->setAutoDefault(false);
     made.txt_schrift = make_box(QStringLiteral("txt_schrift") + suffix,
                                 name + QStringLiteral(": Schrifthöhe in mm"), size_letters, this);
     made.txt_schrift->setAlignment(Qt::AlignRight);

@@ -75,6 +75,8 @@ FrmMassstab::FrmMassstab(QWidget* window, const Session& session)
     setObjectName(QStringLiteral("frmMaßstab"));
     setWindowTitle(QStringLiteral("Maßstab"));
     setModal(false);
+    // The height is that of the frames that are shown; it is not to change before all of them are.
+    column_->setSizeConstraint(QLayout::SetNoConstraint);
     column_->setSpacing(between_frames);
     column_->setContentsMargins(between_frames, between_frames, between_frames, below_frames);
     grundriss_ = add_frame(QStringLiteral("fraGrundriss"), QStringLiteral("picGrundriss"),
@@ -183,17 +185,19 @@ void FrmMassstab::show_bars() {
 
 void FrmMassstab::fit_height() {
     layout()->activate();
+    setMinimumWidth(layout()->totalMinimumSize().width());
     const int fitted = layout()->totalSizeHint().height();
-    const int change = fitted - height();
-    if (change == 0) {
+    if (fitted == height()) {
         return;
     }
-    setMinimumHeight(0);
-    setMaximumHeight(QWIDGETSIZE_MAX);
+    const QRect before = geometry();
+    const int title_bar = before.y() - y();
     setFixedHeight(fitted);
-    resize(width(), fitted);
     if (isVisible()) {
-        move(x(), std::max(0, y() - change));
+        const int top = std::max(title_bar, before.bottom() + 1 - fitted);
+        setGeometry(before.x(), top, before.width(), fitted);
+    } else {
+        resize(width(), fitted);
     }
 }
 

@@ -1,0 +1,194 @@
+#include <QAction>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <memory>
+
+#include "dialog_driver.h"
+#include "drawing/pipeline.h"
+#include "recording_interface.h"
+#include "reference/frmVerwopt.h"
+#include "shell/frmTorvel.h"
+#include "view/frmLegende.h"
+#include "view/frmMassstab.h"
+
+using namespace veldra;
+using namespace veldra_test;
+
+namespace {
+
+QString text(const char* utf8) {
+    return QString::fromUtf8(utf8);
+}
+
+constexpr const char* network =
+    "PUNKTSIGNATUR  3500000.000  5600000.000  0  0 1 \"1\"\r\n"
+    "PUNKTSIGNATUR  3500100.000  5600100.000  0  0 1 \"2\"\r\n";
+
+}  // namespace
+
+/// Legend, boundaries and scale bars as the main window opens them.
+class FrmTorvelSideDialogsTest : public QObject {
+    Q_OBJECT
+
+ private:
+    [[nodiscard]] QString path(const char* name) const { return root_->filePath(text(name)); }
+    [[nodiscard]] QAction& action(const char* name) const {
+        return *window_->findChild<QAction*>(text(name));
+    }
+    [[nodiscard]] FrmMassstab* scale_bars() const {
+        return window_->findChild<FrmMassstab*>(text("frmMaßstab"));
+    }
+    [[nodiscard]] WindowState& state() const { return session_->window; }
+
+    void open_file() {
+        window_->choose_file = [this] { return path("ve_netz.dat"); };
+        action("m_datei_beliebig").trigger();
+        QCOMPARE(session_->datei_geladen, std::int16_t{1});
+    }
+
+    std::unique_ptr<QTemporaryDir> root_;
+    std::unique_ptr<Session> session_;
+    std::unique_ptr<FrmTorvel> window_;
+
+ private Q_SLOTS:
+    void init() {
+        root_ = std::make_unique<QTemporaryDir>();
+        for (const char* folder : {"dokumente", "windows", "programm"}) {
+            QVERIFY(QDir().mkpath(path(folder)));
+        }
+        QFile file(path("ve_netz.dat"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(network);
+        file.close();
+        session_ = std::make_unique<Session>();
+        const SystemFolders folders{system_path(path("dokumente")), system_path(path("windows")),
+                                    system_path(path("programm"))};
+        window_ = std::make_unique<FrmTorvel>(*session_, folders, "", 10);
+        window_->load();
+        window_->findChild<FrmLogo*>(text("frmLogo"))->accept();
+    }
+
+    void cleanup() {
+        window_.reset();
+        session_.reset();
+        root_.reset();
+    }
+
+    void nothing_is_offered_without_a_file() {
+        QVERIFY(!action("m_ansicht_maßstab").isEnabled());
+        QVERIFY(!action("maßstäbe").isEnabled());
+        QVERIFY(!window_->findChild<QMenu*>(text("m_torvel_optionen"))->menuAction()->isEnabled());
+        QVERIFY(scale_bars() == nullptr);
+    }
+
+    void entry_and_button_open_the_scale_bars() {
+        open_file();
+        for (const char* way : {"m_ansicht_maßstab", "maßstäbe"}) {
+            action(way).trigger();
+            QVERIFY(scale_bars() != nullptr);
+            QVERIFY(scale_bars()->isVisible());
+            QVERIFY(action("m_ansicht_maßstab").isChecked());
+            QVERIFY(action("m_ansicht_maßstab").isEnabled());
+            QVERIFY(!action("maßstäbe").isEnabled());
+            QVERIFY(state().frm_massstab_shown);
+            scale_bars()->close();
+            QTRY_VERIFY(scale_bars() == nullptr);
+            QVERIFY(!action("m_ansicht_maßstab").isChecked());
+            QVERIFY(action("maßstäbe").isEnabled());
+            QVERIFY(!state().frm_massstab_shown);
+        }
+    }
+
+    void the_checked_entry_closes_the_scale_bars() {
+        open_file();
+        action("m_ansicht_maßstab").trigger();
+        action("m_ansicht_maßstab").trigger();
+        QVERIFY(scale_bars() == nullptr);
+        QVERIFY(!action("m_ansicht_maßstab").isChecked());
+        QVERIFY(action("maßstäbe").isEnabled());
+    }
+
+    void the_scale_bars_stand_in_the_middle_of_the_window() {
+        open_file();
+        window_->move(120, 90);
+        action("m_ansicht_maßstab").trigger();
+        const QPoint middle = window_->frameGeometry().center();
+        const QRect frame = scale_bars()->frameGeometry();
+        QVERIFY(std::abs(frame.center().x() - middle.x()) <= 2);
+        QVERIFY(std::abs(frame.center().y() - middle.y()) <= 2);
+        QVERIFY(!scale_bars()->isModal());
+    }
+
+    void the_scale_bars_follow_the_picture() {
+        open_file();
+        action("m_ansicht_maßstab").trigger();
+        const auto& label = control<QLabel>(*scale_bars(), "lblEinheitGrundriss");
+        session_->view.ansicht_masseinheit = 1e6;
+        window_->synchronise();
+        const QString far_away = label.text();
+        QVERIFY(far_away.endsWith(text(" km")));
+        session_->view.ansicht_masseinheit = 1e-4;
+        window_->synchronise();
+        QCOMPARE(label.text(), text("0.1 m"));
+    }
+
+    void a_file_with_nothing_to_draw_closes_the_scale_bars() {
+        open_file();
+        action("m_ansicht_maßstab").trigger();
+        QVERIFY(scale_bars() != nullptr);
+        session_->pu.clear();
+        session_->lin.clear();
+        MessageBoxes boxes;
+        window_->redraw();
+        window_->synchronise();
+        QCOMPARE(boxes.seen.size(), std::size_t{1});
+        QVERIFY(scale_bars() == nullptr);
+        QVERIFY(!action("m_ansicht_maßstab").isChecked());
+        QVERIFY(!action("m_ansicht_maßstab").isEnabled());
+        QVERIFY(!action("maßstäbe").isEnabled());
+    }
+
+    void the_plot_mode_disables_entry_and_button() {
+        open_file();
+        veldra::test::RecordingInterface ui;
+        end_picture(*session_, ui, PictureMode::preview);
+        window_->synchronise();
+        QVERIFY(!action("m_ansicht_maßstab").isEnabled());
+        QVERIFY(!action("maßstäbe").isEnabled());
+    }
+
+    void the_legend_is_taken_over_and_the_picture_drawn_anew() {
+        open_file();
+        action("m_optionen_legende").trigger();
+        auto* dialog = window_->findChild<FrmLegende*>(text("frmLegende"));
+        QVERIFY(dialog != nullptr && dialog->isVisible() && dialog->isModal());
+        type(control<QLineEdit>(*dialog, "txt_legende_1"), "Lagenetz");
+        session_->window.caption = "alt";
+        click(control<QPushButton>(*dialog, "cmd_ok"));
+        QCOMPARE(session_->titel[0].getTitelText(), std::string("Lagenetz"));
+        QVERIFY(session_->window.caption != "alt");  // drawing sets the caption
+        QTRY_VERIFY(window_->findChild<FrmLegende*>(text("frmLegende")) == nullptr);
+    }
+
+    void new_boundaries_draw_the_picture_anew() {
+        open_file();
+        for (const bool accepted : {true, false}) {
+            action("m_optionen_grenzen").trigger();
+            auto* dialog = window_->findChild<FrmVerwopt*>(text("frmVerwopt"));
+            QVERIFY(dialog != nullptr && dialog->isVisible());
+            session_->window.caption = "alt";
+            click(control<QPushButton>(*dialog, accepted ? "cmd_ok" : "cmd_abbrechen"));
+            QCOMPARE(session_->window.caption != "alt", accepted);
+            QTRY_VERIFY(window_->findChild<FrmVerwopt*>(text("frmVerwopt")) == nullptr);
+        }
+    }
+};
+
+QTEST_MAIN(FrmTorvelSideDialogsTest)
+#include "frmTorvel_side_dialogs_wintest.moc"
