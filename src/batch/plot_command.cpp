@@ -75,8 +75,7 @@ void check_paths(const PlotArguments& arguments, const std::vector<std::string>&
     const bool protocol_over_plot =
         !arguments.protocol.empty() &&
         std::any_of(outputs.begin(), outputs.end(), [&](const std::string& output) {
-            return !output.empty() &&
-                   absolute_path(output) == absolute_path(arguments.protocol);
+            return !output.empty() && absolute_path(output) == absolute_path(arguments.protocol);
         });
     if (protocol_over_plot) {
         throw UsageError(arguments.protocol + ": Protokoll und Plot sind dieselbe Datei");
@@ -103,8 +102,7 @@ void plot_to_file(const PlotTask& task, FileResult& result) {
 }
 
 /// Plots the files, `jobs` at a time; each has session and printer of its own.
-void plot_to_files(const std::vector<PlotTask>& tasks, int jobs,
-                   std::vector<FileResult>& results) {
+void plot_to_files(const std::vector<PlotTask>& tasks, int jobs, std::vector<FileResult>& results) {
     std::atomic<std::size_t> next{0};
     const auto work = [&] {
         for (std::size_t i = next++; i < tasks.size(); i = next++) {

@@ -248,8 +248,7 @@ class FilePlot {
             result.sheets = {session_.plot.plot_blatt_rechts, session_.plot.plot_blatt_hoch};
             // The scale is kept as 1/M; a millionth is beyond what a denominator is given to.
             constexpr double precision = 1e6;
-            result.denominator =
-                std::round(precision / session_.plot.plot_massstab) / precision;
+            result.denominator = std::round(precision / session_.plot.plot_massstab) / precision;
         }
         if (task_.with_protocol) {
             PaperFonts fonts;

@@ -63,9 +63,7 @@ std::int16_t parse_margin(const std::string& text) {
     if (text != "oben" && text != "links" && text != "kein") {
         refuse("--heftrand", text, "oben, links oder kein");
     }
-    return text == "oben"    ? std::int16_t{1}
-           : text == "links" ? std::int16_t{2}
-                             : std::int16_t{3};
+    return text == "oben" ? std::int16_t{1} : text == "links" ? std::int16_t{2} : std::int16_t{3};
 }
 
 std::int16_t parse_legend(const std::string& text) {

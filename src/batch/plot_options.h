@@ -12,18 +12,18 @@ namespace veldra::batch {
 /// What `plot` is asked for, as typed (UTF-8; paths are the system's bytes).
 struct PlotArguments {
     std::vector<std::string> files;
-    std::vector<std::string> parts;  ///< --netzteil
-    bool all_parts = false;          ///< --alle
-    std::string scale;               ///< --massstab M
-    std::string orientation;         ///< --ausrichtung hoch|quer
-    std::string margin;              ///< --heftrand oben|links|kein
-    std::string legend;              ///< --legende 1 to 4
-    std::string sheets;              ///< --blaetter RxH
-    std::string zero;                ///< --null RW,HW
-    std::string paper;               ///< --papier NAME or BxH
-    int copies = 1;                  ///< --exemplare
-    bool grey = false;               ///< --grau
-    std::string profile;             ///< --profil
+    std::vector<std::string> parts;    ///< --netzteil
+    bool all_parts = false;            ///< --alle
+    std::string scale;                 ///< --massstab M
+    std::string orientation;           ///< --ausrichtung hoch|quer
+    std::string margin;                ///< --heftrand oben|links|kein
+    std::string legend;                ///< --legende 1 to 4
+    std::string sheets;                ///< --blaetter RxH
+    std::string zero;                  ///< --null RW,HW
+    std::string paper;                 ///< --papier NAME or BxH
+    int copies = 1;                    ///< --exemplare
+    bool grey = false;                 ///< --grau
+    std::string profile;               ///< --profil
     std::vector<std::string> objects;  ///< --obj
     std::string printer;               ///< --drucker
     std::string output;                ///< -o

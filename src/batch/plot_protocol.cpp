@@ -260,8 +260,8 @@ class RecordCounter {
             parent_ = Parent::lage;
             count_change(record, ObjectKind::lageaenderung, 7);
         } else if (record.is(keyword::lagerestklaffungen)) {
-            add(ObjectKind::lagerestklaffungen,
-                is_flag(flag_value(record.word(6))) ? position_value(record, residuals)
+            add(ObjectKind::lagerestklaffungen, is_flag(flag_value(record.word(6)))
+                                                    ? position_value(record, residuals)
                                                     : unknown_flag(6));
         } else if (record.is(keyword::lagefehlerellipse)) {
             add(ObjectKind::lagefehlerellipse,
@@ -274,9 +274,9 @@ class RecordCounter {
             parent_ = Parent::hoehe;
             count_change(record, ObjectKind::hoehenaenderung, 6);
         } else if (record.is(keyword::hoehenrestklaffungen)) {
-            add(ObjectKind::hoehenrestklaffungen,
-                is_flag(flag_value(record.word(5))) ? height_value(record, residuals)
-                                                    : unknown_flag(5));
+            add(ObjectKind::hoehenrestklaffungen, is_flag(flag_value(record.word(5)))
+                                                      ? height_value(record, residuals)
+                                                      : unknown_flag(5));
         } else if (record.is(keyword::hoehenfehler)) {
             add(ObjectKind::hoehenfehler,
                 record.word(4).found() ? height_value(record, errors) : missing_token(4));
