@@ -46,20 +46,19 @@ class ReasonKeeper final : public UserInterface {
     std::string reason_;
 };
 
+/// A driver may know a paper by another code, so what counts is the size that it then has.
 void choose_paper(Printer& printer, const PaperChoice& paper) {
-    constexpr float tolerance = 2;  // twips; a driver may count in points or whole twips
+    constexpr float tolerance = 20;  // twips: drivers count in points
+    const auto width = static_cast<float>(paper.width) * twips_per_millimetre;
+    const auto height = static_cast<float>(paper.height) * twips_per_millimetre;
     printer.set_PaperSize(paper.code);
-    bool taken = printer.PaperSize() == paper.code;
-    if (taken && paper.code == user_defined_paper_code) {
-        const auto width = static_cast<float>(paper.width) * twips_per_millimetre;
-        const auto height = static_cast<float>(paper.height) * twips_per_millimetre;
-        printer.set_Orientation(hochformat);
+    printer.set_Orientation(hochformat);
+    if (paper.code == user_defined_paper_code) {
         printer.set_Width(width);
         printer.set_Height(height);
-        taken = std::abs(printer.Width() - width) <= tolerance &&
-                std::abs(printer.Height() - height) <= tolerance;
     }
-    if (!taken) {
+    if (std::abs(printer.Width() - width) > tolerance ||
+        std::abs(printer.Height() - height) > tolerance) {
         throw FatalError(fmt::format("{}: das Papier {} x {} mm ist nicht möglich",
                                      printer.DeviceName(), paper.width, paper.height));
     }
