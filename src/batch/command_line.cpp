@@ -5,13 +5,17 @@
 #include <cstdio>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include "batch/commands.h"
 #include "batch/ground_commands.h"
+#include "batch/output.h"
+#include "batch/plot_command.h"
 #include "graphikdatei/codepage.h"
 #include "shell/fatal_error.h"
 
@@ -21,12 +25,15 @@ namespace {
 
 constexpr int smallest_picture = 16;
 constexpr int largest_picture = 16384;
+constexpr int most_copies = 100;
+constexpr int most_jobs = 256;
 
 /// The arguments of all commands; each command uses its own.
 struct Arguments {
     FileOptions file;
     PictureOptions picture;
     TransformationOptions transformation;
+    PlotArguments plot;
     std::string part;
     bool part_given = false;  ///< a part may have an empty name
     std::vector<std::string> parts;
@@ -100,6 +107,57 @@ void add_output(CLI::App& command, Arguments& arguments, const std::string& desc
     command.add_option("-o", arguments.output, description)->option_text("DATEI")->required();
 }
 
+void add_plot_parts(CLI::App& command, PlotArguments& plot) {
+    command
+        .add_option("--netzteil", plot.parts,
+                    "Name eines Netzteils statt des ersten (mehrfach möglich)")
+        ->option_text("NAME")
+        ->expected(1)
+        ->take_all();
+    command.add_flag("--alle", plot.all_parts, "alle Netzteile plotten");
+    command
+        .add_option("--obj", plot.objects, "Auswahl ändern, z. B. obj_puwe=3 (mehrfach möglich)")
+        ->option_text("NAME=WERT")
+        ->expected(1)
+        ->take_all();
+    command.add_option("--profil", plot.profile, "Profildatei mit den Darstellungen")
+        ->option_text("INI");
+}
+
+void add_plot_settings(CLI::App& command, PlotArguments& plot) {
+    const auto add = [&](const char* name, std::string& value, const char* description,
+                         const char* text) {
+        command.add_option(name, value, description)->option_text(text);
+    };
+    add("--massstab", plot.scale, "Maßstabszahl M von 1:M", "M");
+    add("--ausrichtung", plot.orientation, "Lage der Blätter", "hoch|quer");
+    add("--heftrand", plot.margin, "Heftrand der Blätter", "oben|links|kein");
+    add("--legende", plot.legend,
+        "Lage der Legende: 1 links oben, 2 links unten, 3 rechts oben, 4 rechts unten", "1..4");
+    add("--blaetter", plot.sheets, "Zahl der Blätter nach rechts und nach oben", "RxH");
+    add("--null", plot.zero, "Plotternullpunkt in Metern", "RW,HW");
+    add("--papier", plot.paper,
+        "A4, A3, A2, A1, A0 oder Breite x Höhe im Hochformat in Millimetern", "A4|...|A0|BxH");
+    command.add_option("--exemplare", plot.copies, "Zahl der Exemplare (1)")
+        ->option_text("N")
+        ->check(CLI::Range(1, most_copies));
+    command.add_flag("--grau", plot.grey, "wie auf einem Drucker ohne Farbe zeichnen");
+}
+
+void add_plot_results(CLI::App& command, PlotArguments& plot) {
+    command.add_option("-o", plot.output, "PDF-Datei, bei mehreren Graphikdateien ein Ordner")
+        ->option_text("AUSGABE");
+    command.add_option("--drucker", plot.printer, "auf diesem Drucker statt in eine Datei")
+        ->option_text("NAME");
+    command.add_option("--jobs", plot.jobs, "so viele Graphikdateien gleichzeitig (1)")
+        ->option_text("N")
+        ->check(CLI::Range(1, most_jobs));
+    command
+        .add_option("--protokoll", plot.protocol,
+                    "zählen, was aus den Sätzen wurde, und als JSON schreiben")
+        ->option_text("DATEI");
+}
+
 /// A command line with what each of its commands does.
 class CommandLine {
  public:
@@ -114,6 +172,7 @@ class CommandLine {
         add_bild();
         add_operationen();
         add_normalform();
+        add_plot();
         add_bezirk();
         add_koordinaten();
         add_grenzen();
@@ -121,12 +180,15 @@ class CommandLine {
 
     CLI::App& app() { return app_; }
 
-    void execute() const {
-        for (const auto& [command, action] : actions_) {
-            if (command->parsed()) {
-                action();
-            }
-        }
+    /// The command that was asked for; its result is the exit code.
+    [[nodiscard]] const std::function<int()>& action() const {
+        return std::find_if(actions_.begin(), actions_.end(),
+                            [](const auto& entry) { return entry.first->parsed(); })
+            ->second;
+    }
+    /// Whether that command works with the toolkit's fonts and printers.
+    [[nodiscard]] bool needs_toolkit() const {
+        return !plot_->parsed() || !arguments_.plot.printer.empty();
     }
 
  private:
@@ -138,11 +200,18 @@ class CommandLine {
         return options;
     }
 
+    void act_on(const CLI::App& command, std::function<void()> action) {
+        actions_[&command] = [action = std::move(action)] {
+            action();
+            return done;
+        };
+    }
+
     void add_tabellen() {
         CLI::App* command =
             add_command(app_, "tabellen", "die gelesenen Tabellen als JSON ausgeben", arguments_);
         add_selection(*command, arguments_);
-        actions_[command] = [this] { command_tabellen(file_options()); };
+        act_on(*command, [this] { command_tabellen(file_options()); });
     }
 
     void add_bild() {
@@ -153,9 +222,8 @@ class CommandLine {
         command->add_flag("--plotmodus", arguments_.picture.plotmodus,
                           "die Blätter des Plots zeigen");
         add_output(*command, arguments_, "Bilddatei (.png oder .svg)");
-        actions_[command] = [this] {
-            command_bild(file_options(), arguments_.picture, arguments_.output);
-        };
+        act_on(*command,
+               [this] { command_bild(file_options(), arguments_.picture, arguments_.output); });
     }
 
     void add_operationen() {
@@ -163,7 +231,7 @@ class CommandLine {
             app_, "operationen", "die Zeichenoperationen des Bildes als JSON ausgeben", arguments_);
         add_selection(*command, arguments_);
         add_picture(*command, arguments_);
-        actions_[command] = [this] { command_operationen(file_options(), arguments_.picture); };
+        act_on(*command, [this] { command_operationen(file_options(), arguments_.picture); });
     }
 
     void add_normalform() {
@@ -180,9 +248,26 @@ class CommandLine {
             ->add_option("--profil", arguments_.file.profile, "Profildatei mit den Darstellungen")
             ->option_text("INI");
         add_output(*command, arguments_, "Datei, die geschrieben wird");
-        actions_[command] = [this] {
+        act_on(*command, [this] {
             command_normalform(arguments_.file, arguments_.parts, arguments_.output);
-        };
+        });
+    }
+
+    void add_plot() {
+        CLI::App* command =
+            add_plain_command(app_, "plot", "maßstäbliche Plots als PDF schreiben oder drucken");
+        PlotArguments& plot = arguments_.plot;
+        command
+            ->add_option("GRAPHIKDATEI", plot.files, "eine oder mehrere Graphikdateien (ve*.dat)")
+            ->required();
+        add_plot_parts(*command, plot);
+        add_plot_settings(*command, plot);
+        add_plot_results(*command, plot);
+        command->footer(
+            "Ende-Code: 0 geplottet; 1 mindestens eine Datei ließ sich nicht plotten; 2 falscher "
+            "Aufruf; 3 geplottet, aber das Protokoll nennt abgewiesene Sätze.");
+        plot_ = command;
+        actions_[command] = [this] { return command_plot(arguments_.plot); };
     }
 
     void add_bezirk() {
@@ -190,7 +275,7 @@ class CommandLine {
             app_, "bezirk", "das Netz der Nummerierungsbezirke als JSON ausgeben", arguments_);
         add_selection(*command, arguments_);
         add_picture(*command, arguments_);
-        actions_[command] = [this] { command_bezirk(file_options(), arguments_.picture); };
+        act_on(*command, [this] { command_bezirk(file_options(), arguments_.picture); });
     }
 
     void add_koordinaten() {
@@ -213,7 +298,7 @@ class CommandLine {
             ->add_option("--datum", options.datum,
                          "Datumsübergang: fünf Zahlen in der Folge der Profildatei")
             ->option_text("\"N N N N N\"");
-        actions_[command] = [this] { command_koordinaten(arguments_.transformation); };
+        act_on(*command, [this] { command_koordinaten(arguments_.transformation); });
     }
 
     void add_grenzen() {
@@ -223,22 +308,17 @@ class CommandLine {
             ->required();
         command->add_option("-o", arguments_.output, "Ausgabe (GRENZENDATEI mit \"_neu\")")
             ->option_text("DATEI");
-        actions_[command] = [this] { command_grenzen(arguments_.file.file, arguments_.output); };
+        act_on(*command, [this] { command_grenzen(arguments_.file.file, arguments_.output); });
     }
 
     CLI::App app_;
     Arguments arguments_;
-    std::map<const CLI::App*, std::function<void()>> actions_;
+    std::map<const CLI::App*, std::function<int()>> actions_;
+    const CLI::App* plot_ = nullptr;
 };
 
-void report(std::string text) {
-    while (!text.empty() && text.back() == '\n') {
-        text.pop_back();
-    }
-    for (std::size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at)) {
-        text.replace(at, 1, ", ");
-    }
-    fmt::print(stderr, "veldra-cli: {}\n", text);
+void report(const std::string& text) {
+    remark(one_line(text));
 }
 
 /// The option or argument that a message of the parser speaks of, "" if none is found.
@@ -288,10 +368,9 @@ std::string usage_fault(const CLI::App& app, const CLI::ParseError& error) {
 void drop_toolkit_remarks(QtMsgType /*type*/, const QMessageLogContext& /*context*/,
                           const QString& /*message*/) {}
 
-int guarded(const std::function<void()>& action) {
+int guarded(const std::function<int()>& action) {
     try {
-        action();
-        return done;
+        return action();
     } catch (const UsageError& error) {
         report(error.what());
         return wrong_usage;
@@ -321,8 +400,11 @@ int run(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler(drop_toolkit_remarks);
     int no_arguments = 1;
-    const QGuiApplication application(no_arguments, argv);
-    return guarded([&line] { line.execute(); });
+    std::optional<QGuiApplication> application;
+    if (line.needs_toolkit()) {
+        application.emplace(no_arguments, argv);
+    }
+    return guarded(line.action());
 }
 
 }  // namespace veldra::batch

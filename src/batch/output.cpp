@@ -27,6 +27,16 @@ void refuse_input_as_output(const std::string& input, const std::string& output)
     }
 }
 
+std::string one_line(std::string text) {
+    while (!text.empty() && text.back() == '\n') {
+        text.pop_back();
+    }
+    for (std::size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at)) {
+        text.replace(at, 1, ", ");
+    }
+    return text;
+}
+
 void remark(const std::string& text) {
     fmt::print(stderr, "veldra-cli: {}\n", text);
 }

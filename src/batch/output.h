@@ -11,6 +11,9 @@ void write_to_standard_output(const std::string& text);
 /// Throws UsageError if both paths lead to one file.
 void refuse_input_as_output(const std::string& input, const std::string& output);
 
+/// A message of several lines as one line, parts separated by commas.
+[[nodiscard]] std::string one_line(std::string text);
+
 /// A remark that does not keep the command from its result, as one line on the standard error.
 void remark(const std::string& text);
 

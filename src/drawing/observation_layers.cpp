@@ -84,7 +84,10 @@ class PlainObservations : public ObservationLayer {
     void draw(ObservationForm form) {
         horizontal_ = form == ObservationForm::horizontal;
         index_.visit_lines(session_.lin, surface_.visible_ground(), margin_beyond_line(),
-                           [this](std::int32_t i) { draw_row(session_.lin[i]); });
+                           [this](std::int32_t i) {
+                               surface_.target().begin_row(i);
+                               draw_row(session_.lin[i]);
+                           });
         surface_.style(solid);
     }
 
@@ -144,6 +147,7 @@ class TestedObservations : public ObservationLayer {
         std::int32_t last_drawn = 0;
         index_.visit_lines(session_.lin, ground, margin_beyond_line(), [&](std::int32_t i) {
             if (is_drawn(session_.lin[i])) {
+                surface_.target().begin_row(i);
                 draw_row(session_.lin[i]);
                 last_drawn = i;
             }
@@ -213,6 +217,7 @@ class Orientations : public ObservationLayer {
                 surface_.style(dotted);  // a dot is outlined in the style of the stub before
                 follows_hidden_row = false;
             }
+            surface_.target().begin_row(i);
             draw_row(row);
         }
         surface_.style(solid);

@@ -138,7 +138,7 @@ void draw_signatures(Session& session, const LayerFrame& frame, DrawingTarget& t
     }
 }
 
-void draw_values(Session& session, const LayerFrame& frame, DrawingTarget& target) {
+void draw_position_values(Session& session, const LayerFrame& frame, DrawingTarget& target) {
     switch (session.obj.obj_wert_lage) {
         case 1:
             DrawVectors(session, frame, target, 1);
@@ -152,6 +152,9 @@ void draw_values(Session& session, const LayerFrame& frame, DrawingTarget& targe
         default:
             break;
     }
+}
+
+void draw_height_values(Session& session, const LayerFrame& frame, DrawingTarget& target) {
     switch (session.obj.obj_wert_hoehe) {
         case 1:
             DrawVectors(session, frame, target, 4);
@@ -165,6 +168,11 @@ void draw_values(Session& session, const LayerFrame& frame, DrawingTarget& targe
         default:
             break;
     }
+}
+
+void draw_values(Session& session, const LayerFrame& frame, DrawingTarget& target) {
+    draw_position_values(session, frame, target);
+    draw_height_values(session, frame, target);
 }
 
 void draw_network(Session& session, const LayerFrame& frame, DrawingTarget& target) {

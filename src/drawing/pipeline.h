@@ -30,6 +30,10 @@ void draw_observations(Session& session, const LayerFrame& frame, DrawingTarget&
 void draw_signatures(Session& session, const LayerFrame& frame, DrawingTarget& target);
 void draw_values(Session& session, const LayerFrame& frame, DrawingTarget& target);
 
+/// The two layers of draw_values: values of the position, values of the height.
+void draw_position_values(Session& session, const LayerFrame& frame, DrawingTarget& target);
+void draw_height_values(Session& session, const LayerFrame& frame, DrawingTarget& target);
+
 /// Draws boundaries by `draw`. A boundary file that cannot be read is reported once, in a message
 /// box; the rest of the picture goes on.
 void draw_boundaries_or_report(Session& session, UserInterface& ui,

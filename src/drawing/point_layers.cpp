@@ -44,6 +44,7 @@ class PointLabels {
         const std::int32_t last_point = session_.pu.pu_anzahl_signatur;
         const bool epochs = obj_.obj_wert_lage == 1 || obj_.obj_wert_hoehe == 1;
         session_.view_index.visit_points(session_.pu, ground_, margin(epochs), [&](std::int32_t i) {
+            target_.begin_row(i);
             if (i <= last_point) {
                 place_point_label(i);
             } else if (epochs) {
@@ -185,6 +186,7 @@ void DrawPointSignatures(Session& session, const LayerFrame& frame, DrawingTarge
         session.pu, surface.visible_ground(), margin, [&](std::int32_t i) {
             const PointRow& row = session.pu[i];
             if (row.pu_signatur == 1 || row.pu_signatur == -1) {
+                target.begin_row(i);
                 target.FillStyle(0);
                 target.FillColor(row.pu_signatur == 1 ? control_point : new_point);
                 surface.circle(row.pu_rechts, row.pu_hoch,

@@ -29,6 +29,9 @@ class DrawingTarget {
  public:
     virtual ~DrawingTarget() = default;
 
+    /// What follows belongs to this row of the table that the layer draws.
+    virtual void begin_row(std::int32_t /*row*/) {}
+
     virtual void DrawStyle(std::int16_t style) = 0;   ///< 0 solid, 2 dotted
     virtual void DrawWidth(std::int16_t width) = 0;   ///< pen width in pixels
     virtual void ForeColor(std::int32_t colour) = 0;  ///< pen and text colour, 0x00BBGGRR

@@ -67,7 +67,10 @@ class ValueLayer {
             std::abs(epoch_shift(session_, index.largest_epoch())) +
                 std::abs(static_cast<double>(surface_.frame().punkt_klein)),
             std::abs(scale_)};
-        index.visit_points(session_.pu, surface_.visible_ground(), margin, visit);
+        index.visit_points(session_.pu, surface_.visible_ground(), margin, [&](std::int32_t i) {
+            surface_.target().begin_row(i);
+            visit(i);
+        });
     }
 
     Session& session_;

@@ -28,6 +28,9 @@ class RecordSource {
         return false;
     }
 
+    /// Number of the line read last, from 1.
+    [[nodiscard]] std::int64_t line_number() const { return reader_.line_number(); }
+
     /// The run-time error `code` at the line read last.
     [[nodiscard]] FatalError error(int code, std::string_view field) const;
     /// A number as a 16-bit integer; throws the overflow error if it is out of range.

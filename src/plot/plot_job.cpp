@@ -35,22 +35,6 @@ std::int16_t fitted_points(const Session& session, Printer& printer, const FontS
     return static_cast<std::int16_t>(fitted_font(session, printer, font, size).points);
 }
 
-/// Settles what all sheets of the part share, and how many there are.
-PartOnPaper prepare_part(Session& session, Printer& printer, const Desk& desk) {
-    ComputePaperArea(session, desk);
-    printer.set_Orientation(printer.Orientation());
-    const Settings& settings = session.settings;
-    PartOnPaper part;
-    part.fonts.point_labels =
-        fitted_points(session, printer, point_label_font(settings), settings.pubsizplo);
-    part.fonts.district_labels =
-        fitted_points(session, printer, district_label_font(settings), settings.nubsizplo);
-    PaperTextOnDesk text(session, desk.measurer, desk.printer);
-    part.legend = ComputeLegendSize(session, text);
-    count_plot_sheets(session);
-    return part;
-}
-
 /// Name of the current part, for a reader of the document.
 std::string part_name(const Session& session) {
     return session.netz.count() > 0 ? session.netz[session.netz_aktuell].netz_name : std::string();
@@ -216,6 +200,21 @@ bool run_job(Session& session, const Desk& desk,
 }
 
 }  // namespace
+
+PartOnPaper prepare_part(Session& session, Printer& printer, const Desk& desk) {
+    ComputePaperArea(session, desk);
+    printer.set_Orientation(printer.Orientation());
+    const Settings& settings = session.settings;
+    PartOnPaper part;
+    part.fonts.point_labels =
+        fitted_points(session, printer, point_label_font(settings), settings.pubsizplo);
+    part.fonts.district_labels =
+        fitted_points(session, printer, district_label_font(settings), settings.nubsizplo);
+    PaperTextOnDesk text(session, desk.measurer, desk.printer);
+    part.legend = ComputeLegendSize(session, text);
+    count_plot_sheets(session);
+    return part;
+}
 
 void PlotNetworkPart(Session& session, Printer& printer, const Desk& desk, std::int16_t& abbruch) {
     const Hourglass hourglass(session, desk.ui);

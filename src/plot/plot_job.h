@@ -2,11 +2,16 @@
 
 #include <cstdint>
 
+#include "plot/plot_page.h"
 #include "plot/printer.h"
 #include "shell/lifecycle.h"
 #include "shell/session.h"
 
 namespace veldra {
+
+/// Settles what all sheets of the current part share, and how many there are. Throws PrinterError,
+/// and FatalError when a count leaves 16 bits.
+PartOnPaper prepare_part(Session& session, Printer& printer, const Desk& desk);
 
 /// Plots the current part once, all sheets, column by column from the left and in a column from the
 /// bottom. `abbruch` becomes 1 if the printer could not be reached, which has been reported.

@@ -65,6 +65,12 @@ void ComputeSheetDivision(Session& session, const Desk& desk) {
     ComputeSheetDivision(session, text, sheets ? &*sheets : nullptr);
 }
 
+void choose_plot_scale(Session& session, const Desk& desk) {
+    PaperTextOnDesk text(session, desk.measurer, desk.printer);
+    auto sheets = sheets_of(session, desk);
+    choose_plot_scale(session, text, sheets ? &*sheets : nullptr);
+}
+
 void ComputeExtents(Session& session, const Desk& desk) {
     PaperTextOnDesk text(session, desk.measurer, desk.printer);
     ComputeExtents(session, text);

@@ -57,6 +57,9 @@ class PaperTextOnDesk final : public PaperTextSize {
 /// Division into sheets with the application printer of the desk, or without one.
 void ComputeSheetDivision(Session& session, const Desk& desk);
 
+/// `choose_plot_scale` with the application printer of the desk, or without one.
+void choose_plot_scale(Session& session, const Desk& desk);
+
 /// Extents with the text sizes of the application printer of the desk, or with the estimate.
 void ComputeExtents(Session& session, const Desk& desk);
 

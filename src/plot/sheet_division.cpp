@@ -66,6 +66,8 @@ class SheetDivision {
         plot_merken(session_, 2);
     }
 
+    void choose_scale_of_orientation() { largest_fitting_scale(bare_span(session_)); }
+
  private:
     void set_landscape() {
         plot_.plot_ausrichtung = querformat;
@@ -224,6 +226,10 @@ std::int16_t sheet_count(const Session& session, double extent, double net, cons
 
 void ComputeSheetDivision(Session& session, PaperTextSize& paper_text, SheetPrinter* printer) {
     SheetDivision(session, paper_text, printer).run();
+}
+
+void choose_plot_scale(Session& session, PaperTextSize& paper_text, SheetPrinter* printer) {
+    SheetDivision(session, paper_text, printer).choose_scale_of_orientation();
 }
 
 void ComputeSheetDivision(Session& session, TextMeasurer& measurer) {

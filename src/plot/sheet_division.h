@@ -41,4 +41,9 @@ void ComputeSheetDivision(Session& session, PaperTextSize& paper_text, SheetPrin
 /// The same without a printer.
 void ComputeSheetDivision(Session& session, TextMeasurer& measurer);
 
+/// Sets the plot scale of the current part to the largest offered one at which it fits on one sheet
+/// of its orientation and binding margin, to the smallest if it fits at none, and fills the
+/// extents.
+void choose_plot_scale(Session& session, PaperTextSize& paper_text, SheetPrinter* printer);
+
 }  // namespace veldra

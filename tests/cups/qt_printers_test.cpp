@@ -16,18 +16,12 @@ namespace {
 using test::file_device;
 using test::PageLine;
 using test::service;
+using test::wait_for_jobs;
 using ::testing::HasSubstr;
 
 constexpr double millimetres_per_point = 25.4 / 72;
 
 using QtPrintersTest = test::QueueTest;
-
-/// Waits until the service has received this many documents, at most four seconds.
-void wait_for_jobs(int count) {
-    for (int tries = 0; tries < 80 && service().attributes(count).empty(); ++tries) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    }
-}
 
 TEST_F(QtPrintersTest, QueuesComeFirstAndTheBuiltInDeviceLast) {
     QtPrinters printers(file_device(), measurer);

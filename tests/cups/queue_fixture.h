@@ -1,6 +1,8 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
+#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -16,6 +18,13 @@ namespace veldra::test {
 inline PrivatePrintService& service() {
     static PrivatePrintService one;
     return one;
+}
+
+/// Waits until the service has received this many documents, at most four seconds.
+inline void wait_for_jobs(int count) {
+    for (int tries = 0; tries < 80 && service().attributes(count).empty(); ++tries) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
 }
 
 /// Stands in for the built-in device.

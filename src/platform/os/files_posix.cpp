@@ -129,6 +129,10 @@ ReplacedFile::ReplacedFile(const std::string& path) : path_(path) {
     if (exists && S_ISDIR(status.st_mode)) {
         throw file_error("Datei kann nicht geschrieben werden", path, EISDIR);
     }
+    // A device or a pipe would be gone when a file takes its place.
+    if (exists && !S_ISREG(status.st_mode)) {
+        throw file_error("Datei kann nicht geschrieben werden", path, ENOTSUP);
+    }
     if (exists && ::access(path_.c_str(), W_OK) != 0) {
         throw file_error("Datei kann nicht geschrieben werden", path, errno);
     }

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "batch/plot_options.h"
+#include "batch/plot_protocol.h"
+#include "plot/printer.h"
+
+namespace veldra::batch {
+
+/// How one graphic file is to be plotted.
+struct PlotTask {
+    FileOptions file;                ///< `part` is not used
+    std::vector<std::string> parts;  ///< names; empty: the first part
+    bool all_parts = false;
+    PlotChoice choice;
+    int copies = 1;
+    bool grey = false;
+    bool with_protocol = false;
+};
+
+/// A part that was to be plotted.
+struct PlottedPart {
+    std::string name;    ///< UTF-8
+    bool empty = false;  ///< without points and lines: not plotted
+    SheetCounts sheets;
+    double denominator = 0;
+    std::optional<PartProtocol> protocol;
+};
+
+/// Plots a file on the current printer as one document: copy by copy, and in a copy part by part.
+/// Nothing is written beside the document. Throws FatalError when the file cannot be read, when
+/// there is nothing to plot, and when the printer or its file does not take the document, which
+/// then is dropped.
+[[nodiscard]] std::vector<PlottedPart> plot_file(const PlotTask& task, Printer& printer);
+
+}  // namespace veldra::batch
