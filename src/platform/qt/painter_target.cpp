@@ -24,6 +24,15 @@ bool is_finite(const QPointF& p) {
     return std::isfinite(p.x()) && std::isfinite(p.y());
 }
 
+/// The area and as much again on each side, more than a margin or a pen takes. A painter counts the
+/// dots of a line, and gives up on one with very many.
+PixelBox around(const PainterArea& painted) {
+    const QRectF& area = painted.area;
+    const double x = area.width() + widest_pen * painted.units_per_pen_pixel;
+    const double y = area.height() + widest_pen * painted.units_per_pen_pixel;
+    return {area.left() - x, area.top() - y, area.right() + x, area.bottom() + y};
+}
+
 }  // namespace
 
 PainterTarget::PainterTarget(QPainter& painter, const PainterArea& area, Labels labels)
@@ -83,18 +92,24 @@ void PainterTarget::FillColor(std::int32_t colour) {
     fill_ = to_colour(colour);
 }
 
-void PainterTarget::use_line_pen() {
-    if (in_force_ != PenUse::lines) {
+/// `begun` units of the device are the length of the line ahead of what is drawn of it.
+void PainterTarget::use_line_pen(double begun) {
+    if (!dotted_) {
+        begun = 0;
+    }
+    if (in_force_ != PenUse::lines || begun_ != begun) {
         QPen pen(pen_, pen_width_, Qt::SolidLine, dotted_ ? Qt::FlatCap : Qt::RoundCap,
                  Qt::RoundJoin);
         if (dotted_) {
             // Three logical pixels on and three off, as on the picture; a pen counts in its width.
             const double dot = 3 * area_.units_per_pen_pixel / pen_width_;
             pen.setDashPattern({dot, dot});
+            pen.setDashOffset(std::fmod(begun / pen_width_, 2 * dot));
         }
         pen.setCosmetic(true);
         painter_.setPen(pen);
         in_force_ = PenUse::lines;
+        begun_ = begun;
     }
 }
 
@@ -114,16 +129,21 @@ void PainterTarget::use_label_font(const FontSpec& font, const QColor& colour) {
 }
 
 void PainterTarget::Line(float x1, float y1, float x2, float y2) {
+    LinePart(x1, y1, x2, y2, 0);
+}
+
+void PainterTarget::LinePart(float x1, float y1, float x2, float y2, float begun) {
     const QPointF from = to_device(x1, y1);
     const QPointF to = to_device(x2, y2);
     position_ = to;
-    if (!is_finite(from) || !is_finite(to)) {
+    const double ahead = static_cast<double>(begun) * std::abs(units_x_);
+    if (!is_finite(from) || !is_finite(to) || !std::isfinite(ahead)) {
         return;
     }
     PixelPoint a{from.x(), from.y()};
     PixelPoint b{to.x(), to.y()};
-    if (clip_to_box({-far_out, -far_out, far_out, far_out}, a, b)) {
-        use_line_pen();
+    if (clip_to_box(around(area_), a, b)) {
+        use_line_pen(ahead + std::hypot(a.x - from.x(), a.y - from.y()));
         painter_.drawLine(QPointF(a.x, a.y), QPointF(b.x, b.y));
     }
 }
@@ -135,7 +155,7 @@ void PainterTarget::Circle(float x, float y, float radius) {
         std::abs(centre.y()) > far_out) {
         return;
     }
-    use_line_pen();
+    use_line_pen(0);
     painter_.setBrush(filled_ ? QBrush(fill_) : QBrush(Qt::NoBrush));
     painter_.drawEllipse(centre, reach, reach);
 }
@@ -160,7 +180,7 @@ void PainterTarget::Ellipse(const EllipseCurve& curve) {
         DrawingTarget::Ellipse(curve);
         return;
     }
-    use_line_pen();
+    use_line_pen(0);
     painter_.drawPolyline(outline);
     position_ = outline.last();
 }

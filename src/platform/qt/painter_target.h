@@ -38,6 +38,7 @@ class PainterTarget final : public PageTarget {
     void FillStyle(std::int16_t style) override;
     void FillColor(std::int32_t colour) override;
     void Line(float x1, float y1, float x2, float y2) override;
+    void LinePart(float x1, float y1, float x2, float y2, float begun) override;
     void MoveTo(float x, float y) override { position_ = to_device(x, y); }
     void Circle(float x, float y, float radius) override;
     void Ellipse(const EllipseCurve& curve) override;
@@ -52,7 +53,7 @@ class PainterTarget final : public PageTarget {
 
  private:
     enum class PenUse { none, lines, text };
-    void use_line_pen();
+    void use_line_pen(double begun);
     void use_label_font(const FontSpec& font, const QColor& colour);
     void print_text(std::string_view text, const QPointF& corner, const FontSpec& font,
                     std::int32_t colour);
@@ -68,6 +69,7 @@ class PainterTarget final : public PageTarget {
     std::optional<TargetBox> visible_;
     Labels labels_;
     PenUse in_force_ = PenUse::none;
+    double begun_ = 0;  ///< of the line pen in force, units of the device
     bool dotted_ = false;
     bool filled_ = true;
     double pen_width_ = 1;

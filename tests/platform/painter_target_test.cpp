@@ -1,0 +1,78 @@
+#include "platform/qt/painter_target.h"
+
+#include <gtest/gtest.h>
+
+#include <QImage>
+
+#include "platform/qt_application.h"
+
+using namespace veldra;
+
+namespace {
+
+constexpr std::int16_t dotted = 2;
+constexpr std::int16_t solid = 0;
+
+/// Pages of 100 by 30 units, one a metre and a millimetre.
+class PainterTargetTest : public veldra_test::QtTest {
+ protected:
+    /// The row of the page that a line at y = 10.5 lies in, '#' where it shows. `draw` takes the
+    /// target; `origin` is the ground coordinate of the page's left edge.
+    template <typename Draw>
+    static std::string row(double origin, Draw&& draw, double units_per_pen_pixel = 1) {
+        QImage image(100, 30, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        {
+            QPainter painter(&image);
+            PainterTarget target(painter, {QRectF(0, 0, 100, 30), 1, units_per_pen_pixel},
+                                 PainterTarget::Labels::leave_out);
+            target.Scale(origin, 30, origin + 100, 0);
+            target.DrawStyle(dotted);
+            draw(target);
+        }
+        std::string shown;
+        for (int x = 0; x < image.width(); ++x) {
+            shown += image.pixel(x, 19) == 0xffffffffU ? '.' : '#';
+        }
+        return shown;
+    }
+};
+
+TEST_F(PainterTargetTest, DotsAreThreePenPixelsOnAndThreeOff) {
+    const std::string shown = row(0, [](PageTarget& page) { page.Line(0, 10.5F, 30, 10.5F); });
+    EXPECT_EQ(shown.substr(0, 36), "###...###...###...###...###.........");
+}
+
+TEST_F(PainterTargetTest, TheRestOfALineGoesOnWithItsDots) {
+    // 40 m lie on the sheet before: six whole periods of 6 m and 4 m, so one metre is off yet two
+    // more are to come.
+    const std::string shown = row(
+        40, [](PageTarget& page) { page.LinePart(40, 10.5F, 70, 10.5F, 40); });
+    EXPECT_EQ(shown.substr(0, 32), "..###...###...###...###...###...");
+}
+
+TEST_F(PainterTargetTest, TheNextLineBeginsWithADot) {
+    const std::string shown = row(40, [](PageTarget& page) {
+        page.LinePart(40, 10.5F, 50, 10.5F, 40);
+        page.Line(60, 10.5F, 72, 10.5F);
+    });
+    EXPECT_EQ(shown.substr(0, 34), "..###...##..........###...###.....");
+}
+
+TEST_F(PainterTargetTest, TheRestOfASolidLineIsSolid) {
+    const std::string shown = row(40, [](PageTarget& page) {
+        page.DrawStyle(solid);
+        page.LinePart(45, 10.5F, 55, 10.5F, 40);
+    });
+    EXPECT_EQ(shown.substr(0, 20).find_last_not_of('.') - shown.find('#'), 10U);
+    EXPECT_EQ(shown.substr(6, 8), "########");
+}
+
+TEST_F(PainterTargetTest, DotsRunOnWhereALineComesFromFarAway) {
+    // 1 200 000 is a multiple of 12, and more than a device counts.
+    const std::string shown =
+        row(0, [](PageTarget& page) { page.Line(-1200000, 10.5F, 31, 10.5F); }, 2);
+    EXPECT_EQ(shown.substr(0, 36), "######......######......######......");
+}
+
+}  // namespace
