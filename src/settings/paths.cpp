@@ -53,6 +53,10 @@ std::string version_file(const SystemFolders& folders) {
     return join(folders.program, "VELDRA.VRS");
 }
 
+std::string news_file(const SystemFolders& folders) {
+    return join(folders.program, "V_NEUES.HLP");
+}
+
 std::string version_text(const SystemFolders& folders) {
     const std::string datum = ProfileFile::load(version_file(folders)).get("VERSION", "Datum");
     return datum.empty() ? std::string() : "Version erstellt am " + to_utf8(trim(datum));

@@ -28,6 +28,9 @@ struct SystemFolders {
 /// VELDRA.VRS in the program's folder.
 [[nodiscard]] std::string version_file(const SystemFolders& folders);
 
+/// V_NEUES.HLP in the program's folder: the news of the program.
+[[nodiscard]] std::string news_file(const SystemFolders& folders);
+
 /// What the logo says about the version, UTF-8: "Version erstellt am " and the date of the version
 /// file, or "" without one.
 [[nodiscard]] std::string version_text(const SystemFolders& folders);

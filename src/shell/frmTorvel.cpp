@@ -92,6 +92,7 @@ void FrmTorvel::build_controls() {
         label->hide();
     }
     build_gestures();
+    help_ = new TorvelHelp(*this, session_);
     resize_timer_.setSingleShot(true);
     resize_timer_.setInterval(size_delay);
     connect(&resize_timer_, &QTimer::timeout, this, &FrmTorvel::follow_size);
@@ -120,6 +121,8 @@ std::map<MenuItem, Command> FrmTorvel::menu_commands() {
     }
     commands[MenuItem::m_datei_beenden] = [this] { close(); };
     commands[MenuItem::m_optionen_darstellungen] = [this] { open_display_options(); };
+    commands[MenuItem::m_hilfe_handbuch] = [this] { help_->show_handbook(); };
+    commands[MenuItem::m_hilfe_neues] = [this] { help_->show_news(run_.folders); };
     commands[MenuItem::m_hilfe_proginfo] = [this] { show_logo(FrmLogo::ShownBy::help); };
     add_view_commands(commands);
     add_plot_commands(commands);

@@ -18,6 +18,7 @@
 #include "shell/frmLogo.h"
 #include "shell/frmTorvel_commands.h"
 #include "shell/frmTorvel_gestures.h"
+#include "shell/frmTorvel_help.h"
 #include "shell/frmTorvel_status.h"
 #include "shell/session.h"
 #include "shell/startup.h"
@@ -55,6 +56,7 @@ class FrmTorvel final : public QMainWindow {
 
     [[nodiscard]] const ProgramRun& run() const { return run_; }
     [[nodiscard]] PictureWidget& picture() { return *picture_; }
+    [[nodiscard]] TorvelHelp& help() { return *help_; }
 
     /// Asks the user for a graphic file; "" if there is none. Tests put an answer in its place.
     std::function<QString()> choose_file;
@@ -147,6 +149,7 @@ class FrmTorvel final : public QMainWindow {
     std::optional<QPoint> netzteile_place_;  ///< where it was last
     std::unique_ptr<TorvelCommands> commands_;
     TorvelGestures* gestures_ = nullptr;
+    TorvelHelp* help_ = nullptr;
     TorvelStatus* status_ = nullptr;
     TorvelProgress* progress_ = nullptr;
     QTimer resize_timer_;

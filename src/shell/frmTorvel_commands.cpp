@@ -57,6 +57,7 @@ constexpr MenuLine menu_lines[] = {
     {"m_optionen_grenzen", "&Verwaltungsgrenzen...", MenuItem::m_optionen_grenzen, Kind::entry},
     {"m_optionen_drucker", "&Anwendungsdrucker: ", MenuItem::m_optionen_drucker, Kind::entry},
     {"m_torvel_hilfe", "&Hilfe", MenuItem::m_torvel_hilfe, Kind::menu},
+    {"m_hilfe_handbuch", "&Handbuch", MenuItem::m_hilfe_handbuch, Kind::entry},
     {"m_hilfe_neues", "&Neues in VELDRA", MenuItem::m_hilfe_neues, Kind::entry},
     {"m_hilfe_proginfo", "&Programminfo...", MenuItem::m_hilfe_proginfo, Kind::entry},
 };
@@ -97,6 +98,7 @@ const std::map<MenuItem, QList<QKeySequence>>& menu_keys() {
         {MenuItem::m_ansicht_halb, {Qt::Key_Minus}},
         {MenuItem::m_plotten_ein, {Qt::CTRL | Qt::Key_P}},
         {MenuItem::m_plotten_aktuell, {Qt::CTRL | Qt::Key_P}},
+        {MenuItem::m_hilfe_handbuch, {Qt::Key_F1}},
     };
     return keys;
 }
@@ -161,6 +163,9 @@ void TorvelCommands::build_menus(QMainWindow& window) {
                 menu->addAction(action);
             }
             const MenuItem item = line.item;
+            if (item == MenuItem::m_hilfe_handbuch) {
+                window.addAction(action);  // its key works while its menu is hidden
+            }
             action->setShortcuts(keys_of(menu_keys(), item));
             QObject::connect(action, &QAction::triggered, &window,
                              [this, item] { run_if_there(menu_commands_, item); });

@@ -38,6 +38,7 @@ enum class MenuItem : std::uint8_t {
     m_optionen_grenzen,
     m_optionen_drucker,
     m_torvel_hilfe,
+    m_hilfe_handbuch,
     m_hilfe_neues,
     m_hilfe_proginfo,
     count

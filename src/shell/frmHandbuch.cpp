@@ -1,0 +1,163 @@
+#include "shell/frmHandbuch.h"
+
+#include <QFile>
+#include <QHBoxLayout>
+#include <QKeySequence>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QShortcut>
+#include <QSplitter>
+#include <QTextBrowser>
+#include <QTextDocument>
+#include <QVBoxLayout>
+
+/// Makes the pages known: they stand in a static library, whose start-up code would be left out.
+/// The macro works in the global namespace only.
+static void load_pages() {
+    Q_INIT_RESOURCE(handbuch);
+}
+
+namespace veldra {
+
+namespace {
+
+constexpr int source_role = Qt::UserRole;
+constexpr int text_role = Qt::UserRole + 1;
+
+QUrl page_url(const QString& page) {
+    return QUrl(QStringLiteral("qrc:/handbuch/%1.md").arg(page));
+}
+
+QString resource_text(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+/// The text of a page's first heading.
+QString heading(const QString& markdown) {
+    return markdown.section(QLatin1Char('\n'), 0, 0).remove(0, 2).trimmed();
+}
+
+}  // namespace
+
+FrmHandbuch::FrmHandbuch(QWidget* window) : QDialog(window) {
+    load_pages();
+    setObjectName(QStringLiteral("frmHandbuch"));
+    setWindowTitle(QStringLiteral("VELDRA Handbuch"));
+    setWindowFlag(Qt::WindowMaximizeButtonHint);
+    build();
+    const QString pages = resource_text(QStringLiteral(":/handbuch/seiten.txt"));
+    for (const QString& page : pages.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+        const QString text = resource_text(QStringLiteral(":/handbuch/%1.md").arg(page));
+        auto* entry = new QListWidgetItem(heading(text), lst_seiten_);
+        entry->setData(source_role, page_url(page));
+        entry->setData(text_role, text);
+    }
+    connect(lst_seiten_, &QListWidget::currentRowChanged, this, &FrmHandbuch::follow_list);
+    connect(txt_seite_, &QTextBrowser::sourceChanged, this, &FrmHandbuch::follow_page);
+    connect(txt_suche_, &QLineEdit::textChanged, this, &FrmHandbuch::search);
+    lst_seiten_->setCurrentRow(0);
+    const int character = fontMetrics().averageCharWidth();
+    resize(character * 130, character * 95);
+}
+
+void FrmHandbuch::build() {
+    txt_suche_ = new QLineEdit(this);
+    txt_suche_->setObjectName(QStringLiteral("txt_suche"));
+    txt_suche_->setPlaceholderText(QStringLiteral("Suchen"));
+    txt_suche_->setAccessibleName(QStringLiteral("Handbuch durchsuchen"));
+    txt_suche_->setClearButtonEnabled(true);
+    lst_seiten_ = new QListWidget(this);
+    lst_seiten_->setObjectName(QStringLiteral("lst_seiten"));
+    lst_seiten_->setAccessibleName(QStringLiteral("Seiten des Handbuchs"));
+    txt_seite_ = new QTextBrowser(this);
+    txt_seite_->setObjectName(QStringLiteral("txt_seite"));
+    txt_seite_->setAccessibleName(QStringLiteral("Seite des Handbuchs"));
+    txt_seite_->setOpenExternalLinks(false);
+    txt_seite_->document()->setDocumentMargin(fontMetrics().averageCharWidth() * 3);
+    auto* cmd_zurueck = new QPushButton(QStringLiteral("&Zurück"), this);
+    cmd_zurueck->setObjectName(QStringLiteral("cmd_zurueck"));
+    cmd_zurueck->setEnabled(false);
+    cmd_zurueck->setAutoDefault(false);
+    auto* cmd_schliessen = new QPushButton(QStringLiteral("&Schließen"), this);
+    cmd_schliessen->setObjectName(QStringLiteral("cmd_schliessen"));
+    cmd_schliessen->setAutoDefault(false);
+    connect(cmd_zurueck, &QPushButton::clicked, txt_seite_, &QTextBrowser::backward);
+    connect(txt_seite_, &QTextBrowser::backwardAvailable, cmd_zurueck, &QWidget::setEnabled);
+    connect(cmd_schliessen, &QPushButton::clicked, this, &QDialog::close);
+    auto* find = new QShortcut(QKeySequence::Find, this);
+    connect(find, &QShortcut::activated, txt_suche_, [this] { txt_suche_->setFocus(); });
+
+    auto* contents = new QWidget(this);
+    auto* column = new QVBoxLayout(contents);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(txt_suche_);
+    column->addWidget(lst_seiten_);
+    auto* splitter = new QSplitter(this);
+    splitter->addWidget(contents);
+    splitter->addWidget(txt_seite_);
+    splitter->setStretchFactor(0, 0);
+    splitter->setStretchFactor(1, 1);
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(cmd_zurueck);
+    buttons->addStretch();
+    buttons->addWidget(cmd_schliessen);
+    auto* rows = new QVBoxLayout(this);
+    rows->addWidget(splitter);
+    rows->addLayout(buttons);
+}
+
+void FrmHandbuch::show_page(const QString& page) {
+    const QUrl url = page_url(page);
+    for (int row = 0; row < lst_seiten_->count(); ++row) {
+        if (lst_seiten_->item(row)->data(source_role).toUrl() == url) {
+            lst_seiten_->setCurrentRow(row);
+            return;
+        }
+    }
+    lst_seiten_->setCurrentRow(0);
+}
+
+void FrmHandbuch::search() {
+    const QString wanted = txt_suche_->text().trimmed();
+    int first = -1;
+    for (int row = 0; row < lst_seiten_->count(); ++row) {
+        QListWidgetItem* entry = lst_seiten_->item(row);
+        const bool found = entry->data(text_role).toString().contains(wanted, Qt::CaseInsensitive);
+        entry->setHidden(!found);
+        first = found && first < 0 ? row : first;
+    }
+    if (wanted.isEmpty() || first < 0) {
+        return;
+    }
+    const QListWidgetItem* shown = lst_seiten_->currentItem();
+    if (shown == nullptr || shown->isHidden()) {
+        lst_seiten_->setCurrentRow(first);
+    }
+    txt_seite_->moveCursor(QTextCursor::Start);
+    txt_seite_->find(wanted);
+}
+
+void FrmHandbuch::follow_list() {
+    const QListWidgetItem* entry = lst_seiten_->currentItem();
+    if (entry == nullptr) {
+        return;
+    }
+    const QUrl source = entry->data(source_role).toUrl();
+    if (txt_seite_->source().adjusted(QUrl::RemoveFragment) != source) {
+        txt_seite_->setSource(source, QTextDocument::MarkdownResource);
+    }
+}
+
+void FrmHandbuch::follow_page(const QUrl& source) {
+    const QUrl page = source.adjusted(QUrl::RemoveFragment);
+    for (int row = 0; row < lst_seiten_->count(); ++row) {
+        if (lst_seiten_->item(row)->data(source_role).toUrl() == page) {
+            lst_seiten_->setCurrentRow(row);
+            return;
+        }
+    }
+}
+
+}  // namespace veldra

@@ -1,0 +1,111 @@
+#include "shell/frmTorvel_help.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QKeyEvent>
+#include <QUrl>
+
+#include "platform/os/files.h"
+#include "platform/qt/qt_user_interface.h"
+#include "shell/frmHandbuch.h"
+
+namespace veldra {
+
+namespace {
+
+struct WindowPage {
+    const char* window;
+    const char* page;
+};
+
+constexpr WindowPage window_pages[] = {
+    {"frmTorvel", "index"},
+    {"frmLogo", "neues"},
+    {"frmObjekte", "objekte"},
+    {"frmNetzteile", "netzteile"},
+    {"frmMaßstab", "massstab"},
+    {"frmDarstellungen", "darstellungen"},
+    {"frmStrichst", "darstellungen"},
+    {"frmLegende", "legende"},
+    {"frmVerwopt", "grenzen"},
+    {"frmPlotten", "plotten"},
+    {"frmDrucker", "drucker"},
+};
+
+bool is_help_key(const QEvent& event) {
+    if (event.type() != QEvent::KeyPress) {
+        return false;
+    }
+    const auto& key = static_cast<const QKeyEvent&>(event);
+    return key.key() == Qt::Key_F1 && key.modifiers() == Qt::NoModifier;
+}
+
+}  // namespace
+
+QString handbook_page(const QString& window_name) {
+    for (const WindowPage& entry : window_pages) {
+        if (window_name == QString::fromUtf8(entry.window)) {
+            return QString::fromLatin1(entry.page);
+        }
+    }
+    return {};
+}
+
+TorvelHelp::TorvelHelp(QWidget& window, const Session& session)
+    : QObject(&window),
+      open_document([](const QString& path) {
+          return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+      }),
+      window_(window),
+      session_(session) {
+    QApplication::instance()->installEventFilter(this);
+}
+
+void TorvelHelp::show_handbook() {
+    show_page(window_, page_about(window_));
+}
+
+void TorvelHelp::show_news(const SystemFolders& folders) {
+    const std::string path = news_file(folders);
+    if (!datei_vorhanden(path) || !open_document(path_text(path))) {
+        show_page(window_, QStringLiteral("neues"));
+    }
+}
+
+bool TorvelHelp::eventFilter(QObject* watched, QEvent* event) {
+    auto* const control = qobject_cast<QWidget*>(watched);
+    if (control == nullptr || !is_help_key(*event) ||
+        qobject_cast<FrmHandbuch*>(control->window()) != nullptr) {
+        return QObject::eventFilter(watched, event);
+    }
+    QWidget* const owner = control->window();
+    show_page(*owner, page_about(*owner));
+    return true;
+}
+
+void TorvelHelp::show_page(QWidget& owner, const QString& page) {
+    auto* handbook = owner.findChild<FrmHandbuch*>(Qt::FindDirectChildrenOnly);
+    if (handbook == nullptr) {
+        handbook = new FrmHandbuch(&owner);
+    }
+    handbook->show_page(page);
+    handbook->show();
+    handbook->raise();
+    handbook->activateWindow();
+}
+
+/// A message over a dialog is explained by the page about the dialog.
+QString TorvelHelp::page_about(const QWidget& window) const {
+    for (const QWidget* about = &window; about != nullptr; about = about->parentWidget()) {
+        if (about == &window_ && session_.plotmodus == 1) {
+            return QStringLiteral("plotten");
+        }
+        const QString page = handbook_page(about->objectName());
+        if (!page.isEmpty()) {
+            return page;
+        }
+    }
+    return QStringLiteral("index");
+}
+
+}  // namespace veldra

@@ -1,0 +1,194 @@
+// Draws the pictures of the handbook: handbuchbilder GRAPHIKDATEI ORDNER
+#include <QApplication>
+#include <QDialog>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QLibraryInfo>
+#include <QStyleFactory>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTranslator>
+#include <cstdio>
+#include <optional>
+#include <stdexcept>
+
+#include "picture_file.h"
+#include "platform/pdf/pdf_printer.h"
+#include "platform/qt/qt_user_interface.h"
+#include "shell/frmTorvel.h"
+#include "view/frmStrichst.h"
+
+using namespace veldra;
+
+namespace {
+
+constexpr QSize window_size(760, 580);
+
+/// Nothing is printed here.
+class NoPrintDialog final : public PrintDialog {
+ public:
+    std::int32_t ShowPrinter(std::int32_t flags) override { return flags; }
+};
+
+/// The program with one graphic file, and what is made of its windows.
+class Photographer {
+ public:
+    Photographer(const QString& graphic_file, const QString& target)
+        : target_(target),
+          printer_([] { return std::nullopt; }),
+          window_(session_, make_folders(graphic_file), "", 0) {
+        window_.use_printer(printer_, print_dialog_);
+        window_.resize(window_size);
+        window_.load();
+        dialog("frmLogo").accept();
+        window_.choose_file = [this] { return file_; };
+        trigger("m_datei_beliebig");
+    }
+
+    void trigger(const char* name) {
+        auto* action = window_.findChild<QAction*>(QString::fromUtf8(name));
+        if (action == nullptr || !action->isEnabled()) {
+            throw std::runtime_error(std::string(name) + " is not to be chosen");
+        }
+        action->trigger();
+        settle();
+    }
+
+    void take_window(const char* file) { take(window_, file); }
+
+    /// A dialog that is open already.
+    void take_open(const char* name, const char* file) { take(dialog(name), file); }
+
+    /// A dialog that a menu entry opens; it is left as by Abbrechen.
+    void take_dialog(const char* action, const char* name, const char* file) {
+        trigger(action);
+        take_open(name, file);
+        dialog(name).reject();
+        settle();
+    }
+
+    /// The tabs of the display options, one picture each.
+    void take_display_options() {
+        constexpr const char* files[] = {
+            "darstellungen-punkte-bildschirm", "darstellungen-punkte-plott",
+            "darstellungen-beobachtungen-bildschirm", "darstellungen-beobachtungen-plott",
+            "darstellungen-vektoren-lage", "darstellungen-vektoren-hoehe",
+            "darstellungen-test", "darstellungen-grenzen"};
+        trigger("m_optionen_darstellungen");
+        QDialog& options = dialog("frmDarstellungen");
+        auto* tabs = options.findChild<QTabWidget*>(QStringLiteral("tab_darstellungen"));
+        if (tabs == nullptr || tabs->count() != static_cast<int>(std::size(files))) {
+            throw std::runtime_error("the display options have other tabs");
+        }
+        for (int tab = 0; const char* file : files) {
+            tabs->setCurrentIndex(tab++);
+            take(options, file);
+        }
+        options.reject();
+        settle();
+    }
+
+    void take_line_width() {
+        LineWidthChoice choice{2, 1, 0xFFFFFF};
+        FrmStrichst picker(&window_, choice, QStringLiteral("Strichstärke"));
+        picker.show();
+        take(picker, "strich");
+    }
+
+ private:
+    SystemFolders make_folders(const QString& graphic_file) {
+        for (const char* folder : {"dokumente", "windows", "programm"}) {
+            QDir(root_.path()).mkpath(QString::fromLatin1(folder));
+        }
+        file_ = root_.filePath(QStringLiteral("ve_netz.dat"));
+        if (!QFile::copy(graphic_file, file_)) {
+            throw std::runtime_error(graphic_file.toStdString() + " cannot be copied");
+        }
+        QFile(file_).setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+        return {.documents = system_path(root_.filePath(QStringLiteral("dokumente"))),
+                .windows = system_path(root_.filePath(QStringLiteral("windows"))),
+                .program = system_path(root_.filePath(QStringLiteral("programm")))};
+    }
+
+    /// The open dialog of a name.
+    static QDialog& dialog(const char* name) {
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            auto* found = qobject_cast<QDialog*>(window);
+            if (found != nullptr && found->isVisible() &&
+                found->objectName() == QString::fromUtf8(name)) {
+                return *found;
+            }
+        }
+        throw std::runtime_error(std::string(name) + " is not open");
+    }
+
+    /// Sizes and layouts come a moment after their window.
+    static void settle() {
+        constexpr int milliseconds = 150;
+        QElapsedTimer since;
+        since.start();
+        while (since.elapsed() < milliseconds) {
+            QApplication::processEvents(QEventLoop::AllEvents, 10);
+        }
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    void take(QWidget& shown, const char* file) {
+        settle();
+        write_picture(shown.grab().toImage(),
+                      target_.filePath(QString::fromLatin1(file) + QStringLiteral(".png")));
+    }
+
+    QDir target_;
+    QTemporaryDir root_;
+    QString file_;
+    Session session_;
+    PdfPrinter printer_;
+    NoPrintDialog print_dialog_;
+    FrmTorvel window_;
+};
+
+void take_all(const QString& graphic_file, const QString& target) {
+    Photographer photographer(graphic_file, target);
+    photographer.take_window("hauptfenster");
+    photographer.take_open("frmNetzteile", "netzteile");
+    photographer.trigger("m_ansicht_netzteile");
+    photographer.trigger("m_ansicht_maßstab");
+    photographer.take_open("frmMaßstab", "massstab");
+    photographer.take_dialog("m_torvel_objekte", "frmObjekte", "objekte");
+    photographer.take_display_options();
+    photographer.take_line_width();
+    photographer.take_dialog("m_optionen_legende", "frmLegende", "legende");
+    photographer.take_dialog("m_optionen_grenzen", "frmVerwopt", "grenzen");
+    photographer.take_dialog("m_optionen_drucker", "frmDrucker", "drucker");
+    photographer.take_dialog("m_hilfe_proginfo", "frmLogo", "programminfo");
+    photographer.trigger("m_plotten_ein");
+    photographer.take_window("plotmodus");
+    photographer.take_dialog("m_plotten_einstellungen", "frmPlotten", "plotten");
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("VELDRA"));
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QTranslator german;
+    if (german.load(QStringLiteral("qtbase_de"),
+                    QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        QApplication::installTranslator(&german);
+    }
+    const QStringList words = QApplication::arguments();
+    if (words.size() != 3) {
+        std::fputs("usage: handbuchbilder GRAPHIKDATEI ORDNER\n", stderr);
+        return 2;
+    }
+    try {
+        take_all(words[1], words[2]);
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "%s\n", failure.what());
+        return 1;
+    }
+    return 0;
+}
