@@ -141,6 +141,7 @@ QGroupBox* FrmPlotten::build_format() {
                              fra_format_);
     auto* row = new QHBoxLayout(frame);
     auto* column = new QVBoxLayout;
+    row->addLayout(column);
     opt_format_ = {make_option(QStringLiteral("opt_format_0"), QStringLiteral("&Hochformat"),
                                QStringLiteral("Hochformat"), frame),
                    make_option(QStringLiteral("opt_format_1"), QStringLiteral("&Querformat"),
@@ -152,7 +153,6 @@ QGroupBox* FrmPlotten::build_format() {
         });
     }
     column->addStretch();
-    row->addLayout(column);
     row->addStretch();
     img_hochformat_ =
         new PaperSymbol(QStringLiteral("img_hochformat"), PaperSymbol::Lies::upright, true, frame);
