@@ -23,9 +23,9 @@ constexpr std::size_t datum_row_count = 3;  ///< DHDN, ETRS 89, another system
 
 /// What the dialog shows.
 struct BoundaryOptions {
-    std::string datei;               ///< path of the boundary file
-    std::int32_t ellipsoid = 0;      ///< 1 to 5; other values are those of a strange profile
-    std::int32_t abbildung = 0;      ///< 1 or 2
+    std::string datei;           ///< path of the boundary file
+    std::int32_t ellipsoid = 0;  ///< 1 to 5; other values are those of a strange profile
+    std::int32_t abbildung = 0;  ///< 1 or 2
     std::array<std::string, datum_row_count> gren_tr;  ///< transitions for boundaries
     std::array<std::string, datum_row_count> numb_tr;  ///< and for numbering districts
 

@@ -309,9 +309,9 @@ void FrmVerwopt::lock(bool running) {
             widget->setEnabled(!running);
         }
     }
-    for (QWidget* widget : std::initializer_list<QWidget*>{
-             txt_grendatei_, cmd_grendatei_, cbo_gren_elli_, cbo_gren_abbi_, cmd_standard_,
-             cmd_ok_}) {
+    for (QWidget* widget :
+         std::initializer_list<QWidget*>{txt_grendatei_, cmd_grendatei_, cbo_gren_elli_,
+                                         cbo_gren_abbi_, cmd_standard_, cmd_ok_}) {
         widget->setEnabled(!running);
     }
 }

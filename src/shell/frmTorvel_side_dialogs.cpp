@@ -60,7 +60,8 @@ void FrmTorvel::synchronise_scale_bars() {
     connect(dialog, &QDialog::finished, this, [this] {
         close_scale_bars(session_);
         // The dialog goes when its own event is over.
-        QMetaObject::invokeMethod(this, [this] { synchronise(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this] { synchronise(); }, Qt::QueuedConnection);
     });
     dialog->show();
 }

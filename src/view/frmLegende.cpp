@@ -24,7 +24,7 @@ namespace veldra {
 
 namespace {
 
-constexpr int text_letters = 48;
+constexpr int text_letters = 60;
 constexpr int size_letters = 7;
 
 std::string bytes_of(const QString& text) {
@@ -77,11 +77,12 @@ void FrmLegende::add_line(QGridLayout& grid, std::size_t number) {
     Line& made = line(number);
     made.txt_legende = make_box(QStringLiteral("txt_legende") + suffix,
                                 name + QStringLiteral(": Text"), text_letters, this);
-    auto* lbl_text = new QLabel(
-        QStringLiteral("Zeile &%1 (%2):")
-            .arg(QString::number(number), number == 1 ? QStringLiteral("für ganze Graphikdatei")
-                                                      : QStringLiteral("nur fürs aktuelle Netzteil")),
-        this);
+    auto* lbl_text =
+        new QLabel(QStringLiteral("Zeile &%1 (%2):")
+                       .arg(QString::number(number),
+                            number == 1 ? QStringLiteral("für ganze Graphikdatei")
+                                        : QStringLiteral("nur fürs aktuelle Netzteil")),
+                   this);
     lbl_text->setObjectName(QStringLiteral("lbl_text") + suffix);
     lbl_text->setBuddy(made.txt_legende);
     const int row = static_cast<int>(number) * 2;
@@ -110,7 +111,8 @@ void FrmLegende::add_line(QGridLayout& grid, std::size_t number) {
     grid.addWidget(lbl_einheit, row + 1, 4);
     connect(cmd_schrift, &QPushButton::clicked, this, [this, number] { ask_for_font(number); });
     const auto never = [] { return false; };
-    new EntryBox(*made.txt_schrift, *made.txt_schrift, [this, number] { take_size(number); }, never);
+    new EntryBox(
+        *made.txt_schrift, *made.txt_schrift, [this, number] { take_size(number); }, never);
     made.txt_legende->installEventFilter(this);
 }
 

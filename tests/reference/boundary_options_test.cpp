@@ -22,9 +22,9 @@ TEST(DatumText, FiveNumbersWithPointOrComma) {
 }
 
 TEST(DatumText, AnythingElseIsRefused) {
-    for (const char* text : {"", "1 2 3 4", "1 2 3 4 5 6", "1 2 3 4 x", "1 2 3 4 5x", "1 2 3 4 1.2.3",
-                             "1 2 3 4 -", "1 2 3 4 .", "1 2 3 4 1e5", "1 2 3 4 \"\"",
-                             "1 2 3 4 5 \"\"", "1;2;3;4;5", "1 2 3 4 --5"}) {
+    for (const char* text : {"", "1 2 3 4", "1 2 3 4 5 6", "1 2 3 4 x", "1 2 3 4 5x",
+                             "1 2 3 4 1.2.3", "1 2 3 4 -", "1 2 3 4 .", "1 2 3 4 1e5",
+                             "1 2 3 4 \"\"", "1 2 3 4 5 \"\"", "1;2;3;4;5", "1 2 3 4 --5"}) {
         EXPECT_FALSE(parse_datum_row(text)) << text;
     }
 }
@@ -36,7 +36,9 @@ TEST(DatumText, IsWrittenWithOneToFourDecimals) {
 
 TEST(BoundaryOptionsTest, ShowsTheSettingsAndStoresThem) {
     Settings settings;
-    settings.verw_datei = "/daten/gr\xFC" "n.dat";
+    settings.verw_datei =
+        "/daten/gr\xFC"
+        "n.dat";
     settings.verw_elli = 4;
     settings.verw_abbi = 2;
     settings.numbez_datum[2] = row(1, 2, 3, 4, 5);
@@ -51,7 +53,9 @@ TEST(BoundaryOptionsTest, ShowsTheSettingsAndStoresThem) {
     ASSERT_TRUE(store_boundary_options(options, settings));
     EXPECT_EQ(settings.verw_datum[0], row(9, 8, 7, 6, 5.5));
     EXPECT_EQ(settings.verw_elli, 5);
-    EXPECT_EQ(settings.verw_datei, "/daten/gr\xFC" "n.dat");
+    EXPECT_EQ(settings.verw_datei,
+              "/daten/gr\xFC"
+              "n.dat");
     EXPECT_EQ(settings.numbez_datum[2], row(1, 2, 3, 4, 5));
 }
 

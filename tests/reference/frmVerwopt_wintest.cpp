@@ -173,8 +173,8 @@ class FrmVerwoptTest : public QObject {
     }
 
     void ok_refuses_each_bad_row() {
-        for (const char* name : {"txt_gren_tr_1", "txt_gren_tr_2", "txt_gren_tr_3",
-                                 "txt_numb_tr_1", "txt_numb_tr_2", "txt_numb_tr_3"}) {
+        for (const char* name : {"txt_gren_tr_1", "txt_gren_tr_2", "txt_gren_tr_3", "txt_numb_tr_1",
+                                 "txt_numb_tr_2", "txt_numb_tr_3"}) {
             const Settings before = session_->settings;
             open();
             MessageBoxes boxes;
@@ -226,9 +226,8 @@ class FrmVerwoptTest : public QObject {
         open();
         when_shown<QFileDialog>([](QFileDialog& files) {
             QCOMPARE(files.windowTitle(), QString::fromUtf8("Verwaltungsgrenzendatei wählen"));
-            QCOMPARE(files.nameFilters(),
-                     QStringList({QStringLiteral("Alle *.dat (*.dat)"),
-                                  QStringLiteral("Alle Dateien (*.*) (*)")}));
+            QCOMPARE(files.nameFilters(), QStringList({QStringLiteral("Alle *.dat (*.dat)"),
+                                                       QStringLiteral("Alle Dateien (*.*) (*)")}));
             files.reject();
         });
         click(button("cmd_grendatei"));
@@ -263,10 +262,10 @@ class FrmVerwoptTest : public QObject {
             if (value > 0) {
                 values << value;
                 text = caption("cmd_gren_opti");
-                others_wait = progress.isVisible() && !button("cmd_gren_opti").isEnabled() &&
-                              !button("cmd_ok").isEnabled() && !button("cmd_standard").isEnabled() &&
-                              !box("txt_gren_tr_1").isEnabled() &&
-                              button("cmd_abbrechen").isEnabled();
+                others_wait =
+                    progress.isVisible() && !button("cmd_gren_opti").isEnabled() &&
+                    !button("cmd_ok").isEnabled() && !button("cmd_standard").isEnabled() &&
+                    !box("txt_gren_tr_1").isEnabled() && button("cmd_abbrechen").isEnabled();
             }
         });
         click(button("cmd_gren_opti"));
@@ -311,8 +310,8 @@ class FrmVerwoptTest : public QObject {
         MessageBoxes boxes;
         click(button("cmd_gren_opti"));
         QCOMPARE(boxes.seen.size(), std::size_t{1});
-        QVERIFY(boxes.seen[0].text.startsWith(
-            QStringLiteral("Datei konnte nicht gefunden werden.")));
+        QVERIFY(
+            boxes.seen[0].text.startsWith(QStringLiteral("Datei konnte nicht gefunden werden.")));
         QCOMPARE(caption("cmd_gren_opti"), QStringLiteral("Optimieren"));
     }
 
@@ -380,11 +379,10 @@ class FrmVerwoptTest : public QObject {
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         }
         const auto text = [](const char* name) { return QString::fromUtf8(name); };
-        QCOMPARE(names, QStringList({text("txt_gren_tr_1"), text("txt_gren_tr_2"),
-                                     text("txt_gren_tr_3"), text("txt_numb_tr_1"),
-                                     text("txt_numb_tr_2"), text("txt_numb_tr_3"),
-                                     text("cmd_standard"), text("cmd_ok"),
-                                     text("cmd_abbrechen")}));
+        QCOMPARE(names,
+                 QStringList({text("txt_gren_tr_1"), text("txt_gren_tr_2"), text("txt_gren_tr_3"),
+                              text("txt_numb_tr_1"), text("txt_numb_tr_2"), text("txt_numb_tr_3"),
+                              text("cmd_standard"), text("cmd_ok"), text("cmd_abbrechen")}));
         QCOMPARE(QApplication::focusWidget(), &box("txt_grendatei"));
     }
 

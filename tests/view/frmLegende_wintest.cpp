@@ -81,15 +81,15 @@ class FrmLegendeTest : public QObject {
         QVERIFY(dialog_->findChild<QCheckBox*>(QStringLiteral("chk_standard_1")) == nullptr);
         const char* const places[] = {"links oben", "links unten", "rechts oben", "rechts unten"};
         for (int i = 1; i <= 4; ++i) {
-            auto& button = control<QRadioButton>(
-                *dialog_, qPrintable(QStringLiteral("opt_posi_%1").arg(i)));
+            auto& button =
+                control<QRadioButton>(*dialog_, qPrintable(QStringLiteral("opt_posi_%1").arg(i)));
             QCOMPARE(button.text().remove(QLatin1Char('&')), QString::fromUtf8(places[i - 1]));
             QCOMPARE(caption(qPrintable(QStringLiteral("lbl_einheit_%1").arg(i))),
                      QString::fromUtf8("mm (genähert)"));
-            QCOMPARE(control<QPushButton>(*dialog_,
-                                          qPrintable(QStringLiteral("cmd_schrift_%1").arg(i)))
-                         .text(),
-                     QStringLiteral("Schrift"));
+            QCOMPARE(
+                control<QPushButton>(*dialog_, qPrintable(QStringLiteral("cmd_schrift_%1").arg(i)))
+                    .text(),
+                QStringLiteral("Schrift"));
         }
     }
 
@@ -278,8 +278,8 @@ class FrmLegendeTest : public QObject {
                 fonts.accept();
             });
             const FontSpec before{"Nirgendwo Sans", 12, -1, 0, 0};
-            const auto chosen = toolkit_face_chooser()(nullptr, QStringLiteral("dlg_schrift"),
-                                                       before, with_size);
+            const auto chosen =
+                toolkit_face_chooser()(nullptr, QStringLiteral("dlg_schrift"), before, with_size);
             QVERIFY(chosen.has_value());
             QCOMPARE(chosen->face, std::string("Nirgendwo Sans"));
             QCOMPARE(chosen->bold, std::int16_t{-1});
@@ -298,10 +298,10 @@ class FrmLegendeTest : public QObject {
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         }
         const auto text = [](const char* name) { return QString::fromUtf8(name); };
-        QCOMPARE(names, QStringList({text("txt_legende_1"), text("cmd_schrift_1"),
-                                     text("txt_schrift_1"), text("txt_legende_2"),
-                                     text("chk_standard_2"), text("cmd_schrift_2"),
-                                     text("txt_schrift_2"), text("chk_standard_3")}));
+        QCOMPARE(names,
+                 QStringList({text("txt_legende_1"), text("cmd_schrift_1"), text("txt_schrift_1"),
+                              text("txt_legende_2"), text("chk_standard_2"), text("cmd_schrift_2"),
+                              text("txt_schrift_2"), text("chk_standard_3")}));
     }
 
     void every_control_has_a_name_and_mnemonics_differ() {

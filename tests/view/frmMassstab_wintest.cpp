@@ -121,8 +121,8 @@ class FrmMassstabTest : public QObject {
         QCOMPARE(control<QGroupBox>(*dialog_, "fraLfehl").title(),
                  QStringLiteral("Lagefehlerellipsen:"));
         auto& hoehe = control<QGroupBox>(*dialog_, "fraHöhe");
-        const char* const captions[] = {" Höhenänderungen: ", " Höhenrestklaffungen: ",
-                                        " Mittlere Höhenfehler: "};
+        const char* const captions[] = {
+            " Höhenänderungen: ", " Höhenrestklaffungen: ", " Mittlere Höhenfehler: "};
         for (std::int16_t kind = 1; kind <= 3; ++kind) {
             session_.obj.obj_wert_hoehe = kind;
             dialog_->refresh();

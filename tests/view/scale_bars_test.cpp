@@ -81,7 +81,10 @@ TEST_F(ScaleBars, UnitIsTheLargestThatFits) {
 
 TEST_F(ScaleBars, MaximaHaveTextPlaceAndEpoch) {
     session.max_ap[1] = {1.25, 0, 0, "17", "1998"};
-    session.max_np[1] = {2.0, 0, 0, "M\xFC" "hle", ""};
+    session.max_np[1] = {2.0, 0, 0,
+                         "M\xFC"
+                         "hle",
+                         ""};
     EXPECT_EQ(bars().ap.text, "max. AP: 1.3 cm");
     EXPECT_EQ(bars().ap.place, "bei: 17, Epoche: 1998");
     EXPECT_EQ(bars().np.text, "max. NP: 2.0 cm");
@@ -135,9 +138,9 @@ TEST_F(ScaleBars, LongerMaximumIsDrawnFirst) {
     EXPECT_EQ(described(target),
               (Lines{"DrawStyle 0", "DrawWidth 2", "ForeColor 128", "Line 0 150 1250 150",
                      "DrawStyle 0", "DrawWidth 3", "ForeColor 255", "Line 0 150 750 150",
-                     "DrawStyle 0", "DrawWidth 1", "ForeColor 0", "Line 500 0 500 300",
-                     "DrawStyle 0", "DrawWidth 1", "ForeColor 0", "Line 1250 0 1250 300",
-                     "DrawStyle 0", "DrawWidth 1", "ForeColor 0", "Line 750 0 750 300"}));
+                     "DrawStyle 0", "DrawWidth 1", "ForeColor 0",   "Line 500 0 500 300",
+                     "DrawStyle 0", "DrawWidth 1", "ForeColor 0",   "Line 1250 0 1250 300",
+                     "DrawStyle 0", "DrawWidth 1", "ForeColor 0",   "Line 750 0 750 300"}));
     session.max_ap[1].wert = 2.6;
     RecordingTarget other;
     draw_value_bars(other, bars(), 1500, 300);

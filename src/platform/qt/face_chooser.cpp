@@ -9,6 +9,8 @@
 #include <QListView>
 #include <QPushButton>
 #include <algorithm>
+#include <array>
+#include <utility>
 
 #include "graphikdatei/codepage.h"
 #include "platform/qt/qt_font.h"
@@ -54,6 +56,27 @@ void hide_sizes(const QFontDialog& dialog) {
     }
 }
 
+/// The toolkit's captions in German; `dialog` has them in whatever language it has.
+void translate(const QFontDialog& dialog) {
+    static constexpr std::array<std::pair<const char*, const char*>, 7> captions{
+        {{"&Size", "&Größe"},
+         {"&Font", "&Schriftart"},
+         {"Font st&yle", "Schrifts&til"},
+         {"Effects", "Effekte"},
+         {"&Underline", "&Unterstrichen"},
+         {"Sample", "Muster"},
+         {"Wr&iting System", "Schriftsyst&em"}}};
+    for (const auto& [toolkit, german] : captions) {
+        for (QWidget* widget : dialog.findChildren<QWidget*>()) {
+            for (const char* property : {"text", "title"}) {
+                if (widget->property(property).toString() == QFontDialog::tr(toolkit)) {
+                    widget->setProperty(property, QString::fromUtf8(german));
+                }
+            }
+        }
+    }
+}
+
 void name_buttons(const QFontDialog& dialog) {
     const auto* buttons = dialog.findChild<QDialogButtonBox*>();
     const auto name = [buttons](QDialogButtonBox::StandardButton which, const QString& text) {
@@ -76,6 +99,7 @@ std::optional<FontSpec> ask_for_face(QWidget* parent, const QString& name, const
     if (!with_size) {
         hide_sizes(dialog);
     }
+    translate(dialog);
     name_buttons(dialog);
     // The face that stands in for one that the system lacks is not to be taken for a choice.
     const QString face_before = dialog.currentFont().family();
