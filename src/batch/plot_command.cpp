@@ -91,6 +91,12 @@ void guarded(FileResult& result, Work&& work) {
         result.failure = result.file + ": der Speicher reicht nicht aus";
     } catch (const std::exception& error) {
         result.failure = one_line(error.what());
+        const auto names = [&result](const std::string& path) {
+            return !path.empty() && result.failure.find(path) != std::string::npos;
+        };
+        if (!names(result.file) && !names(result.output)) {
+            result.failure = result.file + ": " + result.failure;
+        }
     }
 }
 
