@@ -28,6 +28,7 @@ using namespace veldra;
 namespace {
 
 constexpr QSize window_size(760, 580);
+constexpr int widest_picture = 760;  // pixels that a page of the handbook has room for
 
 /// Nothing is printed here.
 class NoPrintDialog final : public PrintDialog {
@@ -170,7 +171,11 @@ class Photographer {
 
     void take(QWidget& shown, const char* file) {
         settle();
-        write_picture(shown.grab().toImage(),
+        QImage picture = shown.grab().toImage();
+        if (picture.width() > widest_picture) {
+            picture = picture.scaledToWidth(widest_picture, Qt::SmoothTransformation);
+        }
+        write_picture(picture,
                       target_.filePath(QString::fromLatin1(file) + QStringLiteral(".png")));
     }
 
