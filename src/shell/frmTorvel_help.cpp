@@ -19,16 +19,11 @@ struct WindowPage {
 };
 
 constexpr WindowPage window_pages[] = {
-    {"frmTorvel", "index"},
-    {"frmLogo", "neues"},
-    {"frmObjekte", "objekte"},
-    {"frmNetzteile", "netzteile"},
-    {"frmMaßstab", "massstab"},
-    {"frmDarstellungen", "darstellungen"},
-    {"frmStrichst", "darstellungen"},
-    {"frmLegende", "legende"},
-    {"frmVerwopt", "grenzen"},
-    {"frmPlotten", "plotten"},
+    {"frmTorvel", "index"},           {"frmLogo", "neues"},
+    {"frmObjekte", "objekte"},        {"frmNetzteile", "netzteile"},
+    {"frmMaßstab", "massstab"},       {"frmDarstellungen", "darstellungen"},
+    {"frmStrichst", "darstellungen"}, {"frmLegende", "legende"},
+    {"frmVerwopt", "grenzen"},        {"frmPlotten", "plotten"},
     {"frmDrucker", "drucker"},
 };
 
@@ -53,16 +48,16 @@ QString handbook_page(const QString& window_name) {
 
 TorvelHelp::TorvelHelp(QWidget& window, const Session& session)
     : QObject(&window),
-      open_document([](const QString& path) {
-          return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
-      }),
+      open_document(
+          [](const QString& path) { return QDesktopServices::openUrl(QUrl::fromLocalFile(path)); }),
       window_(window),
       session_(session) {
     QApplication::instance()->installEventFilter(this);
 }
 
 void TorvelHelp::show_handbook() {
-    show_page(window_, page_about(window_));
+    const QWidget* active = QApplication::activeWindow();
+    show_page(window_, page_about(active == nullptr ? window_ : *active));
 }
 
 void TorvelHelp::show_news(const SystemFolders& folders) {
@@ -84,7 +79,7 @@ bool TorvelHelp::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void TorvelHelp::show_page(QWidget& owner, const QString& page) {
-    auto* handbook = owner.findChild<FrmHandbuch*>(Qt::FindDirectChildrenOnly);
+    auto* handbook = owner.findChild<FrmHandbuch*>(QString(), Qt::FindDirectChildrenOnly);
     if (handbook == nullptr) {
         handbook = new FrmHandbuch(&owner);
     }

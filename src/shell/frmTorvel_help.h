@@ -24,7 +24,8 @@ class TorvelHelp final : public QObject {
     /// `session` and `window` outlive this.
     TorvelHelp(QWidget& window, const Session& session);
 
-    /// Opens the handbook at the page about the main window as it stands.
+    /// Opens the handbook at the page about the main window as it stands, or about the tool window
+    /// over it that is in use: such windows leave the keys of the main window in force.
     void show_handbook();
     /// Opens the file of news in the program's folder with the system's viewer; without a file, or
     /// without a viewer for it, the handbook's page.

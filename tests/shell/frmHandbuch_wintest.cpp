@@ -1,4 +1,5 @@
 #include <QFile>
+#include <QImage>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -6,25 +7,24 @@
 #include <QTest>
 #include <QTextBrowser>
 
+#include "dialog_driver.h"
 #include "shell/frmHandbuch.h"
+#include "unnamed_controls.h"
 
 using namespace veldra;
+using veldra_test::control;
 
 class FrmHandbuchTest : public QObject {
     Q_OBJECT
 
  private:
-    template <typename Control>
-    static Control& control(FrmHandbuch& handbook, const char* name) {
-        auto* found = handbook.findChild<Control*>(QString::fromLatin1(name));
-        Q_ASSERT(found != nullptr);
-        return *found;
-    }
-
     static QString page_text(const QString& page) {
         QFile file(QStringLiteral(":/handbuch/%1.md").arg(page));
         return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
     }
+
+    /// Pixels; a page beside the list of pages has no more room for a picture.
+    static constexpr int widest_picture = 800;
 
     static QStringList pages() {
         QFile file(QStringLiteral(":/handbuch/seiten.txt"));
@@ -81,6 +81,11 @@ class FrmHandbuchTest : public QObject {
                  QStringLiteral("heftrand"));
     }
 
+    void every_control_has_a_name() {
+        const FrmHandbuch handbook(nullptr);
+        QCOMPARE(veldra_test::unnamed_controls(handbook), QStringList());
+    }
+
     void every_page_begins_with_its_heading() {
         const FrmHandbuch handbook(nullptr);
         QVERIFY(!pages().isEmpty());
@@ -99,6 +104,11 @@ class FrmHandbuchTest : public QObject {
                 const QString target = found.next().captured(1);
                 QVERIFY2(QFile::exists(QStringLiteral(":/handbuch/") + target),
                          qPrintable(page + QStringLiteral(": ") + target));
+                if (target.endsWith(QStringLiteral(".png"))) {
+                    const QImage picture(QStringLiteral(":/handbuch/") + target);
+                    QVERIFY2(!picture.isNull(), qPrintable(target));
+                    QVERIFY2(picture.width() <= widest_picture, qPrintable(target));
+                }
             }
         }
     }

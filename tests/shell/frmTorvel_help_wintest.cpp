@@ -15,7 +15,7 @@ class FrmTorvelHelpTest : public TorvelFixture {
 
  private:
     static FrmHandbuch* handbook_of(const QWidget& owner) {
-        return owner.findChild<FrmHandbuch*>(Qt::FindDirectChildrenOnly);
+        return owner.findChild<FrmHandbuch*>(QString(), Qt::FindDirectChildrenOnly);
     }
 
     /// The page that the handbook of a window shows; "" if it is not to be seen.
@@ -99,6 +99,20 @@ class FrmTorvelHelpTest : public TorvelFixture {
         QVERIFY(dialog->isVisible());
         dialog->reject();
         QTRY_VERIFY(window_->findChild<FrmHandbuch*>() == nullptr);
+    }
+
+    void f1_in_the_list_of_parts_opens_the_page_about_it() {
+        write("ve_teile.dat", QByteArray("NETZTEIL A\r\n") + square_network);
+        start();
+        logo()->accept();
+        window_->choose_file = [this] { return path("ve_teile.dat"); };
+        action("m_datei_beliebig")->trigger();
+        auto* parts = window_->findChild<QDialog*>(text("frmNetzteile"));
+        QVERIFY(parts != nullptr);
+        parts->activateWindow();
+        QTRY_VERIFY(parts->isActiveWindow());
+        QTest::keyClick(parts->findChild<QWidget*>(text("lst_netzteile")), Qt::Key_F1);
+        QCOMPARE(shown_page(*window_), text("netzteile"));
     }
 
     void f1_in_a_message_over_a_dialog_opens_the_page_about_the_dialog() {

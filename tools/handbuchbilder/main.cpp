@@ -1,15 +1,19 @@
-// Draws the pictures of the handbook: handbuchbilder GRAPHIKDATEI ORDNER
+// Draws the pictures of the handbook: handbuchbilder BEISPIELE ORDNER
 #include <QApplication>
 #include <QDialog>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLibraryInfo>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QStyleFactory>
 #include <QTabWidget>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QTranslator>
 #include <cstdio>
+#include <cstdlib>
 #include <optional>
 #include <stdexcept>
 
@@ -24,6 +28,7 @@ using namespace veldra;
 namespace {
 
 constexpr QSize window_size(760, 580);
+constexpr int widest_picture = 760;  // pixels that a page of the handbook has room for
 
 /// Nothing is printed here.
 class NoPrintDialog final : public PrintDialog {
@@ -31,13 +36,24 @@ class NoPrintDialog final : public PrintDialog {
     std::int32_t ShowPrinter(std::int32_t flags) override { return flags; }
 };
 
+/// A message that nobody answers would hold the tool up for ever.
+void give_up_on_messages(QTimer& look) {
+    QObject::connect(&look, &QTimer::timeout, &look, [] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            std::fprintf(stderr, "%s\n", qPrintable(box->text()));
+            std::exit(1);
+        }
+    });
+    look.start(100);
+}
+
 /// The program with one graphic file, and what is made of its windows.
 class Photographer {
  public:
-    Photographer(const QString& graphic_file, const QString& target)
+    Photographer(const QString& samples, const QString& target)
         : target_(target),
           printer_([] { return std::nullopt; }),
-          window_(session_, make_folders(graphic_file), "", 0) {
+          window_(session_, make_folders(samples), "", 0) {
         window_.use_printer(printer_, print_dialog_);
         window_.resize(window_size);
         window_.load();
@@ -70,11 +86,14 @@ class Photographer {
 
     /// The tabs of the display options, one picture each.
     void take_display_options() {
-        constexpr const char* files[] = {
-            "darstellungen-punkte-bildschirm", "darstellungen-punkte-plott",
-            "darstellungen-beobachtungen-bildschirm", "darstellungen-beobachtungen-plott",
-            "darstellungen-vektoren-lage", "darstellungen-vektoren-hoehe",
-            "darstellungen-test", "darstellungen-grenzen"};
+        constexpr const char* files[] = {"darstellungen-punkte-bildschirm",
+                                         "darstellungen-punkte-plott",
+                                         "darstellungen-beobachtungen-bildschirm",
+                                         "darstellungen-beobachtungen-plott",
+                                         "darstellungen-vektoren-lage",
+                                         "darstellungen-vektoren-hoehe",
+                                         "darstellungen-test",
+                                         "darstellungen-grenzen"};
         trigger("m_optionen_darstellungen");
         QDialog& options = dialog("frmDarstellungen");
         auto* tabs = options.findChild<QTabWidget*>(QStringLiteral("tab_darstellungen"));
@@ -89,6 +108,13 @@ class Photographer {
         settle();
     }
 
+    /// The list of parts, with one marked for plotting.
+    void take_network_parts() {
+        QDialog& parts = dialog("frmNetzteile");
+        parts.findChild<QPushButton*>(QStringLiteral("cmd_plotten"))->click();
+        take(parts, "netzteile");
+    }
+
     void take_line_width() {
         LineWidthChoice choice{2, 1, 0xFFFFFF};
         FrmStrichst picker(&window_, choice, QStringLiteral("Strichstärke"));
@@ -97,18 +123,27 @@ class Photographer {
     }
 
  private:
-    SystemFolders make_folders(const QString& graphic_file) {
-        for (const char* folder : {"dokumente", "windows", "programm"}) {
+    /// Folders of its own, with the sample, its boundaries and its settings.
+    SystemFolders make_folders(const QString& samples) {
+        for (const char* folder : {"dokumente/Kelvara", "windows", "programm"}) {
             QDir(root_.path()).mkpath(QString::fromLatin1(folder));
         }
-        file_ = root_.filePath(QStringLiteral("ve_netz.dat"));
-        if (!QFile::copy(graphic_file, file_)) {
-            throw std::runtime_error(graphic_file.toStdString() + " cannot be copied");
-        }
-        QFile(file_).setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+        file_ = root_.filePath(QStringLiteral("ve_dhdn.dat"));
+        copy(samples + QStringLiteral("/ve_dhdn.dat"), file_);
+        copy(samples + QStringLiteral("/verwgrenz_dhdn.dat"),
+             root_.filePath(QStringLiteral("verwgrenz_dhdn.dat")));
+        copy(samples + QStringLiteral("/veldra_dhdn.ini"),
+             root_.filePath(QStringLiteral("dokumente/Kelvara/VELDRA.INI")));
         return {.documents = system_path(root_.filePath(QStringLiteral("dokumente"))),
                 .windows = system_path(root_.filePath(QStringLiteral("windows"))),
                 .program = system_path(root_.filePath(QStringLiteral("programm")))};
+    }
+
+    static void copy(const QString& from, const QString& to) {
+        if (!QFile::copy(from, to)) {
+            throw std::runtime_error(from.toStdString() + " cannot be copied");
+        }
+        QFile(to).setPermissions(QFile::ReadOwner | QFile::WriteOwner);
     }
 
     /// The open dialog of a name.
@@ -136,7 +171,11 @@ class Photographer {
 
     void take(QWidget& shown, const char* file) {
         settle();
-        write_picture(shown.grab().toImage(),
+        QImage picture = shown.grab().toImage();
+        if (picture.width() > widest_picture) {
+            picture = picture.scaledToWidth(widest_picture, Qt::SmoothTransformation);
+        }
+        write_picture(picture,
                       target_.filePath(QString::fromLatin1(file) + QStringLiteral(".png")));
     }
 
@@ -149,10 +188,10 @@ class Photographer {
     FrmTorvel window_;
 };
 
-void take_all(const QString& graphic_file, const QString& target) {
-    Photographer photographer(graphic_file, target);
+void take_all(const QString& samples, const QString& target) {
+    Photographer photographer(samples, target);
     photographer.take_window("hauptfenster");
-    photographer.take_open("frmNetzteile", "netzteile");
+    photographer.take_network_parts();
     photographer.trigger("m_ansicht_netzteile");
     photographer.trigger("m_ansicht_maßstab");
     photographer.take_open("frmMaßstab", "massstab");
@@ -181,9 +220,11 @@ int main(int argc, char* argv[]) {
     }
     const QStringList words = QApplication::arguments();
     if (words.size() != 3) {
-        std::fputs("usage: handbuchbilder GRAPHIKDATEI ORDNER\n", stderr);
+        std::fputs("usage: handbuchbilder BEISPIELE ORDNER\n", stderr);
         return 2;
     }
+    QTimer look;
+    give_up_on_messages(look);
     try {
         take_all(words[1], words[2]);
     } catch (const std::exception& failure) {

@@ -35,6 +35,6 @@ void write_picture(const QImage& picture, const QString& path) {
     QImageWriter writer(path, "png");
     writer.setQuality(smallest_file);
     if (!writer.write(with_colour_table(picture))) {
-        throw std::runtime_error((path + ": " + writer.errorString()).toStdString());
+        throw std::runtime_error((path + QStringLiteral(": ") + writer.errorString()).toStdString());
     }
 }
