@@ -115,7 +115,7 @@ void FrmLogo::reject() {
 }
 
 void centre_on(QWidget& dialog, const QWidget& window) {
-    dialog.adjustSize();
+    dialog.resize(dialog.sizeHint());  // adjustSize stops at two thirds of the screen
     const QPoint middle = window.frameGeometry().center();
     const QSize size = dialog.frameGeometry().size();
     dialog.move(middle.x() - size.width() / 2, std::max(0, middle.y() - size.height() / 2));

@@ -32,13 +32,14 @@ std::string unused_base(const std::string& folder, const std::string& name) {
     return base;
 }
 
-/// The copy takes the plot settings and titles too, if there is room for them.
-void complete_copy(Session& session) {
+/// The copy takes the plot settings and titles as well, if there is room for them.
+bool complete_copy(Session& session) {
     try {
         write_final_form(session, working_path(session));
     } catch (const FatalError&) {
-        // What has been written stands.
+        return false;  // what has been written stands
     }
+    return true;
 }
 
 void copy_into(Session& session, const std::string& folder) {
@@ -49,6 +50,8 @@ void copy_into(Session& session, const std::string& folder) {
     session.arbeitsdatei_suffix = "_1";
 }
 
+/// True when the whole state has found a place. A copy without plot settings and titles is better
+/// than none: the first of them is kept in mind.
 template <typename Attempt>
 bool attempt_copy(Session& session, Rescue& rescue, const Attempt& attempt) {
     try {
@@ -57,9 +60,11 @@ bool attempt_copy(Session& session, Rescue& rescue, const Attempt& attempt) {
         rescue.reasons += std::string("\n") + error.what();
         return false;
     }
-    complete_copy(session);
-    rescue.path = working_path(session);
-    return true;
+    const bool complete = complete_copy(session);
+    if (complete || rescue.path.empty()) {
+        rescue.path = working_path(session);
+    }
+    return complete;
 }
 
 /// Puts the changes into a working copy. `written`: the latest one holds them already.
@@ -87,7 +92,8 @@ std::string rescue_text(const Session& session, const Rescue& rescue) {
         return "Auch eine Arbeitskopie konnte nicht geschrieben werden:" + rescue.reasons;
     }
     std::string text = "Ihr Stand bleibt in der Arbeitskopie\n" + rescue.path + "\nerhalten.";
-    if (session.arbeitsdatei_basis == session.graphikdatei) {
+    const std::string& file = session.graphikdatei;
+    if (rescue.path == file + "_1" || rescue.path == file + "_2") {
         text +=
             " Sichern Sie sie unter einem anderen Namen, bevor Sie die Graphikdatei wieder öffnen.";
     }

@@ -203,8 +203,10 @@ QGroupBox* FrmObjekte::build_districts() {
 
 QWidget* FrmObjekte::build_meridian() {
     auto* panel = new QWidget(fra_nummebez_);
-    auto* row = new QHBoxLayout(panel);
-    row->setContentsMargins(indent, 2, 0, 2);
+    auto* lines = new QVBoxLayout(panel);
+    lines->setContentsMargins(indent, 2, 0, 2);
+    lines->setSpacing(1);
+    auto* row = new QHBoxLayout;
     row->setSpacing(3);
     lbl_nube_merizon_ = make_caption("lbl_nube_merizon", "&Meridianstreifen:", panel);
     cmd_nubemerit_1_ = make_step_button("cmd_nubemerit_1", "−", "voriger Meridianstreifen", panel);
@@ -219,11 +221,13 @@ QWidget* FrmObjekte::build_meridian() {
     lbl_nube_merizon_->setBuddy(txt_nubemerit_);
     cmd_nubemerit_2_ =
         make_step_button("cmd_nubemerit_2", "+", "nächster Meridianstreifen", panel);
-    for (QWidget* control : std::initializer_list<QWidget*>{lbl_nube_merizon_, cmd_nubemerit_1_,
-                                                            txt_nubemerit_, cmd_nubemerit_2_}) {
+    lines->addWidget(lbl_nube_merizon_);
+    for (QWidget* control :
+         std::initializer_list<QWidget*>{cmd_nubemerit_1_, txt_nubemerit_, cmd_nubemerit_2_}) {
         row->addWidget(control);
     }
     row->addStretch();
+    lines->addLayout(row);
     connect(cmd_nubemerit_1_, &QPushButton::clicked, this, [this] { step(-1); });
     connect(cmd_nubemerit_2_, &QPushButton::clicked, this, [this] { step(1); });
     connect(txt_nubemerit_, &QLineEdit::editingFinished, this, &FrmObjekte::take_typed_meridian);
@@ -264,15 +268,15 @@ QGroupBox* FrmObjekte::build_system() {
                                     {"Gauß-Krüger (3°-Streifen)", "UTM"}, fra_bezug_);
     lbl_bezu_elli_->setBuddy(cbo_bezu_elli_);
     lbl_bezu_abbi_->setBuddy(cbo_bezu_abbi_);
-    auto* grid = new QGridLayout;
-    grid->setContentsMargins(indent, 0, 0, 0);
-    grid->setVerticalSpacing(3);
-    grid->addWidget(lbl_bezu_elli_, 0, 0);
-    grid->addWidget(cbo_bezu_elli_, 0, 1);
-    grid->addWidget(lbl_bezu_abbi_, 1, 0);
-    grid->addWidget(cbo_bezu_abbi_, 1, 1);
-    grid->setColumnStretch(1, 1);
-    column->addLayout(grid);
+    // Captions stand above their boxes: side by side the dialog would not fit on small screens.
+    auto* boxes = new QVBoxLayout;
+    boxes->setContentsMargins(indent, 0, 0, 0);
+    boxes->setSpacing(1);
+    for (QWidget* control : std::initializer_list<QWidget*>{lbl_bezu_elli_, cbo_bezu_elli_,
+                                                            lbl_bezu_abbi_, cbo_bezu_abbi_}) {
+        boxes->addWidget(control);
+    }
+    column->addLayout(boxes);
     const auto choose = [this](const std::function<void()>& choice) {
         if (!filling_) {
             choice();

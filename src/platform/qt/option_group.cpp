@@ -30,15 +30,21 @@ QButtonGroup* make_options(const char* name, const QString& purpose,
 
 void check_option(QButtonGroup& options, int code) {
     const QSignalBlocker quiet(options);
-    if (QAbstractButton* const button = options.button(code)) {
-        button->setChecked(true);
-        return;
+    QAbstractButton* const chosen = options.button(code);
+    if (chosen != nullptr) {
+        chosen->setChecked(true);
+    } else {
+        options.setExclusive(false);  // an exclusive group keeps one checked
+        for (QAbstractButton* const button : options.buttons()) {
+            button->setChecked(false);
+        }
+        options.setExclusive(true);
     }
-    options.setExclusive(false);  // an exclusive group keeps one checked
+    // The Tab key goes to the checked option, without one to the first.
+    QAbstractButton* const reached = chosen != nullptr ? chosen : options.buttons().value(0);
     for (QAbstractButton* const button : options.buttons()) {
-        button->setChecked(false);
+        button->setFocusPolicy(button == reached ? Qt::StrongFocus : Qt::ClickFocus);
     }
-    options.setExclusive(true);
 }
 
 QString plain_caption(QString caption) {
