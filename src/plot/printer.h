@@ -121,7 +121,8 @@ class Printer {
     virtual void end_job() = 0;
     /// Drops the document.
     virtual void abort_job() noexcept = 0;
-    /// Ends what is open and lets the driver forget its paper settings.
+    /// Ends a document with pages and lets the driver forget its paper settings. A job that has
+    /// been prepared waits on for its first page.
     virtual void EndDoc() = 0;
 };
 

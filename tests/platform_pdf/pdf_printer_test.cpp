@@ -214,6 +214,14 @@ TEST_F(PdfPrinters, EndDocFinishesAnOpenDocument) {
     EXPECT_EQ(shown(1).paths.size(), 1U);
 }
 
+TEST_F(PdfPrinters, APreparedJobOutlivesEndDocUntilItsFirstPage) {
+    EXPECT_TRUE(printer.begin_job({"Titel"}));
+    printer.EndDoc();
+    write_sheet();
+    printer.end_job();
+    EXPECT_EQ(pages(), 1U);
+}
+
 TEST_F(PdfPrinters, ANewJobFinishesTheOneBefore) {
     EXPECT_TRUE(printer.begin_job({"Titel"}));
     write_sheet();

@@ -230,7 +230,10 @@ void PdfPrinter::abort_job() noexcept {
 
 void PdfPrinter::EndDoc() {
     forget_paper();
-    end_job();
+    const bool has_pages = page_ != nullptr || (document_ && !document_->pages().empty());
+    if (has_pages) {
+        end_job();
+    }
 }
 
 }  // namespace veldra

@@ -359,7 +359,9 @@ void QtQueue::abort_job() noexcept {
 }
 
 void QtQueue::EndDoc() {
-    end_job();
+    if (painter_) {
+        end_job();
+    }
     forget_settings();
 }
 
