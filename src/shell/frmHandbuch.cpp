@@ -1,5 +1,6 @@
 #include "shell/frmHandbuch.h"
 
+#include <QAbstractButton>
 #include <QFile>
 #include <QHBoxLayout>
 #include <QKeySequence>
@@ -68,6 +69,9 @@ void FrmHandbuch::build() {
     txt_suche_->setPlaceholderText(QStringLiteral("Suchen"));
     txt_suche_->setAccessibleName(QStringLiteral("Handbuch durchsuchen"));
     txt_suche_->setClearButtonEnabled(true);
+    for (auto* clear : txt_suche_->findChildren<QAbstractButton*>()) {
+        clear->setAccessibleName(QStringLiteral("Suche leeren"));
+    }
     lst_seiten_ = new QListWidget(this);
     lst_seiten_->setObjectName(QStringLiteral("lst_seiten"));
     lst_seiten_->setAccessibleName(QStringLiteral("Seiten des Handbuchs"));
