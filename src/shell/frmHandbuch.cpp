@@ -70,6 +70,7 @@ void FrmHandbuch::build() {
     txt_suche_->setAccessibleName(QStringLiteral("Handbuch durchsuchen"));
     txt_suche_->setClearButtonEnabled(true);
     for (auto* clear : txt_suche_->findChildren<QAbstractButton*>()) {
+        clear->setObjectName(QStringLiteral("cmd_suche_leeren"));
         clear->setAccessibleName(QStringLiteral("Suche leeren"));
     }
     lst_seiten_ = new QListWidget(this);

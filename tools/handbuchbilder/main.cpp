@@ -213,6 +213,7 @@ void take_all(const QString& samples, const QString& target) {
     photographer.take_dialog("m_optionen_grenzen", "frmVerwopt", "grenzen");
     photographer.take_dialog("m_optionen_drucker", "frmDrucker", "drucker");
     photographer.take_dialog("m_hilfe_proginfo", "frmLogo", "programminfo");
+    photographer.take_dialog("m_hilfe_handbuch", "frmHandbuch", "handbuch");
     photographer.trigger("m_plotten_ein");
     photographer.trigger("m_ansicht_halb");  // so that whole sheets are to be seen
     photographer.take_window("plotmodus");
