@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QSplitter>
 #include <QTextBrowser>
@@ -60,7 +61,9 @@ FrmHandbuch::FrmHandbuch(QWidget* window) : QDialog(window) {
     connect(txt_suche_, &QLineEdit::textChanged, this, &FrmHandbuch::search);
     lst_seiten_->setCurrentRow(0);
     const int character = fontMetrics().averageCharWidth();
-    resize(character * 130, character * 95);
+    // Room for the widest picture beside the list.
+    const QSize room = screen()->availableSize() - QSize(40, 80);
+    resize(QSize(character * 160, character * 100).boundedTo(room));
 }
 
 void FrmHandbuch::build() {
