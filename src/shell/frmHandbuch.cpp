@@ -1,11 +1,13 @@
 #include "shell/frmHandbuch.h"
 
+#include <QAbstractButton>
 #include <QFile>
 #include <QHBoxLayout>
 #include <QKeySequence>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QSplitter>
 #include <QTextBrowser>
@@ -59,7 +61,9 @@ FrmHandbuch::FrmHandbuch(QWidget* window) : QDialog(window) {
     connect(txt_suche_, &QLineEdit::textChanged, this, &FrmHandbuch::search);
     lst_seiten_->setCurrentRow(0);
     const int character = fontMetrics().averageCharWidth();
-    resize(character * 130, character * 95);
+    // Room for the widest picture beside the list.
+    const QSize room = screen()->availableSize() - QSize(40, 80);
+    resize(QSize(character * 160, character * 100).boundedTo(room));
 }
 
 void FrmHandbuch::build() {
@@ -68,6 +72,10 @@ void FrmHandbuch::build() {
     txt_suche_->setPlaceholderText(QStringLiteral("Suchen"));
     txt_suche_->setAccessibleName(QStringLiteral("Handbuch durchsuchen"));
     txt_suche_->setClearButtonEnabled(true);
+    for (auto* clear : txt_suche_->findChildren<QAbstractButton*>()) {
+        clear->setObjectName(QStringLiteral("cmd_suche_leeren"));
+        clear->setAccessibleName(QStringLiteral("Suche leeren"));
+    }
     lst_seiten_ = new QListWidget(this);
     lst_seiten_->setObjectName(QStringLiteral("lst_seiten"));
     lst_seiten_->setAccessibleName(QStringLiteral("Seiten des Handbuchs"));

@@ -176,7 +176,7 @@ class FrmTorvelHelpTest : public TorvelFixture {
     /// Each dialog of the source tree has its page, by the object name it gives itself.
     void every_dialog_has_its_page() {
         static const QRegularExpression name(
-            QStringLiteral(R"re(^    setObjectName\(QStringLiteral\("(frm[^"]+)"\)\);)re"),
+            text("^    setObjectName\\(QStringLiteral\\(\"(frm[^\"]+)\"\\)\\);"),
             QRegularExpression::MultilineOption);
         const FrmHandbuch handbook(nullptr);
         QStringList windows;

@@ -7,6 +7,7 @@
 #include <QLibraryInfo>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QStyleFactory>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -169,8 +170,18 @@ class Photographer {
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
+    /// A dialog that the screen was too small for shows the whole of its scrolled contents.
+    static void make_room(QWidget& shown) {
+        for (const auto* area : shown.findChildren<QScrollArea*>()) {
+            const QSize missing = area->widget()->sizeHint() - area->viewport()->size();
+            shown.resize(shown.size() + missing.expandedTo(QSize(0, 0)));
+        }
+        settle();
+    }
+
     void take(QWidget& shown, const char* file) {
         settle();
+        make_room(shown);
         QImage picture = shown.grab().toImage();
         if (picture.width() > widest_picture) {
             picture = picture.scaledToWidth(widest_picture, Qt::SmoothTransformation);
@@ -202,7 +213,9 @@ void take_all(const QString& samples, const QString& target) {
     photographer.take_dialog("m_optionen_grenzen", "frmVerwopt", "grenzen");
     photographer.take_dialog("m_optionen_drucker", "frmDrucker", "drucker");
     photographer.take_dialog("m_hilfe_proginfo", "frmLogo", "programminfo");
+    photographer.take_dialog("m_hilfe_handbuch", "frmHandbuch", "handbuch");
     photographer.trigger("m_plotten_ein");
+    photographer.trigger("m_ansicht_halb");  // so that whole sheets are to be seen
     photographer.take_window("plotmodus");
     photographer.take_dialog("m_plotten_einstellungen", "frmPlotten", "plotten");
 }

@@ -35,6 +35,7 @@ void write_picture(const QImage& picture, const QString& path) {
     QImageWriter writer(path, "png");
     writer.setQuality(smallest_file);
     if (!writer.write(with_colour_table(picture))) {
-        throw std::runtime_error((path + QStringLiteral(": ") + writer.errorString()).toStdString());
+        throw std::runtime_error(
+            (path + QStringLiteral(": ") + writer.errorString()).toStdString());
     }
 }
