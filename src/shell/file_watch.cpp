@@ -30,7 +30,8 @@ void FileWatch::follow(const std::string& path) {
     }
     give_up();
     path_ = path;
-    stamp_ = file_stamp(path);
+    read_stamp_ = file_stamp(path);
+    stamp_ = read_stamp_;
 }
 
 void FileWatch::leave() {
@@ -50,6 +51,10 @@ bool FileWatch::rewritten() const {
 
 void FileWatch::accept() {
     stamp_ = file_stamp(path_);
+}
+
+void FileWatch::withdraw_acceptance() {
+    stamp_ = read_stamp_;
 }
 
 }  // namespace veldra

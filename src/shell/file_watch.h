@@ -30,10 +30,13 @@ class FileWatch {
     [[nodiscard]] bool rewritten() const;
     /// Takes the file as it is now for the one that was read.
     void accept();
+    /// Takes that back: what counts is the file that was read.
+    void withdraw_acceptance();
 
  private:
     std::string path_;  ///< "" if there is none to watch
-    FileStamp stamp_;
+    FileStamp read_stamp_;
+    FileStamp stamp_;  ///< of the file that counts as known
     std::string reserved_path_;
     std::unique_ptr<FileLock> lock_;
     std::unique_ptr<FileLock> reserved_;

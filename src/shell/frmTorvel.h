@@ -49,6 +49,9 @@ class FrmTorvel final : public QMainWindow {
     /// and the window closes without a question as soon as the running command is through.
     void end_by_system();
 
+    /// What the program tells the system that has ended it: 0 if all has been written.
+    [[nodiscard]] int exit_code() const { return exit_code_; }
+
     /// Draws the picture anew.
     void redraw();
     /// Brings title, menus, toolbar and labels into line with the session.
@@ -155,6 +158,7 @@ class FrmTorvel final : public QMainWindow {
     QTimer resize_timer_;
     WindowMode last_mode_ = WindowMode::normal;
     bool ended_by_system_ = false;
+    int exit_code_ = 0;
     bool busy_ = false;    ///< a command runs
     bool failed_ = false;  ///< a command broke off: the session must not be used any more
 };

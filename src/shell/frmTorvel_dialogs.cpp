@@ -4,6 +4,7 @@
 #include <QScreen>
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 
 #include "shell/fatal_error.h"
 #include "shell/file_commands.h"
@@ -18,9 +19,8 @@ namespace veldra {
 void FrmTorvel::add_dialog_commands(std::map<MenuItem, Command>& commands) {
     commands[MenuItem::m_torvel_objekte] = [this] { open_object_selection(); };
     commands[MenuItem::m_ansicht_netzteile] = [this] {
-        perform([this] {
-            show_network_parts(session_.window, !session_.window.frm_netzteile_shown);
-        });
+        perform(
+            [this] { show_network_parts(session_.window, !session_.window.frm_netzteile_shown); });
     };
 }
 
@@ -62,9 +62,7 @@ void FrmTorvel::load_network_parts() {
     requests.mark = [this](std::int32_t part, bool marked) {
         perform([this, part, marked] { mark_for_plotting(session_, part, marked); });
     };
-    requests.close = [this] {
-        perform([this] { show_network_parts(session_.window, false); });
-    };
+    requests.close = [this] { perform([this] { show_network_parts(session_.window, false); }); };
     frm_netzteile_ = new FrmNetzteile(this, session_, std::move(requests));
     frm_netzteile_->adjustSize();
     if (!netzteile_place_) {
@@ -86,14 +84,18 @@ void FrmTorvel::unload_network_parts() {
 void FrmTorvel::notice_rewritten_file() {
     const bool may_ask = !busy_ && !failed_ && QApplication::activeModalWidget() == nullptr;
     if (may_ask && session_.datei_geladen == 1 && watch_.rewritten()) {
-        perform([this] { geaenderte_datei_pruefen(session_, desk()); });
+        perform([this] {
+            geaenderte_datei_pruefen(session_, desk());
+            if (ended_by_system_) {
+                watch_.withdraw_acceptance();  // the question was not answered, but taken away
+            }
+        });
     }
 }
 
 void FrmTorvel::open_start_file() {
-    opening([this] {
-        datei_neu_laden(session_, run_.start_datei, OpenedBy::open_command, desk());
-    });
+    opening(
+        [this] { datei_neu_laden(session_, run_.start_datei, OpenedBy::open_command, desk()); });
 }
 
 void FrmTorvel::end_program() {
@@ -107,7 +109,7 @@ void FrmTorvel::end_program() {
             }
             // Nobody may be there to close a box, and the system does not wait.
             std::fprintf(stderr, "%s\n", failure.what());
-            QCoreApplication::exit(EXIT_FAILURE);
+            exit_code_ = EXIT_FAILURE;
         }
     });
 }

@@ -177,6 +177,7 @@ void netzteil_anzeigen(Session& session, std::int32_t part, const Desk& desk) {
     store_plot_settings(session);
     session.netz_aktuell = part;
     load_plot_settings(session);
+    session.plotmodus = 0;
     netzteil_lesen(session, desk);
     erstansicht(session, desk);
 }

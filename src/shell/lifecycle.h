@@ -61,7 +61,8 @@ void netzteil_lesen(Session& session, const Desk& desk, const SelectionChange& c
 void erstansicht(Session& session, const Desk& desk);
 
 /// Leaves the current part for another: its state goes to the working copy and the table, then the
-/// new part is read and shown. Nothing happens for the current part.
+/// new part is read and shown as on the screen, also when the plot mode was on. Nothing happens for
+/// the current part.
 void netzteil_anzeigen(Session& session, std::int32_t part, const Desk& desk);
 
 /// Moves the open file to the top of the recent list and brings the menu into line.

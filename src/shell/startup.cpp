@@ -62,8 +62,7 @@ void projektprofil_lesen(Session& session, ProgramRun& run) {
 }  // namespace
 
 void befehlszeile_deuten(ProgramRun& run) {
-    if (!run.is_project() ||
-        datei_vorhanden(project_profile(run.folders, run.befehlszeile))) {
+    if (!run.is_project() || datei_vorhanden(project_profile(run.folders, run.befehlszeile))) {
         return;
     }
     const std::string path = absolute_path(run.befehlszeile);

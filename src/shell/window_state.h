@@ -92,7 +92,7 @@ struct WindowState {
     bool frm_netzteile_shown = false;  ///< the dialog of network parts is to be open
     /// Counts the loads of the table of parts: an open dialog of an older one begins anew.
     std::uint32_t frm_netzteile_load = 0;
-    bool frm_massstab_shown = false;   ///< the dialog of scale bars is to be open
+    bool frm_massstab_shown = false;  ///< the dialog of scale bars is to be open
     bool lbl_legende_visible = false;
     bool sheets_moving = false;  ///< frames and texts of the sheets are not drawn meanwhile
     int mouse_pointer = 0;       ///< of the picture: 0 default, 2 cross, 11 hourglass, 99 moving

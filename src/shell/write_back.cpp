@@ -79,8 +79,7 @@ Rescue keep_working_copy(Session& session, const Desk& desk, bool written) {
         return rescue;
     }
     for (const std::string& folder : {desk.rescue_folder, temporary_directory()}) {
-        if (!folder.empty() &&
-            attempt_copy(session, rescue, [&] { copy_into(session, folder); })) {
+        if (!folder.empty() && attempt_copy(session, rescue, [&] { copy_into(session, folder); })) {
             break;
         }
     }
@@ -105,11 +104,11 @@ bool may_overwrite(const Session& session, const Desk& desk, Attendance attendan
         return true;
     }
     return attendance == Attendance::user &&
-           desk.ui.message_box(
-               MessageStyle::question_no_yes, "VELDRA - Graphikdatei geändert",
-               "Ein anderes Programm hat die Graphikdatei\n" + session.graphikdatei +
-                   "\ngeändert, seit sie gelesen wurde.\n"
-                   "Soll sie mit dem hier gezeigten Stand überschrieben werden?");
+           desk.ui.message_box(MessageStyle::question_no_yes, "VELDRA - Graphikdatei geändert",
+                               "Ein anderes Programm hat die Graphikdatei\n" +
+                                   session.graphikdatei +
+                                   "\ngeändert, seit sie gelesen wurde.\n"
+                                   "Soll sie mit dem hier gezeigten Stand überschrieben werden?");
 }
 
 void tell(const Desk& desk, Attendance attendance, const std::string& text) {
@@ -141,8 +140,7 @@ void write(Session& session, const Desk& desk) {
             throw;  // all is written, but an old copy could not be deleted
         }
         const Rescue rescue = keep_working_copy(session, desk, copied);
-        const std::string text =
-            std::string(error.what()) + "\n\n" + rescue_text(session, rescue);
+        const std::string text = std::string(error.what()) + "\n\n" + rescue_text(session, rescue);
         close_document(session);
         throw FatalError(text);
     }

@@ -73,8 +73,7 @@ void FrmNetzteile::build() {
     column->addLayout(marks);
     column->addWidget(cmd_anzeigen_);
 
-    connect(lst_netzteile_, &QListWidget::currentRowChanged, this,
-            &FrmNetzteile::follow_selection);
+    connect(lst_netzteile_, &QListWidget::currentRowChanged, this, &FrmNetzteile::follow_selection);
     connect(lst_netzteile_, &QListWidget::itemClicked, this, &FrmNetzteile::follow_selection);
     connect(lst_netzteile_, &QListWidget::itemDoubleClicked, this, &FrmNetzteile::show_selected);
     connect(cmd_plotten_, &QPushButton::clicked, this, [this] { mark_selected(true); });
@@ -95,8 +94,8 @@ void FrmNetzteile::fill() {
     filling_ = true;
     lst_netzteile_->clear();
     for (std::int32_t i = 1; i <= session_.netz.count(); ++i) {
-        auto* item = new QListWidgetItem(QString::fromStdString(to_utf8(session_.netz[i].netz_name)),
-                                         lst_netzteile_);
+        auto* item = new QListWidgetItem(
+            QString::fromStdString(to_utf8(session_.netz[i].netz_name)), lst_netzteile_);
         // Without the flag for it the user cannot change the check; the buttons do.
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
     }
@@ -157,8 +156,8 @@ void FrmNetzteile::reject() {
 bool FrmNetzteile::event(QEvent* event) {
     if (event->type() == QEvent::ShortcutOverride) {
         const auto* key = static_cast<QKeyEvent*>(event);
-        const bool plain =
-            !key->modifiers().testAnyFlags(Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+        const bool plain = !key->modifiers().testAnyFlags(Qt::ControlModifier | Qt::AltModifier |
+                                                          Qt::MetaModifier);
         const bool function_key = key->key() >= Qt::Key_F1 && key->key() <= Qt::Key_F35;
         if (plain && !function_key) {
             event->accept();

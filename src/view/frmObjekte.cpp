@@ -71,8 +71,7 @@ QVBoxLayout* make_column(QWidget* frame) {
 
 }  // namespace
 
-FrmObjekte::FrmObjekte(QWidget* window, Session& session,
-                       std::function<void(SelectionLeft)> taken)
+FrmObjekte::FrmObjekte(QWidget* window, Session& session, std::function<void(SelectionLeft)> taken)
     : QDialog(window), session_(session), taken_(std::move(taken)) {
     setObjectName(QStringLiteral("frmObjekte"));
     setWindowTitle(QStringLiteral("Auswahl Objekte"));
@@ -219,8 +218,7 @@ QWidget* FrmObjekte::build_meridian() {
         txt_nubemerit_->fontMetrics().horizontalAdvance(QStringLiteral("000000")) + 12);
     txt_nubemerit_->installEventFilter(this);
     lbl_nube_merizon_->setBuddy(txt_nubemerit_);
-    cmd_nubemerit_2_ =
-        make_step_button("cmd_nubemerit_2", "+", "nächster Meridianstreifen", panel);
+    cmd_nubemerit_2_ = make_step_button("cmd_nubemerit_2", "+", "nächster Meridianstreifen", panel);
     lines->addWidget(lbl_nube_merizon_);
     for (QWidget* control :
          std::initializer_list<QWidget*>{cmd_nubemerit_1_, txt_nubemerit_, cmd_nubemerit_2_}) {
@@ -252,12 +250,10 @@ QWidget* FrmObjekte::build_district_labels() {
 QGroupBox* FrmObjekte::build_system() {
     fra_bezug_ = make_frame("fra_bezug", "Be&zugssystem", this);
     auto* column = make_column(fra_bezug_);
-    opt_bezu_ = make_options("opt_bezu", fra_bezug_->accessibleName(),
-                             {{0, "lokales System"},
-                              {1, "DHDN"},
-                              {2, "ETRS 89"},
-                              {3, "anderes Bezugssystem:"}},
-                             *column, fra_bezug_);
+    opt_bezu_ = make_options(
+        "opt_bezu", fra_bezug_->accessibleName(),
+        {{0, "lokales System"}, {1, "DHDN"}, {2, "ETRS 89"}, {3, "anderes Bezugssystem:"}}, *column,
+        fra_bezug_);
     lbl_bezu_elli_ = make_caption("lbl_bezu_elli", "E&llipsoid:", fra_bezug_);
     cbo_bezu_elli_ = make_combo_box(
         "cbo_bezu_elli", "Ellipsoid",
@@ -284,9 +280,8 @@ QGroupBox* FrmObjekte::build_system() {
         }
     };
     connect(opt_bezu_, &QButtonGroup::idClicked, this, [this, choose](int code) {
-        choose([this, code] {
-            choose_reference_system(session_, static_cast<std::int16_t>(code));
-        });
+        choose(
+            [this, code] { choose_reference_system(session_, static_cast<std::int16_t>(code)); });
     });
     connect(cbo_bezu_elli_, &QComboBox::currentIndexChanged, this, [this, choose](int index) {
         choose([this, index] { choose_ellipsoid(session_, index + 1); });

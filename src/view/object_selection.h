@@ -33,15 +33,15 @@ struct SelectionControls {
     bool fra_bezug = false;
     std::array<bool, reference_systems> opt_bezu{};
     std::int16_t opt_bezu_checked = no_option;
-    bool cbo_bezu = false;            ///< both combo boxes and their labels
-    std::int32_t cbo_bezu_elli = 1;   ///< entry shown, from 1
+    bool cbo_bezu = false;           ///< both combo boxes and their labels
+    std::int32_t cbo_bezu_elli = 1;  ///< entry shown, from 1
     std::int32_t cbo_bezu_abbi = 1;
 
     bool fra_nummebez = false;
     std::int16_t opt_nube_checked = 0;
-    bool opt_nbez = false;       ///< the choice of labels and its caption
-    bool nubemerit = false;      ///< text, buttons and caption of the meridian strip
-    std::string txt_nubemerit;   ///< "" while there is none
+    bool opt_nbez = false;      ///< the choice of labels and its caption
+    bool nubemerit = false;     ///< text, buttons and caption of the meridian strip
+    std::string txt_nubemerit;  ///< "" while there is none
 
     bool fra_verwaltung = false;
     std::int16_t opt_verw_checked = 0;

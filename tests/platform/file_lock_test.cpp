@@ -34,8 +34,8 @@ TEST(FileLock, HoldsAmongProcesses) {
     const testing_support::TempFolder folder;
     const std::string path = folder.file("ve.dat", "x");
     const FileLock held(path);
-    EXPECT_EQ(testing_support::run_in_child([&] { return FileLock(path).held_elsewhere() ? 7 : 0; }),
-              7);
+    EXPECT_EQ(
+        testing_support::run_in_child([&] { return FileLock(path).held_elsewhere() ? 7 : 0; }), 7);
 }
 
 TEST(FileLock, AllPathsToAFileShareItsMark) {

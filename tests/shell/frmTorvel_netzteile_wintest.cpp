@@ -208,8 +208,7 @@ class FrmNetzteileTest : public TorvelFixture {
         click_row(2);
         click(button("cmd_anzeigen"));
         QCOMPARE(boxes.seen.size(), std::size_t{1});
-        QCOMPARE(boxes.seen[0].text,
-                 text("Netzteil Leer enthält keine darzustellenden Objekte"));
+        QCOMPARE(boxes.seen[0].text, text("Netzteil Leer enthält keine darzustellenden Objekte"));
         QCOMPARE(marks(), text("110"));
         QVERIFY(button("cmd_plotten").isEnabled());
     }
@@ -217,8 +216,7 @@ class FrmNetzteileTest : public TorvelFixture {
     void menu_closes_and_opens_it_where_it_was() {
         open_parts();
         const QRect screen = window_->screen()->geometry();
-        QCOMPARE(dialog()->pos().x(),
-                 std::max(0, screen.width() * 19 / 20 - dialog()->width()));
+        QCOMPARE(dialog()->pos().x(), std::max(0, screen.width() * 19 / 20 - dialog()->width()));
         QCOMPARE(dialog()->pos().y(), screen.height() / 20);
         dialog()->move(40, 60);
         click_row(1);

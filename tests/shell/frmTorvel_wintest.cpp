@@ -152,8 +152,6 @@ class FrmTorvelTest : public test::TorvelFixture {
 
     void what_has_no_command_stays_disabled() {
         start_with_network();
-        QVERIFY(session_.window[MenuItem::m_torvel_objekte].enabled);
-        QVERIFY(!action("m_torvel_objekte")->isEnabled());
         QVERIFY(!action("m_plotten_einstellungen")->isEnabled());
     }
 

@@ -161,6 +161,15 @@ TEST_F(Lifecycle, LabelMovesSurviveTheChangeOfPart) {
     EXPECT_EQ(session.plot.plot_massstab, 1.0 / 1000);
 }
 
+TEST_F(Lifecycle, ChangeOfPartEndsThePlotMode) {
+    open(make_file("a.dat", two_parts));
+    session.plotmodus = 1;
+    netzteil_anzeigen(session, 1, desk);
+    EXPECT_EQ(session.plotmodus, 1);
+    netzteil_anzeigen(session, 2, desk);
+    EXPECT_EQ(session.plotmodus, 0);
+}
+
 TEST_F(Lifecycle, ChangeToTheCurrentPartDoesNothing) {
     open(make_file("a.dat", two_parts));
     netzteil_anzeigen(session, 1, desk);

@@ -167,8 +167,9 @@ TEST_F(WriteBack, ProtectedFolderNamesFileAndReasonFirst) {
         }
         open_and_move();
         const std::string text = refusal();
-        const bool named = text.rfind(path + "_1: Datei kann nicht geschrieben werden: "
-                                             "keine Berechtigung\n",
+        const bool named = text.rfind(path +
+                                          "_1: Datei kann nicht geschrieben werden: "
+                                          "keine Berechtigung\n",
                                       0) == 0;
         const std::string rescued = desk.rescue_folder + "/ve.dat_1";
         const bool told = text.find(rescued) != std::string::npos;
@@ -193,8 +194,9 @@ TEST_F(WriteBack, ProtectedFileKeepsItsWorkingCopyBeside) {
         }
         open_and_move();
         const std::string text = refusal();
-        const bool named = text.rfind(path + ": Datei kann nicht geschrieben werden: "
-                                             "keine Berechtigung\n",
+        const bool named = text.rfind(path +
+                                          ": Datei kann nicht geschrieben werden: "
+                                          "keine Berechtigung\n",
                                       0) == 0;
         return named && holds_all_changes(path + "_1") ? 0 : 1;
     });
@@ -222,8 +224,9 @@ TEST_F(WriteBack, FullDiskIsNamedAndTheCopyGoesWhereThereIsRoom) {
         (void)folder.file("netze/ve.dat", file);
         open_and_move();
         const std::string text = refusal();
-        const bool named = text.rfind(path + "_1: Datei kann nicht geschrieben werden: "
-                                             "auf dem Datenträger ist kein Speicherplatz mehr frei",
+        const bool named = text.rfind(path +
+                                          "_1: Datei kann nicht geschrieben werden: "
+                                          "auf dem Datenträger ist kein Speicherplatz mehr frei",
                                       0) == 0;
         return named && holds_all_changes(desk.rescue_folder + "/ve.dat_1") ? 0 : 1;
     });

@@ -214,14 +214,14 @@ TEST_F(ObjectSelectionTest, MeridianWrapsAtBothEnds) {
 
 TEST_F(ObjectSelectionTest, TypedMeridianIsTakenAsANumberWithinTheStrips) {
     const std::array<std::pair<const char*, std::int32_t>, 9> typed{{{"12", 12},
-                                                                    {"0", 0},
-                                                                    {"119", 119},
-                                                                    {"120", 0},
-                                                                    {"-1", 119},
-                                                                    {"abc", 0},
-                                                                    {"", 0},
-                                                                    {"3,6", 4},
-                                                                    {"9e99", 0}}};
+                                                                     {"0", 0},
+                                                                     {"119", 119},
+                                                                     {"120", 0},
+                                                                     {"-1", 119},
+                                                                     {"abc", 0},
+                                                                     {"", 0},
+                                                                     {"3,6", 4},
+                                                                     {"9e99", 0}}};
     for (const auto& [text, strip] : typed) {
         type_meridian(obj, text);
         EXPECT_EQ(obj.obj_nube_meridian, strip) << text;

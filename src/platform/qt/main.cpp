@@ -78,7 +78,11 @@ int run(VeldraApplication& application) {
                          window.end_by_system();
                      });
     window.load();
-    return application.failed() ? 1 : QApplication::exec();
+    if (application.failed()) {
+        return 1;
+    }
+    const int code = QApplication::exec();
+    return code != 0 ? code : window.exit_code();
 }
 
 }  // namespace

@@ -10,11 +10,10 @@ TerminationNotifier::TerminationNotifier(std::function<void()> requested) {
         return;
     }
     notifier_ = new QSocketNotifier(requests_.descriptor(), QSocketNotifier::Read, this);
-    connect(notifier_, &QSocketNotifier::activated, this,
-            [this, requested = std::move(requested)] {
-                requests_.take();
-                requested();
-            });
+    connect(notifier_, &QSocketNotifier::activated, this, [this, requested = std::move(requested)] {
+        requests_.take();
+        requested();
+    });
 }
 
 }  // namespace veldra
