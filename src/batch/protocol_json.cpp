@@ -29,9 +29,8 @@ Json counts_json(const PartProtocol& protocol) {
 Json refused_json(const PartProtocol& protocol) {
     Json refused = Json::array();
     for (const RefusedRecord& record : protocol.refused) {
-        refused.push_back({{"zeile", record.line},
-                           {"art", kind_name(record.kind)},
-                           {"grund", record.reason}});
+        refused.push_back(
+            {{"zeile", record.line}, {"art", kind_name(record.kind)}, {"grund", record.reason}});
     }
     return refused;
 }

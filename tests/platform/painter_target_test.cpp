@@ -1,8 +1,8 @@
 #include "platform/qt/painter_target.h"
 
-#include <gtest/gtest.h>
-
 #include <QImage>
+
+#include <gtest/gtest.h>
 
 #include "platform/qt_application.h"
 
@@ -46,8 +46,8 @@ TEST_F(PainterTargetTest, DotsAreThreePenPixelsOnAndThreeOff) {
 TEST_F(PainterTargetTest, TheRestOfALineGoesOnWithItsDots) {
     // 40 m lie on the sheet before: six whole periods of 6 m and 4 m, so one metre is off yet two
     // more are to come.
-    const std::string shown = row(
-        40, [](PageTarget& page) { page.LinePart(40, 10.5F, 70, 10.5F, 40); });
+    const std::string shown =
+        row(40, [](PageTarget& page) { page.LinePart(40, 10.5F, 70, 10.5F, 40); });
     EXPECT_EQ(shown.substr(0, 32), "..###...###...###...###...###...");
 }
 
@@ -70,8 +70,8 @@ TEST_F(PainterTargetTest, TheRestOfASolidLineIsSolid) {
 
 TEST_F(PainterTargetTest, DotsRunOnWhereALineComesFromFarAway) {
     // 1 200 000 is a multiple of 12, and more than a device counts.
-    const std::string shown =
-        row(0, [](PageTarget& page) { page.Line(-1200000, 10.5F, 31, 10.5F); }, 2);
+    const std::string shown = row(
+        0, [](PageTarget& page) { page.Line(-1200000, 10.5F, 31, 10.5F); }, 2);
     EXPECT_EQ(shown.substr(0, 36), "######......######......######......");
 }
 

@@ -44,8 +44,8 @@ class ProgramEndTest : public TorvelFixture {
             look->deleteLater();
             box_title_ = box->windowTitle();
             box_text_ = box->text();
-            default_button_ = box->defaultButton() == nullptr ? QString()
-                                                              : box->defaultButton()->text();
+            default_button_ =
+                box->defaultButton() == nullptr ? QString() : box->defaultButton()->text();
             box->buttons().at(nth)->click();
         });
         look->start(10);
