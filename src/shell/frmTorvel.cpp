@@ -96,6 +96,10 @@ void FrmTorvel::build_controls() {
     resize_timer_.setSingleShot(true);
     resize_timer_.setInterval(size_delay);
     connect(&resize_timer_, &QTimer::timeout, this, &FrmTorvel::follow_size);
+    activation_timer_.setSingleShot(true);
+    connect(&activation_timer_, &QTimer::timeout, this, &FrmTorvel::notice_rewritten_file);
+    end_timer_.setSingleShot(true);
+    connect(&end_timer_, &QTimer::timeout, this, &FrmTorvel::end_by_system);
     connect(picture_, &PictureWidget::resized, this, &FrmTorvel::expect_size);
     connect(picture_, &PictureWidget::resolution_changed, this, [this] {
         if (session_.datei_geladen == 1) {
@@ -268,7 +272,7 @@ void FrmTorvel::changeEvent(QEvent* event) {
         expect_size();
     }
     if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
-        QTimer::singleShot(0, this, &FrmTorvel::notice_rewritten_file);
+        activation_timer_.start(0);  // the event itself is no place for a question
     }
 }
 

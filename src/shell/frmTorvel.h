@@ -157,6 +157,8 @@ class FrmTorvel final : public QMainWindow {
     TorvelProgress* progress_ = nullptr;
     QTimer resize_timer_;
     WindowMode last_mode_ = WindowMode::normal;
+    QTimer activation_timer_;
+    QTimer end_timer_;  ///< tries the end again while a command runs
     bool ended_by_system_ = false;
     int exit_code_ = 0;
     bool busy_ = false;    ///< a command runs

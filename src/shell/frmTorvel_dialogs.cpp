@@ -140,7 +140,7 @@ void FrmTorvel::end_by_system() {
         dialog->reject();
     }
     if (busy_ && !failed_) {
-        QTimer::singleShot(retry_after, this, &FrmTorvel::end_by_system);
+        end_timer_.start(retry_after);
         return;
     }
     close();

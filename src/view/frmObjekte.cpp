@@ -217,6 +217,9 @@ QWidget* FrmObjekte::build_meridian() {
     txt_nubemerit_->setFixedWidth(
         txt_nubemerit_->fontMetrics().horizontalAdvance(QStringLiteral("000000")) + 12);
     txt_nubemerit_->installEventFilter(this);
+    select_timer_ = new QTimer(this);
+    select_timer_->setSingleShot(true);
+    connect(select_timer_, &QTimer::timeout, txt_nubemerit_, &QLineEdit::selectAll);
     lbl_nube_merizon_->setBuddy(txt_nubemerit_);
     cmd_nubemerit_2_ = make_step_button("cmd_nubemerit_2", "+", "nächster Meridianstreifen", panel);
     lines->addWidget(lbl_nube_merizon_);
@@ -438,7 +441,7 @@ bool FrmObjekte::eventFilter(QObject* watched, QEvent* event) {
     }
     if (watched == txt_nubemerit_ && event->type() == QEvent::FocusIn) {
         // A click sets the cursor after this, so the text is selected once it has.
-        QTimer::singleShot(0, txt_nubemerit_, &QLineEdit::selectAll);
+        select_timer_->start(0);
     }
     return QDialog::eventFilter(watched, event);
 }

@@ -13,6 +13,8 @@
 
 #include "view/object_selection.h"
 
+class QTimer;
+
 namespace veldra {
 
 /// "Auswahl Objekte": chooses what is shown of the current network part. Each choice goes to the
@@ -76,6 +78,7 @@ class FrmObjekte final : public QDialog {
     QLabel* lbl_nube_merizon_ = nullptr;
     QPushButton* cmd_nubemerit_1_ = nullptr;
     QLineEdit* txt_nubemerit_ = nullptr;
+    QTimer* select_timer_ = nullptr;
     QPushButton* cmd_nubemerit_2_ = nullptr;
     QGroupBox* fra_bezug_ = nullptr;
     QButtonGroup* opt_bezu_ = nullptr;
