@@ -203,6 +203,11 @@ void FrmTorvel::perform(const Command& command) {
 }
 
 void FrmTorvel::redraw() {
+    // A long drawing lets events in; another one of them would take the picture away beneath it.
+    std::optional<Running> running;
+    if (!busy_) {
+        running.emplace(busy_, session_, *progress_);
+    }
     const TorvelProgress::MayCancel may_cancel(*progress_);
     picture_->redraw(session_, ui_, printer_);
 }
