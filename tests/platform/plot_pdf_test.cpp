@@ -127,7 +127,8 @@ TEST_P(TrueScaleTest, PointsStandWhereTheScalePutsThem) {
     plotter.set_net_area(paper.net_width, paper.net_height);
     ASSERT_TRUE(plotter.plot(paper.columns, paper.rows));
     const auto pages = circles_of(path);
-    ASSERT_EQ(pages.size(), static_cast<std::size_t>(paper.columns * paper.rows));
+    ASSERT_EQ(pages.size(),
+              static_cast<std::size_t>(paper.columns) * static_cast<std::size_t>(paper.rows));
     const double sheet_width = session.sheet.papier_breite * 1000;
     const double sheet_height = session.sheet.papier_hoehe * 1000;
     EXPECT_NEAR(sheet_width, paper.net_width, millimetres_per_twip);
@@ -265,8 +266,10 @@ class JoinedSheetsTest : public testing::Test {
         if (page == 1) {
             Plotter plotter(path);
             fill(plotter.session);
-            plotter.set_net_area(columns / across * net_width * millimetres_per_pixel,
-                                 rows / up * net_height * millimetres_per_pixel);
+            const int columns_a_sheet = columns / across;
+            const int rows_a_sheet = rows / up;
+            plotter.set_net_area(columns_a_sheet * net_width * millimetres_per_pixel,
+                                 rows_a_sheet * net_height * millimetres_per_pixel);
             EXPECT_TRUE(plotter.plot(across, up));
         }
         return rendered(path, page);

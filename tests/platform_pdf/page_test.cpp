@@ -17,7 +17,6 @@ namespace veldra::pdf_test {
 namespace {
 
 constexpr double exact = 0.02;  // mm, what plots must keep to
-constexpr double rounding = 0.00051;
 constexpr double pixel = 25.4 / 300;
 
 void expect_at(const Point& p, double x, double y, double tolerance = rounding) {

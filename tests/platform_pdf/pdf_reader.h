@@ -15,6 +15,9 @@
 
 namespace veldra::pdf_test {
 
+/// What the coordinates of a page are rounded by at most, mm.
+inline constexpr double rounding = 0.00051;
+
 /// An operator of a content stream with what stands before it. Strings are without parentheses
 /// and escapes; the members of arrays stand one by one.
 struct Operation {
@@ -64,7 +67,7 @@ class Tokens {
     }
     std::string take_word() {
         const std::size_t end = bytes_.find_first_of(" \n/([]", place_ + 1);
-        const std::string word = bytes_.substr(place_, end - place_);
+        std::string word = bytes_.substr(place_, end - place_);
         place_ = std::min(end, bytes_.size());
         return word;
     }
@@ -157,7 +160,7 @@ class ShownPage {
 
     static std::string contents(QPDFPageObjectHelper& page) {
         std::string all;
-        for (auto stream : page.getPageContents()) {
+        for (const auto& stream : page.getPageContents()) {
             all += bytes_of(stream);
         }
         return all;

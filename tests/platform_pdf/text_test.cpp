@@ -15,7 +15,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
-constexpr double rounding = 0.00051;
 constexpr double millimetres_per_point = 25.4 / 72;
 
 FontSpec font(const char* face = "Arial", double points = 10) {
