@@ -14,6 +14,7 @@
 
 #include "bench_files.h"
 #include "drawing/ellipse_curve.h"
+#include "drawing/length_units.h"
 #include "drawing/pipeline.h"
 #include "platform/qt/picture_image.h"
 #include "platform/qt/qt_text_measurer.h"

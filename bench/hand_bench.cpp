@@ -6,6 +6,7 @@
 #include <benchmark/benchmark.h>
 
 #include "bench_files.h"
+#include "drawing/length_units.h"
 #include "platform/qt/picture_image.h"
 #include "platform/qt/picture_widget.h"
 #include "platform/qt/qt_text_measurer.h"

@@ -5,6 +5,7 @@
 
 #include <fmt/format.h>
 
+#include "drawing/length_units.h"
 #include "graphikdatei/codepage.h"
 #include "graphikdatei/header_pass.h"
 #include "graphikdatei/maxima_pass.h"

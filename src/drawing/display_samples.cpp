@@ -6,6 +6,7 @@
 
 #include "drawing/geometry.h"
 #include "drawing/layer_frame.h"
+#include "drawing/length_units.h"
 #include "drawing/observation_layers.h"
 #include "drawing/point_layers.h"
 #include "drawing/value_layers.h"
@@ -15,10 +16,6 @@
 namespace veldra {
 
 namespace {
-
-constexpr double twips_per_inch = 1440;
-constexpr double twips_per_mm = twips_per_inch / 25.4;
-constexpr double twips_per_point = 20;
 
 constexpr const char* point_text = "1234567890ABCDEF";
 constexpr const char* district_text = "12345678";
@@ -42,8 +39,8 @@ constexpr double largest_font = 400;
 /// A font whose digits have a height in millimetres of paper.
 FontSpec paper_font(FontSpec font, float digit_height, TextMeasurer& measurer) {
     const FaceMetrics& face = measurer.face_metrics(font);
-    const double line_height =
-        static_cast<double>(digit_height) * line_height_per_digit * twips_per_mm / twips_per_point;
+    const double line_height = static_cast<double>(digit_height) * line_height_per_digit *
+                               twips_per_millimetre / twips_per_point;
     const double height_of_point = static_cast<double>(face.ascent + face.descent);
     font.points = std::clamp(line_height / height_of_point, 0.0, largest_font);
     return font;
@@ -57,12 +54,12 @@ LayerFrame sample_frame(const Session& sample, TextMeasurer& measurer, SampleMed
     const Settings& settings = sample.settings;
     for (std::size_t i = 0; i < frame.punsig.size(); ++i) {
         frame.punsig[i] =
-            static_cast<float>(static_cast<double>(settings.punsigplo[i]) * twips_per_mm);
+            static_cast<float>(static_cast<double>(settings.punsigplo[i]) * twips_per_millimetre);
     }
-    frame.punkt_klein = static_cast<float>(settings.punkt_klein_plot * twips_per_mm);
-    frame.stquer = settings.Stquerplo * twips_per_mm;
-    frame.stkreu = settings.Stkreuplo * twips_per_mm;
-    frame.lenori = settings.lenoriplo * twips_per_mm;
+    frame.punkt_klein = static_cast<float>(settings.punkt_klein_plot * twips_per_millimetre);
+    frame.stquer = settings.Stquerplo * twips_per_millimetre;
+    frame.stkreu = settings.Stkreuplo * twips_per_millimetre;
+    frame.lenori = settings.lenoriplo * twips_per_millimetre;
     frame.point_font = paper_font(frame.point_font, settings.pubsizplo, measurer);
     frame.district_font = paper_font(frame.district_font, settings.nubsizplo, measurer);
     frame.remote_font = paper_font(frame.remote_font, settings.pubsizplo, measurer);
@@ -204,7 +201,7 @@ void draw_vector_sample(const Session& session, TextMeasurer& measurer, DrawingT
                         const SampleSize& size, std::size_t slot, bool control_point,
                         double value) {
     constexpr std::size_t ellipses = 3;
-    constexpr double twips_per_cm = 10 * twips_per_mm;
+    constexpr double twips_per_cm = 10 * twips_per_millimetre;
     const bool position = slot <= ellipses;
     Session sample = sample_session(session, size);
     if (value == 0) {

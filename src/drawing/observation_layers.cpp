@@ -4,15 +4,16 @@
 #include <cmath>
 
 #include "drawing/layer_surface.h"
+#include "drawing/pen.h"
 #include "graphikdatei/codepage.h"
 
 namespace veldra {
 
 namespace {
 
-constexpr std::int16_t solid = 0;
-constexpr std::int16_t dotted = 2;
-constexpr std::int32_t black = rgb(0, 0, 0);
+using pen::black;
+using pen::dotted;
+using pen::solid;
 constexpr std::int16_t terrestrial = 1;
 constexpr std::int16_t satellite = 2;
 constexpr std::int16_t orientation = 10;

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "drawing/layer_surface.h"
+#include "drawing/pen.h"
 #include "drawing/value_scale.h"
 #include "view/text_forms.h"
 
@@ -12,7 +13,7 @@ namespace veldra {
 
 namespace {
 
-constexpr std::int32_t black = rgb(0, 0, 0);
+using pen::black;
 constexpr std::int32_t control_point_fill = rgb(0, 127, 255);
 constexpr std::int32_t new_point_fill = rgb(255, 0, 63);
 constexpr const char* blank_caption = "    ";

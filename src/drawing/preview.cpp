@@ -5,6 +5,8 @@
 
 #include "drawing/fonts.h"
 #include "drawing/layer_surface.h"
+#include "drawing/length_units.h"
+#include "drawing/pen.h"
 #include "drawing/pipeline.h"
 #include "drawing/point_layers.h"
 #include "plot/application_printer.h"
@@ -22,12 +24,9 @@ namespace veldra {
 
 namespace {
 
-constexpr double millimetres_per_twip = 25.4 / 1440;
-constexpr double twips_per_point = 20;
-constexpr double twips_per_pixel = 15;
-constexpr std::int32_t black = 0;
-constexpr std::int16_t solid = 0;
-constexpr std::int16_t dotted = 2;
+using pen::black;
+using pen::dotted;
+using pen::solid;
 
 /// Points on the screen in which a text has the size that it has on paper in a point.
 double screen_points_per_paper_point(const Session& session) {

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
+#include "drawing/length_units.h"
+
 namespace veldra {
 
-namespace {
-constexpr double twips_per_point = 20.0;
-}
+namespace {}
 
 TextExtent measure_text(const FaceMetrics& face, double points, std::string_view text) {
     double widest = 0;

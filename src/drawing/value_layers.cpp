@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "drawing/layer_surface.h"
+#include "drawing/pen.h"
 #include "drawing/value_scale.h"
 #include "shell/fatal_error.h"
 
@@ -11,7 +12,7 @@ namespace veldra {
 
 namespace {
 
-constexpr std::int16_t solid = 0;
+using pen::solid;
 constexpr int position_residuals = 2;
 constexpr int ellipses = 3;
 constexpr int height_residuals = 5;

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "plot/printer.h"
 #include "plot/trapped_call.h"
 #include "view/paper_text.h"
 
@@ -9,11 +10,7 @@ namespace veldra {
 
 namespace {
 
-constexpr std::int16_t hochformat = 1;
-constexpr std::int16_t querformat = 2;
 constexpr std::int16_t user_defined_paper = 256;
-constexpr std::int16_t monochrome = 1;
-constexpr std::int16_t colour = 2;
 constexpr const char* measured_digits = "1234";
 
 bool works(const Session& session) {
@@ -99,13 +96,13 @@ void CheckPrinterColour(Session& session, Printer& printer) {
     if (!works(session)) {
         return;
     }
-    session.printer.drucker_farbe = colour;
+    session.printer.drucker_farbe = printer_colour;
     std::int16_t taken = 0;
-    trapped([&] { printer.set_ColorMode(monochrome); });
-    trapped([&] { printer.set_ColorMode(colour); });
+    trapped([&] { printer.set_ColorMode(printer_monochrome); });
+    trapped([&] { printer.set_ColorMode(printer_colour); });
     trapped([&] { taken = printer.ColorMode(); });
-    if (taken != colour) {
-        session.printer.drucker_farbe = monochrome;
+    if (taken != printer_colour) {
+        session.printer.drucker_farbe = printer_monochrome;
     }
     ResetPrinter(session, printer);
 }

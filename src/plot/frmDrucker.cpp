@@ -18,6 +18,8 @@
 #include "platform/qt/dialog_controls.h"
 #include "platform/qt/entry_box.h"
 #include "platform/qt/paper_symbol.h"
+#include "platform/qt/qt_font.h"
+#include "plot/printer.h"
 #include "plot/trapped_call.h"
 #include "shell/frmLogo.h"
 
@@ -27,14 +29,6 @@ namespace {
 
 constexpr int size_letters = 6;
 constexpr int copies_letters = 4;
-constexpr std::int16_t hochformat = 1;
-constexpr std::int16_t querformat = 2;
-constexpr std::int16_t colour = 2;
-constexpr std::int16_t monochrome = 1;
-
-QString to_text(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
 
 std::int32_t printer_count(Printer* printer) {
     std::int32_t count = 0;
@@ -235,8 +229,9 @@ void FrmDrucker::connect_controls() {
     };
     connect(cbo_drucker_, &QComboBox::activated, this, &FrmDrucker::choose_printer_at);
     connect(cmd_standard_, &QPushButton::clicked, this, &FrmDrucker::choose_standard);
-    connect(chk_farbdrucker_, &QCheckBox::clicked, this,
-            [this](bool ticked) { session_.printer.drucker_farbe = ticked ? colour : monochrome; });
+    connect(chk_farbdrucker_, &QCheckBox::clicked, this, [this](bool ticked) {
+        session_.printer.drucker_farbe = ticked ? printer_colour : printer_monochrome;
+    });
     connect(chk_druckindatei_, &QCheckBox::clicked, this, [this](bool ticked) {
         session_.printer.druck_in_datei = ticked ? table_true : table_false;
     });
@@ -286,10 +281,10 @@ void FrmDrucker::fill_lists() {
     });
     cbo_drucker_->setCurrentIndex(options_.printer_index);
     for (const std::string_view text : paper_texts()) {
-        cbo_papierformat_->addItem(to_text(text));
+        cbo_papierformat_->addItem(utf8_qstring(text));
     }
     for (const std::string_view text : paper_bin_texts()) {
-        cbo_papierschacht_->addItem(to_text(text));
+        cbo_papierschacht_->addItem(utf8_qstring(text));
     }
 }
 
@@ -313,7 +308,7 @@ void FrmDrucker::show_paper_code(std::int16_t code) {
     }
     const std::int32_t index = paper_index(options_, code);
     if (options_.unknown_paper) {
-        cbo_papierformat_->addItem(to_text(unknown_paper_text(*options_.unknown_paper)));
+        cbo_papierformat_->addItem(utf8_qstring(unknown_paper_text(*options_.unknown_paper)));
     }
     cbo_papierformat_->setCurrentIndex(index);
 }
@@ -329,16 +324,16 @@ void FrmDrucker::show_paper() {
     img_hoch_aus_->setVisible(lying);
     img_quer_an_->setVisible(lying);
     img_quer_aus_->setVisible(!lying);
-    lbl_quer_netto_->setText(to_text(view.lbl_quer_netto));
-    lbl_hoch_netto_->setText(to_text(view.lbl_hoch_netto));
-    txt_quer_->setText(to_text(view.txt_quer));
-    txt_hoch_->setText(to_text(view.txt_hoch));
+    lbl_quer_netto_->setText(utf8_qstring(view.lbl_quer_netto));
+    lbl_hoch_netto_->setText(utf8_qstring(view.lbl_hoch_netto));
+    txt_quer_->setText(utf8_qstring(view.txt_quer));
+    txt_hoch_->setText(utf8_qstring(view.txt_hoch));
     txt_quer_->setEnabled(view.user_defined);
     txt_hoch_->setEnabled(view.user_defined);
 }
 
 void FrmDrucker::show_colour_and_output() {
-    chk_farbdrucker_->setChecked(session_.printer.drucker_farbe == colour);
+    chk_farbdrucker_->setChecked(session_.printer.drucker_farbe == printer_colour);
     chk_druckindatei_->setChecked(session_.printer.druck_in_datei == table_true);
 }
 
@@ -358,13 +353,13 @@ void FrmDrucker::write_user_paper() {
     set_user_paper(*printer_, txt_quer_->text().toStdString(), txt_hoch_->text().toStdString());
     // The box that is being typed in keeps its text until it is left.
     const PaperView view = view_paper(*printer_);
-    lbl_quer_netto_->setText(to_text(view.lbl_quer_netto));
-    lbl_hoch_netto_->setText(to_text(view.lbl_hoch_netto));
+    lbl_quer_netto_->setText(utf8_qstring(view.lbl_quer_netto));
+    lbl_hoch_netto_->setText(utf8_qstring(view.lbl_hoch_netto));
     if (!txt_quer_->hasFocus()) {
-        txt_quer_->setText(to_text(view.txt_quer));
+        txt_quer_->setText(utf8_qstring(view.txt_quer));
     }
     if (!txt_hoch_->hasFocus()) {
-        txt_hoch_->setText(to_text(view.txt_hoch));
+        txt_hoch_->setText(utf8_qstring(view.txt_hoch));
     }
 }
 

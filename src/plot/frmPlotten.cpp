@@ -21,6 +21,8 @@
 #include "platform/qt/dialog_controls.h"
 #include "platform/qt/entry_box.h"
 #include "platform/qt/paper_symbol.h"
+#include "platform/qt/qt_font.h"
+#include "plot/printer.h"
 #include "view/text_forms.h"
 
 namespace veldra {
@@ -28,11 +30,6 @@ namespace veldra {
 namespace {
 
 constexpr int count_letters = 7;
-constexpr std::int16_t querformat = 2;
-
-QString to_text(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
 
 QGroupBox* make_frame(const QString& name, const QString& caption, QWidget* parent) {
     auto* frame = new QGroupBox(caption, parent);
@@ -114,7 +111,7 @@ void FrmPlotten::build_scale(QVBoxLayout& column) {
     cbo_grundriss_mass_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     cbo_grundriss_mass_->lineEdit()->setAccessibleName(QStringLiteral("Maßstab Grundriss"));
     for (const std::string_view denominator : ApplyScaleList()) {
-        cbo_grundriss_mass_->addItem(to_text(denominator));
+        cbo_grundriss_mass_->addItem(utf8_qstring(denominator));
     }
     row->addWidget(make_buddy(QStringLiteral("lbl_grundriss_mass"), QStringLiteral("&Maßstab 1:"),
                               cbo_grundriss_mass_, fra_massstab_));
@@ -224,7 +221,7 @@ void FrmPlotten::build_sheets(QVBoxLayout& column) {
 }
 
 void FrmPlotten::show_scale() {
-    const QString text = to_text(options_.massstab);
+    const QString text = utf8_qstring(options_.massstab);
     cbo_grundriss_mass_->setCurrentIndex(cbo_grundriss_mass_->findText(text));
     cbo_grundriss_mass_->setEditText(text);
 }
@@ -232,10 +229,10 @@ void FrmPlotten::show_scale() {
 void FrmPlotten::show_counts() {
     txt_format_rechts_->setEnabled(!options_.blatt_auto);
     txt_format_hoch_->setEnabled(!options_.blatt_auto);
-    txt_format_rechts_->setText(to_text(options_.blatt_rechts));
-    txt_format_hoch_->setText(to_text(options_.blatt_hoch));
-    lbl_format_autorechts_->setText(to_text(bracketed_count(session_.sheet.plot_auto_rechts)));
-    lbl_format_autohoch_->setText(to_text(bracketed_count(session_.sheet.plot_auto_hoch)));
+    txt_format_rechts_->setText(utf8_qstring(options_.blatt_rechts));
+    txt_format_hoch_->setText(utf8_qstring(options_.blatt_hoch));
+    lbl_format_autorechts_->setText(utf8_qstring(bracketed_count(session_.sheet.plot_auto_rechts)));
+    lbl_format_autohoch_->setText(utf8_qstring(bracketed_count(session_.sheet.plot_auto_hoch)));
 }
 
 void FrmPlotten::refresh() {
@@ -280,7 +277,7 @@ void FrmPlotten::follow(bool taken) {
 
 void FrmPlotten::leave_scale() {
     // A scale that nobody has touched is not rounded to what its box shows.
-    if (cbo_grundriss_mass_->currentText() != to_text(options_.massstab)) {
+    if (cbo_grundriss_mass_->currentText() != utf8_qstring(options_.massstab)) {
         take_scale();
     }
 }

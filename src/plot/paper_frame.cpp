@@ -1,13 +1,12 @@
 #include "plot/paper_frame.h"
 
 #include "drawing/fonts.h"
+#include "drawing/length_units.h"
+#include "plot/printer.h"
 
 namespace veldra {
 
 namespace {
-
-constexpr double millimetres_per_twip = 25.4 / 1440;
-constexpr std::int16_t colour_printer = 2;
 
 FontSpec sized(FontSpec font, std::int16_t points) {
     font.points = points;
@@ -47,7 +46,7 @@ LayerFrame paper_frame(const Session& session, const PaperFonts& fonts, TextMeas
     frame.measurer = &measurer;
     frame.window = sheet_window(session);
     frame.width_factor = settings.faktorStrich;
-    frame.grey = session.printer.drucker_farbe != colour_printer;
+    frame.grey = session.printer.drucker_farbe != printer_colour;
     return frame;
 }
 

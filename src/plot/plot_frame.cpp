@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "drawing/fonts.h"
+#include "drawing/pen.h"
 #include "drawing/title.h"
 #include "graphikdatei/numbers.h"
 #include "plot/application_printer.h"
@@ -14,8 +15,8 @@ namespace veldra {
 
 namespace {
 
-constexpr std::int32_t black = 0;
-constexpr std::int16_t solid = 0;
+using pen::black;
+using pen::solid;
 
 /// Net area of a sheet on the page, millimetres from its upper left corner.
 struct NetArea {

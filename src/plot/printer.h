@@ -66,6 +66,18 @@ struct SheetTitle {
     std::string blatt;     ///< the sheet within the part, Windows-1252
 };
 
+/// How the paper lies.
+inline constexpr std::int16_t hochformat = 1;
+inline constexpr std::int16_t querformat = 2;
+
+/// What a printer prints.
+inline constexpr std::int16_t printer_monochrome = 1;
+inline constexpr std::int16_t printer_colour = 2;
+
+/// Units of a printer's measures.
+inline constexpr std::int16_t scale_twips = 1;
+inline constexpr std::int16_t scale_millimetres = 6;
+
 /// The printers of the system, one of which is the current one: the application printer. Calls
 /// throw PrinterError where the device refuses them loudly; a driver may also ignore a value that
 /// is written, so whoever depends on it reads it back.
@@ -93,7 +105,7 @@ class Printer {
     virtual void set_Width(float twips) = 0;
     [[nodiscard]] virtual float Height() = 0;
     virtual void set_Height(float twips) = 0;
-    /// Printable area as the paper lies. Mode 6: millimetres, mode 1: twips.
+    /// Printable area as the paper lies, in the unit of the mode.
     [[nodiscard]] virtual float ScaleWidth(std::int16_t scale_mode) = 0;
     [[nodiscard]] virtual float ScaleHeight(std::int16_t scale_mode) = 0;
     [[nodiscard]] virtual std::int16_t ColorMode() = 0;  ///< 1 monochrome, 2 colour

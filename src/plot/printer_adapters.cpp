@@ -1,13 +1,12 @@
 #include "plot/printer_adapters.h"
 
+#include "drawing/length_units.h"
 #include "plot/application_printer.h"
 #include "view/extents.h"
 
 namespace veldra {
 
 namespace {
-constexpr std::int16_t millimetres = 6;
-constexpr double millimetres_per_twip = 25.4 / 1440;
 
 std::optional<ApplicationSheets> sheets_of(Session& session, const Desk& desk) {
     return desk.printer == nullptr
@@ -23,7 +22,7 @@ PrintedSize printed_size(const FaceMetrics& face, double points, std::string_vie
 
 PrintableArea ApplicationSheets::printable_area(std::int16_t ausrichtung) {
     printer_.set_Orientation(ausrichtung);
-    return {printer_.ScaleWidth(millimetres), printer_.ScaleHeight(millimetres)};
+    return {printer_.ScaleWidth(scale_millimetres), printer_.ScaleHeight(scale_millimetres)};
 }
 
 void ApplicationSheets::ResetPrinter() {

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "drawing/length_units.h"
 #include "graphikdatei/numbers.h"
 #include "plot/application_printer.h"
 #include "plot/paper_codes.h"
@@ -12,10 +13,6 @@
 namespace veldra {
 
 namespace {
-
-constexpr std::int16_t millimetres = 6;
-constexpr std::int16_t twips = 1;
-constexpr double twips_per_millimetre = 1440 / 25.4;
 
 constexpr int most_copies = 100;
 
@@ -144,10 +141,10 @@ PaperUnits paper_units(Printer& printer) {
                 static_cast<double>(in_twips) / static_cast<double>(in_millimetres);
             return std::isfinite(value) && value > 0 ? value : twips_per_millimetre;
         };
-        const float width = printer.ScaleWidth(millimetres);
-        const float height = printer.ScaleHeight(millimetres);
-        units = {ratio(printer.ScaleWidth(twips), width),
-                 ratio(printer.ScaleHeight(twips), height)};
+        const float width = printer.ScaleWidth(scale_millimetres);
+        const float height = printer.ScaleHeight(scale_millimetres);
+        units = {ratio(printer.ScaleWidth(scale_twips), width),
+                 ratio(printer.ScaleHeight(scale_twips), height)};
     });
     return units;
 }
@@ -221,8 +218,8 @@ PaperView view_paper(Printer& printer) {
     const PaperUnits units = paper_units(printer);
     float width = 0;
     float height = 0;
-    trapped([&] { width = printer.ScaleWidth(millimetres); });
-    trapped([&] { height = printer.ScaleHeight(millimetres); });
+    trapped([&] { width = printer.ScaleWidth(scale_millimetres); });
+    trapped([&] { height = printer.ScaleHeight(scale_millimetres); });
     PaperView view;
     view.paper = state.paper;
     view.bin = state.bin;

@@ -7,6 +7,7 @@
 #include <tuple>
 
 #include "plot/application_printer.h"
+#include "plot/printer.h"
 #include "shell/fatal_error.h"
 #include "view/extents.h"
 #include "view/text_forms.h"
@@ -15,10 +16,6 @@ namespace veldra {
 
 namespace {
 
-constexpr std::int16_t hochformat = 1;
-constexpr std::int16_t querformat = 2;
-constexpr std::int16_t heftrand_oben = 1;
-constexpr std::int16_t heftrand_links = 2;
 constexpr double schmaler_rand = 0.0005;
 constexpr double binding_rand = 0.015;
 constexpr double fuss_rand = 0.012;

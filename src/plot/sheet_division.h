@@ -8,6 +8,10 @@
 
 namespace veldra {
 
+/// The edge that is wider, to bind the sheets there.
+inline constexpr std::int16_t heftrand_oben = 1;
+inline constexpr std::int16_t heftrand_links = 2;
+
 /// Printable area of a sheet, millimetres.
 struct PrintableArea {
     float breite = 0;

@@ -21,7 +21,6 @@ constexpr std::array<Ellipsoid, 5> ellipsoids{{{6377397.155, 299.1528128},
                                                {6378137.0, 298.257222101},
                                                {6378245.0, 298.3}}};
 
-constexpr std::int32_t utm = 2;
 constexpr double utm_scale = 0.9996;
 constexpr double metres_per_number = 1000000.0;
 constexpr double false_easting = 500000.0;
@@ -30,12 +29,12 @@ constexpr double radians = std::numbers::pi / 180.0;
 constexpr double widest_longitude = 80.0;
 
 double central_meridian(std::int32_t mapping, std::int32_t number) {
-    return mapping == utm ? 6.0 * number - 183.0 : 3.0 * number;
+    return mapping == mapping_utm ? 6.0 * number - 183.0 : 3.0 * number;
 }
 
 /// Strips go round the earth from 0, zones from 1.
 bool is_number_of(std::int32_t mapping, double number) {
-    return mapping == utm ? number >= 1 && number <= 60 : number >= 0 && number <= 119;
+    return mapping == mapping_utm ? number >= 1 && number <= 60 : number >= 0 && number <= 119;
 }
 
 /// The difference of two longitudes, within half a turn.
@@ -52,7 +51,7 @@ class Koordtrans::System {
         : mapping_(mapping), context_(proj_context_create()) {
         const std::string definition = fmt::format(
             "+proj=tmerc +algo=poder_engsager +lat_0=0 +lon_0=0 +x_0=0 +y_0=0 +k={} +a={} +rf={}",
-            mapping == utm ? utm_scale : 1.0, ellipsoid.semi_major_axis,
+            mapping == mapping_utm ? utm_scale : 1.0, ellipsoid.semi_major_axis,
             ellipsoid.inverse_flattening);
         proj_log_level(context_, PJ_LOG_NONE);
         projection_ = proj_create(context_, definition.c_str());
@@ -114,7 +113,7 @@ void Koordtrans::DEFSYSTEM(std::int32_t slot, std::int32_t ellipsoid, std::int32
     auto& system = slots_[static_cast<std::size_t>(slot)];
     system.reset();
     if (ellipsoid >= 1 && ellipsoid <= static_cast<std::int32_t>(ellipsoids.size()) &&
-        (mapping == 1 || mapping == utm)) {
+        (mapping == mapping_gauss_krueger || mapping == mapping_utm)) {
         system =
             std::make_unique<System>(ellipsoids[static_cast<std::size_t>(ellipsoid - 1)], mapping);
         status = 0;

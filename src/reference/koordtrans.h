@@ -6,6 +6,9 @@
 
 namespace veldra {
 
+inline constexpr std::int32_t mapping_gauss_krueger = 1;
+inline constexpr std::int32_t mapping_utm = 2;
+
 /// Plane and geographic coordinates on an ellipsoid: transverse Mercator mappings in strips.
 ///
 /// Ellipsoids: 1 Bessel, 2 Hayford, 3 WGS 72, 4 GRS 80, 5 Krassowsky. Mappings: 1 Gauß-Krüger in

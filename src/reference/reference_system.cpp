@@ -17,13 +17,11 @@ constexpr std::int16_t dhdn = 1;
 constexpr std::int16_t etrs89 = 2;
 constexpr std::int32_t bessel = 1;
 constexpr std::int32_t grs80 = 4;
-constexpr std::int32_t gauss_krueger = 1;
-constexpr std::int32_t utm = 2;
 constexpr std::int32_t last_strip_number = 15;
 
 void set_system(ObjectSelection& obj, bool strips) {
     obj.obj_bezu_elli = strips ? bessel : grs80;
-    obj.obj_bezu_abbi = strips ? gauss_krueger : utm;
+    obj.obj_bezu_abbi = strips ? mapping_gauss_krueger : mapping_utm;
 }
 
 /// Brings the selection and the size of the eastings together; the eastings decide.
@@ -33,7 +31,7 @@ void settle_selection(ObjectSelection& obj, bool strips) {
         set_system(obj, strips);
         return;
     }
-    const bool mapping_fits = obj.obj_bezu_abbi == (strips ? gauss_krueger : utm);
+    const bool mapping_fits = obj.obj_bezu_abbi == (strips ? mapping_gauss_krueger : mapping_utm);
     if (!mapping_fits || obj.obj_bezu_elli == 0) {
         set_system(obj, strips);
     }

@@ -9,6 +9,7 @@
 #include <cmath>
 
 #include "drawing/fonts.h"
+#include "drawing/length_units.h"
 #include "drawing/recording_target.h"
 #include "graphikdatei/codepage.h"
 #include "graphikdatei/numbers.h"

@@ -86,7 +86,7 @@ constexpr NumberForm tenths5{"####0.0"};
 constexpr NumberForm tenths6{"#####0.0"};
 constexpr NumberForm colour{"0000000000"};
 constexpr BooleanForm boolean;
-constexpr TextForm text;
+constexpr TextForm any_text;
 constexpr DatumForm datum;
 
 Section bezpun() {
@@ -96,7 +96,7 @@ Section bezpun() {
     keys.push_back(member_key("pubgrascr", &Settings::pubgrascr, whole5));
     add_elements(keys, "punsigplo_", &Settings::punsigplo, 0, tenths5);
     keys.push_back(member_key("pubsizplo", &Settings::pubsizplo, tenths5));
-    keys.push_back(member_key("pubfon", &Settings::pubfon, text));
+    keys.push_back(member_key("pubfon", &Settings::pubfon, any_text));
     keys.push_back(member_key("pubbol", &Settings::pubbol, boolean));
     keys.push_back(member_key("pubita", &Settings::pubita, boolean));
     keys.push_back(member_key("pubund", &Settings::pubund, boolean));
@@ -105,7 +105,7 @@ Section bezpun() {
     keys.push_back(member_key("stanptp", &Settings::stanptp, tenths5));
     keys.push_back(member_key("nubgrascr", &Settings::nubgrascr, whole5));
     keys.push_back(member_key("nubsizplo", &Settings::nubsizplo, tenths5));
-    keys.push_back(member_key("nubfon", &Settings::nubfon, text));
+    keys.push_back(member_key("nubfon", &Settings::nubfon, any_text));
     keys.push_back(member_key("nubbol", &Settings::nubbol, boolean));
     keys.push_back(member_key("nubita", &Settings::nubita, boolean));
     keys.push_back(member_key("nubund", &Settings::nubund, boolean));
@@ -176,7 +176,7 @@ void add_datum_rows(std::vector<Key>& keys, Rows rows) {
 Section verwgr() {
     Section section{"VERWGR", {}, {standard_grenzen}};
     std::vector<Key>& keys = section.keys;
-    keys.push_back(member_key("Datei", &Settings::verw_datei, text));
+    keys.push_back(member_key("Datei", &Settings::verw_datei, any_text));
     keys.push_back(member_key("Ellipsoid", &Settings::verw_elli, whole2));
     keys.push_back(member_key("Abbildung", &Settings::verw_abbi, whole2));
     add_datum_rows(keys, &Settings::verw_datum);
@@ -198,7 +198,7 @@ Section legende() {
         keys.push_back(title_key("TitelSize_", line, &Titelzeile::getTitelSize,
                                  &Titelzeile::setTitelSize, tenths5));
         keys.push_back(title_key("TitelFont_", line, &Titelzeile::getTitelFont,
-                                 &Titelzeile::setTitelFont, text));
+                                 &Titelzeile::setTitelFont, any_text));
         keys.push_back(title_key("TitelBold_", line, &Titelzeile::getTitelBold,
                                  &Titelzeile::setTitelBold, boolean));
         keys.push_back(title_key("TitelItal_", line, &Titelzeile::getTitelItal,

@@ -8,6 +8,7 @@
 #include <QScrollBar>
 #include <algorithm>
 
+#include "drawing/length_units.h"
 #include "platform/qt/picture_image.h"
 #include "settings/paths.h"
 #include "settings/profile.h"

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "drawing/length_units.h"
 #include "platform/qt/picture_image.h"
 #include "platform/qt/qt_user_interface.h"
 #include "view/pointing.h"

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "drawing/length_units.h"
 #include "platform/qt/picture_image.h"
 #include "plot/plot_job.h"
 #include "shell/frmTorvel.h"

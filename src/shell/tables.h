@@ -15,6 +15,9 @@ namespace veldra {
 /// Booleans of the tables are 16-bit integers.
 constexpr std::int16_t table_true = -1;
 constexpr std::int16_t table_false = 0;
+[[nodiscard]] constexpr std::int16_t table_boolean(bool value) {
+    return value ? table_true : table_false;
+}
 
 /// A network part of the file. Texts here and below are Windows-1252.
 struct NetworkPartRow {

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "drawing/length_units.h"
 #include "platform/qt/picture_image.h"
 #include "platform/qt/sample_picture.h"
 #include "shell/frmLogo.h"

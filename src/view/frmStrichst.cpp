@@ -7,6 +7,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "drawing/length_units.h"
+#include "drawing/pen.h"
 #include "platform/qt/picture_image.h"
 #include "platform/qt/sample_picture.h"
 #include "shell/frmLogo.h"
@@ -16,8 +18,7 @@ namespace veldra {
 namespace {
 
 constexpr double line_start = 360;  // twips from the left edge
-constexpr std::int32_t black = 0;
-constexpr double between = 6;  // pixels around the text of a width
+constexpr double between = 6;       // pixels around the text of a width
 
 /// A colour that can be read on another.
 QColor text_colour_on(const QColor& background) {
@@ -85,7 +86,7 @@ void FrmStrichst::build_width(std::size_t i) {
                 std::max(line_start, (label->sizeHint().width() + 2 * between) * twips_per_pixel);
             target.DrawStyle(0);
             target.DrawWidth(static_cast<std::int16_t>(number));
-            target.ForeColor(black);
+            target.ForeColor(pen::black);
             target.Line(static_cast<float>(start), static_cast<float>(size.height / 2),
                         static_cast<float>(size.width), static_cast<float>(size.height / 2));
         });

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "drawing/pen.h"
 #include "drawing/value_scale.h"
 #include "graphikdatei/codepage.h"
 #include "graphikdatei/numbers.h"
@@ -12,8 +13,8 @@ namespace veldra {
 
 namespace {
 
-constexpr std::int32_t black = 0;
-constexpr std::int16_t solid = 0;
+using pen::black;
+using pen::solid;
 
 /// The power of ten nearest to the number that is meant.
 double power_of_ten(int exponent) {

@@ -1,5 +1,6 @@
 #include "view/status_text.h"
 
+#include "drawing/length_units.h"
 #include "graphikdatei/numbers.h"
 #include "view/text_forms.h"
 
@@ -12,7 +13,7 @@ std::string place_text(const WorldPoint& place) {
 }
 
 std::string scale_text(const Viewport& view) {
-    constexpr double metres_per_twip = 0.0254 / 1440;
+    constexpr double metres_per_twip = millimetres_per_twip / 1000;
     const double denominator = view.ansicht_masseinheit / metres_per_twip;
     return "1 : " + GroupDigits(zahl_text(denominator, "0", "")).grouped;
 }

@@ -353,11 +353,11 @@ TEST(Circle, UnfilledCircleLeavesItsInterior) {
 }
 
 TEST(Circle, DottedOutlineIsHalfAsLong) {
-    Sheet solid(121, 121);
-    Sheet dotted(121, 121);
-    draw_circle(solid.canvas(), {60.5, 60.5}, {50.0, 1, black, red, false, 0});
-    draw_circle(dotted.canvas(), {60.5, 60.5}, {50.0, 1, black, red, false, 3});
-    EXPECT_NEAR(dotted.painted() / static_cast<double>(solid.painted()), 0.5, 0.06);
+    Sheet with_solid(121, 121);
+    Sheet with_dots(121, 121);
+    draw_circle(with_solid.canvas(), {60.5, 60.5}, {50.0, 1, black, red, false, 0});
+    draw_circle(with_dots.canvas(), {60.5, 60.5}, {50.0, 1, black, red, false, 3});
+    EXPECT_NEAR(with_dots.painted() / static_cast<double>(with_solid.painted()), 0.5, 0.06);
 }
 
 TEST(Circle, ClipsAtEveryEdgeAndForHugeSizes) {

@@ -252,11 +252,11 @@ TEST_F(LabelPainterTest, ColourAndUnderline) {
     paint({text}, font, 0x0000FF);
     bool whole_row = false;
     for (int y = 0; y < image_.height(); ++y) {
-        int red = 0;
+        int red_pixels = 0;
         for (int x = 20; x < 20 + static_cast<int>(text.width); ++x) {
-            red += image_.pixel(x, y) == 0xffff0000U ? 1 : 0;
+            red_pixels += image_.pixel(x, y) == 0xffff0000U ? 1 : 0;
         }
-        whole_row = whole_row || red == static_cast<int>(text.width);
+        whole_row = whole_row || red_pixels == static_cast<int>(text.width);
     }
     EXPECT_TRUE(whole_row);
 }

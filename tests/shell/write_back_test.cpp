@@ -27,7 +27,7 @@ using testing_support::file_bytes;
 using testing_support::not_permitted;
 using testing_support::run_in_child;
 
-constexpr const char* two_parts =
+constexpr const char* parts_with_two_points =
     "NETZTEIL A\nMAßSTABGRUNDRISS 1000 5 6 9\n"
     "PUNKTSIGNATUR 10 20 0 0 1 \"1\"\nPUNKTSIGNATUR 40 60 0 0 0 \"2\"\n"
     "NETZTEIL B\nMAßSTABGRUNDRISS 500 7 8 9\n"
@@ -48,7 +48,7 @@ class WriteBack : public testing_support::SessionOnFile {
  protected:
     void SetUp() override {
         std::filesystem::create_directory(folder.path("netze"));
-        path = folder.file("netze/ve.dat", from_utf8(two_parts));
+        path = folder.file("netze/ve.dat", from_utf8(parts_with_two_points));
         desk.rescue_folder = folder.path("dokumente/Kelvara");
         run.ini_datei = folder.path("VELDRA.INI");
         run.programm_aktiv = true;
@@ -131,7 +131,7 @@ TEST_F(WriteBack, CopyThatFindsNoRoomBesideTheFileGoesToTheUsersFolder) {
     EXPECT_THAT(text, HasSubstr(rescued + "\n"));
     EXPECT_THAT(text, Not(HasSubstr("Sichern Sie")));
     EXPECT_TRUE(holds_all_changes(rescued));
-    EXPECT_EQ(file_bytes(path), from_utf8(two_parts));
+    EXPECT_EQ(file_bytes(path), from_utf8(parts_with_two_points));
 }
 
 TEST_F(WriteBack, RescuedCopyOverwritesNoEarlierOne) {
@@ -180,7 +180,7 @@ TEST_F(WriteBack, ProtectedFolderNamesFileAndReasonFirst) {
         GTEST_SKIP() << "this system does not let the test become an ordinary user";
     }
     EXPECT_EQ(code, 0);
-    EXPECT_EQ(file_bytes(path), from_utf8(two_parts));
+    EXPECT_EQ(file_bytes(path), from_utf8(parts_with_two_points));
 }
 
 TEST_F(WriteBack, ProtectedFileKeepsItsWorkingCopyBeside) {
@@ -204,7 +204,7 @@ TEST_F(WriteBack, ProtectedFileKeepsItsWorkingCopyBeside) {
         GTEST_SKIP() << "this system does not let the test become an ordinary user";
     }
     EXPECT_EQ(code, 0);
-    EXPECT_EQ(file_bytes(path), from_utf8(two_parts));
+    EXPECT_EQ(file_bytes(path), from_utf8(parts_with_two_points));
 }
 
 TEST_F(WriteBack, FullDiskIsNamedAndTheCopyGoesWhereThereIsRoom) {
@@ -217,7 +217,7 @@ TEST_F(WriteBack, FullDiskIsNamedAndTheCopyGoesWhereThereIsRoom) {
             return not_permitted;
         }
         // Room for the file and its mark, but not for a copy of it.
-        std::string file = from_utf8(two_parts);
+        std::string file = from_utf8(parts_with_two_points);
         for (int i = 0; i < 40; ++i) {
             file += "KOMMENTAR " + std::string(1000, 'x') + "\n";
         }
@@ -340,7 +340,7 @@ TEST_F(WriteBack, FileThatIsTheSameIsNotAskedAbout) {
 }
 
 TEST_F(WriteBack, FileOpenElsewhereIsToldBeforeTheOpenOneIsLeft) {
-    const std::string other_path = folder.file("ve_2.dat", from_utf8(two_parts));
+    const std::string other_path = folder.file("ve_2.dat", from_utf8(parts_with_two_points));
     open_and_move();
     FileWatch other;
     ASSERT_TRUE(other.reserve(other_path));
@@ -352,7 +352,7 @@ TEST_F(WriteBack, FileOpenElsewhereIsToldBeforeTheOpenOneIsLeft) {
     EXPECT_THAT(ui.texts[0], HasSubstr(" auf "));  // who has it open
     EXPECT_EQ(session.graphikdatei, path);
     EXPECT_EQ(session.pu[2].pu_bez_rechts, 70);
-    EXPECT_EQ(file_bytes(path), from_utf8(two_parts));
+    EXPECT_EQ(file_bytes(path), from_utf8(parts_with_two_points));
     ui.answer = true;
     datei_neu_laden(session, other_path, OpenedBy::open_command, desk);
     EXPECT_EQ(session.graphikdatei, other_path);

@@ -13,10 +13,6 @@ namespace {
 
 constexpr double kGon = std::numbers::pi / 200.0;
 
-const Position& at(const std::vector<Position>& points, int index) {
-    return points[static_cast<std::size_t>(index)];
-}
-
 double millimetres(double value) {
     return std::round(value * 1000.0) / 1000.0;
 }

@@ -16,6 +16,10 @@ struct Position {
     double height = 0.0;
 };
 
+inline const Position& at(const std::vector<Position>& positions, int index) {
+    return positions[static_cast<std::size_t>(index)];
+}
+
 enum class Kind {
     kDistance,             ///< in the plane, metres
     kDirection,            ///< of a set with an unknown orientation, radians

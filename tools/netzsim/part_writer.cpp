@@ -33,10 +33,6 @@ std::string_view keyword(Kind kind) {
     return "GPS-RAUMVEKTOR";
 }
 
-const Position& at(const std::vector<Position>& positions, int index) {
-    return positions[static_cast<std::size_t>(index)];
-}
-
 Position centimetres(const Position& metres) {
     return {100.0 * metres.east, 100.0 * metres.north, 100.0 * metres.height};
 }

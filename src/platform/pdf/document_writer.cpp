@@ -10,6 +10,7 @@
 #include "platform/os/files.h"
 #include "platform/pdf/document.h"
 #include "platform/pdf/font_embedding.h"
+#include "platform/pdf/pdf_name.h"
 
 namespace veldra {
 
@@ -50,10 +51,6 @@ constexpr std::array<const char*, 7> layer_names{
 
 QPDFObjectHandle text_string(std::string_view windows_1252) {
     return QPDFObjectHandle::newUnicodeString(to_utf8(windows_1252));
-}
-
-QPDFObjectHandle name(const std::string& text) {
-    return QPDFObjectHandle::newName(text);
 }
 
 QPDFObjectHandle empty_dictionary() {

@@ -13,7 +13,6 @@ namespace veldra {
 
 namespace {
 
-constexpr unsigned char no_break_space = 0xA0;
 constexpr unsigned char soft_hyphen = 0xAD;
 
 /// Frees what fontconfig hands out.

@@ -30,6 +30,8 @@ struct FontFile {
     }
 };
 
+inline constexpr unsigned char no_break_space = 0xA0;
+
 /// Bytes that show nothing and take no room: tab, line and page ends, the soft hyphen.
 [[nodiscard]] bool is_silent(unsigned char byte);
 

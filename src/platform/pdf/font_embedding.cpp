@@ -14,16 +14,11 @@
 #include "graphikdatei/codepage.h"
 #include "platform/pdf/deflater.h"
 #include "platform/pdf/outline_font.h"
+#include "platform/pdf/pdf_name.h"
 
 namespace veldra {
 
 namespace {
-
-constexpr unsigned char no_break_space = 0xA0;
-
-QPDFObjectHandle name(const std::string& text) {
-    return QPDFObjectHandle::newName(text);
-}
 
 QPDFObjectHandle integer(double value) {
     return QPDFObjectHandle::newInteger(std::llround(value));

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <new>
 
+#include "drawing/length_units.h"
 #include "platform/os/files.h"
 #include "platform/pdf/circle_forms.h"
 #include "platform/pdf/document.h"
@@ -14,14 +15,11 @@ namespace veldra {
 namespace {
 
 constexpr const char* device_name = "PDF-Datei";
-constexpr double millimetres_per_inch = 25.4;
-constexpr double twips_per_millimetre = 1440 / millimetres_per_inch;
 constexpr double margin = 5;
 constexpr double smallest_side = 15;
 constexpr double largest_side = 5000;
 constexpr std::int16_t automatic_bin = 15;
 constexpr std::int16_t a4 = 9;
-constexpr std::int16_t in_millimetres = 6;
 
 float to_twips(double millimetres) {
     return static_cast<float>(millimetres * twips_per_millimetre);
@@ -38,7 +36,7 @@ void set_side(double& side, float twips) {
 
 float printable(double side, std::int16_t scale_mode) {
     const double inner = side - 2 * margin;
-    return scale_mode == in_millimetres ? static_cast<float>(inner) : to_twips(inner);
+    return scale_mode == scale_millimetres ? static_cast<float>(inner) : to_twips(inner);
 }
 
 [[noreturn]] void refuse_index() {

@@ -15,6 +15,7 @@
 #include "graphikdatei/codepage.h"
 #include "platform/qt/qt_font.h"
 #include "platform/qt/sample_picture.h"
+#include "shell/tables.h"
 
 namespace veldra {
 
@@ -31,10 +32,6 @@ std::optional<std::int32_t> ask_for_colour(QWidget* parent, const QString& name,
         return std::nullopt;
     }
     return from_qcolor(dialog.currentColor());
-}
-
-std::int16_t table_boolean(bool value) {
-    return value ? std::int16_t{-1} : std::int16_t{0};
 }
 
 FontSpec font_spec(const QFont& font) {

@@ -20,10 +20,6 @@ namespace veldra {
 
 namespace {
 
-std::int16_t table_boolean(bool value) {
-    return value ? table_true : table_false;
-}
-
 /// The font as it is drawn: where the system lacks its face, in the one that stands in for it.
 QFont shown_font(const FontSpec& spec) {
     QFont font = text_font(spec);

@@ -14,8 +14,6 @@ class Printer;
 
 /// Background of the picture.
 constexpr QRgb picture_background = qRgb(255, 250, 240);
-/// A logical pixel of the picture.
-constexpr double twips_per_pixel = 15;
 
 /// The mapping of the session's view to a picture of this size.
 [[nodiscard]] PictureMapping session_mapping(const Session& session, const QImage& image,

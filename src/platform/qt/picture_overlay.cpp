@@ -3,6 +3,7 @@
 #include <QPen>
 #include <algorithm>
 
+#include "drawing/length_units.h"
 #include "platform/qt/picture_image.h"
 #include "plot/sheet_outlines.h"
 #include "view/sheet_moving.h"

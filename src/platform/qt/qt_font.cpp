@@ -10,6 +10,10 @@ QString to_qstring(std::string_view bytes) {
     return QString::fromStdString(to_utf8(bytes));
 }
 
+QString utf8_qstring(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
 QFont text_font(const FontSpec& font) {
     QFont result(to_qstring(font.face));
     result.setPointSizeF(std::max(font.points, 0.1));

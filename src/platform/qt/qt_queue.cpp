@@ -8,6 +8,7 @@
 #include <string_view>
 #include <utility>
 
+#include "drawing/length_units.h"
 #include "platform/pdf/pdf_printer.h"
 #include "platform/qt/qt_font.h"
 #include "platform/qt/qt_user_interface.h"
@@ -18,12 +19,6 @@ namespace veldra {
 
 namespace {
 
-constexpr std::int16_t querformat = 2;
-constexpr std::int16_t monochrome = 1;
-constexpr std::int16_t colour = 2;
-constexpr std::int16_t scale_twips = 1;
-constexpr double millimetres_per_inch = 25.4;
-constexpr double twips_per_millimetre = 1440 / millimetres_per_inch;
 constexpr double millimetres_per_point = millimetres_per_inch / 72;
 /// A queue that was there this many milliseconds ago is taken to be there.
 constexpr qint64 sight_lasts = 2000;
@@ -115,7 +110,8 @@ void QtQueue::forget_settings() {
         paper_ = QPageSize(QPageSize::A4);
     }
     bin_ = bin_as_set;
-    colour_mode_ = info_.defaultColorMode() == QPrinter::Color ? colour : monochrome;
+    colour_mode_ =
+        info_.defaultColorMode() == QPrinter::Color ? printer_colour : printer_monochrome;
     sheet_.reset();
 }
 
@@ -163,7 +159,7 @@ void QtQueue::set_PaperBin(std::int16_t code) {
 
 void QtQueue::set_ColorMode(std::int16_t mode) {
     const bool has_colour = info_.supportedColorModes().contains(QPrinter::Color);
-    colour_mode_ = mode == colour && has_colour ? colour : monochrome;
+    colour_mode_ = mode == printer_colour && has_colour ? printer_colour : printer_monochrome;
 }
 
 /// Takes a size as the paper lies; the paper itself is stored upright.
@@ -207,7 +203,7 @@ std::unique_ptr<QPrinter> QtQueue::make_printer() const {
     auto printer = std::make_unique<QPrinter>(info_, QPrinter::HighResolution);
     printer->setFullPage(true);
     printer->setPageSize(paper_);
-    printer->setColorMode(colour_mode_ == colour ? QPrinter::Color : QPrinter::GrayScale);
+    printer->setColorMode(colour_mode_ == printer_colour ? QPrinter::Color : QPrinter::GrayScale);
     printer->setCopyCount(1);
     return printer;
 }

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "drawing/length_units.h"
 #include "platform/qt/picture_image.h"
 #include "platform/qt/raster_target.h"
 
