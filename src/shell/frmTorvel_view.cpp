@@ -24,10 +24,14 @@ void FrmTorvel::build_gestures() {
     setStatusBar(status_);
     progress_ = new TorvelProgress(*status_);
     progress_->before_events = [this] {
-        if (session_.datei_geladen == 1) {
-            picture_->show_unfinished();
+        if (session_.datei_geladen != 1 && !picture_->is_drawing()) {
+            picture_->clear();  // the file before has been left
         }
+        picture_->show_unfinished();
     };
+    connect(picture_, &PictureWidget::redraw_missed, this, &FrmTorvel::make_up_redraw);
+    redraw_timer_.setSingleShot(true);
+    connect(&redraw_timer_, &QTimer::timeout, this, &FrmTorvel::make_up_redraw);
     GestureHost host;
     host.idle = [this] {
         return !busy_ && !failed_ && session_.datei_geladen == 1 && !picture_->shown().isNull();
@@ -105,6 +109,24 @@ void FrmTorvel::add_view_commands(std::map<ToolButton, Command>& commands) {
         show_whole(session_);
         return true;
     });
+}
+
+void FrmTorvel::make_up_redraw() {
+    constexpr int retry_after = 20;  // milliseconds
+    if (busy_) {
+        redraw_timer_.start(retry_after);
+        return;
+    }
+    redraw_open_file();
+}
+
+void FrmTorvel::revocable(const Command& change) {
+    const TorvelProgress::MayCancel may_cancel(*progress_);
+    try {
+        change();
+    } catch (const WorkCancelled&) {
+        // What was shown before is still shown.
+    }
 }
 
 void FrmTorvel::opening(const Command& open) {
