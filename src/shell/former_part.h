@@ -9,8 +9,8 @@
 namespace veldra {
 
 /// What the session holds of the current network part, kept while another part or another selection
-/// is read. Unless that comes to its end (`replaced`), all of it comes back: a reading that fails or
-/// is given up leaves the session as it was.
+/// is read. Unless that comes to its end (`replaced`), all of it comes back: a reading that fails
+/// or is given up leaves the session as it was.
 class FormerPart {
  public:
     enum class Points : std::uint8_t {

@@ -225,6 +225,7 @@ void FrmTorvel::synchronise() {
     setWindowTitle(QString::fromStdString(session_.window.caption));
     session_.window[MenuItem::m_datei_bild].enabled = session_.datei_geladen == 1;
     status_->synchronise(session_);
+    gestures_->synchronise();
     commands_->synchronise(session_.window);
     place_legend_control();
     synchronise_dialogs();

@@ -1,6 +1,7 @@
 // The part of the main window that looks after the view: zoom, undo, pictures as files, what the
 // user drops on it.
 #include <QAction>
+#include <QApplication>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileInfo>
@@ -187,7 +188,10 @@ void FrmTorvel::save_picture() {
 }
 
 QString FrmTorvel::dropped_file(const QMimeData& dropped) const {
-    if (run_.is_project() || busy_ || failed_ || dropped.urls().size() != 1) {
+    // The toolkit takes drops for a window beneath a dialog as well.
+    const bool may_open =
+        !run_.is_project() && !busy_ && !failed_ && QApplication::activeModalWidget() == nullptr;
+    if (!may_open || dropped.urls().size() != 1) {
         return {};
     }
     const QString path = dropped.urls().constFirst().toLocalFile();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "graphikdatei/writer.h"
 #include "view/undo.h"
 
 namespace veldra {
@@ -35,10 +36,9 @@ void LongWork::forget_shares() {
 }
 
 void forget_file(Session& session) {
-    session.datei_geladen = 0;
+    close_document(session);
     session.graphikdatei.clear();
     session.arbeitsdatei_basis.clear();
-    session.arbeitsdatei_suffix.clear();
     session.netz.clear();
     session.netz_aktuell = 0;
     session.pu.clear();

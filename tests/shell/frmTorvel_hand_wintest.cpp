@@ -613,6 +613,10 @@ class FrmTorvelHandTest : public test::TorvelFixture {
         const QString before = scale->text();
         action("lupe_minus")->trigger();
         QVERIFY(scale->text() != before);
+        // Beneath the pointer there is other ground now.
+        const QString left = QString::number(session_.view.ansicht_rw_min, 'f', 2);
+        QVERIFY(left != text("3500000.00"));
+        QVERIFY2(place->text().startsWith(text("Rechtswert ") + left), qPrintable(place->text()));
         QEvent leave(QEvent::Leave);
         QApplication::sendEvent(&picture(), &leave);
         QVERIFY(place->text().isEmpty());
@@ -659,6 +663,15 @@ class FrmTorvelHandTest : public test::TorvelFixture {
         drop_on_window(
             {QUrl::fromLocalFile(path("ve_fall.dat")), QUrl::fromLocalFile(path("ve_fall.dat"))},
             false);
+    }
+
+    void a_dialog_keeps_files_from_being_dropped_on_the_window() {
+        start_with_network();
+        write("ve_fall.dat", square_network);
+        action("m_torvel_objekte")->trigger();
+        QVERIFY(QApplication::activeModalWidget() != nullptr);
+        drop_on_window({QUrl::fromLocalFile(path("ve_fall.dat"))}, false);
+        QCOMPARE(session_.graphikdatei, system_path(path("ve_quadrat.dat")));
     }
 
     void a_project_takes_no_dropped_file() {

@@ -80,9 +80,15 @@ class LongWorkTest : public TorvelFixture {
 
  private:
     [[nodiscard]] PictureWidget& picture() const { return window_->picture(); }
-    [[nodiscard]] QProgressBar& bar() const { return control<QProgressBar>(*window_, "bar_fortschritt"); }
-    [[nodiscard]] QPushButton& give_up() const { return control<QPushButton>(*window_, "cmd_abbrechen"); }
-    [[nodiscard]] FrmNetzteile& parts() const { return control<FrmNetzteile>(*window_, "frmNetzteile"); }
+    [[nodiscard]] QProgressBar& bar() const {
+        return control<QProgressBar>(*window_, "bar_fortschritt");
+    }
+    [[nodiscard]] QPushButton& give_up() const {
+        return control<QPushButton>(*window_, "cmd_abbrechen");
+    }
+    [[nodiscard]] FrmNetzteile& parts() const {
+        return control<FrmNetzteile>(*window_, "frmNetzteile");
+    }
 
     void open(const char* name, const QByteArray& bytes) {
         write(name, bytes);
@@ -117,10 +123,10 @@ class LongWorkTest : public TorvelFixture {
         const Label& label = session_.lbl_pubez.back();
         const double pixel = session_.view.ansicht_masseinheit * 15;
         const QPoint from(
-            static_cast<int>(std::lround(static_cast<double>(label.left + label.width / 2) / pixel)),
-            picture().height() -
-                static_cast<int>(std::lround(
-                    static_cast<double>(label.top - label.height / 2) / pixel)));
+            static_cast<int>(
+                std::lround(static_cast<double>(label.left + label.width / 2) / pixel)),
+            picture().height() - static_cast<int>(std::lround(
+                                     static_cast<double>(label.top - label.height / 2) / pixel)));
         QTest::mousePress(&picture(), Qt::LeftButton, {}, from);
         QTest::mouseRelease(&picture(), Qt::LeftButton, {}, from + QPoint(40, -30));
     }
@@ -205,13 +211,21 @@ class LongWorkTest : public TorvelFixture {
         start_with(square_network);
         QList<int> reading;
         QList<int> drawing;
+        const QSize size = picture().size();
         be_slow([&] {
+            QVERIFY(bar().isVisible());
+            QCOMPARE(picture().size(), size);  // it takes no room from the picture
             if (slow_.share()) {
                 QCOMPARE(bar().maximum(), 100);
                 QCOMPARE(bar().value(), static_cast<int>(std::floor(*slow_.share() * 100)));
                 const bool draws = slow_.step() == LongWork::Step::drawing;
                 QCOMPARE(bar().format(), text(draws ? "Zeichnen %p %" : "Lesen %p %"));
                 (draws ? drawing : reading) << bar().value();
+                const QString pictures = qEnvironmentVariable("VELDRA_PICTURES");
+                if (!pictures.isEmpty()) {
+                    QVERIFY(window_->grab().save(pictures +
+                                                 text(draws ? "/Zeichnen.png" : "/Lesen.png")));
+                }
             } else {
                 QCOMPARE(bar().maximum(), 0);
             }
@@ -259,8 +273,9 @@ class LongWorkTest : public TorvelFixture {
         QCOMPARE(session_.netz_aktuell, 2);
         QCOMPARE(session_.pu.count(), 20);
         QVERIFY(window_->close());
-        QVERIFY(read("ve_lang.dat").contains(
-            "\"" + QByteArray::number(many) + "\"" + QByteArray::number(moved, 'f', 1).rightJustified(10)));
+        QVERIFY(read("ve_lang.dat")
+                    .contains("\"" + QByteArray::number(many) + "\"" +
+                              QByteArray::number(moved, 'f', 1).rightJustified(10)));
         QVERIFY(!QFile::exists(path("ve_lang.dat_1")));
     }
 
@@ -359,6 +374,10 @@ class LongWorkTest : public TorvelFixture {
         QTRY_COMPARE(boxes.seen.size(), std::size_t{1});
         QTRY_COMPARE(session_.datei_geladen, std::int16_t{0});
         QVERIFY(picture().shown().isNull());
+        for (const char* name : {"lupe_plus", "plot_ein", "m_torvel_ansicht", "m_torvel_objekte"}) {
+            QVERIFY2(!action(name)->isEnabled(), name);
+        }
+        QCOMPARE(window_->windowTitle(), text("VELDRA - [keine Graphikdatei eröffnet]"));
         QVERIFY(window_->close());
         QCOMPARE(read("ve_lang.dat"), diagonal(many, 7));
     }
