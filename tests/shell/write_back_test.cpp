@@ -11,7 +11,10 @@
 
 #include "child_process.h"
 #include "fake_measurer.h"
+#include "plot/application_printer.h"
+#include "plot/plot_job.h"
 #include "recording_interface.h"
+#include "scripted_printer.h"
 #include "session_fixture.h"
 #include "shell/fatal_error.h"
 #include "shell/file_commands.h"
@@ -319,6 +322,22 @@ TEST_F(WriteBack, SelectionThatCannotBeReadLeavesTheMoves) {
     EXPECT_THAT(text, HasSubstr("Ihr Stand bleibt in der Arbeitskopie\n" + path + "_1"));
     EXPECT_TRUE(holds_all_changes(path + "_1"));
     EXPECT_EQ(before.obj_beob, session.obj.obj_beob);
+}
+
+TEST_F(WriteBack, PlotOfAPartThatCannotBeReadLeavesTheMovesOfThePartInView) {
+    rewrite_file(from_utf8(std::string(two_parts) + "PUNKTSIGNATUR 1 2 40000 0 1\n"));
+    test::ScriptedPrinter printer;
+    take_printer(session, &printer);
+    desk.printer = &printer;
+    open_and_move();
+    const std::string text = failure([this] { (void)plotten_alle(session, desk); });
+    EXPECT_GT(printer.heights_measured, 0);  // the part in view was plotted first
+    EXPECT_THAT(text, StartsWith("Laufzeitfehler '6': Überlauf"));
+    EXPECT_THAT(text, HasSubstr("Ihr Stand bleibt in der Arbeitskopie\n" + path + "_1"));
+    EXPECT_TRUE(holds_all_changes(path + "_1"));
+    EXPECT_THAT(squeezed(path + "_1"), HasSubstr("NETZTEIL B"));
+    EXPECT_THAT(squeezed(path + "_1"), HasSubstr("PUNKTSIGNATUR 1 2 40000 0 1"));
+    EXPECT_EQ(session.datei_geladen, 0);
 }
 
 TEST_F(WriteBack, FailureWithoutAFileIsToldAsItIs) {
