@@ -12,6 +12,7 @@
 #include "graphikdatei/observation_pass.h"
 #include "graphikdatei/point_pass.h"
 #include "graphikdatei/value_pass.h"
+#include "shell/former_part.h"
 
 namespace veldra {
 namespace {
@@ -85,6 +86,35 @@ void all_passes(benchmark::State& state) {
     }
 }
 
+/// Ellipses are shown before and after.
+void begin_selection(Session& session, std::int64_t points) {
+    bench::use_large_file(session, points);
+    session.obj.obj_puwe = 7;
+    derive_value_modes(session.obj);
+    punkt_lesen(session);
+}
+
+void two_passes(benchmark::State& state) {
+    Session session;
+    begin_selection(session, state.range(0));
+    for (auto _ : state) {
+        beob_lesen(session);
+        wert_lesen(session);
+    }
+}
+
+/// The same with the way back, for a change that is given up.
+void revocable_change_of_selection(benchmark::State& state) {
+    Session session;
+    begin_selection(session, state.range(0));
+    for (auto _ : state) {
+        FormerPart former(session, FormerPart::Points::copied, session.obj);
+        beob_lesen(session);
+        wert_lesen(session);
+        former.replaced();
+    }
+}
+
 void sizes(benchmark::internal::Benchmark* bench) {
     bench->Arg(10000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
 }
@@ -97,6 +127,8 @@ BENCHMARK(one_pass<punkt_lesen>)->Name("point pass")->Apply(sizes);
 BENCHMARK(one_pass<beob_lesen>)->Name("observation pass")->Apply(sizes);
 BENCHMARK(one_pass<wert_lesen>)->Name("value pass")->Apply(sizes);
 BENCHMARK(all_passes)->Apply(sizes);
+BENCHMARK(two_passes)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(revocable_change_of_selection)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace veldra

@@ -1,5 +1,6 @@
 #include "drawing/pipeline.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 
@@ -104,6 +105,19 @@ void report_empty(Session& session, UserInterface& ui) {
     ui.message_box(MessageStyle::critical, " Fehler ", text);
 }
 
+/// Rows that the layers of the selection run through, each for itself; 1 at least.
+double rows_to_draw(const Session& session) {
+    const ObjectSelection& obj = session.obj;
+    const double lines = session.lin.count();
+    const double points = session.pu.count();
+    double rows = obj.obj_beob >= 1 && obj.obj_beob <= 3 ? lines : 0;
+    for (const bool drawn : {obj.obj_pusi != 0, obj.obj_wert_lage != 0, obj.obj_wert_hoehe != 0}) {
+        rows += drawn ? points : 0;
+    }
+    const double labels = points;
+    return std::max(1.0, rows + labels);
+}
+
 /// Labels of an older view would stand at wrong places.
 void hide_labels(Session& session) {
     for (Label& label : session.lbl_pubez) {
@@ -197,7 +211,11 @@ void draw_boundaries_or_report(Session& session, UserInterface& ui,
 
 void draw_or_give_up(Session& session, DrawingTarget& target,
                      const std::function<void(DrawingTarget&)>& draw) {
-    WatchedTarget watched(target, session.work);
+    const double rows = rows_to_draw(session);
+    session.view_index.begin_counting();
+    WatchedTarget watched(target, session.work, [&session, rows] {
+        return static_cast<double>(session.view_index.rows_passed()) / rows;
+    });
     try {
         draw(watched);
     } catch (const WorkCancelled&) {

@@ -44,6 +44,11 @@ class ViewIndex {
     void visit_points(const PointTable& points, const std::optional<TargetBox>& box,
                       const PointMargin& margin, Visit&& visit) const;
 
+    /// Rows that the visits have left behind since begin_counting, visited or not: how far a
+    /// drawing is.
+    [[nodiscard]] std::int64_t rows_passed() const { return rows_passed_; }
+    void begin_counting() { rows_passed_ = 0; }
+
     /// Rows of orientation directions, in their order.
     [[nodiscard]] const std::vector<std::int32_t>& orientations() const { return orientations_; }
     [[nodiscard]] std::size_t longest_remote_name() const { return longest_remote_name_; }
@@ -157,10 +162,11 @@ class ViewIndex {
 
     /// Visits the rows 1 to `count` of `table` whose block and then whose row touches.
     template <typename Table, typename BlockTouches, typename RowTouches, typename Visit>
-    static void visit_touching(const Table& table, std::int32_t count, BlockTouches block_touches,
-                               RowTouches row_touches, Visit& visit) {
+    void visit_touching(const Table& table, std::int32_t count, BlockTouches block_touches,
+                        RowTouches row_touches, Visit& visit) const {
         Hits<Table, Visit> hits(table, visit);
         for (std::int32_t first = 1; first <= count; first += block_rows) {
+            rows_passed_ += block_rows;
             if (!block_touches(static_cast<std::size_t>(first / block_rows))) {
                 continue;
             }
@@ -181,6 +187,7 @@ class ViewIndex {
     void build_points(const PointTable& points);
     [[nodiscard]] PointBox point_box(const PointTable& points, std::int32_t row);
 
+    mutable std::int64_t rows_passed_ = 0;
     std::optional<std::uint64_t> revision_;
     double origin_x_ = 0;
     double origin_y_ = 0;
@@ -203,6 +210,7 @@ void ViewIndex::visit_lines(const LineTable& lines, const std::optional<TargetBo
     const auto count = static_cast<std::int32_t>(line_boxes_.size()) - 1;
     if (!box) {
         for (std::int32_t row = 1; row <= count; ++row) {
+            ++rows_passed_;
             visit(row);
         }
         return;
@@ -220,6 +228,7 @@ void ViewIndex::visit_points(const PointTable& points, const std::optional<Targe
     const auto count = static_cast<std::int32_t>(point_boxes_.size()) - 1;
     if (!box) {
         for (std::int32_t row = 1; row <= count; ++row) {
+            ++rows_passed_;
             visit(row);
         }
         return;

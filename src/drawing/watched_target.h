@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <utility>
 
 #include "drawing/target.h"
 #include "shell/long_work.h"
@@ -10,9 +12,12 @@ namespace veldra {
 /// Hands everything on to another target and lets long drawings be followed and given up.
 class WatchedTarget final : public DrawingTarget {
  public:
-    /// `work` may be null. What is drawn throws WorkCancelled when the work is to end.
-    WatchedTarget(DrawingTarget& target, LongWork* work) : target_(target), work_(work) {}
+    /// `work` may be null. What is drawn throws WorkCancelled when the work is to end. `share`
+    /// tells how much of the drawing is done, 0 to 1; empty if that is not known.
+    WatchedTarget(DrawingTarget& target, LongWork* work, std::function<double()> share = {})
+        : target_(target), work_(work), share_(std::move(share)) {}
 
+    void begin_row(std::int32_t row) override { target_.begin_row(row); }
     void DrawStyle(std::int16_t style) override { target_.DrawStyle(style); }
     void DrawWidth(std::int16_t width) override { target_.DrawWidth(width); }
     void ForeColor(std::int32_t colour) override { target_.ForeColor(colour); }
@@ -52,13 +57,17 @@ class WatchedTarget final : public DrawingTarget {
  private:
     void count() {
         constexpr std::uint32_t often = 1024;
-        if (++operations_ % often == 0) {
+        if (++operations_ % often == 0 && work_ != nullptr) {
+            if (share_) {
+                work_->tell_drawing(share_());
+            }
             report_work(work_);
         }
     }
 
     DrawingTarget& target_;
     LongWork* work_;
+    std::function<double()> share_;
     std::uint32_t operations_ = 0;
 };
 

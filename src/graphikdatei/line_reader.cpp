@@ -11,7 +11,7 @@ constexpr std::size_t window_size = std::size_t{256} * 1024;
 }
 
 LineReader::LineReader(const std::string& path, LongWork* work)
-    : work_(work), file_(path), buffer_(window_size) {}
+    : work_(work), file_(path), size_(file_.size()), buffer_(window_size) {}
 
 bool LineReader::next(std::string_view& line) {
     while (true) {
@@ -57,7 +57,21 @@ bool LineReader::refill() {
     }
     const std::size_t count = file_.read(buffer_.data() + end_, buffer_.size() - end_);
     end_ += count;
+    tell_work(count);
     return count > 0;
+}
+
+void LineReader::tell_work(std::size_t count) {
+    read_ += count;
+    if (work_ == nullptr || at_the_end_) {
+        return;
+    }
+    at_the_end_ = count == 0;
+    if (at_the_end_) {
+        work_->tell_read();
+    } else if (read_ <= size_) {
+        work_->tell_reading(static_cast<double>(read_) / static_cast<double>(size_));
+    }
 }
 
 }  // namespace veldra

@@ -16,7 +16,7 @@ class LongWork;
 class LineReader {
  public:
     /// Throws FatalError, naming file and reason, when the file cannot be opened. `work` hears of
-    /// each window that is read.
+    /// each window that is read, and how much of the file has been read by then.
     explicit LineReader(const std::string& path, LongWork* work = nullptr);
 
     /// Moves to the next line; false at the end of the file. The line stays valid until the next
@@ -28,9 +28,13 @@ class LineReader {
 
  private:
     bool refill();
+    void tell_work(std::size_t count);
 
     LongWork* work_;
     InputFile file_;
+    std::uint64_t size_ = 0;   ///< bytes of the file
+    std::uint64_t read_ = 0;   ///< bytes of it that have been read
+    bool at_the_end_ = false;  ///< and that this was all of it has been told
     std::vector<char> buffer_;
     std::size_t begin_ = 0;    ///< first byte not yet handed out
     std::size_t scanned_ = 0;  ///< bytes before it hold no line end

@@ -12,7 +12,9 @@
 #include "plot/plot_page.h"
 #include "plot/printer_adapters.h"
 #include "reference/reference_system.h"
+#include "shell/fatal_error.h"
 #include "shell/hourglass.h"
+#include "shell/write_back.h"
 #include "view/viewport.h"
 
 namespace veldra {
@@ -121,11 +123,16 @@ class PartInView {
           obj_(session.obj),
           titel_(session.titel) {}
 
-    void restore(Session& session, const Desk& desk) const {
-        const Hourglass hourglass(session, desk.ui);
+    /// Its place in the tables of parts, its selection and its titles.
+    void choose(Session& session) const {
         make_current(session, part_);
         session.obj = obj_;
         session.titel = titel_;
+    }
+
+    void restore(Session& session, const Desk& desk) const {
+        const Hourglass hourglass(session, desk.ui);
+        choose(session);
         read_part(session);
         divide_and_resolve(session, desk);
         FitView(session, view_.ansicht_rw_min, view_.ansicht_hw_min, view_.ansicht_rw_max,
@@ -228,17 +235,23 @@ void PlotAllMarked(Session& session, Printer& printer, const Desk& desk, std::in
     arbeitskopie_schreiben(session);
     store_plot_settings(session);
     const PartInView in_view(session);
-    trap_printer(desk.ui, abbruch, [&] {
-        settle_marked_parts(session, desk);
-        for (int copy = 1; copy <= session.printer.exemplare && abbruch == 0; ++copy) {
-            visit_marked(session, [&](std::int32_t part) {
-                if (abbruch == 0) {
-                    plot_marked_part(session, printer, desk, part, abbruch);
-                }
-            });
-        }
-    });
-    in_view.restore(session, desk);
+    try {
+        trap_printer(desk.ui, abbruch, [&] {
+            settle_marked_parts(session, desk);
+            for (int copy = 1; copy <= session.printer.exemplare && abbruch == 0; ++copy) {
+                visit_marked(session, [&](std::int32_t part) {
+                    if (abbruch == 0) {
+                        plot_marked_part(session, printer, desk, part, abbruch);
+                    }
+                });
+            }
+        });
+        in_view.restore(session, desk);
+    } catch (const FatalError& error) {
+        // The tables may hold half of another part; all that the user has moved was written.
+        in_view.choose(session);
+        throw abandon_file(session, desk, error.what(), WorkingCopy::written);
+    }
 }
 
 bool plotten_aktuell(Session& session, const Desk& desk) {

@@ -5,6 +5,7 @@
 #include "drawing/layer_surface.h"
 #include "graphikdatei/codepage.h"
 #include "reference/reference_system.h"
+#include "shell/long_work.h"
 
 namespace veldra {
 
@@ -95,8 +96,9 @@ const BoundaryLines* boundary_lines(Session& session) {
         return nullptr;
     }
     const bool settled = is_settled(inputs.stamp);
+    expect_readings(session.work, 1);
     try {
-        cache.lines = read_boundaries(inputs.path, inputs.chain, end);
+        cache.lines = read_boundaries(inputs.path, inputs.chain, end, session.work);
     } catch (const FatalError& error) {
         throw UnreadableBoundaries(error.what());
     }

@@ -65,14 +65,14 @@ void BoundaryCollector::add_segment() {
 }
 
 BoundaryLines read_boundaries(const std::string& path, const ChainSetup& setup,
-                              const std::optional<BoundaryCode>& end) {
+                              const std::optional<BoundaryCode>& end, LongWork* work) {
     constexpr std::uint64_t usual_line = 24;
     constexpr std::uint64_t most_expected = 4'000'000;
     const CoordinateChain chain(setup);
     BoundaryLines lines;
     lines.vertices.reserve(std::min(file_stamp(path).size / usual_line, most_expected));
     BoundaryCollector collector(lines);
-    LineReader reader(path);
+    LineReader reader(path, work);
     std::string_view text;
     while (reader.next(text)) {
         const BoundaryRecord record = read_boundary_record(text);

@@ -17,6 +17,8 @@
 
 namespace veldra {
 
+class LongWork;
+
 /// A run of up to `longest` segments between vertices that follow one another.
 struct BoundaryPiece {
     static constexpr std::uint32_t longest = 32;
@@ -66,9 +68,10 @@ class BoundaryCollector {
 };
 
 /// Reads a boundary file up to the first header of the code `end` and transforms its vertices.
-/// Throws FatalError when the file cannot be read.
+/// Throws FatalError when the file cannot be read. `work` hears of the reading and may end it.
 [[nodiscard]] BoundaryLines read_boundaries(const std::string& path, const ChainSetup& setup,
-                                            const std::optional<BoundaryCode>& end);
+                                            const std::optional<BoundaryCode>& end,
+                                            LongWork* work = nullptr);
 
 /// Walks over the boundaries up to the first header of the code `end`, in the order of the file:
 /// `pen(level)` at each header that has a pen, which gives the ground that shows in that pen (none:

@@ -12,7 +12,9 @@
 #include "platform/qt/picture_image.h"
 #include "settings/paths.h"
 #include "settings/profile.h"
+#include "shell/fatal_error.h"
 #include "shell/file_commands.h"
+#include "shell/write_back.h"
 
 /// Makes the icons known: they stand in a static library, whose start-up code would be left out.
 /// The macro works in the global namespace only.
@@ -75,6 +77,7 @@ FrmTorvel::FrmTorvel(Session& session, const SystemFolders& folders,
         picture_->show_unfinished();
         synchronise();
     };
+    ui_.after_message = [this] { progress_->wait_anew(); };
 }
 
 void FrmTorvel::build_controls() {
@@ -171,7 +174,7 @@ void FrmTorvel::load() {
         apply_size();
         profil_lesen(session_, run_.ini_datei);
         if (run_.is_project()) {
-            projektdatei_oeffnen(session_, desk());
+            open_project_file();
         } else if (!run_.start_datei.empty()) {
             open_start_file();
         }
@@ -190,11 +193,7 @@ void FrmTorvel::perform(const Command& command) {
         const Running running(busy_, session_, *progress_);
         command();
     } catch (const std::exception& failure) {
-        failed_ = true;
-        if (!on_failure) {
-            throw;
-        }
-        on_failure(failure);
+        give_up_session(failure);
         return;
     }
     if (session_.datei_geladen != 1) {
@@ -203,8 +202,17 @@ void FrmTorvel::perform(const Command& command) {
     synchronise();
 }
 
+void FrmTorvel::give_up_session(const std::exception& failure) {
+    failed_ = true;
+    const FatalError told = abandon_file(session_, desk(), failure.what(), WorkingCopy::outdated);
+    if (!on_failure) {
+        throw told;
+    }
+    on_failure(told);
+}
+
 void FrmTorvel::redraw() {
-    // A long drawing lets events in; another one of them would take the picture away beneath it.
+    // A long drawing lets events in, but no command.
     std::optional<Running> running;
     if (!busy_) {
         running.emplace(busy_, session_, *progress_);
@@ -218,6 +226,7 @@ void FrmTorvel::synchronise() {
     setWindowTitle(QString::fromStdString(session_.window.caption));
     session_.window[MenuItem::m_datei_bild].enabled = session_.datei_geladen == 1;
     status_->synchronise(session_);
+    gestures_->synchronise();
     commands_->synchronise(session_.window);
     place_legend_control();
     synchronise_dialogs();

@@ -68,9 +68,6 @@ class FrmTorvel final : public QMainWindow {
     std::function<void(const std::exception&)> on_failure;
     /// Asks for the file that the picture goes into; "" if there is none.
     std::function<QString()> choose_picture_file;
-    /// Shows in an open list of network parts that the plot settings have marked a part (from 1)
-    /// for plotting or not, and selects its row if it is. May be empty.
-    std::function<void(std::int32_t part, bool marked)> mark_part;
 
  protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -92,6 +89,10 @@ class FrmTorvel final : public QMainWindow {
     void save_picture();
     /// Runs what opens a file; given up on the way, no file is loaded.
     void opening(const Command& open);
+    /// Runs what may be given up and then has changed nothing.
+    void revocable(const Command& change);
+    /// Draws the picture for a request that came while another drawing was under way.
+    void make_up_redraw();
     /// Puts the texts on the edges of the sheets anew after the sheets have moved.
     void lay_out_sheets();
     [[nodiscard]] QString dropped_file(const QMimeData& dropped) const;
@@ -112,12 +113,15 @@ class FrmTorvel final : public QMainWindow {
     void unload_network_parts();
     void notice_rewritten_file();
     void open_start_file();
+    void open_project_file();
     void end_program();
     void unload_dialogs();
 
     [[nodiscard]] Desk desk();
     /// Runs one command to its end; those that come meanwhile are dropped.
     void perform(const Command& command);
+    /// A command broke off: its reason and where the user's work is go to `on_failure`.
+    void give_up_session(const std::exception& failure);
     void open_file();
     void show_logo(FrmLogo::ShownBy shown_by);
     void open_display_options();
@@ -156,6 +160,7 @@ class FrmTorvel final : public QMainWindow {
     TorvelStatus* status_ = nullptr;
     TorvelProgress* progress_ = nullptr;
     QTimer resize_timer_;
+    QTimer redraw_timer_;  ///< tries a missed redraw again while a command runs
     WindowMode last_mode_ = WindowMode::normal;
     QTimer activation_timer_;
     QTimer end_timer_;  ///< tries the end again while a command runs

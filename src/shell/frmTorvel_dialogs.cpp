@@ -35,9 +35,10 @@ void FrmTorvel::open_object_selection() {
         return;
     }
     clear_undo(session_.window);
-    auto* dialog = new FrmObjekte(this, session_, [this](SelectionLeft left) {
-        perform([this, left] { auswahl_uebernehmen(session_, left, desk()); });
-    });
+    const auto take = [this, before = session_.obj](SelectionLeft left) {
+        perform([&] { revocable([&] { auswahl_uebernehmen(session_, before, left, desk()); }); });
+    };
+    auto* dialog = new FrmObjekte(this, session_, take);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     synchronise();
     dialog->open();
@@ -57,12 +58,17 @@ void FrmTorvel::synchronise_dialogs() {
 void FrmTorvel::load_network_parts() {
     FrmNetzteile::Requests requests;
     requests.show_part = [this](std::int32_t part) {
-        perform([this, part] { netzteil_anzeigen(session_, part, desk()); });
+        perform([this, part] {
+            revocable([this, part] { netzteil_anzeigen(session_, part, desk()); });
+        });
     };
     requests.mark = [this](std::int32_t part, bool marked) {
         perform([this, part, marked] { mark_for_plotting(session_, part, marked); });
     };
-    requests.close = [this] { perform([this] { show_network_parts(session_.window, false); }); };
+    requests.close = [this] {
+        progress_->give_up();  // Escape does not reach the main window from here
+        perform([this] { show_network_parts(session_.window, false); });
+    };
     frm_netzteile_ = new FrmNetzteile(this, session_, std::move(requests));
     frm_netzteile_->adjustSize();
     if (!netzteile_place_) {
@@ -85,7 +91,7 @@ void FrmTorvel::notice_rewritten_file() {
     const bool may_ask = !busy_ && !failed_ && QApplication::activeModalWidget() == nullptr;
     if (may_ask && session_.datei_geladen == 1 && watch_.rewritten()) {
         perform([this] {
-            geaenderte_datei_pruefen(session_, desk());
+            opening([this] { geaenderte_datei_pruefen(session_, desk()); });
             if (ended_by_system_) {
                 watch_.withdraw_acceptance();  // the question was not answered, but taken away
             }
@@ -96,6 +102,16 @@ void FrmTorvel::notice_rewritten_file() {
 void FrmTorvel::open_start_file() {
     opening(
         [this] { datei_neu_laden(session_, run_.start_datei, OpenedBy::open_command, desk()); });
+}
+
+void FrmTorvel::open_project_file() {
+    // The window bears the project's title, also when its file is not opened.
+    const std::string title = session_.window.fenstertitel;
+    opening([this] { projektdatei_oeffnen(session_, desk()); });
+    if (session_.datei_geladen != 1) {
+        session_.window.fenstertitel = title;
+        session_.window.caption = title;
+    }
 }
 
 void FrmTorvel::end_program() {
@@ -131,6 +147,8 @@ void FrmTorvel::end_by_system() {
     constexpr int retry_after = 20;  // milliseconds
     constexpr int most_dialogs = 10;
     ended_by_system_ = true;
+    // Giving up a dialog may bring up a message, which the next round then gives up.
+    end_timer_.start(retry_after);
     // What is open is closed as its user would do it, by giving up.
     for (int i = 0; i < most_dialogs; ++i) {
         auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
@@ -143,6 +161,7 @@ void FrmTorvel::end_by_system() {
         end_timer_.start(retry_after);
         return;
     }
+    end_timer_.stop();
     close();
 }
 

@@ -75,6 +75,7 @@ bool TorvelGestures::eventFilter(QObject* watched, QEvent* event) {
             wheel(*static_cast<QWheelEvent*>(event));
             break;
         case QEvent::Leave:
+            pointer_.reset();
             host_.show_place(std::nullopt);
             return false;
         default:
@@ -129,7 +130,8 @@ void TorvelGestures::move(const QMouseEvent& event) {
     if (!host_.idle()) {
         return;
     }
-    host_.show_place(to_world(session_.view, in_picture(event.position())));
+    pointer_ = event.position();
+    synchronise();
     if (button_ == Qt::NoButton) {
         move_freely(event);
     } else if ((event.buttons() & button_) != 0) {
@@ -167,6 +169,12 @@ void TorvelGestures::cancel() {
     info_.hide();
     if (button_ != Qt::NoButton) {
         end();
+    }
+}
+
+void TorvelGestures::synchronise() {
+    if (pointer_ && session_.datei_geladen == 1) {
+        host_.show_place(to_world(session_.view, in_picture(*pointer_)));
     }
 }
 

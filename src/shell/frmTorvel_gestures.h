@@ -37,6 +37,8 @@ class TorvelGestures final : public QObject {
 
     /// Gives up what is under way; the info label goes too.
     void cancel();
+    /// The ground beneath the pointer may have become another one.
+    void synchronise();
 
  protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -91,6 +93,7 @@ class TorvelGestures final : public QObject {
     Qt::MouseButton button_ = Qt::NoButton;  ///< that the gesture began with
     double wheel_steps_ = 0;                 ///< turned and not yet shown
     QPointF wheel_place_;
+    std::optional<QPointF> pointer_;  ///< where it was last, as long as it is over the picture
     QTimer wheel_timer_;
 };
 

@@ -1,5 +1,6 @@
 #include "settings/frmDarstellungen.h"
 #include "shell/frmTorvel.h"
+#include "view/undo.h"
 
 namespace veldra {
 
@@ -7,6 +8,7 @@ void FrmTorvel::open_display_options() {
     if (busy_ || failed_) {
         return;
     }
+    clear_undo(session_.window);
     auto* dialog = new FrmDarstellungen(this, session_, measurer_, printer_);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->set_mouse_pointer = [this](int pointer) {

@@ -2,6 +2,7 @@
 #include "plot/frmDrucker.h"
 #include "plot/frmPlotten.h"
 #include "shell/frmTorvel.h"
+#include "view/frmNetzteile.h"
 
 namespace veldra {
 
@@ -25,7 +26,11 @@ void FrmTorvel::open_plot_settings() {
     auto* dialog = new FrmPlotten(this, session_, desk());
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->redraw_preview = [this] { redraw_open_file(); };
-    dialog->mark_part = mark_part;
+    dialog->mark_part = [this](std::int32_t part, bool marked) {
+        if (frm_netzteile_ != nullptr) {
+            frm_netzteile_->show_mark(part, marked);
+        }
+    };
     connect(dialog, &QDialog::finished, this, [this] { synchronise(); });
     synchronise();
     dialog->open();

@@ -1,6 +1,7 @@
 #include "shell/frmTorvel_status.h"
 
 #include <QApplication>
+#include <cmath>
 
 #include "view/status_text.h"
 
@@ -33,8 +34,8 @@ TorvelProgress::TorvelProgress(QStatusBar& status)
       bar_(new QProgressBar(&status)),
       cmd_abbrechen_(new QPushButton(QStringLiteral("Abbrechen"), &status)) {
     bar_->setObjectName(QStringLiteral("bar_fortschritt"));
-    bar_->setRange(0, 0);  // how far the end is nobody knows
     bar_->setMaximumSize(160, 16);
+    bar_->setAlignment(Qt::AlignCenter);
     cmd_abbrechen_->setObjectName(QStringLiteral("cmd_abbrechen"));
     cmd_abbrechen_->setShortcut(Qt::Key_Escape);
     cmd_abbrechen_->setFocusPolicy(Qt::NoFocus);
@@ -42,11 +43,16 @@ TorvelProgress::TorvelProgress(QStatusBar& status)
     status_.addPermanentWidget(cmd_abbrechen_);
     bar_->hide();
     cmd_abbrechen_->hide();
-    connect(cmd_abbrechen_, &QPushButton::clicked, this, [this] { cancelled_ = true; });
+    connect(cmd_abbrechen_, &QPushButton::clicked, this, &TorvelProgress::give_up);
 }
 
 void TorvelProgress::begin() {
     cancelled_ = false;
+    forget_shares();
+    wait_anew();
+}
+
+void TorvelProgress::wait_anew() {
     since_start_.start();
     since_events_.start();
 }
@@ -71,7 +77,16 @@ bool TorvelProgress::goes_on() {
     return !(may_cancel_ && cancelled_);
 }
 
+void TorvelProgress::give_up() {
+    cancelled_ = may_cancel_;
+}
+
 void TorvelProgress::show_itself() {
+    constexpr int whole = 100;
+    bar_->setRange(0, share() ? whole : 0);  // without a share it only moves
+    bar_->setValue(static_cast<int>(std::floor(share().value_or(0) * whole)));
+    bar_->setFormat(step() == Step::drawing ? QStringLiteral("Zeichnen %p %")
+                                            : QStringLiteral("Lesen %p %"));
     bar_->show();
     cmd_abbrechen_->setVisible(may_cancel_);
 }

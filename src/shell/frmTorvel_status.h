@@ -30,8 +30,8 @@ class TorvelStatus final : public QStatusBar {
     QLabel* scale_;
 };
 
-/// Follows the work of a command: from half a second on it shows itself in the status line, keeps
-/// the window alive and, where the work may be given up, offers that.
+/// Follows the work of a command: from half a second on it shows in the status line how far the
+/// work is, keeps the window alive and, where the work may be given up, offers that.
 class TorvelProgress final : public QObject, public LongWork {
     Q_OBJECT
 
@@ -42,6 +42,10 @@ class TorvelProgress final : public QObject, public LongWork {
     void begin();
     void end();
     bool goes_on() override;
+    /// The time that the user took for an answer was no work.
+    void wait_anew();
+    /// As "Abbrechen": the work ends, if it may be given up.
+    void give_up();
 
     /// The work may be given up as long as this lives.
     class MayCancel {

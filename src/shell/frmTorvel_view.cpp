@@ -1,6 +1,7 @@
 // The part of the main window that looks after the view: zoom, undo, pictures as files, what the
 // user drops on it.
 #include <QAction>
+#include <QApplication>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileInfo>
@@ -24,10 +25,14 @@ void FrmTorvel::build_gestures() {
     setStatusBar(status_);
     progress_ = new TorvelProgress(*status_);
     progress_->before_events = [this] {
-        if (session_.datei_geladen == 1) {
-            picture_->show_unfinished();
+        if (session_.datei_geladen != 1 && !picture_->is_drawing()) {
+            picture_->clear();  // the file before has been left
         }
+        picture_->show_unfinished();
     };
+    connect(picture_, &PictureWidget::redraw_missed, this, &FrmTorvel::make_up_redraw);
+    redraw_timer_.setSingleShot(true);
+    connect(&redraw_timer_, &QTimer::timeout, this, &FrmTorvel::make_up_redraw);
     GestureHost host;
     host.idle = [this] {
         return !busy_ && !failed_ && session_.datei_geladen == 1 && !picture_->shown().isNull();
@@ -107,6 +112,24 @@ void FrmTorvel::add_view_commands(std::map<ToolButton, Command>& commands) {
     });
 }
 
+void FrmTorvel::make_up_redraw() {
+    constexpr int retry_after = 20;  // milliseconds
+    if (busy_) {
+        redraw_timer_.start(retry_after);
+        return;
+    }
+    redraw_open_file();
+}
+
+void FrmTorvel::revocable(const Command& change) {
+    const TorvelProgress::MayCancel may_cancel(*progress_);
+    try {
+        change();
+    } catch (const WorkCancelled&) {
+        // What was shown before is still shown.
+    }
+}
+
 void FrmTorvel::opening(const Command& open) {
     const TorvelProgress::MayCancel may_cancel(*progress_);
     progress_->begin();
@@ -165,7 +188,10 @@ void FrmTorvel::save_picture() {
 }
 
 QString FrmTorvel::dropped_file(const QMimeData& dropped) const {
-    if (run_.is_project() || busy_ || failed_ || dropped.urls().size() != 1) {
+    // The toolkit takes drops for a window beneath a dialog as well.
+    const bool may_open =
+        !run_.is_project() && !busy_ && !failed_ && QApplication::activeModalWidget() == nullptr;
+    if (!may_open || dropped.urls().size() != 1) {
         return {};
     }
     const QString path = dropped.urls().constFirst().toLocalFile();

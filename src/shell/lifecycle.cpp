@@ -11,7 +11,9 @@
 #include "plot/printer_adapters.h"
 #include "reference/reference_system.h"
 #include "shell/file_watch.h"
+#include "shell/former_part.h"
 #include "shell/hourglass.h"
+#include "shell/long_work.h"
 #include "shell/write_back.h"
 #include "view/viewport.h"
 
@@ -20,6 +22,10 @@ namespace veldra {
 namespace {
 
 constexpr int recent_files = 4;
+/// How often the file is run through for what it holds as a whole (once for the parts, twice for
+/// the maxima) and for a part (points, observations, values).
+constexpr int readings_of_a_file = 3;
+constexpr int readings_of_a_part = 3;
 
 MenuItemState& recent_item(WindowState& window, int index) {
     return window.menu[static_cast<std::size_t>(MenuItem::m_datei_alt_1) +
@@ -98,6 +104,7 @@ void read_whole_file_records(Session& session, const Desk& desk) {
         desk.watch->follow(session.graphikdatei);
     }
     const Hourglass hourglass(session, desk.ui);
+    expect_readings(session.work, readings_of_a_file + readings_of_a_part);
     kopf_lesen(session);
     maxima_lesen(session);
 }
@@ -122,6 +129,7 @@ void datei_lesen(Session& session, const Desk& desk) {
 
 void datei_erneut_lesen(Session& session, const Desk& desk) {
     const std::string name = session.netz[session.netz_aktuell].netz_name;
+    session.datei_geladen = 0;  // nothing is to be kept of what was read before
     session.arbeitsdatei_suffix.clear();
     for (const char* suffix : {"_1", "_2"}) {
         remove_file(session.arbeitsdatei_basis + suffix);
@@ -175,10 +183,13 @@ void netzteil_anzeigen(Session& session, std::int32_t part, const Desk& desk) {
         arbeitskopie_schreiben(session);
     }
     store_plot_settings(session);
+    FormerPart former(session, FormerPart::Points::moved, session.obj);
     session.netz_aktuell = part;
     load_plot_settings(session);
     session.plotmodus = 0;
+    expect_readings(session.work, readings_of_a_part);
     netzteil_lesen(session, desk);
+    former.replaced();
     erstansicht(session, desk);
 }
 

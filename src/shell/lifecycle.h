@@ -42,7 +42,8 @@ void datei_setzen(Session& session, const std::string& path);
 void datei_lesen(Session& session, const Desk& desk);
 
 /// Drops the working copies and reads the open file anew; the part in view stays if there is still
-/// one of its name. Throws FatalError when the file cannot be read.
+/// one of its name. Throws FatalError when the file cannot be read. Until it has been read, no file
+/// is loaded.
 void datei_erneut_lesen(Session& session, const Desk& desk);
 
 /// True if no other copy of the program has the file open, or the user wants it nevertheless.
@@ -62,7 +63,8 @@ void erstansicht(Session& session, const Desk& desk);
 
 /// Leaves the current part for another: its state goes to the working copy and the table, then the
 /// new part is read and shown as on the screen, also when the plot mode was on. Nothing happens for
-/// the current part.
+/// the current part. When the reading fails (FatalError) or is given up (WorkCancelled), the former
+/// part is still the current one, as it was.
 void netzteil_anzeigen(Session& session, std::int32_t part, const Desk& desk);
 
 /// Moves the open file to the top of the recent list and brings the menu into line.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -37,6 +38,18 @@ class RowTable {
             (*this)[count_] = Row{};
         }
         return count_;
+    }
+
+    /// Another table of the same rows. It costs as much memory again, so nobody gets one unasked.
+    [[nodiscard]] RowTable copy() const {
+        RowTable other;
+        other.blocks_.clear();
+        for (const auto& block : blocks_) {
+            other.blocks_.push_back(std::make_unique<Row[]>(block_size));
+            std::copy_n(block.get(), block_size, other.blocks_.back().get());
+        }
+        other.count_ = count_;
+        return other;
     }
 
     /// Drops the rows behind `last`.

@@ -158,6 +158,16 @@ void PointTable::close_signature_rows() {
     open_ = false;
 }
 
+PointTable PointTable::copy() const {
+    PointTable other;
+    static_cast<RowTable&>(other) = RowTable::copy();
+    other.pu_anzahl_signatur = pu_anzahl_signatur;
+    other.signature_index_ = signature_index_;
+    other.value_index_ = value_index_;
+    other.open_ = open_;
+    return other;
+}
+
 void PointTable::drop_value_rows() {
     truncate(pu_anzahl_signatur);
     value_index_.clear();

@@ -220,6 +220,8 @@ class PointTable : public RowTable<PointRow> {
     std::int32_t punkt_suchen_neu(double rechts, double hoch);
     /// Declares all rows so far to be those of the point pass.
     void close_signature_rows();
+    /// Another table of the same points.
+    [[nodiscard]] PointTable copy() const;
     /// Drops the rows behind pu_anzahl_signatur.
     void drop_value_rows();
     void clear();

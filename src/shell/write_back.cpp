@@ -67,11 +67,11 @@ bool attempt_copy(Session& session, Rescue& rescue, const Attempt& attempt) {
     return complete;
 }
 
-/// Puts the changes into a working copy. `written`: the latest one holds them already.
-Rescue keep_working_copy(Session& session, const Desk& desk, bool written) {
+/// Puts the changes into a working copy.
+Rescue keep_working_copy(Session& session, const Desk& desk, WorkingCopy copy) {
     Rescue rescue;
     const auto beside_the_file = [&] {
-        if (!written) {
+        if (copy == WorkingCopy::outdated) {
             arbeitskopie_schreiben(session);
         }
     };
@@ -120,7 +120,7 @@ void tell(const Desk& desk, Attendance attendance, const std::string& text) {
 
 /// The graphic file stays as the other program has written it.
 void leave_unwritten(Session& session, const Desk& desk, Attendance attendance) {
-    const Rescue rescue = keep_working_copy(session, desk, false);
+    const Rescue rescue = keep_working_copy(session, desk, WorkingCopy::outdated);
     const std::string text = session.graphikdatei +
                              ": Ein anderes Programm hat die Graphikdatei geändert; sie wird "
                              "nicht überschrieben.\n\n" +
@@ -139,14 +139,23 @@ void write(Session& session, const Desk& desk) {
         if (session.datei_geladen != 1) {
             throw;  // all is written, but an old copy could not be deleted
         }
-        const Rescue rescue = keep_working_copy(session, desk, copied);
-        const std::string text = std::string(error.what()) + "\n\n" + rescue_text(session, rescue);
-        close_document(session);
-        throw FatalError(text);
+        throw abandon_file(session, desk, error.what(),
+                           copied ? WorkingCopy::written : WorkingCopy::outdated);
     }
 }
 
 }  // namespace
+
+FatalError abandon_file(Session& session, const Desk& desk, const std::string& reason,
+                        WorkingCopy copy) {
+    if (session.datei_geladen != 1) {
+        return FatalError(reason);
+    }
+    const Rescue rescue = keep_working_copy(session, desk, copy);
+    const std::string text = reason + "\n\n" + rescue_text(session, rescue);
+    close_document(session);
+    return FatalError(text);
+}
 
 void datei_zurueckschreiben(Session& session, const Desk& desk, Attendance attendance) {
     if (session.datei_geladen != 1) {

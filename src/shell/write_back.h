@@ -1,5 +1,9 @@
 #pragma once
 
+#include <cstdint>
+#include <string>
+
+#include "shell/fatal_error.h"
 #include "shell/lifecycle.h"
 #include "shell/session.h"
 
@@ -17,5 +21,14 @@ enum class Attendance { user, nobody };
 /// goes to `desk.rescue_folder` or the folder for temporary files. No file is loaded afterwards.
 void datei_zurueckschreiben(Session& session, const Desk& desk,
                             Attendance attendance = Attendance::user);
+
+/// Whether the latest working copy holds the state of the current part.
+enum class WorkingCopy : std::uint8_t { outdated, written };
+
+/// The error to end with after a failure that the program cannot go on after, while a file is open:
+/// `reason`, then the place of the working copy that holds the user's changes, as above. No file is
+/// loaded afterwards. Without an open file the reason alone.
+[[nodiscard]] FatalError abandon_file(Session& session, const Desk& desk, const std::string& reason,
+                                      WorkingCopy copy);
 
 }  // namespace veldra

@@ -148,6 +148,13 @@ void FrmNetzteile::mark_selected(bool marked) {
     show_marks();
 }
 
+void FrmNetzteile::show_mark(std::int32_t part, bool marked) {
+    if (marked) {
+        lst_netzteile_->setCurrentRow(part - 1);
+    }
+    show_marks();
+}
+
 void FrmNetzteile::reject() {
     requests_.close();
 }

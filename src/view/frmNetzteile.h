@@ -29,6 +29,10 @@ class FrmNetzteile final : public QDialog {
     /// it is another one.
     void synchronise();
 
+    /// A part (from 1) has been marked for plotting elsewhere, or its mark taken away: a marked
+    /// part becomes the selected one.
+    void show_mark(std::int32_t part, bool marked);
+
     /// Every way to close it is a request to the main window.
     void reject() override;
 

@@ -460,8 +460,10 @@ void FrmObjekte::done(int result) {
     if (!left_) {
         left_ = true;
         take_typed_meridian();
+        // A dialog that deletes itself on closing may be gone as soon as events are processed.
+        const auto taken = taken_;
         QDialog::done(result);
-        taken_(result == Accepted ? SelectionLeft::by_ok : SelectionLeft::by_closing);
+        taken(result == Accepted ? SelectionLeft::by_ok : SelectionLeft::by_closing);
         return;
     }
     QDialog::done(result);

@@ -8,7 +8,9 @@
 #include "graphikdatei/value_pass.h"
 #include "plot/printer_adapters.h"
 #include "reference/reference_system.h"
+#include "shell/former_part.h"
 #include "shell/hourglass.h"
+#include "shell/long_work.h"
 #include "view/viewport.h"
 
 namespace veldra {
@@ -105,6 +107,10 @@ void set_reference_data(SelectionControls& controls, const ObjectSelection& obj)
     controls.opt_verw_checked = obj.obj_verw;
 }
 
+bool shows_values(const ObjectSelection& obj) {
+    return obj.obj_wert_lage != 0 || obj.obj_wert_hoehe != 0;
+}
+
 void fit_empty_part(Session& session, SelectionLeft left) {
     constexpr std::int16_t with_margin = 1;
     const Extents& extents = session.extents;
@@ -164,19 +170,26 @@ void step_meridian(ObjectSelection& obj, int step) {
     obj.obj_nube_meridian = wrapped_meridian(std::int64_t{obj.obj_nube_meridian} + step);
 }
 
-void auswahl_uebernehmen(Session& session, SelectionLeft left, const Desk& desk) {
+void auswahl_uebernehmen(Session& session, const ObjectSelection& before, SelectionLeft left,
+                         const Desk& desk) {
+    constexpr int readings = 2;
     derive_value_modes(session.obj);
     if (session.datei_geladen != 1) {
         return;
     }
     {
         const Hourglass hourglass(session, desk.ui);
+        const bool values = shows_values(before) || shows_values(session.obj);
+        FormerPart former(session, values ? FormerPart::Points::copied : FormerPart::Points::kept,
+                          before);
+        expect_readings(session.work, readings);
         beob_lesen(session);
         wert_lesen(session);
         ComputeExtents(session, desk);
         if (session.pu.count() == 0 && session.lin.count() == 0) {
             fit_empty_part(session, left);
         }
+        former.replaced();
     }
     desk.redraw();
 }

@@ -75,7 +75,11 @@ enum class SelectionLeft { by_ok, by_closing };
 
 /// Takes the selection: reads what it asks for of the current part, measures the extents and draws.
 /// The view stays unless there is nothing to show; by OK the plotter zero point then goes to the
-/// corner of the extents. Without a file nothing is read or drawn. Throws FatalError.
-void auswahl_uebernehmen(Session& session, SelectionLeft left, const Desk& desk);
+/// corner of the extents. Without a file nothing is read or drawn.
+///
+/// When the reading fails (FatalError) or is given up (WorkCancelled), the selection `before` is in
+/// force again, with everything that was read for it.
+void auswahl_uebernehmen(Session& session, const ObjectSelection& before, SelectionLeft left,
+                         const Desk& desk);
 
 }  // namespace veldra

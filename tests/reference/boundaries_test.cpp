@@ -8,6 +8,7 @@
 #include "drawing/layer_fixture.h"
 #include "drawing/pipeline.h"
 #include "network_builder.h"
+#include "shell/long_work.h"
 #include "shell/user_interface.h"
 #include "temp_file.h"
 
@@ -251,6 +252,30 @@ TEST_F(BoundariesTest, UnreadableFileIsNamedOnceAndThePictureGoesOn) {
     session.settings.verw_datei = folder.path();
     DrawAll(session, target, measurer, ui);
     EXPECT_EQ(ui.messages.size(), 2U);
+}
+
+/// Answers as often as told that the work is to go on.
+class EndingWork final : public LongWork {
+ public:
+    bool goes_on() override { return ++questions < last; }
+    int questions = 0;
+    int last = 2;
+};
+
+TEST_F(BoundariesTest, ReadingThatIsGivenUpLeavesNothingBehind) {
+    EndingWork work;
+    work.expect_readings(6);
+    session.work = &work;
+    EXPECT_THROW(draw(three_levels), WorkCancelled);
+    // Behind its only window: the boundary file is a reading of its own.
+    EXPECT_EQ(work.questions, 2);
+    EXPECT_EQ(work.step(), LongWork::Step::reading);
+    EXPECT_EQ(work.share(), 1.0);
+    EXPECT_TRUE(target.operations().empty());
+    session.work = nullptr;
+    const Lines whole = draw();
+    EXPECT_EQ(whole, draw(three_levels));
+    EXPECT_FALSE(whole.empty());
 }
 
 TEST_F(BoundariesTest, RelativePathIsLookedUpBesideTheGraphicFile) {

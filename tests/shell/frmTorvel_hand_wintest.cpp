@@ -613,6 +613,10 @@ class FrmTorvelHandTest : public test::TorvelFixture {
         const QString before = scale->text();
         action("lupe_minus")->trigger();
         QVERIFY(scale->text() != before);
+        // Beneath the pointer there is other ground now.
+        const QString left = QString::number(session_.view.ansicht_rw_min, 'f', 2);
+        QVERIFY(left != text("3500000.00"));
+        QVERIFY2(place->text().startsWith(text("Rechtswert ") + left), qPrintable(place->text()));
         QEvent leave(QEvent::Leave);
         QApplication::sendEvent(&picture(), &leave);
         QVERIFY(place->text().isEmpty());
@@ -661,6 +665,15 @@ class FrmTorvelHandTest : public test::TorvelFixture {
             false);
     }
 
+    void a_dialog_keeps_files_from_being_dropped_on_the_window() {
+        start_with_network();
+        write("ve_fall.dat", square_network);
+        action("m_torvel_objekte")->trigger();
+        QVERIFY(QApplication::activeModalWidget() != nullptr);
+        drop_on_window({QUrl::fromLocalFile(path("ve_fall.dat"))}, false);
+        QCOMPARE(session_.graphikdatei, system_path(path("ve_quadrat.dat")));
+    }
+
     void a_project_takes_no_dropped_file() {
         write("windows/projekt.ini", "[VELDRA]\r\nTitel=P\r\n");
         start("projekt.ini");
@@ -669,81 +682,7 @@ class FrmTorvelHandTest : public test::TorvelFixture {
         QCOMPARE(session_.datei_geladen, std::int16_t{0});
     }
 
-    void long_work_shows_itself_and_can_be_given_up() {
-        start_with_network();
-        auto* bar = window_->findChild<QProgressBar*>(text("bar_fortschritt"));
-        auto* give_up = window_->findChild<QPushButton*>(text("cmd_abbrechen"));
-        QVERIFY(bar->isHidden() && give_up->isHidden());
-        write("ve_zwei.dat", square_network);
-        int shown_late = 0;
-        bool could_give_up = false;
-        // The reading is met by a command that has already taken its time.
-        window_->choose_file = [&] {
-            auto* look = new QTimer(window_.get());
-            connect(look, &QTimer::timeout, window_.get(), [&could_give_up, give_up] {
-                if (give_up->isVisible()) {
-                    could_give_up = true;
-                    give_up->click();
-                }
-            });
-            look->start(0);
-            session_.work = &slow_;
-            slow_.next = window_->findChild<TorvelProgress*>();
-            slow_.shown = [&] { shown_late += bar->isVisible() ? 1 : 0; };
-            return path("ve_zwei.dat");
-        };
-        action("m_datei_beliebig")->trigger();
-        QVERIFY(shown_late > 0);
-        QVERIFY(could_give_up);
-        QVERIFY(bar->isHidden() && give_up->isHidden());
-        // No file is loaded; the one that was open has been written back.
-        QCOMPARE(session_.datei_geladen, std::int16_t{0});
-        QCOMPARE(window_->windowTitle(), text("VELDRA - [keine Graphikdatei eröffnet]"));
-        QVERIFY(picture().shown().isNull());
-        QVERIFY(!action("lupe_plus")->isEnabled());
-        QVERIFY(!action("m_torvel_ansicht")->isEnabled());
-        QVERIFY(read("ve_quadrat.dat").contains("Objekte"));
-        QCOMPARE(read("ve_zwei.dat"), QByteArray(square_network));
-        // And everything goes on.
-        window_->choose_file = [this] { return path("ve_zwei.dat"); };
-        action("m_datei_beliebig")->trigger();
-        QCOMPARE(session_.datei_geladen, std::int16_t{1});
-        QCOMPARE(session_.pu.count(), 4);
-        QVERIFY(window_->close());
-        QVERIFY(read("ve_zwei.dat").contains("Objekte"));
-    }
-
-    void quick_work_shows_nothing() {
-        start_with_network();
-        QTest::qWait(150);  // no command of the window's own comes between
-        auto* bar = window_->findChild<QProgressBar*>(text("bar_fortschritt"));
-        auto* progress = window_->findChild<TorvelProgress*>();
-        progress->begin();
-        QVERIFY(progress->goes_on());
-        QVERIFY(bar->isHidden());
-        QTest::qSleep(TorvelProgress::patience + 50);
-        QVERIFY(progress->goes_on());
-        QVERIFY(bar->isVisible());
-        // Nothing stands ready to clear up: it cannot be given up.
-        QVERIFY(!window_->findChild<QPushButton*>(text("cmd_abbrechen"))->isVisible());
-        progress->end();
-        QVERIFY(bar->isHidden());
-    }
-
  private:
-    /// Takes half a second before it passes on what it hears.
-    struct SlowWork final : LongWork {
-        bool goes_on() override {
-            QTest::qSleep(TorvelProgress::patience + 50);
-            const bool on = next->goes_on();
-            shown();
-            return on;
-        }
-        LongWork* next = nullptr;
-        std::function<void()> shown;
-    };
-    SlowWork slow_;
-
     /// Ends the program and begins another in the same folders.
     void close_down_window() {
         file_ = path("ve_quadrat.dat");

@@ -2,6 +2,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QListWidget>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
@@ -26,7 +27,9 @@ QString text(const char* utf8) {
 constexpr const char* network =
     "NETZTEIL A\r\n"
     "PUNKTSIGNATUR  3500000.000  5600000.000  0  0 1 \"1\"\r\n"
-    "PUNKTSIGNATUR  3500100.000  5600000.000  0  0 1 \"2\"\r\n";
+    "PUNKTSIGNATUR  3500100.000  5600000.000  0  0 1 \"2\"\r\n"
+    "NETZTEIL B\r\n"
+    "PUNKTSIGNATUR  3500000.000  5600000.000  0  0 1 \"3\"\r\n";
 
 class NoDialog final : public PrintDialog {
  public:
@@ -108,19 +111,38 @@ class FrmTorvelPlotDialogsTest : public QObject {
     }
 
     void ok_of_the_plot_settings_draws_and_marks() {
-        std::vector<std::pair<std::int32_t, bool>> marks;
-        window_->mark_part = [&](std::int32_t part, bool marked) {
-            marks.emplace_back(part, marked);
-        };
+        auto& list = control<QListWidget>(*window_, "lst_netzteile");
         open_plot_settings();
         const qint64 drawn = window_->picture().shown().cacheKey();
         click_mark(control<QRadioButton>(*dialog<FrmPlotten>(), "opt_netzteil_1"));
         click(control<QPushButton>(*dialog<FrmPlotten>(), "cmd_ok"));
         QVERIFY(window_->picture().shown().cacheKey() != drawn);
-        QVERIFY((marks == std::vector<std::pair<std::int32_t, bool>>{{1, false}}));
         QCOMPARE(session_->netz[1].netz_plotmarke, std::int16_t{0});
+        QCOMPARE(list.item(0)->checkState(), Qt::Unchecked);
+        QVERIFY(control<QPushButton>(*window_, "cmd_plotten").isEnabled());
         QCOMPARE(session_->window.mouse_pointer, 0);
         QTRY_VERIFY(dialog<FrmPlotten>() == nullptr);
+        // A mark also selects the row of the part that is shown.
+        list.setCurrentRow(1);
+        open_plot_settings();
+        click_mark(control<QRadioButton>(*dialog<FrmPlotten>(), "opt_netzteil_0"));
+        click(control<QPushButton>(*dialog<FrmPlotten>(), "cmd_ok"));
+        QCOMPARE(list.item(0)->checkState(), Qt::Checked);
+        QCOMPARE(list.currentRow(), 0);
+        QVERIFY(control<QPushButton>(*window_, "cmd_nicht_plotten").isEnabled());
+        QTRY_VERIFY(dialog<FrmPlotten>() == nullptr);
+    }
+
+    void plot_settings_mark_a_part_also_while_the_list_is_closed() {
+        trigger("m_ansicht_netzteile");
+        open_plot_settings();
+        click_mark(control<QRadioButton>(*dialog<FrmPlotten>(), "opt_netzteil_1"));
+        click(control<QPushButton>(*dialog<FrmPlotten>(), "cmd_ok"));
+        QCOMPARE(session_->netz[1].netz_plotmarke, std::int16_t{0});
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        trigger("m_ansicht_netzteile");
+        QCOMPARE(control<QListWidget>(*window_, "lst_netzteile").item(0)->checkState(),
+                 Qt::Unchecked);
     }
 
     void abbrechen_of_the_plot_settings_leaves_the_picture() {

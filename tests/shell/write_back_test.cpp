@@ -11,11 +11,15 @@
 
 #include "child_process.h"
 #include "fake_measurer.h"
+#include "plot/application_printer.h"
+#include "plot/plot_job.h"
 #include "recording_interface.h"
+#include "scripted_printer.h"
 #include "session_fixture.h"
 #include "shell/fatal_error.h"
 #include "shell/file_commands.h"
 #include "shell/file_watch.h"
+#include "view/object_selection.h"
 
 namespace veldra {
 namespace {
@@ -68,6 +72,17 @@ class WriteBack : public testing_support::SessionOnFile {
             datei_zurueckschreiben(session, desk, attendance);
         } catch (const FatalError& error) {
             return error.what();
+        }
+        return "";
+    }
+
+    /// What the user is told of a command that breaks off.
+    template <typename Act>
+    std::string failure(const Act& act) {
+        try {
+            act();
+        } catch (const FatalError& error) {
+            return abandon_file(session, desk, error.what(), WorkingCopy::outdated).what();
         }
         return "";
     }
@@ -269,6 +284,65 @@ TEST_F(WriteBack, WithNobodyThereNothingIsAskedOrOverwritten) {
     EXPECT_TRUE(ui.texts.empty());
     EXPECT_TRUE(holds_all_changes(path + "_2"));
     EXPECT_EQ(file_bytes(path), "NETZTEIL A\nPUNKTSIGNATUR 1 2 0 0 1\n");
+}
+
+TEST_F(WriteBack, WorkingCopyThatCannotBeWrittenAtAChangeOfPartIsRescued) {
+    open_and_move();
+    std::filesystem::create_directory(path + "_1");
+    const std::string rescued = folder.path("dokumente/Kelvara/ve.dat_1");
+    const std::string text = failure([this] { netzteil_anzeigen(session, 2, desk); });
+    EXPECT_THAT(text, StartsWith(path + "_1: Datei kann nicht geschrieben werden: "));
+    EXPECT_THAT(text, HasSubstr("Ihr Stand bleibt in der Arbeitskopie\n" + rescued));
+    EXPECT_TRUE(holds_all_changes(rescued));
+    EXPECT_EQ(session.datei_geladen, 0);
+}
+
+TEST_F(WriteBack, PartThatCannotBeReadLeavesTheMovesOfTheFormerOne) {
+    rewrite_file(from_utf8(std::string(two_parts) + "PUNKTSIGNATUR 1 2 40000 0 1\n"));
+    open_and_move();
+    const std::string text = failure([this] { netzteil_anzeigen(session, 2, desk); });
+    EXPECT_THAT(text, StartsWith("Laufzeitfehler '6': Überlauf"));
+    EXPECT_THAT(text, HasSubstr("Ihr Stand bleibt in der Arbeitskopie\n" + path + "_2"));
+    EXPECT_TRUE(holds_all_changes(path + "_2"));
+}
+
+TEST_F(WriteBack, SelectionThatCannotBeReadLeavesTheMoves) {
+    // A vector that runs against the order of its points after another one: error 9.
+    rewrite_file(
+        from_utf8("NETZTEIL A\nMAßSTABGRUNDRISS 1000 5 6 9\n"
+                  "PUNKTSIGNATUR 10 20 0 0 1 \"1\"\nPUNKTSIGNATUR 40 60 0 0 0 \"2\"\n"
+                  "GPS-RAUMVEKTOR 10 20 10 60 0\nGPS-RAUMVEKTOR 10 60 10 20 0\n"
+                  "NETZTEIL B\n"));
+    open_and_move();
+    const ObjectSelection before = session.obj;
+    session.obj.obj_beob = 3;
+    const std::string text =
+        failure([&] { auswahl_uebernehmen(session, before, SelectionLeft::by_ok, desk); });
+    EXPECT_THAT(text, StartsWith("Laufzeitfehler '9'"));
+    EXPECT_THAT(text, HasSubstr("Ihr Stand bleibt in der Arbeitskopie\n" + path + "_1"));
+    EXPECT_TRUE(holds_all_changes(path + "_1"));
+    EXPECT_EQ(before.obj_beob, session.obj.obj_beob);
+}
+
+TEST_F(WriteBack, PlotOfAPartThatCannotBeReadLeavesTheMovesOfThePartInView) {
+    rewrite_file(from_utf8(std::string(two_parts) + "PUNKTSIGNATUR 1 2 40000 0 1\n"));
+    test::ScriptedPrinter printer;
+    take_printer(session, &printer);
+    desk.printer = &printer;
+    open_and_move();
+    const std::string text = failure([this] { (void)plotten_alle(session, desk); });
+    EXPECT_GT(printer.heights_measured, 0);  // the part in view was plotted first
+    EXPECT_THAT(text, StartsWith("Laufzeitfehler '6': Überlauf"));
+    EXPECT_THAT(text, HasSubstr("Ihr Stand bleibt in der Arbeitskopie\n" + path + "_1"));
+    EXPECT_TRUE(holds_all_changes(path + "_1"));
+    EXPECT_THAT(squeezed(path + "_1"), HasSubstr("NETZTEIL B"));
+    EXPECT_THAT(squeezed(path + "_1"), HasSubstr("PUNKTSIGNATUR 1 2 40000 0 1"));
+    EXPECT_EQ(session.datei_geladen, 0);
+}
+
+TEST_F(WriteBack, FailureWithoutAFileIsToldAsItIs) {
+    EXPECT_STREQ(abandon_file(session, desk, "Grund", WorkingCopy::outdated).what(), "Grund");
+    EXPECT_FALSE(datei_vorhanden(path + "_1"));
 }
 
 TEST_F(WriteBack, EndWritesTheProfileAlsoWhenTheFileCannotBeWritten) {

@@ -257,7 +257,7 @@ TEST_F(SelectionTaken, ReadsTheChosenObservationsAndKeepsThePointsAndTheView) {
     session.pu[1].pu_bez_rechts = 77;
     const Viewport before = session.view;
     session.obj.obj_beob = 2;
-    auswahl_uebernehmen(session, SelectionLeft::by_ok, desk);
+    auswahl_uebernehmen(session, session.obj, SelectionLeft::by_ok, desk);
     EXPECT_EQ(session.lin.count(), 2);
     EXPECT_EQ(session.pu[1].pu_bez_rechts, 77);
     EXPECT_EQ(session.view.ansicht_rw_min, before.ansicht_rw_min);
@@ -270,7 +270,7 @@ TEST_F(SelectionTaken, ReadsTheChosenObservationsAndKeepsThePointsAndTheView) {
 TEST_F(SelectionTaken, DerivesTheValueModes) {
     open(two_kinds);
     session.obj.obj_puwe = 6;
-    auswahl_uebernehmen(session, SelectionLeft::by_closing, desk);
+    auswahl_uebernehmen(session, session.obj, SelectionLeft::by_closing, desk);
     EXPECT_EQ(session.obj.obj_wert_lage, 2);
     EXPECT_EQ(session.obj.obj_wert_hoehe, 2);
     EXPECT_EQ(session.pu[1].pu_wert_lage, -2);  // the record without a flag belongs to a new point
@@ -279,7 +279,7 @@ TEST_F(SelectionTaken, DerivesTheValueModes) {
 TEST_F(SelectionTaken, ExtentsFollowTheSelection) {
     open(two_kinds);
     session.extents = Extents();
-    auswahl_uebernehmen(session, SelectionLeft::by_ok, desk);
+    auswahl_uebernehmen(session, session.obj, SelectionLeft::by_ok, desk);
     EXPECT_EQ(session.extents.roh_rw_min, 3500000);
     EXPECT_EQ(session.extents.roh_hw_min, 5600000);
 }
@@ -290,12 +290,12 @@ TEST_F(SelectionTaken, EmptyPartIsFittedAndByOkMovesTheZeroPoint) {
     session.view = Viewport();
     session.plot.plot_null_rechts = 1;
     session.plot.plot_null_hoch = 2;
-    auswahl_uebernehmen(session, SelectionLeft::by_closing, desk);
+    auswahl_uebernehmen(session, session.obj, SelectionLeft::by_closing, desk);
     // Nothing gives the square from -2.5 to 2.5, with a margin of 5 %: -2.75 to 2.75 at least.
     EXPECT_LE(session.view.ansicht_hw_min, -2.75);
     EXPECT_GE(session.view.ansicht_hw_max, 2.75);
     EXPECT_EQ(session.plot.plot_null_rechts, 1);
-    auswahl_uebernehmen(session, SelectionLeft::by_ok, desk);
+    auswahl_uebernehmen(session, session.obj, SelectionLeft::by_ok, desk);
     EXPECT_EQ(session.plot.plot_null_rechts, -2.5);
     EXPECT_EQ(session.plot.plot_null_hoch, -2.5);
     EXPECT_EQ(drawn, 2);
@@ -303,7 +303,7 @@ TEST_F(SelectionTaken, EmptyPartIsFittedAndByOkMovesTheZeroPoint) {
 
 TEST_F(SelectionTaken, WithoutAFileOnlyTheModesFollow) {
     session.obj.obj_puwe = 8;
-    auswahl_uebernehmen(session, SelectionLeft::by_ok, desk);
+    auswahl_uebernehmen(session, session.obj, SelectionLeft::by_ok, desk);
     EXPECT_EQ(session.obj.obj_wert_hoehe, 3);
     EXPECT_EQ(drawn, 0);
     EXPECT_TRUE(ui.pointers.empty());

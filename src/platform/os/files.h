@@ -18,6 +18,8 @@ class InputFile {
 
     /// Reads up to `size` bytes; 0 at the end of the file.
     std::size_t read(char* buffer, std::size_t size);
+    /// Bytes of the file as it was opened; 0 if that is not known.
+    [[nodiscard]] std::uint64_t size() const;
 
  private:
     std::string path_;

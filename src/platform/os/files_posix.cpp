@@ -118,6 +118,13 @@ std::size_t InputFile::read(char* buffer, std::size_t size) {
     }
 }
 
+std::uint64_t InputFile::size() const {
+    struct stat status {};
+    return ::fstat(handle_, &status) == 0 && status.st_size > 0
+               ? static_cast<std::uint64_t>(status.st_size)
+               : 0;
+}
+
 ReplacedFile::ReplacedFile(const std::string& path) : path_(path) {
     std::error_code ignored;
     const std::filesystem::path target = std::filesystem::canonical(path, ignored);

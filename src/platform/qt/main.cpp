@@ -1,6 +1,5 @@
 #include <QApplication>
 #include <QLibraryInfo>
-#include <QSessionManager>
 #include <QTranslator>
 #include <exception>
 #include <memory>
@@ -12,6 +11,7 @@
 #include "platform/qt/qt_printers.h"
 #include "platform/qt/qt_text_measurer.h"
 #include "platform/qt/qt_user_interface.h"
+#include "platform/qt/session_end.h"
 #include "platform/qt/system_paths.h"
 #include "platform/qt/termination_notifier.h"
 #include "shell/frmTorvel.h"
@@ -72,11 +72,7 @@ int run(VeldraApplication& application) {
     };
     const veldra::TerminationNotifier termination([&window] { window.end_by_system(); });
     // A logout that is called off finds the program ended, with nothing lost.
-    QObject::connect(&application, &QGuiApplication::commitDataRequest, &window,
-                     [&window](QSessionManager& manager) {
-                         manager.setRestartHint(QSessionManager::RestartNever);
-                         window.end_by_system();
-                     });
+    veldra::follow_session_end(application, window, [&window] { window.end_by_system(); });
     window.load();
     if (application.failed()) {
         return 1;

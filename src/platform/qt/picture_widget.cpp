@@ -4,10 +4,27 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "platform/qt/picture_image.h"
 
 namespace veldra {
+
+namespace {
+
+/// A pointer leads to an image as long as this lives.
+class Pointing {
+ public:
+    Pointing(const QImage*& pointer, const QImage& image) : pointer_(pointer) { pointer_ = &image; }
+    ~Pointing() { pointer_ = nullptr; }
+    Pointing(const Pointing&) = delete;
+    Pointing& operator=(const Pointing&) = delete;
+
+ private:
+    const QImage*& pointer_;
+};
+
+}  // namespace
 
 PictureWidget::PictureWidget(const Session& session, TextMeasurer& measurer, QWidget* parent)
     : QWidget(parent), session_(session), measurer_(measurer), labels_(measurer) {
@@ -27,14 +44,26 @@ QSize PictureWidget::device_size() const {
 }
 
 void PictureWidget::redraw(Session& session, UserInterface& ui, Printer* printer) {
-    ratio_ = devicePixelRatioF();
-    layers_ = empty_picture(device_size(), ratio_);
-    draw_layers(session, measurer_, ui, layers_, ratio_, printer);
+    if (is_drawing()) {
+        redraw_missed_ = true;
+        return;
+    }
+    const double ratio = devicePixelRatioF();
+    QImage layers = empty_picture(device_size(), ratio);
+    {
+        const Pointing pointing(unfinished_, layers);
+        draw_layers(session, measurer_, ui, layers, ratio, printer);
+    }
+    layers_ = std::move(layers);
+    ratio_ = ratio;
     repaint_labels();
+    if (std::exchange(redraw_missed_, false)) {
+        Q_EMIT redraw_missed();
+    }
 }
 
 void PictureWidget::repaint_labels() {
-    if (layers_.isNull()) {
+    if (layers_.isNull() || is_drawing()) {
         return;
     }
     shown_ = layers_.copy();
@@ -44,8 +73,11 @@ void PictureWidget::repaint_labels() {
 }
 
 void PictureWidget::show_unfinished() {
-    shown_ = layers_.copy();
-    shown_.setDevicePixelRatio(ratio_);
+    if (!is_drawing()) {
+        return;
+    }
+    shown_ = unfinished_->copy();
+    shown_.setDevicePixelRatio(devicePixelRatioF());
     update();
 }
 

@@ -33,10 +33,16 @@ class PictureWidget final : public QWidget {
 
     /// Draws the layers and labels of `session`, which is the one the picture was made with. The
     /// preview looks at the application printer, if there is one.
+    ///
+    /// Events may be served meanwhile. What is being drawn belongs to this call alone, so nothing
+    /// can take it away; a call that comes meanwhile draws nothing and is told by `redraw_missed`
+    /// at the end.
     void redraw(Session& session, UserInterface& ui, Printer* printer = nullptr);
-    /// Paints the labels anew over the layers that are there.
+    [[nodiscard]] bool is_drawing() const { return unfinished_ != nullptr; }
+    /// Paints the labels anew over the layers that are there; not while a drawing is under way.
     void repaint_labels();
-    /// Shows the layers drawn so far, without labels, while a drawing is under way.
+    /// Shows the layers drawn so far, without labels, while a drawing is under way; otherwise the
+    /// picture stays.
     void show_unfinished();
     /// Shows nothing but the background.
     void clear();
@@ -53,6 +59,8 @@ class PictureWidget final : public QWidget {
 
  Q_SIGNALS:
     void resized();
+    /// A redraw was asked for while another one was under way, which is over now.
+    void redraw_missed();
     /// The window has moved to a screen of another resolution.
     void resolution_changed();
 
@@ -66,8 +74,10 @@ class PictureWidget final : public QWidget {
     const Session& session_;
     TextMeasurer& measurer_;
     LabelPainter labels_;
-    QImage layers_;  ///< null: nothing is shown
-    QImage shown_;   ///< layers and labels
+    QImage layers_;                       ///< null: nothing is shown
+    QImage shown_;                        ///< layers and labels
+    const QImage* unfinished_ = nullptr;  ///< being drawn
+    bool redraw_missed_ = false;
     PictureOverlay overlay_;
     double ratio_ = 1;
     QTimer resolution_timer_;

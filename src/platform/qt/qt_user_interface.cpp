@@ -25,18 +25,11 @@ QMessageBox::Icon box_icon(MessageStyle style) {
     return QMessageBox::NoIcon;
 }
 
-}  // namespace
-
-QtUserInterface::QtUserInterface(QWidget* window, QWidget* picture)
-    : window_(window), picture_(picture) {}
-
-bool QtUserInterface::message_box(MessageStyle style, const std::string& title,
-                                  const std::string& text) {
-    if (before_message) {
-        before_message();
-    }
+/// Shows a box and waits; true for Yes on a question, true otherwise.
+bool show_box(MessageStyle style, const std::string& title, const std::string& text,
+              QWidget* window) {
     QMessageBox box(box_icon(style), QString::fromStdString(title), QString::fromStdString(text),
-                    QMessageBox::NoButton, window_);
+                    QMessageBox::NoButton, window);
     box.setTextFormat(Qt::PlainText);
     box.setObjectName(QStringLiteral("message_box"));
     if (style != MessageStyle::question_yes_no && style != MessageStyle::question_no_yes) {
@@ -50,6 +43,23 @@ bool QtUserInterface::message_box(MessageStyle style, const std::string& title,
     box.setEscapeButton(no);
     box.exec();
     return box.clickedButton() == yes;
+}
+
+}  // namespace
+
+QtUserInterface::QtUserInterface(QWidget* window, QWidget* picture)
+    : window_(window), picture_(picture) {}
+
+bool QtUserInterface::message_box(MessageStyle style, const std::string& title,
+                                  const std::string& text) {
+    if (before_message) {
+        before_message();
+    }
+    const bool yes = show_box(style, title, text, window_);
+    if (after_message) {
+        after_message();
+    }
+    return yes;
 }
 
 void QtUserInterface::set_mouse_pointer(int pointer) {

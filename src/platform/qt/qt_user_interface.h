@@ -22,6 +22,8 @@ class QtUserInterface final : public UserInterface {
 
     /// Called before a box appears, so that the window behind it shows how far things are.
     std::function<void()> before_message;
+    /// Called when a box has been answered.
+    std::function<void()> after_message;
 
  private:
     QPointer<QWidget> window_;

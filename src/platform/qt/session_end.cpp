@@ -1,0 +1,18 @@
+#include "platform/qt/session_end.h"
+
+#include <QGuiApplication>
+#include <QSessionManager>
+#include <utility>
+
+namespace veldra {
+
+void follow_session_end(const QGuiApplication& application, QObject& context,
+                        std::function<void()> ended) {
+    QObject::connect(&application, &QGuiApplication::commitDataRequest, &context,
+                     [ended = std::move(ended)](QSessionManager& manager) {
+                         manager.setRestartHint(QSessionManager::RestartNever);
+                         ended();
+                     });
+}
+
+}  // namespace veldra
