@@ -68,6 +68,9 @@ class FrmTorvel final : public QMainWindow {
     std::function<void(const std::exception&)> on_failure;
     /// Asks for the file that the picture goes into; "" if there is none.
     std::function<QString()> choose_picture_file;
+    /// Asks for the file that a plot goes into, given the name that stands to reason; "" if there
+    /// is none.
+    std::function<QString(const QString& proposed)> choose_plot_file;
     /// Shows in an open list of network parts that the plot settings have marked a part (from 1)
     /// for plotting or not, and selects its row if it is. May be empty.
     std::function<void(std::int32_t part, bool marked)> mark_part;
@@ -89,7 +92,11 @@ class FrmTorvel final : public QMainWindow {
     /// A command that changes the view, and the picture after it.
     [[nodiscard]] Command view_command(std::function<bool()> change);
     void undo();
-    void save_picture();
+    void save_picture(const std::string& path);
+    /// A command that writes a file which the user names. What goes wrong is told under `title` and
+    /// takes nothing of the user's work with it.
+    [[nodiscard]] Command save_command(std::string title, std::function<QString()> choose,
+                                       std::function<void(const std::string& path)> save);
     /// Runs what opens a file; given up on the way, no file is loaded.
     void opening(const Command& open);
     /// Puts the texts on the edges of the sheets anew after the sheets have moved.

@@ -43,7 +43,6 @@ class FrmTorvelHandTest : public test::TorvelFixture {
     Q_OBJECT
 
  private:
-    [[nodiscard]] PictureWidget& picture() const { return window_->picture(); }
     [[nodiscard]] QLabel* info() const { return window_->findChild<QLabel*>(text("lbl_punubinf")); }
     [[nodiscard]] QString undo_text() const { return action("m_ansicht_undo")->text(); }
     /// Metres of a logical pixel.
@@ -61,27 +60,6 @@ class FrmTorvelHandTest : public test::TorvelFixture {
                   session_.view.ansicht_hw_min + static_cast<double>(label.top - label.height / 2));
     }
 
-    void mouse(QEvent::Type type, const QPoint& place, Qt::MouseButton button,
-               Qt::MouseButtons buttons) {
-        QMouseEvent event(type, place, picture().mapToGlobal(QPointF(place)), button, buttons,
-                          Qt::NoModifier);
-        QApplication::sendEvent(&picture(), &event);
-    }
-    void press(const QPoint& place, Qt::MouseButton button = Qt::LeftButton) {
-        mouse(QEvent::MouseButtonPress, place, button, button);
-    }
-    void move(const QPoint& place, Qt::MouseButtons buttons = Qt::NoButton) {
-        mouse(QEvent::MouseMove, place, Qt::NoButton, buttons);
-    }
-    void release(const QPoint& place, Qt::MouseButton button = Qt::LeftButton) {
-        mouse(QEvent::MouseButtonRelease, place, button, Qt::NoButton);
-    }
-    void drag(const QPoint& from, const QPoint& to, Qt::MouseButton button = Qt::LeftButton) {
-        press(from, button);
-        move((from + to) / 2, button);
-        move(to, button);
-        release(to, button);
-    }
     void turn_wheel(const QPoint& place, int angle) {
         QWheelEvent event(place, picture().mapToGlobal(QPointF(place)), {}, QPoint(0, angle),
                           Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);

@@ -127,7 +127,7 @@ QString ask_for_existing_file(QWidget* window, const QString& title, std::string
 }
 
 QString ask_for_new_file(QWidget* window, const QString& title, std::string_view filter,
-                         const QString& suffix) {
+                         const QString& suffix, const QString& proposed) {
     QFileDialog dialog(window, title);
     dialog.setObjectName(QStringLiteral("dlg_torvel_speichern"));
     dialog.setFileMode(QFileDialog::AnyFile);
@@ -140,6 +140,9 @@ QString ask_for_new_file(QWidget* window, const QString& title, std::string_view
                              dialog.setDefaultSuffix(text.mid(dot + 2).chopped(1));
                          }
                      });
+    if (!proposed.isEmpty()) {
+        dialog.selectFile(proposed);
+    }
     return run_file_dialog(dialog, filter, QStringLiteral("&Speichern"));
 }
 
