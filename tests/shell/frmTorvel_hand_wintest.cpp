@@ -321,8 +321,13 @@ class FrmTorvelHandTest : public test::TorvelFixture {
         const QPoint from = middle(before);
         const QPoint to = from + QPoint(60, -25);
         const qint64 drawn = picture().shown().cacheKey();
+        press(from, Qt::RightButton);
+        release(from, Qt::RightButton);
+        QVERIFY(info()->isVisible());
         press(from);
         QVERIFY(picture().overlay().ghost.has_value());
+        // What it was asked before does not stand in the way.
+        QVERIFY(!info()->isVisible());
         move(to, Qt::LeftButton);
         QCOMPARE(session_.window.mouse_pointer, 99);
         const QRectF ghost = *picture().overlay().ghost;
