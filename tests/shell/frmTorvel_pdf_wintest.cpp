@@ -1,10 +1,13 @@
 // Plots that go into PDF files, by the commands of the main window.
 #include <QDir>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QListWidget>
+#include <QTreeView>
 
 #include "dialog_driver.h"
 #include "platform/pdf/pdf_printer.h"
+#include "platform/qt/qt_print_dialog.h"
 #include "platform_pdf/pdf_reader.h"
 #include "scripted_printer.h"
 #include "shell/torvel_fixture.h"
@@ -181,6 +184,44 @@ class FrmTorvelPdfTest : public test::TorvelFixture {
         });
         action("m_datei_plot")->trigger();
         QCOMPARE(pages("netz/plan.pdf").size(), std::size_t{2});
+    }
+
+    void chooser_shows_whole_columns_and_each_pattern_once() {
+        start_in_plot_mode();
+        QStringList cut;
+        QString types;
+        when_shown<QFileDialog>([&](QFileDialog& chooser) {
+            for (const QTreeView* list : chooser.findChildren<QTreeView*>()) {
+                for (int column = 1; column < list->header()->count(); ++column) {
+                    if (list->columnWidth(column) < list->header()->sectionSizeHint(column)) {
+                        cut << QString::number(column);
+                    }
+                }
+            }
+            types = control<QComboBox>(chooser, "fileTypeCombo").currentText();
+            chooser.reject();
+        });
+        action("m_datei_plot")->trigger();
+        QCOMPARE(cut, QStringList());
+        QCOMPARE(types, text("PDF-Datei (*.pdf)"));
+    }
+
+    void chooser_of_all_files_adds_no_ending() {
+        QStringList types;
+        QStringList endings;
+        when_shown<QFileDialog>([&](QFileDialog& chooser) {
+            auto& type = control<QComboBox>(chooser, "fileTypeCombo");
+            for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up}) {
+                QTest::keyClick(&type, key);
+                types << type.currentText();
+                endings << chooser.defaultSuffix();
+            }
+            chooser.selectFile(path("plan"));
+            static_cast<QDialog&>(chooser).accept();
+        });
+        QCOMPARE(ask_for_output_file(nullptr), path("plan.pdf"));
+        QCOMPARE(types, QStringList({text("Alle Dateien (*.*)"), text("PDF-Dateien (*.pdf)")}));
+        QCOMPARE(endings, QStringList({QString(), text("pdf")}));
     }
 
     void cancelled_chooser_changes_nothing() {
