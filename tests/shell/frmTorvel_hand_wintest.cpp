@@ -621,10 +621,13 @@ class FrmTorvelHandTest : public test::TorvelFixture {
     void a_picture_that_cannot_be_saved_is_told_and_nothing_else() {
         start_with_network();
         window_->choose_picture_file = [this] { return path("gibt/es/nicht.png"); };
+        const QImage before = picture().shown();
         answer_message_box();
         action("m_datei_bild")->trigger();
         QCOMPARE(box_title_, text("VELDRA - Bild speichern"));
         QVERIFY(box_text_.contains(text("nicht.png")));
+        // The labels stay behind the box, and after it.
+        QVERIFY(picture().shown() == before);
         QVERIFY(action("lupe_plus")->isEnabled());
         action("lupe_plus")->trigger();
         QCOMPARE(undo_text(), text("Rückgängig: Vergrößern"));

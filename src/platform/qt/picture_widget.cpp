@@ -2,6 +2,7 @@
 
 #include <QPaintEvent>
 #include <QPainter>
+#include <QScopeGuard>
 #include <algorithm>
 #include <cmath>
 
@@ -29,7 +30,11 @@ QSize PictureWidget::device_size() const {
 void PictureWidget::redraw(Session& session, UserInterface& ui, Printer* printer) {
     ratio_ = devicePixelRatioF();
     layers_ = empty_picture(device_size(), ratio_);
-    draw_layers(session, measurer_, ui, layers_, ratio_, printer);
+    {
+        drawing_ = true;
+        const auto drawn = qScopeGuard([this] { drawing_ = false; });
+        draw_layers(session, measurer_, ui, layers_, ratio_, printer);
+    }
     repaint_labels();
 }
 
@@ -44,6 +49,9 @@ void PictureWidget::repaint_labels() {
 }
 
 void PictureWidget::show_unfinished() {
+    if (!drawing_) {
+        return;
+    }
     shown_ = layers_.copy();
     shown_.setDevicePixelRatio(ratio_);
     update();

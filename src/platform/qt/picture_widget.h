@@ -36,7 +36,7 @@ class PictureWidget final : public QWidget {
     void redraw(Session& session, UserInterface& ui, Printer* printer = nullptr);
     /// Paints the labels anew over the layers that are there.
     void repaint_labels();
-    /// Shows the layers drawn so far, without labels, while a drawing is under way.
+    /// While a drawing is under way: shows the layers drawn so far, without labels.
     void show_unfinished();
     /// Shows nothing but the background.
     void clear();
@@ -70,6 +70,7 @@ class PictureWidget final : public QWidget {
     QImage shown_;   ///< layers and labels
     PictureOverlay overlay_;
     double ratio_ = 1;
+    bool drawing_ = false;
     QTimer resolution_timer_;
 };
 
