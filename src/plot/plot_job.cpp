@@ -1,5 +1,6 @@
 #include "plot/plot_job.h"
 
+#include <exception>
 #include <functional>
 
 #include "drawing/fonts.h"
@@ -11,6 +12,7 @@
 #include "plot/fitted_font.h"
 #include "plot/plot_page.h"
 #include "plot/printer_adapters.h"
+#include "plot/trapped_call.h"
 #include "reference/reference_system.h"
 #include "shell/fatal_error.h"
 #include "shell/hourglass.h"
@@ -20,6 +22,8 @@
 namespace veldra {
 
 namespace {
+
+constexpr float twips_per_millimetre = 1440.0F / 25.4F;
 
 /// Runs calls on the printer. One that fails is reported and sets `abbruch`.
 template <typename Calls>
@@ -172,6 +176,36 @@ class Document {
     bool open_ = false;
 };
 
+/// Another device takes the place of the application printer as long as this lives.
+class StandIn {
+ public:
+    explicit StandIn(Session& session)
+        : session_(session),
+          printer_(session.printer),
+          plot_(session.plot),
+          sheet_(session.sheet),
+          entry_(session.window[MenuItem::m_optionen_drucker]) {
+        constexpr std::int16_t colours = 2;
+        session.printer.drucker_ok = table_true;
+        session.printer.drucker_farbe = colours;
+    }
+    ~StandIn() {
+        session_.printer = printer_;
+        session_.plot = plot_;
+        session_.sheet = sheet_;
+        session_.window[MenuItem::m_optionen_drucker] = entry_;
+    }
+    StandIn(const StandIn&) = delete;
+    StandIn& operator=(const StandIn&) = delete;
+
+ private:
+    Session& session_;
+    PrinterState printer_;
+    PlotSettings plot_;
+    SheetGeometry sheet_;
+    MenuItemState entry_;
+};
+
 /// What both commands do around the plotting itself.
 bool run_job(Session& session, const Desk& desk,
              const std::function<void(Printer&, std::int16_t&)>& plot) {
@@ -260,6 +294,50 @@ bool plotten_aktuell(Session& session, const Desk& desk) {
             PlotNetworkPart(session, printer, desk, abbruch);
         }
     });
+}
+
+void plot_on_device(Session& session, Printer& device, const Desk& desk) {
+    Document document(device);
+    if (!document.begin(session)) {
+        return;
+    }
+    std::exception_ptr failure;
+    try {
+        const Hourglass hourglass(session, desk.ui);
+        const StandIn stand_in(session);
+        Desk with_device = desk;
+        with_device.printer = &device;
+        const PartOnPaper part = prepare_part(session, device, with_device);
+        plot_sheets(session, device, desk.ui, part);
+        document.end();
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    desk.redraw();
+    clear_undo(session.window);
+    if (failure) {
+        std::rethrow_exception(failure);
+    }
+}
+
+PlotPaper plot_paper(Session& session, const Desk& desk) {
+    constexpr std::int16_t querformat = 2;
+    constexpr std::int16_t a4 = 9;
+    constexpr float a4_short = 210 * twips_per_millimetre;
+    constexpr float a4_long = 297 * twips_per_millimetre;
+    const bool lying = session.plot.plot_ausrichtung == querformat;
+    PlotPaper paper{a4, lying ? a4_long : a4_short, lying ? a4_short : a4_long, 0, 0};
+    ComputePaperArea(session, desk);
+    if (session.printer.drucker_ok == table_true && desk.printer != nullptr) {
+        trapped([&] {
+            Printer& printer = *desk.printer;
+            paper = {printer.PaperSize(), printer.Width(), printer.Height(), 0, 0};
+        });
+    }
+    const SheetGeometry& sheet = session.sheet;
+    paper.printable_width = (sheet.papier_breite + sheet.rand_links + sheet.rand_rechts) * 1000;
+    paper.printable_height = (sheet.papier_hoehe + sheet.rand_oben + sheet.rand_unten) * 1000;
+    return paper;
 }
 
 bool plotten_alle(Session& session, const Desk& desk) {

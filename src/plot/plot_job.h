@@ -31,4 +31,24 @@ bool plotten_aktuell(Session& session, const Desk& desk);
 /// Command "alle gekennzeichneten", after a question. False also if the answer was No.
 bool plotten_alle(Session& session, const Desk& desk);
 
+/// Plots the current part once, as a document of its own on `device`, with the sheets of the
+/// application printer: what `device` can print on must have the size that plot_paper() tells. The
+/// plot is in colours and one copy, whatever is set for the application printer. Afterwards
+/// printer and plot settings are as before; the picture is drawn anew, and nothing can be undone.
+/// Throws PrinterError, and FatalError as PlotNetworkPart does; a document that has not been
+/// finished is dropped.
+void plot_on_device(Session& session, Printer& device, const Desk& desk);
+
+/// Paper of a plot as it lies.
+struct PlotPaper {
+    std::int16_t code = 0;  ///< paper code of the application printer
+    float width = 0;        ///< whole paper, twips
+    float height = 0;
+    double printable_width = 0;  ///< millimetres
+    double printable_height = 0;
+};
+/// Paper of the application printer in the orientation of the current part; A4 without one that
+/// works.
+[[nodiscard]] PlotPaper plot_paper(Session& session, const Desk& desk);
+
 }  // namespace veldra

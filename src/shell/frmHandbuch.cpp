@@ -13,6 +13,7 @@
 #include <QTextBrowser>
 #include <QTextDocument>
 #include <QVBoxLayout>
+#include <algorithm>
 
 /// Makes the pages known: they stand in a static library, whose start-up code would be left out.
 /// The macro works in the global namespace only.
@@ -60,10 +61,14 @@ FrmHandbuch::FrmHandbuch(QWidget* window) : QDialog(window) {
     connect(txt_seite_, &QTextBrowser::sourceChanged, this, &FrmHandbuch::follow_page);
     connect(txt_suche_, &QLineEdit::textChanged, this, &FrmHandbuch::search);
     lst_seiten_->setCurrentRow(0);
-    const int character = fontMetrics().averageCharWidth();
+    lst_seiten_->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
     // Room for the widest picture beside the list.
+    constexpr int picture_and_margins = 860;
+    const int character = fontMetrics().averageCharWidth();
+    const int width =
+        std::max(character * 160, lst_seiten_->sizeHint().width() + picture_and_margins);
     const QSize room = screen()->availableSize() - QSize(40, 80);
-    resize(QSize(character * 160, character * 100).boundedTo(room));
+    resize(QSize(width, character * 100).boundedTo(room));
 }
 
 void FrmHandbuch::build() {

@@ -82,11 +82,24 @@ void FrmLogo::activate() {
     }
 }
 
-void FrmLogo::showEvent(QShowEvent* event) {
-    QDialog::showEvent(event);
+void FrmLogo::centre() {
     if (parentWidget() != nullptr) {
         centre_on(*this, *parentWidget()->window());
     }
+}
+
+bool FrmLogo::event(QEvent* event) {
+    // At the start the main window may get its place on the screen only after the logo is shown.
+    if (event->type() == QEvent::WindowActivate && !activated_) {
+        activated_ = true;
+        centre();
+    }
+    return QDialog::event(event);
+}
+
+void FrmLogo::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    centre();
     if (!cmd_ok_->isEnabled()) {
         timer_->start(wait_);
     }

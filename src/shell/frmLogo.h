@@ -29,11 +29,13 @@ class FrmLogo final : public QDialog {
     void reject() override;
 
  protected:
+    bool event(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
  private:
     void build(const std::string& version);
     void activate();
+    void centre();
     void follow_check_box(bool ticked);
     void end_wait();
 
@@ -44,6 +46,7 @@ class FrmLogo final : public QDialog {
     QPushButton* cmd_ok_ = nullptr;
     QLabel* lbl_version_ = nullptr;
     QTimer* timer_ = nullptr;
+    bool activated_ = false;
 };
 
 /// Puts a dialog in the middle of its window, its top not above the screen.

@@ -68,6 +68,9 @@ class FrmTorvel final : public QMainWindow {
     std::function<void(const std::exception&)> on_failure;
     /// Asks for the file that the picture goes into; "" if there is none.
     std::function<QString()> choose_picture_file;
+    /// Asks for the file that a plot goes into, given the name that stands to reason; "" if there
+    /// is none.
+    std::function<QString(const QString& proposed)> choose_plot_file;
 
  protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -86,7 +89,11 @@ class FrmTorvel final : public QMainWindow {
     /// A command that changes the view, and the picture after it.
     [[nodiscard]] Command view_command(std::function<bool()> change);
     void undo();
-    void save_picture();
+    void save_picture(const std::string& path);
+    /// A command that writes a file which the user names. What goes wrong is told under `title` and
+    /// takes nothing of the user's work with it.
+    [[nodiscard]] Command save_command(std::string title, std::function<QString()> choose,
+                                       std::function<void(const std::string& path)> save);
     /// Runs what opens a file; given up on the way, no file is loaded.
     void opening(const Command& open);
     /// Runs what may be given up and then has changed nothing.

@@ -213,6 +213,7 @@ void TorvelGestures::drop(const RubberBand& band, const QPointF& place) {
 }
 
 void TorvelGestures::drag(MovedLabel& label, const QPointF& place) {
+    info_.hide();
     PictureOverlay overlay;
     overlay.ghost = to_logical(session_.view,
                                ghost_box(session_, label.drag, twips(place.x()), twips(place.y())));

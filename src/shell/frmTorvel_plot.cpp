@@ -1,15 +1,29 @@
 // The part of the main window that looks after plotting.
+#include <QDir>
+#include <QFileInfo>
 #include <QLabel>
 #include <algorithm>
 #include <cmath>
 
 #include "drawing/length_units.h"
+#include "platform/pdf/plot_to_pdf.h"
 #include "platform/qt/picture_image.h"
 #include "plot/plot_job.h"
 #include "shell/frmTorvel.h"
 #include "shell/plot_mode.h"
 
 namespace veldra {
+
+namespace {
+
+/// "plan.pdf" for the graphic file "plan.dat", in its folder.
+QString plot_file_beside(const QString& graphic_file) {
+    const QFileInfo file(graphic_file);
+    const QString base = file.completeBaseName();
+    return file.dir().filePath((base.isEmpty() ? file.fileName() : base) + QStringLiteral(".pdf"));
+}
+
+}  // namespace
 
 void FrmTorvel::add_plot_commands(std::map<MenuItem, Command>& commands) {
     commands[MenuItem::m_plotten_ein] = [this] {
@@ -21,6 +35,10 @@ void FrmTorvel::add_plot_commands(std::map<MenuItem, Command>& commands) {
     commands[MenuItem::m_plotten_aktuell] = [this] {
         perform([this] { plotten_aktuell(session_, desk()); });
     };
+    commands[MenuItem::m_datei_plot] = save_command(
+        "VELDRA - Plot als PDF speichern",
+        [this] { return choose_plot_file(plot_file_beside(path_text(session_.graphikdatei))); },
+        [this](const std::string& path) { plot_als_pdf(session_, path, desk()); });
     commands[MenuItem::m_plotten_alle] = [this] {
         perform([this] { plotten_alle(session_, desk()); });
     };

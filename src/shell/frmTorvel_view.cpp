@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "drawing/preview.h"
+#include "platform/os/files.h"
 #include "platform/qt/picture_image.h"
 #include "plot/printer_adapters.h"
 #include "shell/fatal_error.h"
@@ -57,6 +58,10 @@ void FrmTorvel::build_gestures() {
                                 "PNG-Bild (*.png)|*.png|SVG-Bild (*.svg)|*.svg",
                                 QStringLiteral("png"));
     };
+    choose_plot_file = [this](const QString& proposed) {
+        return ask_for_new_file(this, QStringLiteral("Plot als PDF speichern"),
+                                "PDF-Datei (*.pdf)|*.pdf", QStringLiteral("pdf"), proposed);
+    };
 }
 
 Command FrmTorvel::view_command(std::function<bool()> change) {
@@ -86,7 +91,9 @@ void FrmTorvel::add_view_commands(std::map<MenuItem, Command>& commands) {
             lay_out_sheets();
         });
     };
-    commands[MenuItem::m_datei_bild] = [this] { save_picture(); };
+    commands[MenuItem::m_datei_bild] = save_command(
+        "VELDRA - Bild speichern", [this] { return choose_picture_file(); },
+        [this](const std::string& path) { save_picture(path); });
 }
 
 void FrmTorvel::add_view_commands(std::map<ToolButton, Command>& commands) {
@@ -169,22 +176,31 @@ void FrmTorvel::lay_out_sheets() {
     picture_->repaint_labels();
 }
 
-void FrmTorvel::save_picture() {
-    perform([this] {
-        const QString path = choose_picture_file();
-        if (path.isEmpty()) {
-            return;
-        }
-        try {
-            const bool vectors = path.endsWith(QStringLiteral(".svg"), Qt::CaseInsensitive);
-            write_picture_file(system_path(path),
-                               vectors ? svg_bytes(session_, measurer_, ui_, picture_->size())
-                                       : png_bytes(picture_->shown()));
-        } catch (const FatalError& failure) {
-            // A picture that cannot be written takes nothing of the user's work with it.
-            ui_.message_box(MessageStyle::critical, "VELDRA - Bild speichern", failure.what());
-        }
-    });
+Command FrmTorvel::save_command(std::string title, std::function<QString()> choose,
+                                std::function<void(const std::string& path)> save) {
+    return [this, title = std::move(title), choose = std::move(choose), save = std::move(save)] {
+        perform([&] {
+            const std::string path = system_path(choose());
+            if (path.empty()) {
+                return;
+            }
+            try {
+                if (same_file(path, session_.graphikdatei) ||
+                    same_file(path, working_path(session_))) {
+                    throw FatalError(path + ": ist die geöffnete Graphikdatei");
+                }
+                save(path);
+            } catch (const FatalError& failure) {
+                ui_.message_box(MessageStyle::critical, title, failure.what());
+            }
+        });
+    };
+}
+
+void FrmTorvel::save_picture(const std::string& path) {
+    const bool vectors = path_text(path).endsWith(QStringLiteral(".svg"), Qt::CaseInsensitive);
+    write_picture_file(path, vectors ? svg_bytes(session_, measurer_, ui_, picture_->size())
+                                     : png_bytes(picture_->shown()));
 }
 
 QString FrmTorvel::dropped_file(const QMimeData& dropped) const {

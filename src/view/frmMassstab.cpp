@@ -72,7 +72,11 @@ class MarkLabel final : public QWidget {
 };
 
 FrmMassstab::FrmMassstab(QWidget* window, const Session& session)
-    : QDialog(window), session_(session), column_(new QVBoxLayout(this)) {
+    // As a tool window it lets the shortcuts of the main window through.
+    : QDialog(window, Qt::Tool | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                          Qt::WindowCloseButtonHint),
+      session_(session),
+      column_(new QVBoxLayout(this)) {
     setObjectName(QStringLiteral("frmMaßstab"));
     setWindowTitle(QStringLiteral("Maßstab"));
     setModal(false);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <map>
@@ -11,6 +12,7 @@
 
 #include <qpdf/Buffer.hh>
 #include <qpdf/QPDF.hh>
+#include <qpdf/QPDFPageDocumentHelper.hh>
 #include <qpdf/QPDFPageObjectHelper.hh>
 
 namespace veldra::pdf_test {
@@ -320,5 +322,37 @@ class ShownPage {
     Point at_;
     Text text_;
 };
+
+/// The pages of a document.
+inline std::vector<ShownPage> shown_pages(const std::string& path) {
+    QPDF pdf;
+    pdf.processFile(path.c_str());
+    std::vector<ShownPage> pages;
+    for (const QPDFPageObjectHelper& page : QPDFPageDocumentHelper(pdf).getAllPages()) {
+        pages.emplace_back(page);
+    }
+    return pages;
+}
+
+/// Centres of the circles on a page, mm from the lower left corner of the paper, y upwards. The
+/// ends of their arcs are spread evenly around.
+inline std::vector<Point> circle_centres(const ShownPage& page) {
+    std::vector<Point> centres;
+    for (const Path& path : page.paths) {
+        const bool curved =
+            std::all_of(path.pieces.begin(), path.pieces.end(),
+                        [](const Path::Piece& piece) { return piece.handles.has_value(); });
+        if (path.pieces.empty() || !curved) {
+            continue;
+        }
+        Point sum;
+        for (const Path::Piece& piece : path.pieces) {
+            sum = {sum.x + piece.to.x, sum.y + piece.to.y};
+        }
+        const auto count = static_cast<double>(path.pieces.size());
+        centres.push_back({sum.x / count, page.height - sum.y / count});
+    }
+    return centres;
+}
 
 }  // namespace veldra::pdf_test

@@ -4,6 +4,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QTest>
 #include <QTextBrowser>
 
@@ -51,6 +52,16 @@ class FrmHandbuchTest : public QObject {
         QTest::mouseClick(&back, Qt::LeftButton);
         QCOMPARE(page.source(), QUrl(QStringLiteral("qrc:/handbuch/index.md")));
         QCOMPARE(control<QListWidget>(handbook, "lst_seiten").currentRow(), 0);
+    }
+
+    void list_shows_whole_names_and_leaves_room_for_pictures() {
+        FrmHandbuch handbook(nullptr);
+        handbook.resize(1160, 700);  // what a screen of 1200 pixels leaves
+        handbook.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&handbook));
+        const auto& list = control<QListWidget>(handbook, "lst_seiten");
+        QCOMPARE(list.horizontalScrollBar()->maximum(), 0);
+        QVERIFY(control<QTextBrowser>(handbook, "txt_seite").viewport()->width() >= widest_picture);
     }
 
     void an_unknown_page_opens_the_first() {

@@ -43,7 +43,6 @@ class FrmTorvelHandTest : public test::TorvelFixture {
     Q_OBJECT
 
  private:
-    [[nodiscard]] PictureWidget& picture() const { return window_->picture(); }
     [[nodiscard]] QLabel* info() const { return window_->findChild<QLabel*>(text("lbl_punubinf")); }
     [[nodiscard]] QString undo_text() const { return action("m_ansicht_undo")->text(); }
     /// Metres of a logical pixel.
@@ -61,27 +60,6 @@ class FrmTorvelHandTest : public test::TorvelFixture {
                   session_.view.ansicht_hw_min + static_cast<double>(label.top - label.height / 2));
     }
 
-    void mouse(QEvent::Type type, const QPoint& place, Qt::MouseButton button,
-               Qt::MouseButtons buttons) {
-        QMouseEvent event(type, place, picture().mapToGlobal(QPointF(place)), button, buttons,
-                          Qt::NoModifier);
-        QApplication::sendEvent(&picture(), &event);
-    }
-    void press(const QPoint& place, Qt::MouseButton button = Qt::LeftButton) {
-        mouse(QEvent::MouseButtonPress, place, button, button);
-    }
-    void move(const QPoint& place, Qt::MouseButtons buttons = Qt::NoButton) {
-        mouse(QEvent::MouseMove, place, Qt::NoButton, buttons);
-    }
-    void release(const QPoint& place, Qt::MouseButton button = Qt::LeftButton) {
-        mouse(QEvent::MouseButtonRelease, place, button, Qt::NoButton);
-    }
-    void drag(const QPoint& from, const QPoint& to, Qt::MouseButton button = Qt::LeftButton) {
-        press(from, button);
-        move((from + to) / 2, button);
-        move(to, button);
-        release(to, button);
-    }
     void turn_wheel(const QPoint& place, int angle) {
         QWheelEvent event(place, picture().mapToGlobal(QPointF(place)), {}, QPoint(0, angle),
                           Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
@@ -343,8 +321,13 @@ class FrmTorvelHandTest : public test::TorvelFixture {
         const QPoint from = middle(before);
         const QPoint to = from + QPoint(60, -25);
         const qint64 drawn = picture().shown().cacheKey();
+        press(from, Qt::RightButton);
+        release(from, Qt::RightButton);
+        QVERIFY(info()->isVisible());
         press(from);
         QVERIFY(picture().overlay().ghost.has_value());
+        // What it was asked before does not stand in the way.
+        QVERIFY(!info()->isVisible());
         move(to, Qt::LeftButton);
         QCOMPARE(session_.window.mouse_pointer, 99);
         const QRectF ghost = *picture().overlay().ghost;
@@ -642,10 +625,13 @@ class FrmTorvelHandTest : public test::TorvelFixture {
     void a_picture_that_cannot_be_saved_is_told_and_nothing_else() {
         start_with_network();
         window_->choose_picture_file = [this] { return path("gibt/es/nicht.png"); };
+        const QImage before = picture().shown();
         answer_message_box();
         action("m_datei_bild")->trigger();
         QCOMPARE(box_title_, text("VELDRA - Bild speichern"));
         QVERIFY(box_text_.contains(text("nicht.png")));
+        // The labels stay behind the box, and after it.
+        QVERIFY(picture().shown() == before);
         QVERIFY(action("lupe_plus")->isEnabled());
         action("lupe_plus")->trigger();
         QCOMPARE(undo_text(), text("Rückgängig: Vergrößern"));

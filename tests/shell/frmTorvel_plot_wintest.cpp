@@ -123,6 +123,26 @@ class FrmTorvelPlotTest : public test::TorvelFixture {
         QCOMPARE(session_.plotmodus, std::int16_t{1});
     }
 
+    void question_leaves_the_picture_with_its_labels() {
+        action("plot_ein")->trigger();
+        const QImage before = window_->picture().shown();
+        QImage behind;
+        auto* look = new QTimer(this);
+        connect(look, &QTimer::timeout, this, [&, look] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (box != nullptr) {
+                look->deleteLater();
+                behind = window_->picture().shown();
+                box->buttons().at(1)->click();
+            }
+        });
+        look->start(10);
+        action("m_plotten_alle")->trigger();
+        QVERIFY(behind == before);
+        QVERIFY(printer_.documents.empty());
+        QVERIFY(window_->picture().shown() == before);
+    }
+
     void zero_point_is_fitted_with_its_texts_and_can_be_put_back() {
         action("plot_ein")->trigger();
         const double zero = session_.plot.plot_null_rechts;

@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <cmath>
 #include <memory>
 
 #include "dialog_driver.h"
@@ -187,6 +188,20 @@ class FrmTorvelSideDialogsTest : public QObject {
             QCOMPARE(session_->window.caption != "alt", accepted);
             QTRY_VERIFY(window_->findChild<FrmVerwopt*>(text("frmVerwopt")) == nullptr);
         }
+    }
+
+    void keys_reach_the_main_window_while_the_scale_bars_have_the_focus() {
+        open_file();
+        action("m_ansicht_maßstab").trigger();
+        scale_bars()->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(scale_bars()));
+        const double before = session_->view.ansicht_masseinheit;
+        QTest::keyClick(scale_bars(), Qt::Key_Minus);
+        QCOMPARE(session_->view.ansicht_masseinheit, 2 * before);
+        QTest::keyClick(scale_bars(), Qt::Key_Z, Qt::ControlModifier);
+        QVERIFY(std::abs(session_->view.ansicht_masseinheit - before) < 1e-9);
+        QTest::keyClick(scale_bars(), Qt::Key_P, Qt::ControlModifier);
+        QCOMPARE(session_->plotmodus, std::int16_t{1});
     }
 };
 

@@ -388,6 +388,23 @@ class FrmTorvelTest : public test::TorvelFixture {
         QVERIFY(of_logo<QLabel>("lbl_version")->text().isEmpty());
     }
 
+    void logo_follows_a_window_that_gets_its_place_late() {
+        start();
+        // A window manager that places the window while the logo is already shown.
+        window_->move(window_->pos() + QPoint(31, 47));
+        QEvent activation(QEvent::WindowActivate);
+        QApplication::sendEvent(logo(), &activation);
+        const QPoint distance =
+            logo()->frameGeometry().center() - window_->frameGeometry().center();
+        QVERIFY(qAbs(distance.x()) <= 2);
+        QVERIFY(qAbs(distance.y()) <= 2);
+        // Once it is there, it stays where its user may have moved it.
+        const QPoint place = logo()->pos() + QPoint(10, 10);
+        logo()->move(place);
+        QApplication::sendEvent(logo(), &activation);
+        QCOMPARE(logo()->pos(), place);
+    }
+
     void picture_stands_below_the_toolbar_and_is_measured_in_twips() {
         start();
         const PictureWidget& picture = window_->picture();

@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QMenu>
 #include <QMessageBox>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
@@ -113,6 +114,30 @@ class TorvelFixture : public QObject {
             box->buttons().constFirst()->click();
         });
         look->start(10);
+    }
+
+    // The mouse over the picture; places are logical pixels.
+    [[nodiscard]] PictureWidget& picture() const { return window_->picture(); }
+    void mouse(QEvent::Type type, const QPoint& place, Qt::MouseButton button,
+               Qt::MouseButtons buttons) {
+        QMouseEvent event(type, place, picture().mapToGlobal(QPointF(place)), button, buttons,
+                          Qt::NoModifier);
+        QApplication::sendEvent(&picture(), &event);
+    }
+    void press(const QPoint& place, Qt::MouseButton button = Qt::LeftButton) {
+        mouse(QEvent::MouseButtonPress, place, button, button);
+    }
+    void move(const QPoint& place, Qt::MouseButtons buttons = Qt::NoButton) {
+        mouse(QEvent::MouseMove, place, Qt::NoButton, buttons);
+    }
+    void release(const QPoint& place, Qt::MouseButton button = Qt::LeftButton) {
+        mouse(QEvent::MouseButtonRelease, place, button, Qt::NoButton);
+    }
+    void drag(const QPoint& from, const QPoint& to, Qt::MouseButton button = Qt::LeftButton) {
+        press(from, button);
+        move((from + to) / 2, button);
+        move(to, button);
+        release(to, button);
     }
 
     std::unique_ptr<QTemporaryDir> root_;

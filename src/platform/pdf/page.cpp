@@ -28,9 +28,10 @@ double pen_width(std::int16_t pixels, double pixel) {
 PdfPage::PdfPage(PdfDocument& document, CircleForms& circles, const PdfPaper& paper,
                  const SheetTitle& title)
     : document_(document), circles_(circles), out_(document.content()), paper_(paper) {
-    const double margin = paper.margin * units_per_millimetre;
-    area_ = {margin, margin, paper.size.width * units_per_millimetre - margin,
-             paper.size.height * units_per_millimetre - margin};
+    const double across = paper.margin_across * units_per_millimetre;
+    const double up = paper.margin_up * units_per_millimetre;
+    area_ = {across, up, paper.size.width * units_per_millimetre - across,
+             paper.size.height * units_per_millimetre - up};
     const double reach = pen_width(widest_pen, paper.pixel) + 10 * units_per_millimetre;
     near_ = {area_.left - reach, area_.bottom - reach, area_.right + reach, area_.top + reach};
     scale_millimetres();

@@ -16,7 +16,8 @@ namespace veldra {
 /// The sheet of paper that a page stands for.
 struct PdfPaper {
     PdfPageSize size;
-    double margin = 5;          ///< not printed on, on each side, mm
+    double margin_across = 5;   ///< not printed on, at the left and at the right, mm
+    double margin_up = 5;       ///< not printed on, at the top and at the bottom, mm
     double pixel = 25.4 / 300;  ///< what pens count in, mm
 };
 

@@ -1,7 +1,8 @@
 #include "platform/pdf/pdf_printer.h"
 
-#include <cmath>
+#include <algorithm>
 #include <new>
+#include <utility>
 
 #include "drawing/length_units.h"
 #include "platform/os/files.h"
@@ -15,7 +16,6 @@ namespace veldra {
 namespace {
 
 constexpr const char* device_name = "PDF-Datei";
-constexpr double margin = 5;
 constexpr double smallest_side = 15;
 constexpr double largest_side = 5000;
 constexpr std::int16_t automatic_bin = 15;
@@ -34,7 +34,7 @@ void set_side(double& side, float twips) {
     }
 }
 
-float printable(double side, std::int16_t scale_mode) {
+float printable(double side, double margin, std::int16_t scale_mode) {
     const double inner = side - 2 * margin;
     return scale_mode == scale_millimetres ? static_cast<float>(inner) : to_twips(inner);
 }
@@ -113,12 +113,30 @@ void PdfPrinter::set_PaperSize(std::int16_t code) {
     }
 }
 
+PdfPaper PdfPrinter::sheet() const {
+    PdfPaper paper{{upright_width_, upright_height_}, margin_across_, margin_up_, pixel_};
+    if (lying()) {
+        std::swap(paper.size.width, paper.size.height);
+        std::swap(paper.margin_across, paper.margin_up);
+    }
+    return paper;
+}
+
 float PdfPrinter::Width() {
-    return to_twips(lying() ? upright_height_ : upright_width_);
+    return to_twips(sheet().size.width);
 }
 
 float PdfPrinter::Height() {
-    return to_twips(lying() ? upright_width_ : upright_height_);
+    return to_twips(sheet().size.height);
+}
+
+void PdfPrinter::set_printable_area(double width, double height) {
+    const PdfPageSize size = sheet().size;
+    margin_across_ = std::max(0.0, (size.width - width) / 2);
+    margin_up_ = std::max(0.0, (size.height - height) / 2);
+    if (lying()) {
+        std::swap(margin_across_, margin_up_);
+    }
 }
 
 void PdfPrinter::set_Width(float twips) {
@@ -134,11 +152,13 @@ void PdfPrinter::set_Height(float twips) {
 }
 
 float PdfPrinter::ScaleWidth(std::int16_t scale_mode) {
-    return printable(lying() ? upright_height_ : upright_width_, scale_mode);
+    const PdfPaper paper = sheet();
+    return printable(paper.size.width, paper.margin_across, scale_mode);
 }
 
 float PdfPrinter::ScaleHeight(std::int16_t scale_mode) {
-    return printable(lying() ? upright_width_ : upright_height_, scale_mode);
+    const PdfPaper paper = sheet();
+    return printable(paper.size.height, paper.margin_up, scale_mode);
 }
 
 void PdfPrinter::set_ColorMode(std::int16_t mode) {
@@ -182,14 +202,7 @@ void PdfPrinter::begin_sheet(const SheetTitle& title) {
         throw PrinterError(std::string(device_name) + ": kein Dokument begonnen");
     }
     NewPage();
-    guarded([&] {
-        PdfPaper paper;
-        paper.size = {lying() ? upright_height_ : upright_width_,
-                      lying() ? upright_width_ : upright_height_};
-        paper.margin = margin;
-        paper.pixel = pixel_;
-        page_ = std::make_unique<PdfPage>(*document_, *circles_, paper, title);
-    });
+    guarded([&] { page_ = std::make_unique<PdfPage>(*document_, *circles_, sheet(), title); });
 }
 
 PageTarget& PdfPrinter::page() {

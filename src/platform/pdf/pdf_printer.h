@@ -13,13 +13,14 @@ namespace veldra {
 class PdfDocument;
 class CircleForms;
 class PdfPage;
+struct PdfPaper;
 
 /// The printer that is always there: it writes its documents to PDF files.
 ///
 /// Paper: all known codes and 256, sides 15 mm to 5 m; other codes, orientations and sizes are
-/// ignored. 5 mm on each side cannot be printed on. Bins and colour modes are taken as written;
-/// the file itself always has colours. The end of a document sets bin and paper back to 15 and A4
-/// and leaves the orientation.
+/// ignored. 5 mm on each side cannot be printed on, unless the printable area is set. Bins and
+/// colour modes are taken as written; the file itself always has colours. The end of a document
+/// sets bin and paper back to 15 and A4 and leaves the orientation.
 ///
 /// A file is written when its document ends, as a whole: until then, and when anything fails, the
 /// file that was there stays. Failures throw PrinterError with the file's path and the reason.
@@ -54,6 +55,9 @@ class PdfPrinter final : public Printer {
     [[nodiscard]] float ScaleHeight(std::int16_t scale_mode) override;
     [[nodiscard]] std::int16_t ColorMode() override { return colour_mode_; }
     void set_ColorMode(std::int16_t mode) override;
+    /// Sets the printable area, in the middle of the paper, millimetres as it lies now. What is
+    /// left free on each side stays the same when the paper changes.
+    void set_printable_area(double width, double height);
     void set_Copies(std::int16_t /*copies*/) override {}
     void set_TrackDefault(bool /*track*/) override {}
 
@@ -70,7 +74,11 @@ class PdfPrinter final : public Printer {
     void EndDoc() override;
 
  private:
+    static constexpr double usual_margin = 5;
+
     [[nodiscard]] bool lying() const { return orientation_ == 2; }
+    /// The paper as it lies.
+    [[nodiscard]] PdfPaper sheet() const;
     void forget_paper();
     /// Runs a call; what fails becomes a PrinterError with the document's file.
     template <typename Call>
@@ -87,6 +95,9 @@ class PdfPrinter final : public Printer {
     std::int16_t colour_mode_ = 2;
     double upright_width_ = 0;  ///< mm
     double upright_height_ = 0;
+    // What cannot be printed on at each side of the upright paper, mm.
+    double margin_across_ = usual_margin;
+    double margin_up_ = usual_margin;
 
     std::string path_;
     std::unique_ptr<PdfDocument> document_;

@@ -4,7 +4,6 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QDialogButtonBox>
-#include <QFileDialog>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -14,17 +13,9 @@
 namespace veldra {
 
 QString ask_for_output_file(QWidget* window) {
-    QFileDialog dialog(window, QStringLiteral("Ausgabe in Datei"));
-    dialog.setObjectName(QStringLiteral("dlg_ausgabe_datei"));
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(QStringLiteral("pdf"));
-    dialog.setNameFilters(to_name_filters("PDF-Dateien (*.pdf)|*.pdf|Alle Dateien (*.*)|*.*"));
-    dialog.setLabelText(QFileDialog::Accept, QStringLiteral("&Speichern"));
-    dialog.setLabelText(QFileDialog::Reject, QStringLiteral("Abbrechen"));
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
-        return {};
-    }
-    return dialog.selectedFiles().constFirst();
+    return ask_for_new_file(window, QStringLiteral("Ausgabe in Datei"),
+                            "PDF-Dateien (*.pdf)|*.pdf|Alle Dateien (*.*)|*.*",
+                            QStringLiteral("pdf"));
 }
 
 class QtPrintDialog::Form {

@@ -3,8 +3,11 @@
 #include <QApplication>
 #include <QFile>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
+#include <QTreeView>
 
 namespace veldra {
 
@@ -110,6 +113,18 @@ QStringList to_name_filters(std::string_view filter) {
 
 namespace {
 
+/// Size, type and date of the files get the room that they need, in a dialog of this width.
+void show_whole_columns(QFileDialog& dialog) {
+    for (QTreeView* list : dialog.findChildren<QTreeView*>()) {
+        for (int column = 1; column < list->header()->count(); ++column) {
+            list->header()->setSectionResizeMode(column, QHeaderView::ResizeToContents);
+        }
+    }
+    constexpr QSize usual_size(760, 480);
+    const QSize room = dialog.screen()->availableSize();
+    dialog.resize(usual_size.boundedTo(room));
+}
+
 /// A file dialog with German texts; the user's choice or "".
 QString run_file_dialog(QFileDialog& dialog, std::string_view filter, const QString& accept) {
     // The texts name their patterns themselves; those added behind them stay out of sight.
@@ -120,6 +135,7 @@ QString run_file_dialog(QFileDialog& dialog, std::string_view filter, const QStr
     dialog.setLabelText(QFileDialog::LookIn, QStringLiteral("Suchen in:"));
     dialog.setLabelText(QFileDialog::FileName, QStringLiteral("Datei&name:"));
     dialog.setLabelText(QFileDialog::FileType, QStringLiteral("Dateityp:"));
+    show_whole_columns(dialog);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
         return {};
     }
@@ -137,19 +153,21 @@ QString ask_for_existing_file(QWidget* window, const QString& title, std::string
 }
 
 QString ask_for_new_file(QWidget* window, const QString& title, std::string_view filter,
-                         const QString& suffix) {
+                         const QString& suffix, const QString& proposed) {
     QFileDialog dialog(window, title);
     dialog.setObjectName(QStringLiteral("dlg_torvel_speichern"));
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(suffix);
-    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog,
-                     [&dialog](const QString& text) {
-                         const qsizetype dot = text.lastIndexOf(QStringLiteral("*."));
-                         if (dot >= 0) {
-                             dialog.setDefaultSuffix(text.mid(dot + 2).chopped(1));
-                         }
-                     });
+    QObject::connect(
+        &dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& text) {
+            const QString pattern = text.mid(text.lastIndexOf(QLatin1Char('(')) + 1).chopped(1);
+            const QString ending = pattern.mid(pattern.lastIndexOf(QLatin1Char('.')) + 1);
+            dialog.setDefaultSuffix(ending == QLatin1String("*") ? QString() : ending);
+        });
+    if (!proposed.isEmpty()) {
+        dialog.selectFile(proposed);
+    }
     return run_file_dialog(dialog, filter, QStringLiteral("&Speichern"));
 }
 

@@ -38,10 +38,12 @@ void show_fatal_error(QWidget* window, const std::string& message);
 [[nodiscard]] QString ask_for_existing_file(QWidget* window, const QString& title,
                                             std::string_view filter);
 
-/// Asks for the name of a file to be written, which may exist; "" if the user gave up. `suffix` is
-/// added to a name without one.
+/// Asks for the name of a file to be written, which may exist: the user is then asked once more. ""
+/// if the user gave up. `suffix` is added to a name without one; `proposed` is the path that stands
+/// in the dialog at first, "" for none.
 [[nodiscard]] QString ask_for_new_file(QWidget* window, const QString& title,
-                                       std::string_view filter, const QString& suffix);
+                                       std::string_view filter, const QString& suffix,
+                                       const QString& proposed = {});
 
 /// The pointer shape of a platform number: 0 default, 2 cross, 11 hourglass, 99 moving.
 void show_mouse_pointer(QWidget& widget, int pointer);
