@@ -153,7 +153,8 @@ QWidget* DisplayPointsPage::build_fonts() {
                                                          : settings().pubsizplo);
                 },
                 [this, districts](std::string_view text) {
-                    (districts ? settings().nubsizplo : settings().pubsizplo) = float_value(text);
+                    set_plot_height(session(), usable_printer(session(), context().printer),
+                                    districts, text);
                 });
             QLabel* label =
                 add_buddy(name(districts ? "lbl_nubez_schrift" : "lbl_pubez_schrift"),
