@@ -362,7 +362,7 @@ std::string vector_caption(const VectorItem& item) {
 double vector_maximum(const Session& session, const VectorItem& item) {
     const double control_points = item.control_points ? session.max_ap[item.slot].wert : 0;
     const double new_points = item.new_points ? session.max_np[item.slot].wert : 0;
-    return std::max(control_points, new_points);
+    return std::fabs(control_points) > std::fabs(new_points) ? control_points : new_points;
 }
 
 std::string vector_maximum_text(const Session& session, std::size_t slot, bool control_points) {

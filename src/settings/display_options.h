@@ -166,7 +166,7 @@ struct VectorItem {
 /// in centimetres. Vectors of width 0 say that they are not shown.
 [[nodiscard]] std::string vector_maximum_text(const Session& session, std::size_t slot,
                                               bool control_points);
-/// The largest value of the item's points, centimetres.
+/// The value of the item's points that is the largest whatever its sign, centimetres.
 [[nodiscard]] double vector_maximum(const Session& session, const VectorItem& item);
 
 // --- Points ---
