@@ -78,8 +78,7 @@ void FrmDarstellungen::build() {
     build_pages();
     column->addWidget(tab_darstellungen_, 1);
     column->addWidget(build_buttons());
-    connect(tab_darstellungen_, &QTabWidget::currentChanged, this,
-            [this](int index) { pages_[static_cast<std::size_t>(index)]->refresh(); });
+    connect(tab_darstellungen_, &QTabWidget::currentChanged, this, &FrmDarstellungen::change_tab);
 }
 
 QWidget* FrmDarstellungen::build_scales() {
@@ -157,6 +156,13 @@ QWidget* FrmDarstellungen::build_buttons() {
     connect(cmd_ok_, &QPushButton::clicked, this, &FrmDarstellungen::accept);
     connect(cmd_abbrechen_, &QPushButton::clicked, this, &FrmDarstellungen::reject);
     return widget;
+}
+
+void FrmDarstellungen::change_tab(int index) {
+    // The toolkit may lead the focus over OK meanwhile, for which a box is left unread.
+    pages_[shown_tab_]->take_over();
+    shown_tab_ = static_cast<std::size_t>(index);
+    pages_[shown_tab_]->refresh();
 }
 
 void FrmDarstellungen::refresh_all() {

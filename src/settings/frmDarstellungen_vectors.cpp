@@ -171,6 +171,12 @@ void DisplayVectorsPage::refresh() {
     lbl_fuer_->setText(QString::fromStdString(vector_caption(item())));
 }
 
+void DisplayVectorsPage::take_over() {
+    for (const auto& scale : scales_) {
+        scale->leave();
+    }
+}
+
 bool DisplayVectorsPage::check_scales() {
     for (const auto& scale : scales_) {
         if (!scale->check_on_ok()) {
