@@ -44,8 +44,10 @@ struct DisplayMessage {
 /// The defaults of a tab's group. The twins stay.
 void display_standard(Session& session, DisplayTab tab);
 /// Keeps what is set: saves all groups in their twins and the scale in `plot_merk`, and computes
-/// the extents anew if a file is open, with the text sizes of the printer; it may be null.
-void display_accept(Session& session, TextMeasurer& measurer, Printer* printer);
+/// the extents anew if a file is open, with the text sizes of the printer; it may be null. False,
+/// and nothing is kept, if the part would fall on more sheets than can be counted: it could not be
+/// read any more.
+[[nodiscard]] bool display_accept(Session& session, TextMeasurer& measurer, Printer* printer);
 /// Returns to the twins and to the plot scale of `display_begin`.
 void display_reject(Session& session, double plot_massstab);
 

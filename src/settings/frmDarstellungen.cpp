@@ -192,11 +192,14 @@ void FrmDarstellungen::accept() {
             set_mouse_pointer(number);
         }
     };
-    left_ = true;
     pointer(hourglass);
-    display_accept(context_.session, context_.measurer, context_.printer);
+    left_ = display_accept(context_.session, context_.measurer, context_.printer);
     pointer(default_pointer);
-    QDialog::accept();
+    if (left_) {
+        QDialog::accept();
+    } else {
+        context_.say(scale_message_on_ok(ScaleBox::ground));
+    }
 }
 
 void FrmDarstellungen::reject() {
