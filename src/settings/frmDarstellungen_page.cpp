@@ -181,6 +181,10 @@ void DisplayPage::ask_for_width(const QString& caption, const PenPlaces& places,
     }
 }
 
+void give_room(QLabel& label, const QString& text) {
+    label.setMinimumWidth(label.fontMetrics().horizontalAdvance(text));
+}
+
 QComboBox* make_scale_combo(const QString& name, const QString& accessible_name, QWidget* parent) {
     auto* combo = new QComboBox(parent);
     combo->setObjectName(name);

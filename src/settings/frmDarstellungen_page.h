@@ -131,6 +131,9 @@ class DisplayPage : public QWidget {
     std::vector<std::unique_ptr<NumberBox>> boxes_;
 };
 
+/// Gives labels that stand one above the other in frames of their own the room for a text.
+void give_room(QLabel& label, const QString& text);
+
 /// Makes a combo box for typed and offered texts.
 [[nodiscard]] QComboBox* make_scale_combo(const QString& name, const QString& accessible_name,
                                           QWidget* parent);

@@ -55,8 +55,9 @@ void DisplayPointsPage::build() {
                              QStringLiteral("weitere Auswahl Punktart durch Pfeiltasten"));
     grid->addWidget(picture_, 0, 0, 1, 2);
     grid->addWidget(hint, 1, 0, 1, 2);
-    grid->addWidget(build_boxes(), 2, 0);
-    grid->addWidget(build_fonts(), 2, 1);
+    grid->addWidget(build_boxes(), 2, 0, Qt::AlignTop);
+    grid->addWidget(build_fonts(), 2, 1, Qt::AlignTop);
+    grid->setHorizontalSpacing(2 * fontMetrics().averageCharWidth() + grid->horizontalSpacing());
     QPushButton* standard =
         add_standard_button(is_plot() ? QStringLiteral("cmd_standard_bezpun_plott")
                                       : QStringLiteral("cmd_standard_bezpun_screen"));

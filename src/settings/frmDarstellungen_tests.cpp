@@ -63,6 +63,7 @@ QGroupBox* DisplayTestsPage::build_frame(int number, const char* title, std::siz
         grid->addWidget(pictures_[index], row, 0);
         labels_[index] = add_label(QStringLiteral("lbl_testwert_%1").arg(index), QString());
         labels_[index]->installEventFilter(this);
+        give_room(*labels_[index], QStringLiteral("EV > 99999.9"));
         grid->addWidget(labels_[index], row, 1);
         const auto limit = test_class_limit(index);
         if (limit) {

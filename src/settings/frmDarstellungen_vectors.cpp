@@ -62,7 +62,7 @@ QGroupBox* DisplayVectorsPage::build_frame(std::size_t frame) {
             ++line;
         }
     }
-    grid->addWidget(unit, 1, 2);
+    grid->addWidget(unit, 1, 2, line - 1, 1);
     grid->setRowStretch(line, 1);
     row->addLayout(grid);
     return group;
