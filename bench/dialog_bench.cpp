@@ -12,9 +12,9 @@
 #include "platform/qt/picture_widget.h"
 #include "platform/qt/qt_text_measurer.h"
 #include "platform/qt/sample_picture.h"
+#include "plot/application_printer.h"
 #include "plot/frmDrucker.h"
 #include "plot/frmPlotten.h"
-#include "plot/application_printer.h"
 #include "reference/frmVerwopt.h"
 #include "settings/defaults.h"
 #include "settings/frmDarstellungen.h"
@@ -106,15 +106,13 @@ void open_frmLegende(benchmark::State& state) {
 }
 
 void open_frmMassstab(benchmark::State& state) {
-    opening(state, [](OpenNetwork& open) {
-        return std::make_unique<FrmMassstab>(nullptr, open.session);
-    });
+    opening(state,
+            [](OpenNetwork& open) { return std::make_unique<FrmMassstab>(nullptr, open.session); });
 }
 
 void open_frmVerwopt(benchmark::State& state) {
-    opening(state, [](OpenNetwork& open) {
-        return std::make_unique<FrmVerwopt>(nullptr, open.session);
-    });
+    opening(state,
+            [](OpenNetwork& open) { return std::make_unique<FrmVerwopt>(nullptr, open.session); });
 }
 
 void open_frmPlotten(benchmark::State& state) {

@@ -78,10 +78,9 @@ constexpr const char* default_legende =
     "TitelSize_4=3.0\r\nTitelFont_4=Arial\r\nTitelBold_4=False\r\nTitelItal_4=False\r\n"
     "TitelUndr_4=False\r\n";
 
-constexpr const char* default_settings[] = {default_bezpun,       default_beobac, default_states,
-                                            default_vektor,       default_verwgr_file,
-                                            default_verwgr_lines, default_numbez,
-                                            default_legende};
+constexpr const char* default_settings[] = {
+    default_bezpun,      default_beobac,       default_states, default_vektor,
+    default_verwgr_file, default_verwgr_lines, default_numbez, default_legende};
 
 /// The whole profile.
 inline std::string default_profile() {

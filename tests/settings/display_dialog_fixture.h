@@ -101,8 +101,8 @@ class DisplayDialogFixture : public QObject {
     }
 
     veldra::FrmDarstellungen& open(veldra::Printer* printer = nullptr) {
-        dialog_ = std::make_unique<veldra::FrmDarstellungen>(nullptr, *session_, measurer_,
-                                                             printer);
+        dialog_ =
+            std::make_unique<veldra::FrmDarstellungen>(nullptr, *session_, measurer_, printer);
         answers_.put_into(*dialog_);
         dialog_->show();
         if (!QTest::qWaitForWindowActive(dialog_.get())) {

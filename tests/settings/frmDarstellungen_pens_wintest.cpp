@@ -129,9 +129,9 @@ class FrmDarstellungenPensTest : public DisplayDialogFixture {
             }
             return count;
         };
-        // From a fifth below the upper edge on, 2.5 cm at 1:2 are longer than the picture.
-        QCOMPARE(bars(0, sample.height() / 5 - 3), 0);
-        QVERIFY(bars(sample.height() / 5 + 3, sample.height()) > sample.height() / 2);
+        // From a fifth below the upper edge on, 2.5 cm at 1:2 reach beyond the lower one.
+        QCOMPARE(bars(0, sample.height() / 5 - 5), 0);
+        QVERIFY(bars(sample.height() * 9 / 10, sample.height()) > 0);
     }
 
     void the_largest_values_of_the_file_stand_in_their_boxes() {

@@ -180,8 +180,8 @@ void DisplayRestartTest::expect_point_tabs(FrmDarstellungen& dialog) {
     press(dialog, "cmd_pubez_schrift_screen");
     QVERIFY((answers_.offered_font == FontChoice{{"Courier", 14, 0, -1, 0}, rgb(3, 2, 1)}));
     press(dialog, "cmd_nubez_schrift_screen");
-    QVERIFY((answers_.offered_font ==
-             FontChoice{{"B\xFCro Sans", 8, -1, 0, -1}, rgb(255, 128, 0)}));
+    QVERIFY(
+        (answers_.offered_font == FontChoice{{"B\xFCro Sans", 8, -1, 0, -1}, rgb(255, 128, 0)}));
     show_tab(dialog, DisplayTab::points_plot);
     expect_radii("lbl_pa_plott_", "txt_punktradius_plott", {"1.2", "2.3", "10.0", "0.1"});
     QCOMPARE(box_text(dialog, "txt_pubez_schrift_plott"), text("3.1"));
@@ -270,8 +270,8 @@ void DisplayRestartTest::expect_vector_tab(FrmDarstellungen& dialog, DisplayTab 
 void DisplayRestartTest::set_test_tab(FrmDarstellungen& dialog) {
     show_tab(dialog, DisplayTab::tests);
     const std::pair<const char*, const char*> limits[] = {
-        {"txt_grenzwert", "0,7"},  {"txt_ev_wert", "12,5"},  {"txt_nv_wert_1", "1,1"},
-        {"txt_nv_wert_2", "2.2"},  {"txt_nv_wert_3", "4,4"}, {"txt_ep_wert_1", "2.5"},
+        {"txt_grenzwert", "0,7"},    {"txt_ev_wert", "12,5"},  {"txt_nv_wert_1", "1,1"},
+        {"txt_nv_wert_2", "2.2"},    {"txt_nv_wert_3", "4,4"}, {"txt_ep_wert_1", "2.5"},
         {"txt_ep_wert_2", "99999,9"}};
     for (const auto& [name, limit] : limits) {
         type_and_enter(control<QLineEdit>(dialog, name), limit);
@@ -287,8 +287,8 @@ void DisplayRestartTest::set_test_tab(FrmDarstellungen& dialog) {
 void DisplayRestartTest::expect_test_tab(FrmDarstellungen& dialog) {
     show_tab(dialog, DisplayTab::tests);
     const std::pair<const char*, const char*> limits[] = {
-        {"txt_grenzwert", "0.7"},  {"txt_ev_wert", "12.5"},  {"txt_nv_wert_1", "1.1"},
-        {"txt_nv_wert_2", "2.2"},  {"txt_nv_wert_3", "4.4"}, {"txt_ep_wert_1", "2.5"},
+        {"txt_grenzwert", "0.7"},    {"txt_ev_wert", "12.5"},  {"txt_nv_wert_1", "1.1"},
+        {"txt_nv_wert_2", "2.2"},    {"txt_nv_wert_3", "4.4"}, {"txt_ep_wert_1", "2.5"},
         {"txt_ep_wert_2", "99999.9"}};
     for (const auto& [name, limit] : limits) {
         QCOMPARE(box_text(dialog, name), text(limit));

@@ -72,16 +72,15 @@ class RestartTest : public RestartFixture {
         // Without a printer a height counts 1.68 times: 8.4, 4.2, 16.8, 2.1.
         expect_profile(settings_with(
             {{default_legende,
-              windows_1252(
-                  "[LEGENDE]\r\n"
-                  "TitelSize_1=8.4\r\nTitelFont_1=Courier\r\nTitelBold_1=True\r\n"
-                  "TitelItal_1=False\r\nTitelUndr_1=True\r\n"
-                  "TitelSize_2=4.2\r\nTitelFont_2=Arial\r\nTitelBold_2=False\r\n"
-                  "TitelItal_2=False\r\nTitelUndr_2=False\r\n"
-                  "TitelSize_3=16.8\r\nTitelFont_3=Arial\r\nTitelBold_3=False\r\n"
-                  "TitelItal_3=False\r\nTitelUndr_3=False\r\n"
-                  "TitelSize_4=2.1\r\nTitelFont_4=Büro Sans\r\nTitelBold_4=False\r\n"
-                  "TitelItal_4=True\r\nTitelUndr_4=False\r\n")}}));
+              windows_1252("[LEGENDE]\r\n"
+                           "TitelSize_1=8.4\r\nTitelFont_1=Courier\r\nTitelBold_1=True\r\n"
+                           "TitelItal_1=False\r\nTitelUndr_1=True\r\n"
+                           "TitelSize_2=4.2\r\nTitelFont_2=Arial\r\nTitelBold_2=False\r\n"
+                           "TitelItal_2=False\r\nTitelUndr_2=False\r\n"
+                           "TitelSize_3=16.8\r\nTitelFont_3=Arial\r\nTitelBold_3=False\r\n"
+                           "TitelItal_3=False\r\nTitelUndr_3=False\r\n"
+                           "TitelSize_4=2.1\r\nTitelFont_4=Büro Sans\r\nTitelBold_4=False\r\n"
+                           "TitelItal_4=True\r\nTitelUndr_4=False\r\n")}}));
         QCOMPARE(record("VerfahrenLegende"), windows_1252("VerfahrenLegende Grundnetz Süd"));
         QCOMPARE(record("Titel2"), windows_1252("Titel2 Höhe über NN"));
         QCOMPARE(record("Titel3"), QByteArray("Titel3 Stand 2026"));
@@ -120,8 +119,8 @@ class RestartTest : public RestartFixture {
         write("grün.dat", "");
         auto& dialog = open_dialog<FrmVerwopt>("m_optionen_grenzen");
         paste(control<QLineEdit>(dialog, "txt_grendatei"), path("grün.dat").toUtf8().constData());
-        for (const auto& [combo, steps] : {std::pair("cbo_gren_elli", 4),
-                                           std::pair("cbo_gren_abbi", 1)}) {
+        for (const auto& [combo, steps] :
+             {std::pair("cbo_gren_elli", 4), std::pair("cbo_gren_abbi", 1)}) {
             auto& list = control<QComboBox>(dialog, combo);
             list.setFocus();
             for (int i = 0; i < steps; ++i) {
@@ -139,8 +138,8 @@ class RestartTest : public RestartFixture {
         leave();
         expect_profile(settings_with(
             {{default_verwgr_file,
-              "[VERWGR]\r\nDatei=" + QByteArray::fromStdString(from_utf8(
-                                         path("grün.dat").toStdString())) +
+              "[VERWGR]\r\nDatei=" +
+                  QByteArray::fromStdString(from_utf8(path("grün.dat").toStdString())) +
                   "\r\nEllipsoid=5\r\nAbbildung=2\r\n"
                   "DHDN=1.0 2.5 -3.0 0.1234 7.0\r\n"
                   "ETRS 89=0.0 0.0 0.0 0.0 0.0\r\n"
