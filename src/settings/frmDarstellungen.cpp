@@ -7,6 +7,7 @@
 #include <QShowEvent>
 #include <QVBoxLayout>
 
+#include "platform/qt/dialog_area.h"
 #include "platform/qt/wrapped_tabs.h"
 #include "plot/application_printer.h"
 #include "settings/frmDarstellungen_boundaries.h"
@@ -66,17 +67,22 @@ FrmDarstellungen::~FrmDarstellungen() {
     // Boxes lose the focus now, while what they would be read by is still there.
     left_ = true;
     hide();
+    tab_darstellungen_->disconnect(this);  // it loses its tabs one by one
 }
 
 void FrmDarstellungen::build() {
-    auto* column = new QVBoxLayout(this);
-    column->addWidget(build_scales());
+    auto* contents = new QWidget(this);
+    auto* shown = new QVBoxLayout(contents);
+    shown->setContentsMargins(0, 0, 0, 0);
+    shown->addWidget(build_scales());
     tab_darstellungen_ = new WrappedTabs(this);
     tab_darstellungen_->setObjectName(QStringLiteral("tab_darstellungen"));
     tab_darstellungen_->setAccessibleName(QStringLiteral("Darstellung Objekte"));
     tab_darstellungen_->tabBar()->setAccessibleName(QStringLiteral("Darstellung Objekte"));
     build_pages();
-    column->addWidget(tab_darstellungen_, 1);
+    shown->addWidget(tab_darstellungen_, 1);
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(new DialogArea(contents, this), 1);
     column->addWidget(build_buttons());
     connect(tab_darstellungen_, &QTabWidget::currentChanged, this, &FrmDarstellungen::change_tab);
 }

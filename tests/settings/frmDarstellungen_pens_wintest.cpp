@@ -116,9 +116,9 @@ class FrmDarstellungenPensTest : public DisplayDialogFixture {
     }
 
     void a_negative_maximum_shows_its_sign_and_hangs_down() {
-        session_->max_ap[4].wert = -2.5;
+        session_->max_ap[4].wert = -25;
         open_at(DisplayTab::vectors_height);
-        QCOMPARE(box("txtMaxwertHöhe_1").text(), text("max. AP: -2.5"));
+        QCOMPARE(box("txtMaxwertHöhe_1").text(), text("max. AP: -25.0"));
         const QImage sample = picture("picVektorHöhe_1").grab().toImage();
         const auto bars = [&sample](int from, int to) {
             int count = 0;
@@ -129,7 +129,7 @@ class FrmDarstellungenPensTest : public DisplayDialogFixture {
             }
             return count;
         };
-        // From a fifth below the upper edge on, 2.5 cm at 1:2 reach beyond the lower one.
+        // From a fifth below the upper edge on, 25 cm at 1:2 reach beyond the lower one.
         QCOMPARE(bars(0, sample.height() / 5 - 5), 0);
         QVERIFY(bars(sample.height() * 9 / 10, sample.height()) > 0);
     }

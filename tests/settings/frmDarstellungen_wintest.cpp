@@ -1,8 +1,6 @@
 #include <array>
 
 #include "display_dialog_fixture.h"
-#include "settings/profile.h"
-#include "temp_file.h"
 #include "view/text_forms.h"
 
 using namespace veldra;
@@ -417,39 +415,6 @@ class FrmDarstellungenTest : public DisplayDialogFixture {
         click(button("cmd_ok"));
         QVERIFY(!dialog_->isVisible());
         QCOMPARE(session_->plot.plot_massstab, -99.0);
-    }
-
-    void settings_survive_the_profile_in_their_masks() {
-        open();
-        type_and_enter(box("txt_punktradius_screen"), "44,4");
-        type_and_enter(box("txt_offset_rechts_screen"), "75,25");
-        show_tab(DisplayTab::points_plot);
-        type_and_enter(box("txt_pubez_schrift_plott"), "3,25");
-        show_tab(DisplayTab::observations_plot);
-        type_and_enter(box("txt_orientierung_sig_plott"), "40,5");
-        show_tab(DisplayTab::tests);
-        type_and_enter(box("txt_nv_wert_3"), "4,4");
-        type_and_enter(combo("cbo_überhöhung"), "3");
-        click(button("cmd_ok"));
-        const veldra::testing_support::TempFolder folder;
-        const std::string path = folder.path("VELDRA.INI");
-        profil_schreiben(*session_, path);
-        const std::string bytes = veldra::testing_support::file_bytes(path);
-        for (const char* line :
-             {"\r\npunsigscr_0=44\r\n", "\r\npubsizplo=3.3\r\n", "\r\nstanplt=75.3\r\n",
-              "\r\nlenoriplo=40.5\r\n", "\r\nfaktorStrich=3\r\n", "\r\nstnvwert_3=4.4\r\n",
-              "\r\nvektAdrw_1=3\r\n", "\r\ngrenzdrw_1=6\r\n", "\r\nvektNrgb_1=0000000255\r\n"}) {
-            QVERIFY2(bytes.find(line) != std::string::npos, line);
-        }
-        Session later;
-        standard_alle(later);
-        profil_lesen(later, path);
-        QCOMPARE(later.settings.punsigscr[0], 44.0F);
-        QCOMPARE(later.settings.pubsizplo, 3.3F);
-        QCOMPARE(later.settings.stanplt, 75.3);
-        QCOMPARE(later.settings.lenoriplo, 40.5);
-        QCOMPARE(later.settings.stnvwert[3], 4.4);
-        QCOMPARE(later.settings.faktorStrich, std::int16_t{3});
     }
 };
 

@@ -65,6 +65,32 @@ class FrmTorvelOptionsTest : public TorvelFixture {
         QVERIFY(dialog()->pos().y() >= 0);
     }
 
+    void the_dialog_fits_a_small_screen_and_scrolls() {
+        QFont usual = QApplication::font();
+        QFont large = usual;
+        large.setPointSizeF(usual.pointSizeF() * 1.5);
+        QApplication::setFont(large);
+        window_->move(0, 0);
+        open_dialog();
+        QApplication::setFont(usual);
+        QVERIFY(QTest::qWaitForWindowActive(dialog()));
+        const QRect screen = dialog()->screen()->availableGeometry();
+        QCOMPARE(screen.size(), QSize(800, 800));
+        QVERIFY(screen.contains(dialog()->geometry()));
+        const auto in_sight = [this](const char* name) {
+            const auto& widget = control<QWidget>(*dialog(), name);
+            return widget.visibleRegion().boundingRect() == widget.rect();
+        };
+        QVERIFY(in_sight("cmd_ok") && in_sight("cmd_abbrechen"));
+        // What does not fit comes into sight with the focus.
+        show_tab(*dialog(), DisplayTab::points_plot);
+        QVERIFY(!in_sight("cmd_nubez_schrift_plott"));
+        auto& box = control<QLineEdit>(*dialog(), "txt_nubez_schrift_plott");
+        box.setFocus();
+        QTest::keyClick(&box, Qt::Key_Tab);
+        QVERIFY(in_sight("cmd_nubez_schrift_plott"));
+    }
+
     void new_test_limits_draw_the_picture_anew_without_reading_the_file() {
         session_.obj.obj_test_beob = table_true;
         session_.obj.obj_test = 1;
