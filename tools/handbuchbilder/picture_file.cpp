@@ -33,6 +33,7 @@ std::vector<QRgb> ranked_colours(const QImage& opaque) {
         return one.second != other.second ? one.second > other.second : one.first < other.first;
     });
     std::vector<QRgb> colours;
+    colours.reserve(ranked.size());
     for (const auto& [colour, count] : ranked) {
         colours.push_back(colour);
     }
