@@ -209,8 +209,10 @@ void draw_vector_sample(const Session& session, TextMeasurer& measurer, DrawingT
         value = room / twips_per_cm / sample.vektor_massstab[slot];
     }
     const bool centred = slot == ellipses;
-    PointRow& point =
-        add_point(sample, size.width * (centred ? 0.5 : 0.2), size.height * (position ? 0.5 : 0.2));
+    // A height hangs down if it is negative.
+    const double foot = value < 0 ? 0.8 : 0.2;
+    PointRow& point = add_point(sample, size.width * (centred ? 0.5 : 0.2),
+                                size.height * (position ? 0.5 : foot));
     set_class(point, 1);
     point.pu_signatur = control_point ? 1 : -1;
     const auto kind = static_cast<std::int16_t>(slot);

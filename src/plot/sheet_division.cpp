@@ -20,9 +20,18 @@ constexpr double schmaler_rand = 0.0005;
 constexpr double binding_rand = 0.015;
 constexpr double fuss_rand = 0.012;
 
-std::int16_t narrow_or_overflow(const Session& session, double value, const char* field) {
+bool within_16_bits(double value) {
     using Limits = std::numeric_limits<std::int16_t>;
-    if (!(value >= Limits::min() && value <= Limits::max())) {
+    return value >= Limits::min() && value <= Limits::max();
+}
+
+/// Sheets on one axis before they are a number of 16 bits.
+double sheets_on_axis(const Session& session, double extent, double net) {
+    return std::trunc(extent * session.plot.plot_massstab / net) + 1;
+}
+
+std::int16_t narrow_or_overflow(const Session& session, double value, const char* field) {
+    if (!within_16_bits(value)) {
         throw runtime_error_at(6, {session.graphikdatei, 0, field});
     }
     return static_cast<std::int16_t>(value);
@@ -216,9 +225,19 @@ void ComputePaperArea(Session& session, SheetPrinter* printer) {
 }
 
 std::int16_t sheet_count(const Session& session, double extent, double net, const char* field) {
-    const double sheets = std::trunc(extent * session.plot.plot_massstab / net) + 1;
-    const std::int16_t count = narrow_or_overflow(session, sheets, field);
+    const std::int16_t count =
+        narrow_or_overflow(session, sheets_on_axis(session, extent, net), field);
     return count < 1 ? std::int16_t{1} : count;
+}
+
+bool sheets_can_be_counted(const Session& session) {
+    const Extents& extents = session.extents;
+    const PlotSettings& plot = session.plot;
+    const SheetGeometry& sheet = session.sheet;
+    const double across = extents.gesamt_rw_max - plot.plot_null_rechts;
+    const double up = extents.gesamt_hw_max - plot.plot_null_hoch;
+    return within_16_bits(sheets_on_axis(session, across, sheet.papier_breite)) &&
+           within_16_bits(sheets_on_axis(session, up, sheet.papier_hoehe));
 }
 
 void ComputeSheetDivision(Session& session, PaperTextSize& paper_text, SheetPrinter* printer) {

@@ -38,6 +38,10 @@ void ComputePaperArea(Session& session, SheetPrinter* printer);
 [[nodiscard]] std::int16_t sheet_count(const Session& session, double extent, double net,
                                        const char* field);
 
+/// Whether the sheets from the zero point to the end of the extents can be counted in 16 bits, on
+/// either axis.
+[[nodiscard]] bool sheets_can_be_counted(const Session& session);
+
 /// Brings the current part's plot settings to a consistent state: chooses orientation and scale
 /// where there are none, fills the extents, and counts the sheets. Throws FatalError when a count
 /// leaves 16 bits.

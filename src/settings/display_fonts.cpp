@@ -4,7 +4,8 @@
 
 #include "drawing/fonts.h"
 #include "graphikdatei/numbers.h"
-#include "plot/application_printer.h"
+#include "plot/fitted_font.h"
+#include "settings/display_options.h"
 
 namespace veldra {
 
@@ -19,6 +20,10 @@ void set_face(Settings& settings, bool districts, const FontChoice& choice) {
     (districts ? settings.nubita : settings.pubita) = choice.font.italic;
     (districts ? settings.nubund : settings.pubund) = choice.font.underline;
     (districts ? settings.nubcolor : settings.pubcolor) = choice.colour;
+}
+
+float& plot_height(Settings& settings, bool districts) {
+    return districts ? settings.nubsizplo : settings.pubsizplo;
 }
 
 }  // namespace
@@ -44,9 +49,7 @@ FontChoice plot_font(const Session& session, Printer* printer, bool districts) {
     if (printer != nullptr) {
         const float height = districts ? settings.nubsizplo : settings.pubsizplo;
         try {
-            std::int16_t points = 0;
-            FitPrinterFont(session, *printer, height, choice.font, points);
-            choice.font.points = points;
+            choice.font = fitted_font(session, *printer, choice.font, height);
         } catch (const PrinterError&) {
             // Only the choice of a size starts elsewhere.
         }
@@ -58,11 +61,23 @@ void set_plot_font(Session& session, Printer* printer, bool districts, const Fon
     Settings& settings = session.settings;
     set_face(settings, districts, choice);
     if (printer != nullptr) {
-        float& height = districts ? settings.nubsizplo : settings.pubsizplo;
         try {
-            SetPrinterFont(session, *printer, choice.font, height);
+            SetPrinterFont(session, *printer, choice.font, plot_height(settings, districts));
         } catch (const PrinterError&) {
             // The height that was set stays in force.
+        }
+    }
+}
+
+void set_plot_height(Session& session, Printer* printer, bool districts, std::string_view typed) {
+    float& height = plot_height(session.settings, districts);
+    height = float_value(typed);
+    if (printer != nullptr) {
+        try {
+            const FontSpec font = screen_font(session.settings, districts).font;
+            height = fitted_size(session, *printer, font, height).height;
+        } catch (const PrinterError&) {
+            // What was typed is all that is known.
         }
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "drawing/text_measurer.h"
 #include "plot/printer.h"
@@ -32,5 +33,8 @@ void set_screen_font(Settings& settings, bool districts, const FontChoice& choic
 /// The height of digits in the plot becomes what the printer measures for the font. Without a
 /// printer, or when it fails, the height stays.
 void set_plot_font(Session& session, Printer* printer, bool districts, const FontChoice& choice);
+/// A typed height of digits in the plot, millimetres. It becomes that of the font size of the
+/// printer which comes nearest; without a printer, or when it fails, it is taken as typed.
+void set_plot_height(Session& session, Printer* printer, bool districts, std::string_view typed);
 
 }  // namespace veldra

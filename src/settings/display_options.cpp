@@ -7,6 +7,7 @@
 
 #include "graphikdatei/numbers.h"
 #include "plot/printer_adapters.h"
+#include "plot/sheet_division.h"
 #include "settings/defaults.h"
 #include "view/extents.h"
 #include "view/text_forms.h"
@@ -43,6 +44,18 @@ std::string limit_text(double value) {
     return zahl_text(value, limit_mask, "");
 }
 
+/// Computes the extents anew; false, and they stay, if the sheets cannot be counted then.
+bool take_extents(Session& session, TextMeasurer& measurer, Printer* printer) {
+    const Extents before = session.extents;
+    PaperTextOnDesk paper_text(session, measurer, printer);
+    ComputeExtents(session, paper_text);
+    if (!(session.plot.plot_massstab > 0) || sheets_can_be_counted(session)) {
+        return true;
+    }
+    session.extents = before;
+    return false;
+}
+
 }  // namespace
 
 double display_begin(Session& session) {
@@ -55,15 +68,15 @@ void display_standard(Session& session, DisplayTab tab) {
     tab_helpers[static_cast<std::size_t>(tab)](session, set_defaults);
 }
 
-void display_accept(Session& session, TextMeasurer& measurer, Printer* printer) {
+bool display_accept(Session& session, TextMeasurer& measurer, Printer* printer) {
+    if (session.datei_geladen == 1 && !take_extents(session, measurer, printer)) {
+        return false;
+    }
     for (const DefaultHelper helper : tab_helpers) {
         helper(session, save);
     }
     session.plot_merk.plot_massstab = session.plot.plot_massstab;
-    if (session.datei_geladen == 1) {
-        PaperTextOnDesk paper_text(session, measurer, printer);
-        ComputeExtents(session, paper_text);
-    }
+    return true;
 }
 
 void display_reject(Session& session, double plot_massstab) {
@@ -362,7 +375,7 @@ std::string vector_caption(const VectorItem& item) {
 double vector_maximum(const Session& session, const VectorItem& item) {
     const double control_points = item.control_points ? session.max_ap[item.slot].wert : 0;
     const double new_points = item.new_points ? session.max_np[item.slot].wert : 0;
-    return std::max(control_points, new_points);
+    return std::fabs(control_points) > std::fabs(new_points) ? control_points : new_points;
 }
 
 std::string vector_maximum_text(const Session& session, std::size_t slot, bool control_points) {

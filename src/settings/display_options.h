@@ -44,8 +44,10 @@ struct DisplayMessage {
 /// The defaults of a tab's group. The twins stay.
 void display_standard(Session& session, DisplayTab tab);
 /// Keeps what is set: saves all groups in their twins and the scale in `plot_merk`, and computes
-/// the extents anew if a file is open, with the text sizes of the printer; it may be null.
-void display_accept(Session& session, TextMeasurer& measurer, Printer* printer);
+/// the extents anew if a file is open, with the text sizes of the printer; it may be null. False,
+/// and nothing is kept, if the part would fall on more sheets than can be counted: it could not be
+/// read any more.
+[[nodiscard]] bool display_accept(Session& session, TextMeasurer& measurer, Printer* printer);
 /// Returns to the twins and to the plot scale of `display_begin`.
 void display_reject(Session& session, double plot_massstab);
 
@@ -166,7 +168,7 @@ struct VectorItem {
 /// in centimetres. Vectors of width 0 say that they are not shown.
 [[nodiscard]] std::string vector_maximum_text(const Session& session, std::size_t slot,
                                               bool control_points);
-/// The largest value of the item's points, centimetres.
+/// The value of the item's points that is the largest whatever its sign, centimetres.
 [[nodiscard]] double vector_maximum(const Session& session, const VectorItem& item);
 
 // --- Points ---

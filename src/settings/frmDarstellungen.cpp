@@ -7,6 +7,7 @@
 #include <QShowEvent>
 #include <QVBoxLayout>
 
+#include "platform/qt/dialog_area.h"
 #include "platform/qt/wrapped_tabs.h"
 #include "plot/application_printer.h"
 #include "settings/frmDarstellungen_boundaries.h"
@@ -66,20 +67,24 @@ FrmDarstellungen::~FrmDarstellungen() {
     // Boxes lose the focus now, while what they would be read by is still there.
     left_ = true;
     hide();
+    tab_darstellungen_->disconnect(this);  // it loses its tabs one by one
 }
 
 void FrmDarstellungen::build() {
-    auto* column = new QVBoxLayout(this);
-    column->addWidget(build_scales());
+    auto* contents = new QWidget(this);
+    auto* shown = new QVBoxLayout(contents);
+    shown->setContentsMargins(0, 0, 0, 0);
+    shown->addWidget(build_scales());
     tab_darstellungen_ = new WrappedTabs(this);
     tab_darstellungen_->setObjectName(QStringLiteral("tab_darstellungen"));
     tab_darstellungen_->setAccessibleName(QStringLiteral("Darstellung Objekte"));
     tab_darstellungen_->tabBar()->setAccessibleName(QStringLiteral("Darstellung Objekte"));
     build_pages();
-    column->addWidget(tab_darstellungen_, 1);
+    shown->addWidget(tab_darstellungen_, 1);
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(new DialogArea(contents, this), 1);
     column->addWidget(build_buttons());
-    connect(tab_darstellungen_, &QTabWidget::currentChanged, this,
-            [this](int index) { pages_[static_cast<std::size_t>(index)]->refresh(); });
+    connect(tab_darstellungen_, &QTabWidget::currentChanged, this, &FrmDarstellungen::change_tab);
 }
 
 QWidget* FrmDarstellungen::build_scales() {
@@ -159,6 +164,13 @@ QWidget* FrmDarstellungen::build_buttons() {
     return widget;
 }
 
+void FrmDarstellungen::change_tab(int index) {
+    // The toolkit may lead the focus over OK meanwhile, for which a box is left unread.
+    pages_[shown_tab_]->take_over();
+    shown_tab_ = static_cast<std::size_t>(index);
+    pages_[shown_tab_]->refresh();
+}
+
 void FrmDarstellungen::refresh_all() {
     cbo_grundriss_mass_->show();
     cbo_ueberhoehung_->show();
@@ -186,11 +198,14 @@ void FrmDarstellungen::accept() {
             set_mouse_pointer(number);
         }
     };
-    left_ = true;
     pointer(hourglass);
-    display_accept(context_.session, context_.measurer, context_.printer);
+    left_ = display_accept(context_.session, context_.measurer, context_.printer);
     pointer(default_pointer);
-    QDialog::accept();
+    if (left_) {
+        QDialog::accept();
+    } else {
+        context_.say(scale_message_on_ok(ScaleBox::ground));
+    }
 }
 
 void FrmDarstellungen::reject() {

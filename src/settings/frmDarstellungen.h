@@ -48,6 +48,8 @@ class FrmDarstellungen final : public QDialog {
     void build_pages();
     [[nodiscard]] QWidget* build_buttons();
     void refresh_all();
+    /// Reads what stands unread on the tab that was shown, and shows another one.
+    void change_tab(int index);
     [[nodiscard]] bool check_scales();
 
     QtUserInterface ui_;
@@ -57,6 +59,7 @@ class FrmDarstellungen final : public QDialog {
     std::unique_ptr<ScaleCombo> cbo_grundriss_mass_;
     std::unique_ptr<ScaleCombo> cbo_ueberhoehung_;
     QTabWidget* tab_darstellungen_ = nullptr;
+    std::size_t shown_tab_ = 0;
     bool left_ = false;  ///< the session holds what the dialog leaves behind
     QPushButton* cmd_ok_ = nullptr;
     QPushButton* cmd_abbrechen_ = nullptr;

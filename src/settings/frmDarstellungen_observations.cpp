@@ -59,6 +59,7 @@ QGroupBox* DisplayObservationsPage::build_frame(const Frame& frame) {
         [this, value](std::string_view text) { settings().*value = zahl_wert(text); });
     QLabel* label = add_buddy(QStringLiteral("lbl_") + stem + QStringLiteral("_sig") + suffix,
                               QString::fromUtf8(frame.label), box);
+    give_room(*label, QStringLiteral("Signaturgröße:"));
     grid->addWidget(picture, 0, 0, 2, 1);
     grid->addWidget(label, 0, 1);
     grid->addWidget(box, 0, 2);

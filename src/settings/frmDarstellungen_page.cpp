@@ -53,6 +53,7 @@ void ScaleCombo::show() {
 
 void ScaleCombo::show_text(const QString& text) {
     shown_ = text;
+    refused_ = text;
     combo_.setCurrentIndex(combo_.findText(text));  // where the arrow keys go on from
     combo_.setEditText(text);
 }
@@ -64,6 +65,7 @@ bool ScaleCombo::take_over(const DisplayMessage& message) {
     }
     const ScaleEntry entry = rules_.check(typed.toStdString());
     if (!entry.valid) {
+        refused_ = typed;
         context_.say(message);
         return false;
     }
@@ -73,6 +75,13 @@ bool ScaleCombo::take_over(const DisplayMessage& message) {
         context_.refresh_all();
     }
     return true;
+}
+
+void ScaleCombo::leave() {
+    const QString typed = combo_.currentText();
+    if (typed != shown_ && typed != refused_) {
+        static_cast<void>(take_over());
+    }
 }
 
 DisplayPage::DisplayPage(DisplayContext& context, DisplayTab tab, QWidget* parent)
@@ -170,6 +179,10 @@ void DisplayPage::ask_for_width(const QString& caption, const PenPlaces& places,
         places.set_width(choice.strich_wert);
         refresh();
     }
+}
+
+void give_room(QLabel& label, const QString& text) {
+    label.setMinimumWidth(label.fontMetrics().horizontalAdvance(text));
 }
 
 QComboBox* make_scale_combo(const QString& name, const QString& accessible_name, QWidget* parent) {

@@ -73,6 +73,8 @@ class ScaleCombo {
     /// `message` and stays. False if it is wrong.
     bool take_over(const DisplayMessage& message);
     [[nodiscard]] bool take_over() { return take_over(scale_message(rules_.box)); }
+    /// The same when the tab is left, for what has not been answered yet.
+    void leave();
     [[nodiscard]] bool check_on_ok() { return take_over(scale_message_on_ok(rules_.box)); }
 
  private:
@@ -82,6 +84,7 @@ class ScaleCombo {
     Rules rules_;
     const DisplayContext& context_;
     QString shown_;
+    QString refused_;  ///< the wrong entry that was answered last
 };
 
 /// A tab of the dialog.
@@ -127,6 +130,9 @@ class DisplayPage : public QWidget {
     DisplayTab tab_;
     std::vector<std::unique_ptr<NumberBox>> boxes_;
 };
+
+/// Gives labels that stand one above the other in frames of their own the room for a text.
+void give_room(QLabel& label, const QString& text);
 
 /// Makes a combo box for typed and offered texts.
 [[nodiscard]] QComboBox* make_scale_combo(const QString& name, const QString& accessible_name,

@@ -56,8 +56,9 @@ void DisplayPointsPage::build() {
                              QStringLiteral("weitere Auswahl Punktart durch Pfeiltasten"));
     grid->addWidget(picture_, 0, 0, 1, 2);
     grid->addWidget(hint, 1, 0, 1, 2);
-    grid->addWidget(build_boxes(), 2, 0);
-    grid->addWidget(build_fonts(), 2, 1);
+    grid->addWidget(build_boxes(), 2, 0, Qt::AlignTop);
+    grid->addWidget(build_fonts(), 2, 1, Qt::AlignTop);
+    grid->setHorizontalSpacing(2 * fontMetrics().averageCharWidth() + grid->horizontalSpacing());
     QPushButton* standard =
         add_standard_button(is_plot() ? QStringLiteral("cmd_standard_bezpun_plott")
                                       : QStringLiteral("cmd_standard_bezpun_screen"));
@@ -154,7 +155,8 @@ QWidget* DisplayPointsPage::build_fonts() {
                                                          : settings().pubsizplo);
                 },
                 [this, districts](std::string_view text) {
-                    (districts ? settings().nubsizplo : settings().pubsizplo) = float_value(text);
+                    set_plot_height(session(), usable_printer(session(), context().printer),
+                                    districts, text);
                 });
             QLabel* label =
                 add_buddy(name(districts ? "lbl_nubez_schrift" : "lbl_pubez_schrift"),

@@ -1,10 +1,12 @@
 #include "settings/frmDarstellungen_tests.h"
 
+#include <QEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <algorithm>
 
 #include "drawing/display_samples.h"
 #include "platform/qt/entry_box.h"
@@ -60,6 +62,8 @@ QGroupBox* DisplayTestsPage::build_frame(int number, const char* title, std::siz
         pictures_[index] = add_sample(index, group);
         grid->addWidget(pictures_[index], row, 0);
         labels_[index] = add_label(QStringLiteral("lbl_testwert_%1").arg(index), QString());
+        labels_[index]->installEventFilter(this);
+        give_room(*labels_[index], QStringLiteral("EV > 99999.9"));
         grid->addWidget(labels_[index], row, 1);
         const auto limit = test_class_limit(index);
         if (limit) {
@@ -130,6 +134,17 @@ void DisplayTestsPage::choose(int index) {
     chosen_ = static_cast<std::size_t>(index);
     pictures_[chosen_]->setFocus();
     refresh();
+}
+
+bool DisplayTestsPage::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress) {
+        const auto found = std::find(labels_.begin(), labels_.end(), watched);
+        if (found != labels_.end()) {
+            choose(static_cast<int>(found - labels_.begin()));
+            return true;
+        }
+    }
+    return DisplayPage::eventFilter(watched, event);
 }
 
 void DisplayTestsPage::check(TestLimit limit) {

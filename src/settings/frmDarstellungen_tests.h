@@ -19,6 +19,9 @@ class DisplayTestsPage final : public DisplayPage {
     void take_over() override;
     [[nodiscard]] std::size_t chosen() const { return chosen_; }
 
+ protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
     [[nodiscard]] QGroupBox* build_frame(int number, const char* title, std::size_t first,
                                          std::size_t last);

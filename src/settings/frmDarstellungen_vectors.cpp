@@ -62,7 +62,7 @@ QGroupBox* DisplayVectorsPage::build_frame(std::size_t frame) {
             ++line;
         }
     }
-    grid->addWidget(unit, 1, 2);
+    grid->addWidget(unit, 1, 2, line - 1, 1);
     grid->setRowStretch(line, 1);
     row->addLayout(grid);
     return group;
@@ -169,6 +169,12 @@ void DisplayVectorsPage::refresh() {
         maximum.box->setCursorPosition(0);
     }
     lbl_fuer_->setText(QString::fromStdString(vector_caption(item())));
+}
+
+void DisplayVectorsPage::take_over() {
+    for (const auto& scale : scales_) {
+        scale->leave();
+    }
 }
 
 bool DisplayVectorsPage::check_scales() {

@@ -19,6 +19,7 @@ class DisplayVectorsPage final : public DisplayPage {
     DisplayVectorsPage(DisplayContext& context, DisplayTab tab, QWidget* parent);
 
     void refresh() override;
+    void take_over() override;
     bool check_scales() override;
     [[nodiscard]] std::size_t chosen() const { return chosen_; }
 

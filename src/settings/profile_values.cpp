@@ -1,5 +1,6 @@
 #include "settings/profile_values.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -66,10 +67,13 @@ void NumberForm::take(std::string_view text, const ErrorPlace& /*place*/, double
 
 void NumberForm::take(std::string_view text, const ErrorPlace& place, float& value) const {
     const double wide = zahl_wert(text);
-    if (std::fabs(wide) > static_cast<double>(std::numeric_limits<float>::max())) {
+    constexpr float largest = std::numeric_limits<float>::max();
+    // The largest float is written by its shortest decimal, which lies a little above it.
+    if (std::fabs(wide) > widen(largest)) {
         throw runtime_error_at(overflow, place);
     }
-    value = static_cast<float>(wide);
+    const auto limit = static_cast<double>(largest);
+    value = static_cast<float>(std::clamp(wide, -limit, limit));
 }
 
 void NumberForm::take(std::string_view text, const ErrorPlace& place, std::int16_t& value) const {

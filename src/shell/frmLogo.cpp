@@ -5,6 +5,7 @@
 #include <QIcon>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QShowEvent>
 #include <QSignalBlocker>
 #include <QTimer>
@@ -131,7 +132,9 @@ void centre_on(QWidget& dialog, const QWidget& window) {
     dialog.resize(dialog.sizeHint());  // adjustSize stops at two thirds of the screen
     const QPoint middle = window.frameGeometry().center();
     const QSize size = dialog.frameGeometry().size();
-    dialog.move(middle.x() - size.width() / 2, std::max(0, middle.y() - size.height() / 2));
+    const int screen_left = window.screen()->availableGeometry().left();
+    dialog.move(std::max(screen_left, middle.x() - size.width() / 2),
+                std::max(0, middle.y() - size.height() / 2));
 }
 
 }  // namespace veldra

@@ -5,7 +5,7 @@
 #include "drawing/title.h"
 #include "graphikdatei/codepage.h"
 #include "graphikdatei/numbers.h"
-#include "plot/application_printer.h"
+#include "plot/fitted_font.h"
 #include "plot/plot_frame.h"
 #include "settings/profile_values.h"
 #include "view/paper_text.h"
@@ -23,22 +23,6 @@ Titelzeile& title_of(Session& session, std::size_t line) {
 
 bool works(const Session& session, const Printer* printer) {
     return printer != nullptr && session.printer.drucker_ok == table_true;
-}
-
-/// `font` in the size that comes nearest to a height of digits, and the height that it has.
-struct FittedSize {
-    FontSpec font;
-    float height = 0;
-};
-
-/// Throws PrinterError.
-FittedSize fit(const Session& session, Printer& printer, FontSpec font, float height) {
-    std::int16_t points = 0;
-    FitPrinterFont(session, printer, height, font, points);
-    font.points = points;
-    FittedSize fitted{font, height};
-    SetPrinterFont(session, printer, font, fitted.height);
-    return fitted;
 }
 
 /// Height that a line without a printer keeps for a typed one; larger letters than the largest of
@@ -88,7 +72,7 @@ std::string legend_size_text(const Session& session, Printer* printer, std::size
     float height = zeile.getTitelSize();
     if (works(session, printer)) {
         try {
-            height = fit(session, *printer, title_font(zeile), height).height;
+            height = fitted_size(session, *printer, title_font(zeile), height).height;
         } catch (const PrinterError&) {
             // What was asked for is all that is known.
         }
@@ -104,7 +88,7 @@ void set_legend_size(Session& session, Printer* printer, std::size_t line, std::
     if (works(session, printer)) {
         try {
             const float wanted = static_cast<float>(std::clamp(value, 0.0, 1e6));
-            zeile.setTitelSize(fit(session, *printer, title_font(zeile), wanted).height);
+            zeile.setTitelSize(fitted_size(session, *printer, title_font(zeile), wanted).height);
         } catch (const PrinterError&) {
             // The height that was set stays in force.
         }
@@ -118,7 +102,7 @@ FontSpec legend_font(const Session& session, Printer* printer, std::size_t line)
     FontSpec font = title_font(zeile);
     if (works(session, printer)) {
         try {
-            font = fit(session, *printer, font, zeile.getTitelSize()).font;
+            font = fitted_size(session, *printer, font, zeile.getTitelSize()).font;
         } catch (const PrinterError&) {
             // Only the choice of a size starts elsewhere.
         }

@@ -130,6 +130,12 @@ TEST_F(DisplaySamples, HeightsStandUpright) {
     EXPECT_EQ(lines(), (Lines{"Line 600 300 600 660"}));
 }
 
+TEST_F(DisplaySamples, NegativeHeightsHangDown) {
+    session.vektor_massstab[4] = 0.25;
+    draw_vector_sample(session, measurer, target, size, 4, true, -2.54);
+    EXPECT_EQ(lines(), (Lines{"Line 600 1200 600 840"}));
+}
+
 TEST_F(DisplaySamples, VectorsOfWidthZeroAreNotDrawn) {
     session.settings.vektNdrw[4] = 0;
     draw_vector_sample(session, measurer, target, size, 4, false, 1);

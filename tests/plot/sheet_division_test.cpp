@@ -1,6 +1,7 @@
 #include "plot/sheet_division.h"
 
 #include <cmath>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -149,6 +150,25 @@ TEST_F(SheetDivisionTest, CountBeyondSixteenBitsIsAnOverflow) {
     EXPECT_EQ(sheet_count(session, 32766, 1, ""), 32767);
     EXPECT_THROW((void)sheet_count(session, 32767, 1, ""), FatalError);
     EXPECT_THROW((void)sheet_count(session, -32770, 1, ""), FatalError);
+}
+
+TEST_F(SheetDivisionTest, SheetsCanBeCountedUpToTheLastOfSixteenBits) {
+    session.plot.plot_massstab = 0.5;
+    session.sheet.papier_breite = 0.25;
+    session.sheet.papier_hoehe = 0.5;
+    session.plot.plot_null_rechts = 100;
+    session.plot.plot_null_hoch = -100;
+    // Half a metre of ground fills a sheet across, a metre one up; the 32767th is the last.
+    session.extents.gesamt_rw_max = 100 + 32766.5 / 2;
+    session.extents.gesamt_hw_max = -100 + 32766.5;
+    EXPECT_TRUE(sheets_can_be_counted(session));
+    session.extents.gesamt_rw_max = 100 + 32767.0 / 2;
+    EXPECT_FALSE(sheets_can_be_counted(session));
+    session.extents.gesamt_rw_max = 100;
+    session.extents.gesamt_hw_max = -100 + 32767.0;
+    EXPECT_FALSE(sheets_can_be_counted(session));
+    session.extents.gesamt_hw_max = std::numeric_limits<double>::infinity();
+    EXPECT_FALSE(sheets_can_be_counted(session));
 }
 
 TEST_F(SheetDivisionTest, PartWithoutExtentYieldsOneSheet) {

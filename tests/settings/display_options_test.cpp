@@ -76,7 +76,7 @@ TEST(DisplayOptions, AcceptingSavesAllGroupsAndTheScale) {
     session.settings.grenzrgb[2] = 8;
     session.vektor_massstab[4] = 2;
     session.plot.plot_massstab = 0.004;
-    display_accept(session, measurer, nullptr);
+    EXPECT_TRUE(display_accept(session, measurer, nullptr));
     EXPECT_EQ(session.plot_merk.plot_massstab, 0.004);
     EXPECT_EQ(session.twins.settings, session.settings);
     EXPECT_EQ(session.twins.vektor_massstab[4], 2);
@@ -284,6 +284,38 @@ TEST(DisplayOptions, MaximaSayWhenTheyAreNotShown) {
     EXPECT_EQ(vector_maximum_text(session, 3, false), "max. a: 0.8");
     session.settings.vektAdrw[1] = 0;
     EXPECT_EQ(vector_maximum_text(session, 1, true), "max. AP: 12.3 (nicht dargestellt)");
+}
+
+TEST(DisplayOptions, TheLargestValueOfAVectorCountsWhateverItsSign) {
+    Session session;
+    session.max_ap[4].wert = -3;
+    session.max_np[4].wert = 2;
+    session.max_ap[6].wert = -5;
+    session.max_np[6].wert = 4;
+    session.max_np[3].wert = 1.5;
+    EXPECT_EQ(vector_maximum(session, vector_item(4, 0)), -3);
+    EXPECT_EQ(vector_maximum(session, vector_item(4, 1)), 2);
+    EXPECT_EQ(vector_maximum(session, vector_item(4, 4)), -5);
+    EXPECT_EQ(vector_maximum(session, vector_item(1, 4)), 1.5);
+    EXPECT_EQ(vector_maximum_text(session, 4, true), "max. AP: -3.0");
+}
+
+TEST(DisplayOptions, MoreSheetsThanCanBeCountedAreNotKept) {
+    Session session;
+    test::FakeMeasurer measurer;
+    session.datei_geladen = 1;
+    session.sheet.papier_breite = session.sheet.papier_hoehe = 0.2;
+    session.plot.plot_massstab = 1;
+    session.extents.gesamt_rw_max = 77;
+    // Without points the part is a square of 5 m round 0; the sheets begin 7 km before it.
+    session.plot.plot_null_rechts = -7000;
+    EXPECT_FALSE(display_accept(session, measurer, nullptr));
+    EXPECT_EQ(session.plot_merk.plot_massstab, -99.0);
+    EXPECT_EQ(session.extents.gesamt_rw_max, 77);
+    session.plot.plot_null_rechts = -6000;
+    EXPECT_TRUE(display_accept(session, measurer, nullptr));
+    EXPECT_EQ(session.plot_merk.plot_massstab, 1);
+    EXPECT_EQ(session.extents.gesamt_rw_max, 2.5);
 }
 
 TEST(DisplayOptions, PointClassesHaveTheirLabels) {

@@ -1,80 +1,18 @@
-#include <QComboBox>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTabWidget>
-#include <QTest>
 #include <array>
-#include <memory>
 
-#include "dialog_driver.h"
-#include "platform/qt/qt_text_measurer.h"
-#include "settings/defaults.h"
-#include "settings/frmDarstellungen.h"
-#include "settings/profile.h"
-#include "temp_file.h"
+#include "display_dialog_fixture.h"
 #include "view/text_forms.h"
 
 using namespace veldra;
 using namespace veldra_test;
 
-namespace {
-
-QString text(const char* utf8) {
-    return QString::fromUtf8(utf8);
-}
-
-constexpr const char* standard_buttons[] = {
-    "cmd_standard_bezpun_screen", "cmd_standard_bezpun_plott", "cmd_standard_art_screen",
-    "cmd_standard_art_plott",     "cmd_standard_vekt_lage",    "cmd_standard_vekt_höhe",
-    "cmd_standard_test",          "cmd_standard_verwgrenz"};
-
-}  // namespace
-
 /// Boxes, scales, OK and Abbrechen. Each test has a session and a dialog of its own.
-class FrmDarstellungenTest : public QObject {
+class FrmDarstellungenTest : public DisplayDialogFixture {
     Q_OBJECT
 
- private:
-    FrmDarstellungen& open() {
-        dialog_ = std::make_unique<FrmDarstellungen>(nullptr, *session_, measurer_, nullptr);
-        dialog_->show();
-        if (!QTest::qWaitForWindowActive(dialog_.get())) {
-            qFatal("the dialog does not become the active window");
-        }
-        return *dialog_;
-    }
-    [[nodiscard]] QLineEdit& box(const char* name) const {
-        return control<QLineEdit>(*dialog_, name);
-    }
-    [[nodiscard]] QComboBox& combo(const char* name) const {
-        return control<QComboBox>(*dialog_, name);
-    }
-    [[nodiscard]] QPushButton& button(const char* name) const {
-        return control<QPushButton>(*dialog_, name);
-    }
-    void show_tab(DisplayTab tab) const {
-        control<QTabWidget>(*dialog_, "tab_darstellungen").setCurrentIndex(static_cast<int>(tab));
-    }
-    [[nodiscard]] Settings& settings() const { return session_->settings; }
-
-    QtTextMeasurer measurer_;
-    std::unique_ptr<Session> session_;
-    std::unique_ptr<MessageBoxes> boxes_;
-    std::unique_ptr<FrmDarstellungen> dialog_;
-
  private Q_SLOTS:
-    void init() {
-        session_ = std::make_unique<Session>();
-        standard_alle(*session_);
-        session_->plot.plot_massstab = 0.001;
-        boxes_ = std::make_unique<MessageBoxes>();
-    }
-
-    void cleanup() {
-        dialog_.reset();
-        boxes_.reset();
-        session_.reset();
-    }
+    void init() { make_session(); }
+    void cleanup() { close_down(); }
 
     void opening_shows_the_values_in_force() {
         settings().punsigscr[0] = 12.5F;
@@ -244,6 +182,51 @@ class FrmDarstellungenTest : public QObject {
         box("txt_nv_wert_1").setFocus();
         QCOMPARE(boxes_->seen.size(), std::size_t{1});
         QCOMPARE(settings().stevwert[1], 100.0);
+    }
+
+    void another_tab_reads_the_box_that_is_left_data() {
+        QTest::addColumn<bool>("by_mouse");
+        QTest::newRow("mouse") << true;
+        QTest::newRow("Ctrl+Tab") << false;
+    }
+
+    void another_tab_reads_the_box_that_is_left() {
+        QFETCH(bool, by_mouse);
+        open();
+        auto& tabs = control<QTabWidget>(*dialog_, "tab_darstellungen");
+        const auto next_tab = [&tabs, by_mouse] {
+            if (by_mouse) {
+                const QRect place = tabs.tabBar()->tabRect(tabs.currentIndex() + 1);
+                QTest::mouseClick(tabs.tabBar(), Qt::LeftButton, {}, place.center());
+            } else {
+                QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+            }
+        };
+        type(box("txt_offset_rechts_screen"), "33,5");
+        next_tab();
+        QCOMPARE(tabs.currentIndex(), 1);
+        QCOMPARE(settings().stanplt, 33.5);
+        QCOMPARE(box("txt_offset_rechts_plott").text(), text("33.5"));
+        show_tab(DisplayTab::tests);
+        type(box("txt_ev_wert"), "150");
+        next_tab();
+        QCOMPARE(tabs.currentIndex(), 7);
+        QCOMPARE(boxes_->seen.size(), std::size_t{1});
+        QCOMPARE(boxes_->seen[0].text, text("Wert größer 100.0 nicht sinvoll"));
+        QCOMPARE(settings().stevwert[1], 100.0);
+        show_tab(DisplayTab::tests);
+        QCOMPARE(box("txt_ev_wert").text(), text("100.0"));
+    }
+
+    void a_wrong_scale_that_is_left_by_another_tab_is_answered_once() {
+        open_at(DisplayTab::vectors_position);
+        type(combo("cbo_vekt_mass_lage_1"), "0");
+        auto& tabs = control<QTabWidget>(*dialog_, "tab_darstellungen");
+        QTest::mouseClick(tabs.tabBar(), Qt::LeftButton, {}, tabs.tabBar()->tabRect(6).center());
+        QCOMPARE(boxes_->seen.size(), std::size_t{1});
+        QCOMPARE(boxes_->seen[0].text, text("Bitte übeprüfen Sie den angegebenen Vektormaßstab"));
+        show_tab(DisplayTab::vectors_position);
+        QCOMPARE(combo("cbo_vekt_mass_lage_1").currentText(), text("2"));
     }
 
     void ground_scales_are_grouped() {
@@ -432,39 +415,6 @@ class FrmDarstellungenTest : public QObject {
         click(button("cmd_ok"));
         QVERIFY(!dialog_->isVisible());
         QCOMPARE(session_->plot.plot_massstab, -99.0);
-    }
-
-    void settings_survive_the_profile_in_their_masks() {
-        open();
-        type_and_enter(box("txt_punktradius_screen"), "44,4");
-        type_and_enter(box("txt_offset_rechts_screen"), "75,25");
-        show_tab(DisplayTab::points_plot);
-        type_and_enter(box("txt_pubez_schrift_plott"), "3,25");
-        show_tab(DisplayTab::observations_plot);
-        type_and_enter(box("txt_orientierung_sig_plott"), "40,5");
-        show_tab(DisplayTab::tests);
-        type_and_enter(box("txt_nv_wert_3"), "4,4");
-        type_and_enter(combo("cbo_überhöhung"), "3");
-        click(button("cmd_ok"));
-        const veldra::testing_support::TempFolder folder;
-        const std::string path = folder.path("VELDRA.INI");
-        profil_schreiben(*session_, path);
-        const std::string bytes = veldra::testing_support::file_bytes(path);
-        for (const char* line :
-             {"\r\npunsigscr_0=44\r\n", "\r\npubsizplo=3.3\r\n", "\r\nstanplt=75.3\r\n",
-              "\r\nlenoriplo=40.5\r\n", "\r\nfaktorStrich=3\r\n", "\r\nstnvwert_3=4.4\r\n",
-              "\r\nvektAdrw_1=3\r\n", "\r\ngrenzdrw_1=6\r\n", "\r\nvektNrgb_1=0000000255\r\n"}) {
-            QVERIFY2(bytes.find(line) != std::string::npos, line);
-        }
-        Session later;
-        standard_alle(later);
-        profil_lesen(later, path);
-        QCOMPARE(later.settings.punsigscr[0], 44.0F);
-        QCOMPARE(later.settings.pubsizplo, 3.3F);
-        QCOMPARE(later.settings.stanplt, 75.3);
-        QCOMPARE(later.settings.lenoriplo, 40.5);
-        QCOMPARE(later.settings.stnvwert[3], 4.4);
-        QCOMPARE(later.settings.faktorStrich, std::int16_t{3});
     }
 };
 

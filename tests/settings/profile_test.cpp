@@ -3,12 +3,14 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <limits>
 #include <string>
 #include <utility>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "settings/default_profile.h"
 #include "settings/defaults.h"
 #include "settings/profile_file.h"
 #include "shell/fatal_error.h"
@@ -18,68 +20,11 @@
 namespace veldra {
 namespace {
 
+using testing_support::default_profile;
 using testing_support::file_bytes;
 
 using testing::AllOf;
 using testing::HasSubstr;
-
-// The whole profile with the defaults, as a new file.
-const std::string default_profile =
-    "[BEZPUN]\r\n"
-    "punsigscr_0=60\r\npunsigscr_1=60\r\npunsigscr_2=30\r\npunsigscr_3=15\r\n"
-    "pubgrascr=10\r\n"
-    "punsigplo_0=2.0\r\npunsigplo_1=2.0\r\npunsigplo_2=1.0\r\npunsigplo_3=0.5\r\n"
-    "pubsizplo=2.5\r\n"
-    "pubfon=Arial\r\n"
-    "pubbol=False\r\npubita=False\r\npubund=False\r\n"
-    "pubcolor=0000000000\r\n"
-    "stanplt=60.0\r\nstanptp=0.0\r\n"
-    "nubgrascr=10\r\nnubsizplo=2.5\r\nnubfon=Arial\r\n"
-    "nubbol=False\r\nnubita=False\r\nnubund=False\r\n"
-    "nubcolor=0000000128\r\n"
-    "[BEOBAC]\r\n"
-    "Stquerscr=200\r\nStkreuscr=200\r\nlenoriscr=2000\r\n"
-    "Stquerplo=5.0\r\nStkreuplo=5.0\r\nlenoriplo=35.0\r\n"
-    "faktorStrich=1\r\n"
-    "[STATES]\r\n"
-    "stnddrw=1\r\nstndrgb=0004194368\r\nstndwert=0.5\r\n"
-    "stevdrw_1=2\r\nstevrgb_1=0000065280\r\nstevwert_1=10.0\r\n"
-    "stevdrw_2=5\r\nstevrgb_2=0000000255\r\n"
-    "stnvdrw_1=2\r\nstnvrgb_1=0000065280\r\nstnvwert_1=1.0\r\n"
-    "stnvdrw_2=3\r\nstnvrgb_2=0000065535\r\nstnvwert_2=2.0\r\n"
-    "stnvdrw_3=4\r\nstnvrgb_3=0000033023\r\nstnvwert_3=3.3\r\n"
-    "stnvdrw_4=5\r\nstnvrgb_4=0000000255\r\n"
-    "stepdrw_1=2\r\nsteprgb_1=0000065280\r\nstepwert_1=2.0\r\n"
-    "stepdrw_2=3\r\nsteprgb_2=0000065535\r\nstepwert_2=3.0\r\n"
-    "stepdrw_3=5\r\nsteprgb_3=0000000255\r\n"
-    "[VEKTOR]\r\n"
-    "vektAdrw_1=3\r\nvektArgb_1=0016744448\r\nvektNdrw_1=2\r\nvektNrgb_1=0000000255\r\n"
-    "vektAdrw_2=3\r\nvektArgb_2=0016744448\r\nvektNdrw_2=2\r\nvektNrgb_2=0000000255\r\n"
-    "vektAdrw_3=1\r\nvektArgb_3=0000016512\r\nvektNdrw_3=1\r\nvektNrgb_3=0000016512\r\n"
-    "vektAdrw_4=3\r\nvektArgb_4=0016744448\r\nvektNdrw_4=2\r\nvektNrgb_4=0000000255\r\n"
-    "vektAdrw_5=3\r\nvektArgb_5=0016744448\r\nvektNdrw_5=2\r\nvektNrgb_5=0000000255\r\n"
-    "vektAdrw_6=3\r\nvektArgb_6=0000016384\r\nvektNdrw_6=3\r\nvektNrgb_6=0000016384\r\n"
-    "[VERWGR]\r\n"
-    "Datei=verwgrenz.dat\r\nEllipsoid=1\r\nAbbildung=1\r\n"
-    "DHDN=0.0 0.0 0.0 0.0 0.0\r\nETRS 89=-4.3598 1.0986 -0.4115 -0.5387 -1.4848\r\n"
-    "Andere=0.0 0.0 0.0 0.0 0.0\r\n"
-    "grenzdrw_1=6\r\ngrenzdrw_2=5\r\ngrenzdrw_3=4\r\ngrenzdrw_4=3\r\n"
-    "grenzdrw_5=2\r\ngrenzdrw_6=2\r\ngrenzdrw_7=2\r\n"
-    "grenzrgb_1=0016763391\r\ngrenzrgb_2=0016763391\r\ngrenzrgb_3=0016763391\r\n"
-    "grenzrgb_4=0016763391\r\ngrenzrgb_5=0016763391\r\ngrenzrgb_6=0016763391\r\n"
-    "grenzrgb_7=0016763391\r\n"
-    "[NUMBEZ]\r\n"
-    "DHDN=0.0 0.0 0.0 0.0 0.0\r\nETRS 89=-4.3598 1.0986 -0.4115 -0.5387 -1.4848\r\n"
-    "Andere=0.0 0.0 0.0 0.0 0.0\r\n"
-    "[LEGENDE]\r\n"
-    "TitelSize_1=3.5\r\nTitelFont_1=Arial\r\nTitelBold_1=False\r\nTitelItal_1=False\r\n"
-    "TitelUndr_1=False\r\n"
-    "TitelSize_2=3.0\r\nTitelFont_2=Arial\r\nTitelBold_2=False\r\nTitelItal_2=False\r\n"
-    "TitelUndr_2=False\r\n"
-    "TitelSize_3=3.0\r\nTitelFont_3=Arial\r\nTitelBold_3=False\r\nTitelItal_3=False\r\n"
-    "TitelUndr_3=False\r\n"
-    "TitelSize_4=3.0\r\nTitelFont_4=Arial\r\nTitelBold_4=False\r\nTitelItal_4=False\r\n"
-    "TitelUndr_4=False\r\n";
 
 /// A session at the start, and a profile of its own.
 class Profile : public testing::Test {
@@ -145,7 +90,7 @@ TEST_F(Profile, OnlyTheFileInUseIsRead) {
 }
 
 TEST_F(Profile, ANewFileHoldsAllKeysInTheirOrder) {
-    EXPECT_EQ(written(), default_profile);
+    EXPECT_EQ(written(), default_profile());
 }
 
 TEST_F(Profile, WritingTwiceGivesTheSameBytes) {
@@ -158,9 +103,10 @@ TEST_F(Profile, WritingTwiceGivesTheSameBytes) {
 std::string numbered_profile() {
     std::string bytes;
     int number = 100;
-    for (std::size_t from = 0; from < default_profile.size();) {
-        const std::size_t end = default_profile.find("\r\n", from);
-        const std::string line = default_profile.substr(from, end - from);
+    const std::string profile = default_profile();
+    for (std::size_t from = 0; from < profile.size();) {
+        const std::size_t end = profile.find("\r\n", from);
+        const std::string line = profile.substr(from, end - from);
         from = end + 2;
         const std::size_t equals = line.find('=');
         bytes += line.substr(0, equals);
@@ -360,6 +306,19 @@ TEST_F(Profile, A32BitOverflowIsFatal) {
     EXPECT_THAT(error_of("[BEZPUN]\npubcolor=2147483648\n"), HasSubstr("BEZPUN/pubcolor"));
     EXPECT_THAT(error_of("[VERWGR]\nEllipsoid=3e9\n"), HasSubstr("VERWGR/Ellipsoid"));
     EXPECT_THAT(error_of("[LEGENDE]\nTitelSize_2=1e39\n"), HasSubstr("LEGENDE/TitelSize_2"));
+}
+
+TEST_F(Profile, TheLargest32BitFloatCanBeReadAgain) {
+    constexpr float largest = std::numeric_limits<float>::max();
+    settings_.punsigscr[0] = largest;
+    settings_.punsigplo[3] = -largest;
+    // Its shortest decimal, 3.4028235e38, lies above it.
+    EXPECT_EQ(written_value("BEZPUN", "punsigscr_0"), "340282350000000000000000000000000000000");
+    settings_.punsigscr[0] = settings_.punsigplo[3] = 0;
+    profil_lesen(session_, folder_.path("P.INI"));
+    EXPECT_EQ(settings_.punsigscr[0], largest);
+    EXPECT_EQ(settings_.punsigplo[3], -largest);
+    EXPECT_THAT(error_of("[BEZPUN]\npunsigscr_0=3.4028236e38\n"), HasSubstr("BEZPUN/punsigscr_0"));
 }
 
 TEST_F(Profile, ReadsEveryFormOfABoolean) {

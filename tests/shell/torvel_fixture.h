@@ -12,6 +12,7 @@
 #include <QTimer>
 #include <memory>
 
+#include "control_names.h"
 #include "platform/qt/qt_user_interface.h"
 #include "shell/frmTorvel.h"
 
@@ -28,9 +29,7 @@ constexpr const char* square_network =
     "RICHTUNG  3500000.000  5600000.000  3500100.000  5600000.000    0.0\r\n"
     "DISTANZ  3500000.000  5600000.000  3500100.000  5600100.000    0.0\r\n";
 
-inline QString text(const char* utf8) {
-    return QString::fromUtf8(utf8);
-}
+using veldra_test::text;
 
 /// A main window with folders of its own.
 class TorvelFixture : public QObject {
@@ -76,9 +75,10 @@ class TorvelFixture : public QObject {
         return *window_;
     }
 
-    /// A plain start with the logo out of the way and the square network opened.
-    void start_with_network() {
-        write("ve_quadrat.dat", square_network);
+    /// A plain start with the logo out of the way and a network opened, that of the square unless
+    /// told otherwise.
+    void start_with_network(const QByteArray& network = square_network) {
+        write("ve_quadrat.dat", network);
         start();
         logo()->accept();
         window_->choose_file = [this] { return path("ve_quadrat.dat"); };

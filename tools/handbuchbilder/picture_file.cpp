@@ -2,15 +2,26 @@
 
 #include <QImageWriter>
 #include <algorithm>
-#include <cstddef>
+#include <cstdlib>
 #include <stdexcept>
 #include <unordered_map>
 #include <utility>
 #include <vector>
 
-QImage with_colour_table(const QImage& picture) {
-    constexpr std::size_t most_colours = 256;
-    const QImage opaque = picture.convertToFormat(QImage::Format_RGB32);
+namespace {
+
+constexpr qsizetype most_colours = 256;
+
+/// Whether two colours look alike.
+bool near(QRgb one, QRgb other) {
+    constexpr int step = 24;
+    return std::abs(qRed(one) - qRed(other)) < step &&
+           std::abs(qGreen(one) - qGreen(other)) < step &&
+           std::abs(qBlue(one) - qBlue(other)) < step;
+}
+
+/// The colours of a picture, the commonest first.
+std::vector<QRgb> ranked_colours(const QImage& opaque) {
     std::unordered_map<QRgb, int> counts;
     for (int y = 0; y < opaque.height(); ++y) {
         for (int x = 0; x < opaque.width(); ++x) {
@@ -21,12 +32,37 @@ QImage with_colour_table(const QImage& picture) {
     std::sort(ranked.begin(), ranked.end(), [](const auto& one, const auto& other) {
         return one.second != other.second ? one.second > other.second : one.first < other.first;
     });
-    ranked.resize(std::min(ranked.size(), most_colours));
-    QList<QRgb> table;
+    std::vector<QRgb> colours;
+    colours.reserve(ranked.size());
     for (const auto& [colour, count] : ranked) {
-        table.append(colour);
+        colours.push_back(colour);
     }
-    return opaque.convertToFormat(QImage::Format_Indexed8, table,
+    return colours;
+}
+
+/// At most so many colours of the ranked ones: first one of each kind, so that a thin line keeps
+/// its colour among the many shades of letters, then the commonest.
+QList<QRgb> colour_table(const std::vector<QRgb>& ranked) {
+    QList<QRgb> table;
+    for (const QRgb colour : ranked) {
+        const auto alike = [colour](QRgb taken) { return near(colour, taken); };
+        if (table.size() < most_colours && std::none_of(table.begin(), table.end(), alike)) {
+            table.append(colour);
+        }
+    }
+    for (const QRgb colour : ranked) {
+        if (table.size() < most_colours && !table.contains(colour)) {
+            table.append(colour);
+        }
+    }
+    return table;
+}
+
+}  // namespace
+
+QImage with_colour_table(const QImage& picture) {
+    const QImage opaque = picture.convertToFormat(QImage::Format_RGB32);
+    return opaque.convertToFormat(QImage::Format_Indexed8, colour_table(ranked_colours(opaque)),
                                   Qt::ThresholdDither | Qt::AvoidDither);
 }
 

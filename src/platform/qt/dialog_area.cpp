@@ -28,6 +28,9 @@ QSize DialogArea::sizeHint() const {
     if (wanted.height() > room.height()) {
         size.rwidth() += verticalScrollBar()->sizeHint().width();
     }
+    if (wanted.width() > room.width()) {
+        size.rheight() += horizontalScrollBar()->sizeHint().height();
+    }
     return size.boundedTo(room);
 }
 
