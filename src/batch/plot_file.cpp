@@ -20,12 +20,9 @@ namespace veldra::batch {
 
 namespace {
 
-constexpr std::int16_t hochformat = 1;
-constexpr std::int16_t querformat = 2;
 constexpr std::int16_t heftrand_oben = 1;
 constexpr std::int16_t heftrand_links = 2;
 constexpr std::int16_t unset = -99;
-constexpr std::int16_t monochrome = 1;
 constexpr float twips_per_millimetre = 1440.0F / 25.4F;
 
 /// Keeps the reason for which a plot was given up.
@@ -122,7 +119,7 @@ class FilePlot {
             choose_paper(printer_, *task_.choice.paper);
         }
         if (task_.grey) {
-            session_.printer.drucker_farbe = monochrome;
+            session_.printer.drucker_farbe = print_monochrome;
         }
         read_head(session_, task_.file);
     }

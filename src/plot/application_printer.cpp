@@ -9,11 +9,7 @@ namespace veldra {
 
 namespace {
 
-constexpr std::int16_t hochformat = 1;
-constexpr std::int16_t querformat = 2;
 constexpr std::int16_t user_defined_paper = 256;
-constexpr std::int16_t monochrome = 1;
-constexpr std::int16_t colour = 2;
 constexpr const char* measured_digits = "1234";
 
 bool works(const Session& session) {
@@ -99,13 +95,13 @@ void CheckPrinterColour(Session& session, Printer& printer) {
     if (!works(session)) {
         return;
     }
-    session.printer.drucker_farbe = colour;
+    session.printer.drucker_farbe = print_colour;
     std::int16_t taken = 0;
-    trapped([&] { printer.set_ColorMode(monochrome); });
-    trapped([&] { printer.set_ColorMode(colour); });
+    trapped([&] { printer.set_ColorMode(print_monochrome); });
+    trapped([&] { printer.set_ColorMode(print_colour); });
     trapped([&] { taken = printer.ColorMode(); });
-    if (taken != colour) {
-        session.printer.drucker_farbe = monochrome;
+    if (taken != print_colour) {
+        session.printer.drucker_farbe = print_monochrome;
     }
     ResetPrinter(session, printer);
 }

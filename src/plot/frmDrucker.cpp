@@ -27,10 +27,6 @@ namespace {
 
 constexpr int size_letters = 6;
 constexpr int copies_letters = 4;
-constexpr std::int16_t hochformat = 1;
-constexpr std::int16_t querformat = 2;
-constexpr std::int16_t colour = 2;
-constexpr std::int16_t monochrome = 1;
 
 QString to_text(std::string_view utf8) {
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
@@ -235,8 +231,9 @@ void FrmDrucker::connect_controls() {
     };
     connect(cbo_drucker_, &QComboBox::activated, this, &FrmDrucker::choose_printer_at);
     connect(cmd_standard_, &QPushButton::clicked, this, &FrmDrucker::choose_standard);
-    connect(chk_farbdrucker_, &QCheckBox::clicked, this,
-            [this](bool ticked) { session_.printer.drucker_farbe = ticked ? colour : monochrome; });
+    connect(chk_farbdrucker_, &QCheckBox::clicked, this, [this](bool ticked) {
+        session_.printer.drucker_farbe = ticked ? print_colour : print_monochrome;
+    });
     connect(chk_druckindatei_, &QCheckBox::clicked, this, [this](bool ticked) {
         session_.printer.druck_in_datei = ticked ? table_true : table_false;
     });
@@ -338,7 +335,7 @@ void FrmDrucker::show_paper() {
 }
 
 void FrmDrucker::show_colour_and_output() {
-    chk_farbdrucker_->setChecked(session_.printer.drucker_farbe == colour);
+    chk_farbdrucker_->setChecked(session_.printer.drucker_farbe == print_colour);
     chk_druckindatei_->setChecked(session_.printer.druck_in_datei == table_true);
 }
 

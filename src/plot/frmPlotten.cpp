@@ -21,6 +21,7 @@
 #include "platform/qt/dialog_controls.h"
 #include "platform/qt/entry_box.h"
 #include "platform/qt/paper_symbol.h"
+#include "plot/printer.h"
 #include "view/text_forms.h"
 
 namespace veldra {
@@ -28,7 +29,6 @@ namespace veldra {
 namespace {
 
 constexpr int count_letters = 7;
-constexpr std::int16_t querformat = 2;
 
 QString to_text(std::string_view utf8) {
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));

@@ -18,6 +18,12 @@ class PrinterError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+// Values of `Printer::Orientation` and `Printer::ColorMode`.
+constexpr std::int16_t hochformat = 1;
+constexpr std::int16_t querformat = 2;
+constexpr std::int16_t print_monochrome = 1;
+constexpr std::int16_t print_colour = 2;
+
 /// Kinds of objects on a page, in the order in which they are drawn. A document with layers lets
 /// its reader switch each on and off.
 enum class PageLayer : std::uint8_t {

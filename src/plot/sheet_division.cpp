@@ -15,8 +15,6 @@ namespace veldra {
 
 namespace {
 
-constexpr std::int16_t hochformat = 1;
-constexpr std::int16_t querformat = 2;
 constexpr std::int16_t heftrand_oben = 1;
 constexpr std::int16_t heftrand_links = 2;
 constexpr double schmaler_rand = 0.0005;
