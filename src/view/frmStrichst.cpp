@@ -48,7 +48,6 @@ void FrmStrichst::build() {
     auto* cmd_abbrechen = new QPushButton(QStringLiteral("&Abbrechen"), this);
     cmd_abbrechen->setObjectName(QStringLiteral("cmd_abbrechen"));
     cmd_abbrechen->setAccessibleName(QStringLiteral("Abbrechen"));
-    cmd_abbrechen->setAutoDefault(false);
     auto* row = new QHBoxLayout;
     row->addStretch();
     row->addWidget(cmd_ok_);
