@@ -3,16 +3,19 @@
 #include <QAbstractButton>
 #include <QFile>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QKeySequence>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QSplitter>
 #include <QTextBrowser>
 #include <QTextDocument>
 #include <QVBoxLayout>
+#include <algorithm>
 
 /// Makes the pages known: they stand in a static library, whose start-up code would be left out.
 /// The macro works in the global namespace only.
@@ -41,7 +44,41 @@ QString heading(const QString& markdown) {
     return markdown.section(QLatin1Char('\n'), 0, 0).remove(0, 2).trimmed();
 }
 
+/// Shows pages with the pictures for its screen.
+class PageBrowser final : public QTextBrowser {
+ public:
+    using QTextBrowser::QTextBrowser;
+
+    QVariant loadResource(int type, const QUrl& name) override {
+        if (type == QTextDocument::ImageResource) {
+            const QString path = QLatin1Char(':') + source().resolved(name).path();
+            const QImage picture = handbook_picture(path, devicePixelRatioF());
+            if (!picture.isNull()) {
+                return picture;
+            }
+        }
+        return QTextBrowser::loadResource(type, name);
+    }
+};
+
 }  // namespace
+
+QImage handbook_picture(const QString& path, double ratio) {
+    static const QString usual = QStringLiteral("/bilder/");
+    static const QString enlarged = QStringLiteral("/bilder/150/");
+    constexpr double enlargement = 1.5;
+    constexpr double fine_screen = 1.25;
+    QImage picture;
+    if (path.contains(enlarged)) {
+        picture.load(path);
+        picture.setDevicePixelRatio(std::max(1.0, ratio));
+    } else if (ratio >= fine_screen && picture.load(QString(path).replace(usual, enlarged))) {
+        picture.setDevicePixelRatio(enlargement);
+    } else {
+        picture.load(path);
+    }
+    return picture;
+}
 
 FrmHandbuch::FrmHandbuch(QWidget* window) : QDialog(window) {
     load_pages();
@@ -59,6 +96,9 @@ FrmHandbuch::FrmHandbuch(QWidget* window) : QDialog(window) {
     connect(lst_seiten_, &QListWidget::currentRowChanged, this, &FrmHandbuch::follow_list);
     connect(txt_seite_, &QTextBrowser::sourceChanged, this, &FrmHandbuch::follow_page);
     connect(txt_suche_, &QLineEdit::textChanged, this, &FrmHandbuch::search);
+    connect(txt_suche_, &QLineEdit::returnPressed, this, &FrmHandbuch::find_next);
+    lst_seiten_->setMinimumWidth(lst_seiten_->sizeHintForColumn(0) + 2 * lst_seiten_->frameWidth() +
+                                 lst_seiten_->verticalScrollBar()->sizeHint().width());
     lst_seiten_->setCurrentRow(0);
     const int character = fontMetrics().averageCharWidth();
     // Room for the widest picture beside the list.
@@ -79,17 +119,19 @@ void FrmHandbuch::build() {
     lst_seiten_ = new QListWidget(this);
     lst_seiten_->setObjectName(QStringLiteral("lst_seiten"));
     lst_seiten_->setAccessibleName(QStringLiteral("Seiten des Handbuchs"));
-    txt_seite_ = new QTextBrowser(this);
+    txt_seite_ = new PageBrowser(this);
     txt_seite_->setObjectName(QStringLiteral("txt_seite"));
     txt_seite_->setAccessibleName(QStringLiteral("Seite des Handbuchs"));
     txt_seite_->setOpenExternalLinks(false);
     txt_seite_->document()->setDocumentMargin(fontMetrics().averageCharWidth() * 3);
     auto* cmd_zurueck = new QPushButton(QStringLiteral("&Zurück"), this);
     cmd_zurueck->setObjectName(QStringLiteral("cmd_zurueck"));
+    cmd_zurueck->setAccessibleName(QStringLiteral("Zurück"));
     cmd_zurueck->setEnabled(false);
     cmd_zurueck->setAutoDefault(false);
     auto* cmd_schliessen = new QPushButton(QStringLiteral("&Schließen"), this);
     cmd_schliessen->setObjectName(QStringLiteral("cmd_schliessen"));
+    cmd_schliessen->setAccessibleName(QStringLiteral("Schließen"));
     cmd_schliessen->setAutoDefault(false);
     connect(cmd_zurueck, &QPushButton::clicked, txt_seite_, &QTextBrowser::backward);
     connect(txt_seite_, &QTextBrowser::backwardAvailable, cmd_zurueck, &QWidget::setEnabled);
@@ -145,6 +187,31 @@ void FrmHandbuch::search() {
     }
     txt_seite_->moveCursor(QTextCursor::Start);
     txt_seite_->find(wanted);
+}
+
+void FrmHandbuch::find_next() {
+    const QString wanted = txt_suche_->text().trimmed();
+    if (wanted.isEmpty() || txt_seite_->find(wanted)) {
+        return;
+    }
+    const int pages = lst_seiten_->count();
+    for (int step = 1; step <= pages; ++step) {
+        const int row = (lst_seiten_->currentRow() + step) % pages;
+        if (!lst_seiten_->item(row)->isHidden()) {
+            lst_seiten_->setCurrentRow(row);
+            txt_seite_->moveCursor(QTextCursor::Start);
+            txt_seite_->find(wanted);
+            return;
+        }
+    }
+}
+
+void FrmHandbuch::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
+        QDialog::keyPressEvent(event);
+    } else if (auto* button = qobject_cast<QAbstractButton*>(focusWidget())) {
+        button->click();
+    }
 }
 
 void FrmHandbuch::follow_list() {
