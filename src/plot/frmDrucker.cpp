@@ -27,6 +27,7 @@ namespace {
 
 constexpr int size_letters = 6;
 constexpr int copies_letters = 4;
+constexpr int printer_letters = 24;
 
 QString to_text(std::string_view utf8) {
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
@@ -104,6 +105,9 @@ void FrmDrucker::build() {
 
 void FrmDrucker::build_printer(QVBoxLayout& column) {
     cbo_drucker_ = make_list(QStringLiteral("cbo_drucker"), QStringLiteral("Drucker"), this);
+    // A printer may have a name of any length; the dialog does not grow with it.
+    cbo_drucker_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    cbo_drucker_->setMinimumContentsLength(printer_letters);
     cmd_standard_ = make_button(QStringLiteral("cmd_standard"), QStringLiteral("&Standard"),
                                 QStringLiteral("Standard"), this);
     auto* row = new QHBoxLayout;

@@ -467,6 +467,15 @@ class FrmDruckerTest : public DialogFixture<FrmDrucker> {
         QVERIFY(printer_->calls.empty());
     }
 
+    void long_name_of_a_printer_does_not_widen_the_dialog() {
+        open();
+        const int width = dialog_->width();
+        printer_->devices[0].name = std::string(120, 'W');
+        open();
+        QCOMPARE(dialog_->width(), width);
+        QCOMPARE(combo("cbo_drucker").currentText().size(), qsizetype{120});
+    }
+
     void captions_have_room_with_large_letters() {
         verify_room_for_large_letters([this] { open(); });
     }

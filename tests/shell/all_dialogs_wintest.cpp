@@ -1,5 +1,6 @@
 #include <QAccessible>
 #include <QDirIterator>
+#include <QFileDialog>
 #include <QGroupBox>
 #include <QMenuBar>
 #include <QRegularExpression>
@@ -310,6 +311,24 @@ class AllDialogsTest : public TorvelFixture {
         QTest::keyClick(menu, Qt::Key_F1);
         QCOMPARE(shown_page(*window_), text("index"));
         QVERIFY(!menu->isVisible());
+    }
+
+    void the_dialog_of_the_open_command_is_the_one_for_graphic_files() {
+        start();
+        logo()->accept();
+        bool seen = false;
+        veldra_test::when_shown<QFileDialog>([&seen](QFileDialog& files) {
+            seen = true;
+            QCOMPARE(files.objectName(), text("dlg_torvel_datei"));
+            QCOMPARE(files.windowTitle(), text("Graphikdatei öffnen"));
+            QCOMPARE(files.nameFilters(), QStringList({text("Graphikdateien (ve*.dat) (ve*.dat)"),
+                                                       text("Alle Dateien (*.*) (*)")}));
+            QCOMPARE(files.fileMode(), QFileDialog::ExistingFile);
+            files.reject();
+        });
+        action("m_datei_beliebig")->trigger();
+        QVERIFY(seen);
+        QCOMPARE(session_.datei_geladen, std::int16_t{0});
     }
 
     void opening_takes_less_than_a_tenth_of_a_second() {
