@@ -16,6 +16,7 @@
 #include <QVBoxLayout>
 #include <cmath>
 
+#include "platform/qt/dialog_controls.h"
 #include "platform/qt/entry_box.h"
 #include "shell/fatal_error.h"
 #include "shell/frmLogo.h"
@@ -91,10 +92,7 @@ void FrmVerwopt::build() {
 
 QPushButton* FrmVerwopt::add_button(const QString& name, const QString& caption,
                                     const QString& spoken) {
-    auto* button = new QPushButton(caption, this);
-    button->setObjectName(name);
-    button->setAccessibleName(spoken);
-    return button;
+    return make_button(name, caption, spoken, this);
 }
 
 QWidget* FrmVerwopt::build_file() {

@@ -34,8 +34,8 @@ namespace veldra {
 /// others.
 void lead_tab_to_checked(std::initializer_list<QRadioButton*> group);
 
-/// The two buttons at the end of a dialog: `cmd_ok`, which Return presses wherever it means nothing
-/// else, and `cmd_abbrechen`.
+/// The two buttons at the end of a dialog: `cmd_ok`, which Return presses from elsewhere, and
+/// `cmd_abbrechen`.
 struct EndButtons {
     QPushButton* cmd_ok = nullptr;
     QPushButton* cmd_abbrechen = nullptr;
