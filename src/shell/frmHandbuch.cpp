@@ -15,6 +15,7 @@
 #include <QTextBrowser>
 #include <QTextDocument>
 #include <QVBoxLayout>
+#include <QtMath>
 #include <algorithm>
 
 /// Makes the pages known: they stand in a static library, whose start-up code would be left out.
@@ -29,6 +30,7 @@ namespace {
 
 constexpr int source_role = Qt::UserRole;
 constexpr int text_role = Qt::UserRole + 1;
+constexpr int widest_picture = 760;  // logical pixels
 
 QUrl page_url(const QString& page) {
     return QUrl(QStringLiteral("qrc:/handbuch/%1.md").arg(page));
@@ -71,6 +73,10 @@ QImage handbook_picture(const QString& path, double ratio) {
     QImage picture;
     if (path.contains(enlarged)) {
         picture.load(path);
+        const int widest = qRound(widest_picture * std::max(1.0, ratio));
+        if (picture.width() > widest) {
+            picture = picture.scaledToWidth(widest, Qt::SmoothTransformation);
+        }
         picture.setDevicePixelRatio(std::max(1.0, ratio));
     } else if (ratio >= fine_screen && picture.load(QString(path).replace(usual, enlarged))) {
         picture.setDevicePixelRatio(enlargement);
@@ -97,13 +103,29 @@ FrmHandbuch::FrmHandbuch(QWidget* window) : QDialog(window) {
     connect(txt_seite_, &QTextBrowser::sourceChanged, this, &FrmHandbuch::follow_page);
     connect(txt_suche_, &QLineEdit::textChanged, this, &FrmHandbuch::search);
     connect(txt_suche_, &QLineEdit::returnPressed, this, &FrmHandbuch::find_next);
-    lst_seiten_->setMinimumWidth(lst_seiten_->sizeHintForColumn(0) + 2 * lst_seiten_->frameWidth() +
-                                 lst_seiten_->verticalScrollBar()->sizeHint().width());
     lst_seiten_->setCurrentRow(0);
-    const int character = fontMetrics().averageCharWidth();
-    // Room for the widest picture beside the list.
     const QSize room = screen()->availableSize() - QSize(40, 80);
-    resize(QSize(character * 160, character * 100).boundedTo(room));
+    resize(sizeHint().boundedTo(room));
+    spl_handbuch_->setSizes({list_width(), page_width()});
+}
+
+/// Room for the longest heading.
+int FrmHandbuch::list_width() const {
+    return lst_seiten_->sizeHintForColumn(0) + 2 * lst_seiten_->frameWidth() +
+           lst_seiten_->verticalScrollBar()->sizeHint().width();
+}
+
+/// Room for the widest picture.
+int FrmHandbuch::page_width() const {
+    return widest_picture + 2 * qCeil(txt_seite_->document()->documentMargin()) +
+           2 * txt_seite_->frameWidth() + txt_seite_->verticalScrollBar()->sizeHint().width();
+}
+
+QSize FrmHandbuch::sizeHint() const {
+    const QMargins margins = layout()->contentsMargins();
+    return {list_width() + spl_handbuch_->handleWidth() + page_width() + margins.left() +
+                margins.right(),
+            fontMetrics().averageCharWidth() * 100};
 }
 
 void FrmHandbuch::build() {
@@ -144,17 +166,18 @@ void FrmHandbuch::build() {
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(txt_suche_);
     column->addWidget(lst_seiten_);
-    auto* splitter = new QSplitter(this);
-    splitter->addWidget(contents);
-    splitter->addWidget(txt_seite_);
-    splitter->setStretchFactor(0, 0);
-    splitter->setStretchFactor(1, 1);
+    spl_handbuch_ = new QSplitter(this);
+    spl_handbuch_->setObjectName(QStringLiteral("spl_handbuch"));
+    spl_handbuch_->addWidget(contents);
+    spl_handbuch_->addWidget(txt_seite_);
+    spl_handbuch_->setStretchFactor(0, 0);
+    spl_handbuch_->setStretchFactor(1, 1);
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(cmd_zurueck);
     buttons->addStretch();
     buttons->addWidget(cmd_schliessen);
     auto* rows = new QVBoxLayout(this);
-    rows->addWidget(splitter);
+    rows->addWidget(spl_handbuch_);
     rows->addLayout(buttons);
 }
 

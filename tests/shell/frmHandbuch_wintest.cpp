@@ -5,6 +5,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QTest>
 #include <QTextBrowser>
 #include <cmath>
@@ -132,10 +133,22 @@ class FrmHandbuchTest : public QObject {
 
     void headings_are_not_cut_off_in_the_list() {
         FrmHandbuch handbook(nullptr);
-        handbook.resize(handbook.minimumSizeHint());
+        handbook.resize(handbook.sizeHint().boundedTo(QSize(700, 200)));
         handbook.show();
         const auto& list = control<QListWidget>(handbook, "lst_seiten");
         QVERIFY(list.viewport()->width() >= list.sizeHintForColumn(0));
+    }
+
+    void pages_have_room_for_their_pictures() {
+        FrmHandbuch handbook(nullptr);
+        handbook.resize(handbook.sizeHint());
+        handbook.show();
+        const auto& page = control<QTextBrowser>(handbook, "txt_seite");
+        for (const QString& name : pages()) {
+            handbook.show_page(name);
+            QApplication::processEvents();
+            QVERIFY2(page.horizontalScrollBar()->maximum() == 0, qPrintable(name));
+        }
     }
 
     void every_control_has_a_name() {
@@ -190,7 +203,13 @@ class FrmHandbuchTest : public QObject {
         }
         // The page about large screens shows its pictures pixel by pixel.
         QCOMPARE(handbook_picture(enlarged, 1).devicePixelRatio(), 1.0);
+        QCOMPARE(handbook_picture(enlarged, 1).size(), QImage(enlarged).size());
         QCOMPARE(handbook_picture(enlarged, 1.5).devicePixelRatio(), 1.5);
+        // One that is wider than a page is made to fit.
+        const QString wide = QStringLiteral(":/handbuch/bilder/150/hauptfenster.png");
+        QCOMPARE(QImage(wide).size(), QSize(1140, 870));
+        QCOMPARE(handbook_picture(wide, 1).size(), QSize(760, 580));
+        QCOMPARE(handbook_picture(wide, 1.5).size(), QSize(1140, 870));
         QVERIFY(handbook_picture(QStringLiteral(":/handbuch/bilder/fehlt.png"), 1).isNull());
     }
 
