@@ -116,7 +116,7 @@ QString TorvelHelp::page_about(const QWidget& window) const {
         if (about == &window_ && session_.plotmodus == 1) {
             return QStringLiteral("plotten");
         }
-        const QString page = handbook_page(about->objectName());
+        QString page = handbook_page(about->objectName());
         if (!page.isEmpty()) {
             return page;
         }
