@@ -60,7 +60,13 @@ inline void type(QLineEdit& box, const char* text) {
     box.setFocus();
     box.selectAll();
     QTest::keyClick(&box, Qt::Key_Delete);
-    QTest::keyClicks(&box, QString::fromUtf8(text));
+    for (const QChar character : QString::fromUtf8(text)) {
+        if (character.unicode() < 0x80) {
+            QTest::keyClicks(&box, character);
+        } else {
+            box.insert(character);  // the toolkit's tests have no keys for others
+        }
+    }
 }
 
 inline void type_and_enter(QLineEdit& box, const char* text) {

@@ -5,16 +5,20 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QMap>
+#include <QPushButton>
 #include <QStringList>
 #include <QTest>
 #include <QWidget>
 
 namespace veldra_test {
 
-/// Letters that lead to more than one control of a window, as "o: cmd_ok opt_oben".
+/// Letters that lead to more than one control in sight, as "o: cmd_ok opt_oben".
 inline QStringList shared_mnemonics(const QWidget& window) {
     QMap<QChar, QStringList> owners;
     for (QWidget* widget : window.findChildren<QWidget*>()) {
+        if (!widget->isVisibleTo(&window)) {
+            continue;
+        }
         QString text;
         if (const auto* button = qobject_cast<QAbstractButton*>(widget)) {
             text = button->text();
@@ -35,6 +39,17 @@ inline QStringList shared_mnemonics(const QWidget& window) {
         }
     }
     return shared;
+}
+
+/// Buttons that Return presses while the focus is on no button.
+inline QStringList default_buttons(const QWidget& window) {
+    QStringList found;
+    for (const QPushButton* button : window.findChildren<QPushButton*>()) {
+        if (button->isDefault()) {
+            found << button->objectName();
+        }
+    }
+    return found;
 }
 
 /// The controls that Tab reaches from the one with the focus on, once round, by their names.

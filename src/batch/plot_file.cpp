@@ -117,7 +117,7 @@ class FilePlot {
             choose_paper(printer_, *task_.choice.paper);
         }
         if (task_.grey) {
-            session_.printer.drucker_farbe = printer_monochrome;
+            session_.printer.drucker_farbe = print_monochrome;
         }
         read_head(session_, task_.file);
     }

@@ -96,13 +96,13 @@ void CheckPrinterColour(Session& session, Printer& printer) {
     if (!works(session)) {
         return;
     }
-    session.printer.drucker_farbe = printer_colour;
+    session.printer.drucker_farbe = print_colour;
     std::int16_t taken = 0;
-    trapped([&] { printer.set_ColorMode(printer_monochrome); });
-    trapped([&] { printer.set_ColorMode(printer_colour); });
+    trapped([&] { printer.set_ColorMode(print_monochrome); });
+    trapped([&] { printer.set_ColorMode(print_colour); });
     trapped([&] { taken = printer.ColorMode(); });
-    if (taken != printer_colour) {
-        session.printer.drucker_farbe = printer_monochrome;
+    if (taken != print_colour) {
+        session.printer.drucker_farbe = print_monochrome;
     }
     ResetPrinter(session, printer);
 }

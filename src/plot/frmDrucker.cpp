@@ -29,6 +29,7 @@ namespace {
 
 constexpr int size_letters = 6;
 constexpr int copies_letters = 4;
+constexpr int printer_letters = 24;
 
 std::int32_t printer_count(Printer* printer) {
     std::int32_t count = 0;
@@ -102,6 +103,9 @@ void FrmDrucker::build() {
 
 void FrmDrucker::build_printer(QVBoxLayout& column) {
     cbo_drucker_ = make_list(QStringLiteral("cbo_drucker"), QStringLiteral("Drucker"), this);
+    // A printer may have a name of any length; the dialog does not grow with it.
+    cbo_drucker_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    cbo_drucker_->setMinimumContentsLength(printer_letters);
     cmd_standard_ = make_button(QStringLiteral("cmd_standard"), QStringLiteral("&Standard"),
                                 QStringLiteral("Standard"), this);
     auto* row = new QHBoxLayout;
@@ -230,7 +234,7 @@ void FrmDrucker::connect_controls() {
     connect(cbo_drucker_, &QComboBox::activated, this, &FrmDrucker::choose_printer_at);
     connect(cmd_standard_, &QPushButton::clicked, this, &FrmDrucker::choose_standard);
     connect(chk_farbdrucker_, &QCheckBox::clicked, this, [this](bool ticked) {
-        session_.printer.drucker_farbe = ticked ? printer_colour : printer_monochrome;
+        session_.printer.drucker_farbe = ticked ? print_colour : print_monochrome;
     });
     connect(chk_druckindatei_, &QCheckBox::clicked, this, [this](bool ticked) {
         session_.printer.druck_in_datei = ticked ? table_true : table_false;
@@ -333,7 +337,7 @@ void FrmDrucker::show_paper() {
 }
 
 void FrmDrucker::show_colour_and_output() {
-    chk_farbdrucker_->setChecked(session_.printer.drucker_farbe == printer_colour);
+    chk_farbdrucker_->setChecked(session_.printer.drucker_farbe == print_colour);
     chk_druckindatei_->setChecked(session_.printer.druck_in_datei == table_true);
 }
 

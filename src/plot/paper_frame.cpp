@@ -46,7 +46,7 @@ LayerFrame paper_frame(const Session& session, const PaperFonts& fonts, TextMeas
     frame.measurer = &measurer;
     frame.window = sheet_window(session);
     frame.width_factor = settings.faktorStrich;
-    frame.grey = session.printer.drucker_farbe != printer_colour;
+    frame.grey = session.printer.drucker_farbe != print_colour;
     return frame;
 }
 

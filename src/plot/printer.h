@@ -18,6 +18,12 @@ class PrinterError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+// Values of `Printer::Orientation` and `Printer::ColorMode`.
+constexpr std::int16_t hochformat = 1;
+constexpr std::int16_t querformat = 2;
+constexpr std::int16_t print_monochrome = 1;
+constexpr std::int16_t print_colour = 2;
+
 /// Kinds of objects on a page, in the order in which they are drawn. A document with layers lets
 /// its reader switch each on and off.
 enum class PageLayer : std::uint8_t {
@@ -65,14 +71,6 @@ struct SheetTitle {
     std::string netzteil;  ///< name of the network part, Windows-1252
     std::string blatt;     ///< the sheet within the part, Windows-1252
 };
-
-/// How the paper lies.
-inline constexpr std::int16_t hochformat = 1;
-inline constexpr std::int16_t querformat = 2;
-
-/// What a printer prints.
-inline constexpr std::int16_t printer_monochrome = 1;
-inline constexpr std::int16_t printer_colour = 2;
 
 /// Units of a printer's measures.
 inline constexpr std::int16_t scale_twips = 1;

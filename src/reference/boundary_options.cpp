@@ -10,6 +10,7 @@
 #include "platform/os/files.h"
 #include "reference/boundaries.h"
 #include "reference/boundary_reduction.h"
+#include "settings/profile_file.h"
 #include "settings/profile_values.h"
 
 namespace veldra {
@@ -87,7 +88,8 @@ std::optional<DatumRow> parse_datum_row(std::string_view text) {
     if (numbers.size() != 5) {
         return std::nullopt;
     }
-    return DatumRow{numbers[0], numbers[1], numbers[2], numbers[3], numbers[4]};
+    const DatumRow row{numbers[0], numbers[1], numbers[2], numbers[3], numbers[4]};
+    return profile_gives_back(datum_row_text(row)) ? std::optional(row) : std::nullopt;
 }
 
 std::string datum_row_text(const DatumRow& row) {
@@ -109,9 +111,10 @@ bool store_boundary_options(const BoundaryOptions& options, Settings& settings) 
 }
 
 std::string find_boundary_file(const Session& session, const std::string& datei) {
-    // As it will be kept: what the code page lacks does not lead to a file.
-    std::string path = boundary_path(session, from_utf8(datei));
-    return datei_vorhanden(path) ? path : std::string();
+    // As it will be kept: what code page or profile lack does not lead to a file.
+    const std::string kept = from_utf8(datei);
+    std::string path = boundary_path(session, kept);
+    return profile_gives_back(kept) && datei_vorhanden(path) ? path : std::string();
 }
 
 ReductionEnd optimise_boundaries(const Session& session, std::string& datei,

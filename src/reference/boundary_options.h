@@ -36,7 +36,8 @@ struct BoundaryOptions {
 [[nodiscard]] BoundaryOptions standard_boundary_options();
 
 /// Five numbers with blanks between them as the row of a transition; a number may have a comma for
-/// its point. None if there are more or fewer, or something that is no number.
+/// its point. None if there are more or fewer, or something that is no number, or if the profile
+/// has no room for them.
 [[nodiscard]] std::optional<DatumRow> parse_datum_row(std::string_view text);
 /// The row as a text; reading it back gives the row to four decimals.
 [[nodiscard]] std::string datum_row_text(const DatumRow& row);
@@ -45,7 +46,8 @@ struct BoundaryOptions {
 [[nodiscard]] bool store_boundary_options(const BoundaryOptions& options, Settings& settings);
 
 /// The file that a path of the settings stands for: a relative one is looked up in the current
-/// folder, then in that of the graphic file. "" if there is none.
+/// folder, then in that of the graphic file. "" if there is none, or if the profile cannot keep its
+/// path.
 [[nodiscard]] std::string find_boundary_file(const Session& session, const std::string& datei);
 
 /// How a reduction ended.

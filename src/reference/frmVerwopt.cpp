@@ -9,12 +9,14 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMetaObject>
+#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QShowEvent>
 #include <QVBoxLayout>
 #include <cmath>
 
+#include "platform/qt/dialog_controls.h"
 #include "platform/qt/entry_box.h"
 #include "shell/fatal_error.h"
 #include "shell/frmLogo.h"
@@ -57,7 +59,8 @@ FrmVerwopt::FrmVerwopt(QWidget* window, Session& session)
     setWindowTitle(QStringLiteral("Verwaltungsgrenzendatei, Datumsübergänge"));
     setModal(true);
     choose_file = [this] {
-        return ask_for_existing_file(this, QStringLiteral("Verwaltungsgrenzendatei wählen"),
+        return ask_for_existing_file(this, QStringLiteral("dlg_grendatei"),
+                                     QStringLiteral("Verwaltungsgrenzendatei wählen"),
                                      "Alle *.dat|*.dat|Alle Dateien (*.*)|*.*");
     };
     build();
@@ -89,11 +92,7 @@ void FrmVerwopt::build() {
 
 QPushButton* FrmVerwopt::add_button(const QString& name, const QString& caption,
                                     const QString& spoken) {
-    auto* button = new QPushButton(caption, this);
-    button->setObjectName(name);
-    button->setAccessibleName(spoken);
-    button->setAutoDefault(false);
-    return button;
+    return make_button(name, caption, spoken, this);
 }
 
 QWidget* FrmVerwopt::build_file() {
@@ -114,7 +113,7 @@ QWidget* FrmVerwopt::build_file() {
         [this] {
             const QWidget* const focus = QApplication::focusWidget();
             return left_ || running_ || focus == cmd_ok_ || focus == cmd_abbrechen_ ||
-                   focus == cmd_standard_ || focus == cmd_gren_opti_;
+                   focus == cmd_standard_ || focus == cmd_gren_opti_ || focus == cmd_grendatei_;
         });
     connect(cmd_grendatei_, &QPushButton::clicked, this, &FrmVerwopt::choose_boundary_file);
     return widget;
@@ -224,7 +223,7 @@ void FrmVerwopt::show_options(const BoundaryOptions& options) {
 
 BoundaryOptions FrmVerwopt::shown_options() const {
     BoundaryOptions options;
-    options.datei = txt_grendatei_->text().toStdString();
+    options.datei = typed_file();
     // Without a choice the value of a strange profile stays.
     const auto chosen = [](const QComboBox& box, std::int32_t otherwise) {
         return box.currentIndex() < 0 ? otherwise : box.currentIndex() + 1;
@@ -238,6 +237,10 @@ BoundaryOptions FrmVerwopt::shown_options() const {
     return options;
 }
 
+std::string FrmVerwopt::typed_file() const {
+    return txt_grendatei_->text().trimmed().toStdString();
+}
+
 void FrmVerwopt::choose_boundary_file() {
     const QString path = choose_file();
     if (!path.isEmpty()) {
@@ -247,7 +250,7 @@ void FrmVerwopt::choose_boundary_file() {
 }
 
 void FrmVerwopt::check_file() {
-    if (find_boundary_file(session_, txt_grendatei_->text().toStdString()).empty()) {
+    if (find_boundary_file(session_, typed_file()).empty()) {
         report_missing_file();
     } else {
         offer_reduction();
@@ -317,27 +320,33 @@ void FrmVerwopt::lock(bool running) {
 }
 
 bool FrmVerwopt::watch(double share) {
+    const QPointer<FrmVerwopt> self(this);
     pgb_gren_opti_->setValue(static_cast<int>(std::lround(share * all)));
     QApplication::processEvents();
-    return !give_up_;
+    return self && !give_up_;
 }
 
 void FrmVerwopt::optimise() {
     if (running_) {
         return;
     }
-    std::string datei = txt_grendatei_->text().toStdString();
+    std::string datei = typed_file();
     lock(true);
     cmd_gren_opti_->setText(QStringLiteral("das dauert ..."));
     cmd_gren_opti_->setEnabled(false);
     cmd_abbrechen_->setFocus();
-    QApplication::processEvents();
+    // Among the events that are served may be the end of the program, and so of this dialog.
+    const QPointer<FrmVerwopt> self(this);
     ReductionEnd end = ReductionEnd::cancelled;
     std::string failure;
     try {
-        end = optimise_boundaries(session_, datei, [this](double share) { return watch(share); });
+        end = optimise_boundaries(session_, datei,
+                                  [self](double share) { return self && self->watch(share); });
     } catch (const FatalError& error) {
         failure = error.what();
+    }
+    if (!self) {
+        return;
     }
     lock(false);
     if (end == ReductionEnd::done) {

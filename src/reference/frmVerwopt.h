@@ -54,6 +54,7 @@ class FrmVerwopt final : public QDialog {
 
     void show_options(const BoundaryOptions& options);
     [[nodiscard]] BoundaryOptions shown_options() const;
+    [[nodiscard]] std::string typed_file() const;
     void choose_boundary_file();
     void check_file();
     void check_row(QLineEdit& box);

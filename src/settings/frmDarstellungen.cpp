@@ -155,7 +155,6 @@ QWidget* FrmDarstellungen::build_buttons() {
     cmd_abbrechen_ = new QPushButton(QStringLiteral("&Abbrechen"), widget);
     cmd_abbrechen_->setObjectName(QStringLiteral("cmd_abbrechen"));
     cmd_abbrechen_->setAccessibleName(QStringLiteral("Abbrechen"));
-    cmd_abbrechen_->setAutoDefault(false);
     row->addStretch();
     row->addWidget(cmd_ok_);
     row->addWidget(cmd_abbrechen_);

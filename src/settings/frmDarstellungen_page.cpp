@@ -108,7 +108,6 @@ QPushButton* DisplayPage::add_button(const QString& name, const QString& caption
     auto* button = new QPushButton(caption, this);
     button->setObjectName(name);
     button->setAccessibleName(accessible_name);
-    button->setAutoDefault(false);
     return button;
 }
 

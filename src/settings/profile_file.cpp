@@ -171,4 +171,10 @@ void ProfileFile::set(std::string_view section, std::string_view key, std::strin
     }
 }
 
+bool profile_gives_back(std::string_view value) {
+    ProfileFile file;
+    file.set("A", "B", value);
+    return file.get("A", "B") == value;
+}
+
 }  // namespace veldra

@@ -65,4 +65,7 @@ class ProfileFile {
     std::vector<Line> lines_;
 };
 
+/// Whether a value is read back as it was written.
+[[nodiscard]] bool profile_gives_back(std::string_view value);
+
 }  // namespace veldra

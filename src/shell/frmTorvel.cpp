@@ -70,7 +70,8 @@ FrmTorvel::FrmTorvel(Session& session, const SystemFolders& folders,
     setContextMenuPolicy(Qt::PreventContextMenu);
     build_controls();
     choose_file = [this] {
-        return ask_for_existing_file(this, QStringLiteral("Graphikdatei öffnen"),
+        return ask_for_existing_file(this, QStringLiteral("dlg_torvel_datei"),
+                                     QStringLiteral("Graphikdatei öffnen"),
                                      "Graphikdateien (ve*.dat)|ve*.dat|Alle Dateien (*.*)|*.*");
     };
     ui_.before_message = [this] {

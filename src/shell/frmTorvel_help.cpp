@@ -19,7 +19,7 @@ struct WindowPage {
 };
 
 constexpr WindowPage window_pages[] = {
-    {"frmTorvel", "index"},           {"frmLogo", "neues"},
+    {"frmTorvel", "index"},           {"frmLogo", "hauptfenster"},
     {"frmObjekte", "objekte"},        {"frmNetzteile", "netzteile"},
     {"frmMaßstab", "massstab"},       {"frmDarstellungen", "darstellungen"},
     {"frmStrichst", "darstellungen"}, {"frmLegende", "legende"},
@@ -33,6 +33,26 @@ bool is_help_key(const QEvent& event) {
     }
     const auto& key = static_cast<const QKeyEvent&>(event);
     return key.key() == Qt::Key_F1 && key.modifiers() == Qt::NoModifier;
+}
+
+/// The window that a control belongs to for its user: a menu or the list of a combo box is only a
+/// part of one.
+QWidget& window_of(QWidget& control) {
+    QWidget* window = control.window();
+    while ((window->windowFlags() & Qt::WindowType_Mask) == Qt::Popup &&
+           window->parentWidget() != nullptr) {
+        window = window->parentWidget()->window();
+    }
+    return *window;
+}
+
+void close_popups() {
+    while (QWidget* popup = QApplication::activePopupWidget()) {
+        popup->close();
+        if (popup == QApplication::activePopupWidget()) {
+            return;
+        }
+    }
 }
 
 }  // namespace
@@ -73,8 +93,9 @@ bool TorvelHelp::eventFilter(QObject* watched, QEvent* event) {
         qobject_cast<FrmHandbuch*>(control->window()) != nullptr) {
         return QObject::eventFilter(watched, event);
     }
-    QWidget* const owner = control->window();
-    show_page(*owner, page_about(*owner));
+    QWidget& owner = window_of(*control);
+    close_popups();
+    show_page(owner, page_about(owner));
     return true;
 }
 
@@ -95,7 +116,7 @@ QString TorvelHelp::page_about(const QWidget& window) const {
         if (about == &window_ && session_.plotmodus == 1) {
             return QStringLiteral("plotten");
         }
-        const QString page = handbook_page(about->objectName());
+        QString page = handbook_page(about->objectName());
         if (!page.isEmpty()) {
             return page;
         }

@@ -15,6 +15,7 @@
 #include <QVBoxLayout>
 
 #include "graphikdatei/codepage.h"
+#include "platform/qt/dialog_controls.h"
 #include "platform/qt/entry_box.h"
 #include "platform/qt/qt_font.h"
 #include "plot/application_printer.h"
@@ -25,19 +26,18 @@ namespace veldra {
 namespace {
 
 constexpr int text_letters = 60;
-constexpr int size_letters = 7;
+constexpr int size_letters = 6;
 
 std::string bytes_of(const QString& text) {
     return from_utf8(text.toStdString());
 }
 
-QLineEdit* make_box(const QString& name, const QString& accessible_name, int letters,
-                    QWidget* parent) {
-    auto* box = new QLineEdit(parent);
-    box->setObjectName(name);
-    box->setAccessibleName(accessible_name);
-    box->setMinimumWidth(QFontMetrics(box->font()).averageCharWidth() * letters);
-    return box;
+QLineEdit* make_text_edit(const QString& name, const QString& accessible_name, QWidget* parent) {
+    auto* edit = new QLineEdit(parent);
+    edit->setObjectName(name);
+    edit->setAccessibleName(accessible_name);
+    edit->setMinimumWidth(QFontMetrics(edit->font()).averageCharWidth() * text_letters);
+    return edit;
 }
 
 }  // namespace
@@ -75,40 +75,37 @@ void FrmLegende::add_line(QGridLayout& grid, std::size_t number) {
     const QString suffix = QStringLiteral("_%1").arg(number);
     const QString name = QStringLiteral("Zeile %1").arg(number);
     Line& made = line(number);
-    made.txt_legende = make_box(QStringLiteral("txt_legende") + suffix,
-                                name + QStringLiteral(": Text"), text_letters, this);
-    auto* lbl_text =
-        new QLabel(QStringLiteral("Zeile &%1 (%2):")
+    made.txt_legende = make_text_edit(QStringLiteral("txt_legende") + suffix,
+                                      name + QStringLiteral(": Text"), this);
+    QLabel* lbl_text =
+        make_buddy(QStringLiteral("lbl_text") + suffix,
+                   QStringLiteral("Zeile &%1 (%2):")
                        .arg(QString::number(number),
                             number == 1 ? QStringLiteral("für ganze Graphikdatei")
                                         : QStringLiteral("nur fürs aktuelle Netzteil")),
-                   this);
-    lbl_text->setObjectName(QStringLiteral("lbl_text") + suffix);
-    lbl_text->setBuddy(made.txt_legende);
+                   made.txt_legende, this);
     const int row = static_cast<int>(number) * 2;
     grid.addWidget(lbl_text, row, 0, 1, 2);
     grid.addWidget(made.txt_legende, row + 1, 0);
     if (number > 1) {
-        made.chk_standard = new QCheckBox(QStringLiteral("Standardtext"), this);
-        made.chk_standard->setObjectName(QStringLiteral("chk_standard") + suffix);
-        made.chk_standard->setAccessibleName(name + QStringLiteral(": Standardtext"));
+        made.chk_standard =
+            make_check_box(QStringLiteral("chk_standard") + suffix, QStringLiteral("Standardtext"),
+                           name + QStringLiteral(": Standardtext"), this);
         grid.addWidget(made.chk_standard, row + 1, 1);
         connect(made.chk_standard, &QCheckBox::toggled, this,
                 [this, number](bool standard) { follow_standard(number, standard); });
     }
-    auto* cmd_schrift = new QPushButton(QStringLiteral("Schrift"), this);
-    cmd_schrift->setObjectName(QStringLiteral("cmd_schrift") + suffix);
-    cmd_schrift->setAccessibleName(name + QStringLiteral(": Schrift"));
-    cmd_schrift->setAutoDefault(false);
-    made.txt_schrift = make_box(QStringLiteral("txt_schrift") + suffix,
-                                name + QStringLiteral(": Schrifthöhe in mm"), size_letters, this);
-    made.txt_schrift->setAlignment(Qt::AlignRight);
-    made.txt_schrift->setMaximumWidth(made.txt_schrift->minimumWidth());
-    auto* lbl_einheit = new QLabel(QStringLiteral("mm (genähert)"), this);
-    lbl_einheit->setObjectName(QStringLiteral("lbl_einheit") + suffix);
+    QPushButton* cmd_schrift =
+        make_button(QStringLiteral("cmd_schrift") + suffix, QStringLiteral("Schrift"),
+                    name + QStringLiteral(": Schrift"), this);
+    made.txt_schrift =
+        make_number_edit(QStringLiteral("txt_schrift") + suffix,
+                         name + QStringLiteral(": Schrifthöhe in mm"), size_letters, this);
     grid.addWidget(cmd_schrift, row + 1, 2);
     grid.addWidget(made.txt_schrift, row + 1, 3);
-    grid.addWidget(lbl_einheit, row + 1, 4);
+    grid.addWidget(
+        make_label(QStringLiteral("lbl_einheit") + suffix, QStringLiteral("mm (genähert)"), this),
+        row + 1, 4);
     connect(cmd_schrift, &QPushButton::clicked, this, [this, number] { ask_for_font(number); });
     const auto never = [] { return false; };
     new EntryBox(
@@ -124,20 +121,18 @@ QWidget* FrmLegende::build_position() {
     auto* grid = new QGridLayout(group);
     for (int i = 0; i < 4; ++i) {
         const QString caption = QString::fromUtf8(captions[i]);
-        auto* button = new QRadioButton(caption, group);
-        button->setObjectName(QStringLiteral("opt_posi_%1").arg(i + 1));
-        button->setAccessibleName(QStringLiteral("Position ") +
-                                  QString(caption).remove(QLatin1Char('&')));
-        grid->addWidget(button, i % 2, i / 2);
-        opt_posi_[static_cast<std::size_t>(i)] = button;
+        QRadioButton* option = make_option(
+            QStringLiteral("opt_posi_%1").arg(i + 1), caption,
+            QStringLiteral("Position ") + QString(caption).remove(QLatin1Char('&')), group);
+        grid->addWidget(option, i % 2, i / 2);
+        opt_posi_[static_cast<std::size_t>(i)] = option;
     }
     return group;
 }
 
 QWidget* FrmLegende::build_buttons() {
-    cmd_ok_ = new QPushButton(QStringLiteral("&OK"), this);
-    cmd_ok_->setObjectName(QStringLiteral("cmd_ok"));
-    cmd_ok_->setAccessibleName(QStringLiteral("OK"));
+    cmd_ok_ =
+        make_button(QStringLiteral("cmd_ok"), QStringLiteral("&OK"), QStringLiteral("OK"), this);
     cmd_ok_->setDefault(true);
     connect(cmd_ok_, &QPushButton::clicked, this, &QDialog::accept);
     return cmd_ok_;
@@ -160,6 +155,7 @@ void FrmLegende::activate() {
     for (std::size_t i = 0; i < opt_posi_.size(); ++i) {
         opt_posi_[i]->setChecked(static_cast<std::size_t>(position) == i + 1);
     }
+    lead_tab_to_checked({opt_posi_[0], opt_posi_[1], opt_posi_[2], opt_posi_[3]});
 }
 
 void FrmLegende::follow_standard(std::size_t number, bool standard) {

@@ -30,6 +30,7 @@ QString text_of(const std::string& utf8) {
 
 void show_text(QLabel& label, const std::string& utf8) {
     label.setText(text_of(utf8));
+    label.setToolTip(label.text());  // a long one may not have room
     label.setVisible(!utf8.empty());
 }
 

@@ -20,7 +20,6 @@ QPushButton* make_button(const char* name, const char* caption, QWidget* parent)
     auto* button = new QPushButton(QString::fromUtf8(caption), parent);
     button->setObjectName(QString::fromUtf8(name));
     button->setAccessibleName(button->text().remove(QLatin1Char('&')));
-    button->setAutoDefault(false);
     return button;
 }
 

@@ -55,7 +55,6 @@ QPushButton* make_step_button(const char* name, const char* sign, const char* pu
     button->setObjectName(QString::fromUtf8(name));
     button->setAccessibleName(QString::fromUtf8(purpose));
     button->setToolTip(QString::fromUtf8(purpose));
-    button->setAutoDefault(false);
     button->setAutoRepeat(true);
     const int side = button->fontMetrics().height() + 8;
     button->setFixedSize(side + 6, side);

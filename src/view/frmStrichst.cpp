@@ -9,6 +9,7 @@
 
 #include "drawing/length_units.h"
 #include "drawing/pen.h"
+#include "platform/qt/dialog_controls.h"
 #include "platform/qt/picture_image.h"
 #include "platform/qt/sample_picture.h"
 #include "shell/frmLogo.h"
@@ -42,24 +43,13 @@ void FrmStrichst::build() {
         build_width(i);
         column->addWidget(pic_strichst_[i]);
     }
-    cmd_ok_ = new QPushButton(QStringLiteral("&OK"), this);
-    cmd_ok_->setObjectName(QStringLiteral("cmd_ok"));
-    cmd_ok_->setAccessibleName(QStringLiteral("OK"));
-    cmd_ok_->setDefault(true);
-    auto* cmd_abbrechen = new QPushButton(QStringLiteral("&Abbrechen"), this);
-    cmd_abbrechen->setObjectName(QStringLiteral("cmd_abbrechen"));
-    cmd_abbrechen->setAccessibleName(QStringLiteral("Abbrechen"));
-    cmd_abbrechen->setAutoDefault(false);
-    auto* row = new QHBoxLayout;
-    row->addStretch();
-    row->addWidget(cmd_ok_);
-    row->addWidget(cmd_abbrechen);
-    column->addLayout(row);
+    const EndButtons buttons = add_end_buttons(*column, this);
+    cmd_ok_ = buttons.cmd_ok;
     connect(cmd_ok_, &QPushButton::clicked, this, [this] {
         choice_.strich_wert = held_;
         accept();
     });
-    connect(cmd_abbrechen, &QPushButton::clicked, this, &QDialog::reject);
+    connect(buttons.cmd_abbrechen, &QPushButton::clicked, this, &QDialog::reject);
 }
 
 void FrmStrichst::build_width(std::size_t i) {

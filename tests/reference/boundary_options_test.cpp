@@ -29,6 +29,16 @@ TEST(DatumText, AnythingElseIsRefused) {
     }
 }
 
+TEST(DatumText, RowThatTheProfileHasNoRoomForIsRefused) {
+    // Four times "0.0 " are 16 of 255 characters; the fifth number has ".0" behind its digits.
+    const auto with_digits = [](std::size_t digits) {
+        return "0 0 0 0 " + std::string(digits, '1');
+    };
+    EXPECT_TRUE(parse_datum_row(with_digits(237)));
+    EXPECT_FALSE(parse_datum_row(with_digits(238)));
+    EXPECT_FALSE(parse_datum_row(with_digits(400)));
+}
+
 TEST(DatumText, IsWrittenWithOneToFourDecimals) {
     EXPECT_EQ(datum_row_text(row(1, -2.5, 0.12345, 123456789.25, -0.00001)),
               "1.0 -2.5 0.1235 123456789.25 0.0");
@@ -113,6 +123,20 @@ TEST_F(OptimiseBoundaries, MissingFileLeavesThePath) {
     EXPECT_EQ(datei, folder.path("fehlt.dat"));
     datei.clear();
     EXPECT_EQ(optimise_boundaries(session, datei, go_on), ReductionEnd::no_file);
+}
+
+TEST_F(OptimiseBoundaries, PathThatTheProfileCannotKeepLeadsToNoFile) {
+    const std::string long_name(100, 'x');
+    std::filesystem::create_directories(folder.path(long_name + "/" + long_name));
+    session.graphikdatei = folder.path("ve.dat");
+    for (const std::string& name : {long_name + "/" + long_name + "/" + long_name + ".dat",
+                                    std::string("\u0141.dat"), std::string("'grenzen_7732.dat'")}) {
+        const std::string path = folder.file(name, there_and_back);
+        ASSERT_EQ(file_bytes(path), there_and_back);
+        EXPECT_EQ(find_boundary_file(session, name), "") << name;
+    }
+    const std::string path = folder.file("grenzen_7732.dat", there_and_back);
+    EXPECT_EQ(find_boundary_file(session, "grenzen_7732.dat"), path);
 }
 
 TEST_F(OptimiseBoundaries, GivenUpLeavesTheFilesAlone) {

@@ -1,51 +1,32 @@
-#include <QCheckBox>
-#include <QComboBox>
-#include <QElapsedTimer>
 #include <QFileDialog>
-#include <QLabel>
-#include <QLineEdit>
 #include <QProgressBar>
-#include <QPushButton>
-#include <QTest>
-#include <memory>
 
-#include "dialog_driver.h"
+#include "dialog_fixture.h"
 #include "reference/frmVerwopt.h"
 #include "temp_file.h"
-#include "unnamed_controls.h"
 
 using namespace veldra;
 using namespace veldra_test;
 using veldra::testing_support::file_bytes;
 using veldra::testing_support::TempFolder;
 
-class FrmVerwoptTest : public QObject {
+class FrmVerwoptTest : public DialogFixture<FrmVerwopt> {
     Q_OBJECT
 
  private:
-    FrmVerwopt& open() {
-        dialog_ = std::make_unique<FrmVerwopt>(nullptr, *session_);
-        dialog_->show();
-        if (!QTest::qWaitForWindowActive(dialog_.get())) {
-            qFatal("the dialog does not become the active window");
-        }
-        return *dialog_;
-    }
-    [[nodiscard]] QLineEdit& box(const char* name) const {
-        return control<QLineEdit>(*dialog_, name);
-    }
-    [[nodiscard]] QPushButton& button(const char* name) const {
-        return control<QPushButton>(*dialog_, name);
-    }
-    [[nodiscard]] QString caption(const char* name) const {
-        return button(name).text().remove(QLatin1Char('&'));
-    }
+    FrmVerwopt& open() { return show_dialog(nullptr, *session_); }
+
     void expect_row_message(const MessageBoxes& boxes) const {
         QCOMPARE(boxes.seen.size(), std::size_t{1});
         QCOMPARE(boxes.seen[0].icon, QMessageBox::Warning);
         QCOMPARE(boxes.seen[0].title, QStringLiteral("Transformationsparameter vorgeben"));
         QCOMPARE(boxes.seen[0].text,
                  QString::fromUtf8("Bitte überprüfen Sie die eingebenen Parameter."));
+    }
+    void expect_file_message(const MessageBoxes& boxes) const {
+        QCOMPARE(boxes.seen.size(), std::size_t{1});
+        QCOMPARE(boxes.seen[0].text, text("Datei konnte nicht gefunden werden.\n"
+                                          "Überprüfen Sie, ob der Dateiname richtig ist."));
     }
     /// A boundary file whose reduction reports at least twice on its way.
     [[nodiscard]] std::string large_file() const {
@@ -58,7 +39,6 @@ class FrmVerwoptTest : public QObject {
 
     std::unique_ptr<TempFolder> folder_;
     std::unique_ptr<Session> session_;
-    std::unique_ptr<FrmVerwopt> dialog_;
 
  private Q_SLOTS:
     void init() {
@@ -83,10 +63,10 @@ class FrmVerwoptTest : public QObject {
                  QString::fromUtf8("Verwaltungsgrenzendatei, Datumsübergänge"));
         QVERIFY(dialog_->isModal());
         QCOMPARE(box("txt_grendatei").text(), QString::fromUtf8("grün.dat"));
-        auto& elli = control<QComboBox>(*dialog_, "cbo_gren_elli");
+        auto& elli = combo("cbo_gren_elli");
         QCOMPARE(elli.count(), 5);
         QCOMPARE(elli.currentText(), QStringLiteral("Hayford (internatinal)"));
-        auto& abbi = control<QComboBox>(*dialog_, "cbo_gren_abbi");
+        auto& abbi = combo("cbo_gren_abbi");
         QCOMPARE(abbi.itemText(0), QString::fromUtf8("Gauß-Krüger (3°-Streifen)"));
         QCOMPARE(abbi.currentText(), QStringLiteral("UTM"));
         QCOMPARE(box("txt_gren_tr_3").text(), QStringLiteral("1.0 2.0 3.0 4.0 5.1235"));
@@ -98,8 +78,8 @@ class FrmVerwoptTest : public QObject {
     void ok_stores_everything() {
         open();
         box("txt_grendatei").setText(QStringLiteral("/tmp/andere.dat"));
-        control<QComboBox>(*dialog_, "cbo_gren_elli").setCurrentIndex(4);
-        control<QComboBox>(*dialog_, "cbo_gren_abbi").setCurrentIndex(1);
+        combo("cbo_gren_elli").setCurrentIndex(4);
+        combo("cbo_gren_abbi").setCurrentIndex(1);
         box("txt_gren_tr_1").setText(QStringLiteral("1 2 3 4 5"));
         box("txt_numb_tr_3").setText(QStringLiteral("5,5 4 3 2 1"));
         click(button("cmd_ok"));
@@ -122,15 +102,21 @@ class FrmVerwoptTest : public QObject {
     }
 
     void giving_up_stores_nothing() {
-        for (const bool by_key : {true, false}) {
+        for (const int way : {0, 1, 2, 3}) {
             const Settings before = session_->settings;
             open();
             MessageBoxes boxes;
+            box("txt_gren_tr_2").setText(QStringLiteral("1 1 1 1 1"));
             type(box("txt_gren_tr_1"), "kein Ende");
-            if (by_key) {
+            if (way == 0) {
                 QTest::keyClick(dialog_.get(), Qt::Key_Escape);
-            } else {
+            } else if (way == 1) {
                 click(button("cmd_abbrechen"));
+            } else if (way == 2) {
+                button("cmd_abbrechen").setFocus();
+                QTest::keyClick(&button("cmd_abbrechen"), Qt::Key_Return);
+            } else {
+                dialog_->close();
             }
             QVERIFY(!dialog_->isVisible());
             QVERIFY(session_->settings == before);
@@ -141,10 +127,17 @@ class FrmVerwoptTest : public QObject {
     void a_row_is_shown_with_its_mask_on_enter() {
         open();
         MessageBoxes boxes;
-        type_and_enter(box("txt_gren_tr_1"), "  1  2,5 -3 0.12345 7");
-        QCOMPARE(box("txt_gren_tr_1").text(), QStringLiteral("1.0 2.5 -3.0 0.1235 7.0"));
-        QVERIFY(dialog_->isVisible());
-        QVERIFY(boxes.seen.empty());
+        const std::pair<const char*, const char*> rows[] = {
+            {"  1  2,5 -3 0.12345 7", "1.0 2.5 -3.0 0.1235 7.0"},
+            {"0 0 0 0 0", "0.0 0.0 0.0 0.0 0.0"},
+            {"-1,5 +2.5 .5 4, -0", "-1.5 2.5 0.5 4.0 0.0"},
+            {"70000 -70000 1 2 3", "70000.0 -70000.0 1.0 2.0 3.0"}};  // beyond 16 bits
+        for (const auto& [typed, shown] : rows) {
+            type_and_enter(box("txt_gren_tr_1"), typed);
+            QCOMPARE(box("txt_gren_tr_1").text(), text(shown));
+            QVERIFY(dialog_->isVisible());
+            QVERIFY(boxes.seen.empty());
+        }
     }
 
     void a_row_is_shown_with_its_mask_when_it_is_left() {
@@ -155,12 +148,16 @@ class FrmVerwoptTest : public QObject {
     }
 
     void a_bad_row_is_refused_on_enter() {
-        open();
-        MessageBoxes boxes;
-        type_and_enter(box("txt_numb_tr_1"), "1 2 3 4");
-        expect_row_message(boxes);
-        QTRY_COMPARE(dialog_->focusWidget(), &box("txt_numb_tr_1"));
-        QCOMPARE(box("txt_numb_tr_1").text(), QStringLiteral("1 2 3 4"));
+        const std::string too_long = "0 0 0 0 " + std::string(300, '9');
+        for (const char* wrong : {"", " ", "1 2 3 4", "1 2 3 4 5 6", "1 2 3 4 fünf", "1;2;3;4;5",
+                                  "1 2 3 4 5,5,5", "1 2 3 4 -", "1 2 3 4 1e5", too_long.c_str()}) {
+            open();
+            MessageBoxes boxes;
+            type_and_enter(box("txt_numb_tr_1"), wrong);
+            expect_row_message(boxes);
+            QTRY_COMPARE(dialog_->focusWidget(), &box("txt_numb_tr_1"));
+            QCOMPARE(box("txt_numb_tr_1").text(), text(wrong));
+        }
     }
 
     void a_bad_row_keeps_the_focus_when_it_is_left() {
@@ -188,16 +185,49 @@ class FrmVerwoptTest : public QObject {
     }
 
     void a_missing_file_is_told() {
-        for (const bool by_enter : {true, false}) {
+        const std::string folder_name = folder_->path();
+        const std::string too_long = "/tmp/" + std::string(300, 'x') + ".dat";
+        static_cast<void>(folder_->file("\u0141.dat", "2 A\r\n"));
+        const std::string strange = folder_->path("\u0141.dat");  // not in Windows-1252
+        for (const char* name : {"gibt/es/nicht.dat", "", "0", folder_name.c_str(),
+                                 too_long.c_str(), strange.c_str()}) {
             open();
             MessageBoxes boxes;
-            type(box("txt_grendatei"), "gibt/es/nicht.dat");
-            QTest::keyClick(&box("txt_grendatei"), by_enter ? Qt::Key_Return : Qt::Key_Tab);
-            QCOMPARE(boxes.seen.size(), std::size_t{1});
-            QCOMPARE(boxes.seen[0].text,
-                     QString::fromUtf8("Datei konnte nicht gefunden werden.\n"
-                                       "Überprüfen Sie, ob der Dateiname richtig ist."));
+            button("cmd_gren_opti").setText(QStringLiteral("fertig"));
+            type(box("txt_grendatei"), name);
+            QTest::keyClick(&box("txt_grendatei"), Qt::Key_Return);
+            expect_file_message(boxes);
+            QCOMPARE(caption("cmd_gren_opti"), QStringLiteral("fertig"));
+            QVERIFY(dialog_->isVisible());
         }
+    }
+
+    void a_missing_file_is_told_when_its_box_is_left() {
+        open();
+        MessageBoxes boxes;
+        type(box("txt_grendatei"), "gibt/es/nicht.dat");
+        click(box("txt_gren_tr_1"));
+        expect_file_message(boxes);
+    }
+
+    void blanks_round_a_file_name_do_not_count() {
+        const std::string path = folder_->file("g.dat", "2 A\r\n");
+        open();
+        MessageBoxes boxes;
+        type_and_enter(box("txt_grendatei"), ("  " + path + " ").c_str());
+        QVERIFY(boxes.seen.empty());
+        click(button("cmd_ok"));
+        QCOMPARE(session_->settings.verw_datei, path);
+    }
+
+    void on_the_way_to_another_file_a_missing_one_is_not_told() {
+        open();
+        MessageBoxes boxes;
+        dialog_->choose_file = [] { return QStringLiteral("/daten/grenzen.dat"); };
+        type(box("txt_grendatei"), "gibt/es/nicht.dat");
+        click(button("cmd_grendatei"));
+        QVERIFY(boxes.seen.empty());
+        QCOMPARE(box("txt_grendatei").text(), QStringLiteral("/daten/grenzen.dat"));
     }
 
     void a_missing_file_can_be_stored() {
@@ -225,6 +255,7 @@ class FrmVerwoptTest : public QObject {
     void the_file_dialog_has_title_and_filter() {
         open();
         when_shown<QFileDialog>([](QFileDialog& files) {
+            QCOMPARE(files.objectName(), QStringLiteral("dlg_grendatei"));
             QCOMPARE(files.windowTitle(), QString::fromUtf8("Verwaltungsgrenzendatei wählen"));
             QCOMPARE(files.nameFilters(), QStringList({QStringLiteral("Alle *.dat (*.dat)"),
                                                        QStringLiteral("Alle Dateien (*.*) (*)")}));
@@ -279,17 +310,19 @@ class FrmVerwoptTest : public QObject {
     }
 
     void optimising_can_be_given_up() {
-        for (const bool by_key : {true, false}) {
+        for (const int way : {0, 1, 2}) {
             const std::string path = large_file();
             session_->settings.verw_datei = path;
             open();
             auto& progress = control<QProgressBar>(*dialog_, "pgb_gren_opti");
             connect(&progress, &QProgressBar::valueChanged, this, [&](int value) {
                 if (value > 0) {
-                    if (by_key) {
+                    if (way == 0) {
                         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
-                    } else {
+                    } else if (way == 1) {
                         click(button("cmd_abbrechen"));
+                    } else {
+                        dialog_->close();
                     }
                 }
             });
@@ -302,6 +335,18 @@ class FrmVerwoptTest : public QObject {
             QTest::keyClick(dialog_.get(), Qt::Key_Escape);
             QVERIFY(!dialog_->isVisible());
         }
+    }
+
+    void optimising_again_needs_another_file() {
+        const std::string path = folder_->file("g.dat", "2 A\r\n1 B\r\n1 A\r\n");
+        session_->settings.verw_datei = path;
+        open();
+        click(button("cmd_gren_opti"));
+        QVERIFY(!button("cmd_gren_opti").isEnabled());
+        dialog_->choose_file = [path] { return QString::fromStdString(path); };
+        click(button("cmd_grendatei"));
+        QCOMPARE(caption("cmd_gren_opti"), QStringLiteral("Optimieren"));
+        QVERIFY(button("cmd_gren_opti").isEnabled());
     }
 
     void optimising_a_missing_file_is_told() {
@@ -341,8 +386,8 @@ class FrmVerwoptTest : public QObject {
         click(button("cmd_standard"));
         QVERIFY(boxes.seen.empty());
         QCOMPARE(box("txt_grendatei").text(), QStringLiteral("verwgrenz.dat"));
-        QCOMPARE(control<QComboBox>(*dialog_, "cbo_gren_elli").currentIndex(), 0);
-        QCOMPARE(control<QComboBox>(*dialog_, "cbo_gren_abbi").currentIndex(), 0);
+        QCOMPARE(combo("cbo_gren_elli").currentIndex(), 0);
+        QCOMPARE(combo("cbo_gren_abbi").currentIndex(), 0);
         QCOMPARE(box("txt_gren_tr_1").text(), QStringLiteral("0.0 0.0 0.0 0.0 0.0"));
         QCOMPARE(box("txt_numb_tr_1").text(), QStringLiteral("0.0 0.0 0.0 0.0 0.0"));
         QVERIFY(session_->settings == before);
@@ -350,51 +395,22 @@ class FrmVerwoptTest : public QObject {
         QVERIFY(session_->settings == Settings());
     }
 
-    void every_control_has_a_name_and_mnemonics_differ() {
+    void all_controls_can_be_named_and_reached() {
         open();
-        QCOMPARE(unnamed_controls(*dialog_), QStringList());
-        QStringList letters;
-        const auto take = [&letters](const QString& text) {
-            const qsizetype mark = text.indexOf(QLatin1Char('&'));
-            if (mark >= 0) {
-                letters << text.mid(mark + 1, 1).toUpper();
-            }
-        };
-        for (const QPushButton* one : dialog_->findChildren<QPushButton*>()) {
-            take(one->text());
-        }
-        for (const QLabel* one : dialog_->findChildren<QLabel*>()) {
-            take(one->text());
-        }
-        QCOMPARE(letters.size(), qsizetype{8});
-        QCOMPARE(letters.removeDuplicates(), qsizetype{0});
+        verify_controls_can_be_reached(
+            "txt_grendatei",
+            names({"txt_grendatei", "cmd_grendatei", "cbo_gren_elli", "cbo_gren_abbi",
+                   "cmd_gren_opti", "txt_gren_tr_1", "txt_gren_tr_2", "txt_gren_tr_3",
+                   "txt_numb_tr_1", "txt_numb_tr_2", "txt_numb_tr_3", "cmd_standard", "cmd_ok",
+                   "cmd_abbrechen"}));
     }
 
-    void the_tab_key_goes_from_top_to_bottom() {
-        open();
-        box("txt_gren_tr_1").setFocus();
-        QStringList names;
-        for (int i = 0; i < 9; ++i) {
-            names << QApplication::focusWidget()->objectName();
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        }
-        const auto text = [](const char* name) { return QString::fromUtf8(name); };
-        QCOMPARE(names,
-                 QStringList({text("txt_gren_tr_1"), text("txt_gren_tr_2"), text("txt_gren_tr_3"),
-                              text("txt_numb_tr_1"), text("txt_numb_tr_2"), text("txt_numb_tr_3"),
-                              text("cmd_standard"), text("cmd_ok"), text("cmd_abbrechen")}));
-        QCOMPARE(QApplication::focusWidget(), &box("txt_grendatei"));
+    void captions_have_room_with_large_letters() {
+        verify_room_for_large_letters([this] { open(); });
     }
 
-    void opens_fast() {
-        open();
-        dialog_.reset();
-        QElapsedTimer timer;
-        timer.start();
-        dialog_ = std::make_unique<FrmVerwopt>(nullptr, *session_);
-        dialog_->show();
-        dialog_->grab();
-        QVERIFY2(timer.elapsed() < 100, qPrintable(QString::number(timer.elapsed())));
+    void opens_within_a_tenth_of_a_second() {
+        verify_opens_fast([this] { open(); });
     }
 };
 

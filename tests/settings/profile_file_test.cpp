@@ -155,6 +155,17 @@ TEST(ProfileFileSet, GivesBackWhatWasSet) {
     EXPECT_EQ(file.get("S", "etrs 89"), "value ETRS 89");
 }
 
+TEST(ProfileGivesBack, WhatTheFormatCanHold) {
+    EXPECT_TRUE(profile_gives_back(""));
+    EXPECT_TRUE(profile_gives_back("/daten/gr\xFCn = 1; [x].dat"));
+    EXPECT_TRUE(profile_gives_back(std::string(255, 'x')));
+    for (const std::string& value :
+         {std::string(256, 'x'), std::string(" x"), std::string("x "), std::string("'x'"),
+          std::string("\"x\""), std::string("x\r\ny")}) {
+        EXPECT_FALSE(profile_gives_back(value)) << value;
+    }
+}
+
 TEST(ProfileFileLoad, AnyBytesComeBackAsTheyWere) {
     for (const std::string bytes :
          {"", "\n", "\r\n", "a", "\r", "[S]\nk=1", "[S]\rk\r\n\n\r\n=\n", "[\n]\n[S\n"}) {

@@ -1,4 +1,6 @@
+#include <QCheckBox>
 #include <QDirIterator>
+#include <QLabel>
 #include <QRegularExpression>
 #include <QTextBrowser>
 
@@ -141,6 +143,26 @@ class FrmTorvelHelpTest : public TorvelFixture {
         QVERIFY(!action("m_torvel_hilfe")->isVisible());
         QTest::keyClick(window_.get(), Qt::Key_F1);
         QCOMPARE(shown_page(*window_), text("index"));
+    }
+
+    void program_information_tells_the_date_of_the_version_file() {
+        write("programm/VELDRA.VRS", "[VERSION]\r\nDatum=  21.11.2026 \r\n");
+        start();
+        logo()->accept();
+        QTRY_VERIFY(logo() == nullptr);
+        action("m_hilfe_proginfo")->trigger();
+        QCOMPARE(of_logo<QLabel>("lbl_version")->text(), text("Version erstellt am 21.11.2026"));
+        QVERIFY(!of_logo<QCheckBox>("chk_bestaetigen")->isVisible());
+        QTest::keyClick(logo(), Qt::Key_Return);
+        QTRY_VERIFY(logo() == nullptr);
+    }
+
+    void without_a_version_file_no_version_is_told() {
+        start();
+        logo()->accept();
+        QTRY_VERIFY(logo() == nullptr);
+        action("m_hilfe_proginfo")->trigger();
+        QCOMPARE(of_logo<QLabel>("lbl_version")->text(), QString());
     }
 
     void the_file_of_news_opens_in_the_viewer() {

@@ -1,16 +1,21 @@
 #include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QProgressBar>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTemporaryDir>
 #include <QTest>
 #include <cmath>
 #include <memory>
 
 #include "dialog_driver.h"
+#include "dialog_keys.h"
 #include "drawing/pipeline.h"
 #include "recording_interface.h"
 #include "reference/frmVerwopt.h"
@@ -47,6 +52,35 @@ class FrmTorvelSideDialogsTest : public QObject {
     }
     [[nodiscard]] WindowState& state() const { return session_->window; }
 
+    void start() {
+        window_.reset();
+        session_ = std::make_unique<Session>();
+        const SystemFolders folders{system_path(path("dokumente")), system_path(path("windows")),
+                                    system_path(path("programm"))};
+        window_ = std::make_unique<FrmTorvel>(*session_, folders, "", 10);
+        window_->load();
+        window_->findChild<FrmLogo*>(text("frmLogo"))->accept();
+    }
+
+    /// Leaves the program and starts it again with the same file.
+    void leave_and_start_again() {
+        window_->close();
+        start();
+        open_file();
+    }
+
+    QDialog& open_dialog(const char* entry, const char* name) {
+        action(entry).trigger();
+        return control<QDialog>(*window_, name);
+    }
+
+    /// Lines of the profile, without their ends.
+    [[nodiscard]] QList<QByteArray> profile_lines() const {
+        QFile file(path("dokumente/Kelvara/VELDRA.INI"));
+        return file.open(QIODevice::ReadOnly) ? file.readAll().replace("\r\n", "\n").split('\n')
+                                              : QList<QByteArray>();
+    }
+
     void open_file() {
         window_->choose_file = [this] { return path("ve_netz.dat"); };
         action("m_datei_beliebig").trigger();
@@ -67,12 +101,7 @@ class FrmTorvelSideDialogsTest : public QObject {
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write(network);
         file.close();
-        session_ = std::make_unique<Session>();
-        const SystemFolders folders{system_path(path("dokumente")), system_path(path("windows")),
-                                    system_path(path("programm"))};
-        window_ = std::make_unique<FrmTorvel>(*session_, folders, "", 10);
-        window_->load();
-        window_->findChild<FrmLogo*>(text("frmLogo"))->accept();
+        start();
     }
 
     void cleanup() {
@@ -175,6 +204,110 @@ class FrmTorvelSideDialogsTest : public QObject {
         QCOMPARE(session_->titel[0].getTitelText(), std::string("Lagenetz"));
         QVERIFY(session_->window.caption != "alt");  // drawing sets the caption
         QTRY_VERIFY(window_->findChild<FrmLegende*>(text("frmLegende")) == nullptr);
+    }
+
+    void legend_fonts_stand_in_the_profile_in_their_masks() {
+        open_file();
+        QDialog& legend = open_dialog("m_optionen_legende", "frmLegende");
+        dynamic_cast<FrmLegende&>(legend).choose_font = [](QWidget*, const QString&,
+                                                           const FontSpec&, bool) {
+            return std::optional<FontSpec>({"Courier", 12, -1, 0, -1});
+        };
+        click(control<QPushButton>(legend, "cmd_schrift_2"));
+        type_and_enter(control<QLineEdit>(legend, "txt_schrift_1"), "2,5");  // 4.2 mm are kept
+        click(control<QPushButton>(legend, "cmd_ok"));
+        leave_and_start_again();
+        const QList<QByteArray> lines = profile_lines();
+        for (const char* line :
+             {"TitelSize_1=4.2", "TitelSize_2=3.0", "TitelFont_1=Arial", "TitelFont_2=Courier",
+              "TitelBold_1=False", "TitelBold_2=True", "TitelItal_2=False", "TitelUndr_2=True"}) {
+            QVERIFY2(lines.contains(QByteArray(line)), line);
+        }
+        QCOMPARE(session_->titel[1].getTitelFont(), std::string("Courier"));
+        QDialog& again = open_dialog("m_optionen_legende", "frmLegende");
+        QCOMPARE(control<QLineEdit>(again, "txt_schrift_1").text(), text("2.5"));
+    }
+
+    void legend_texts_and_place_stand_in_the_file() {
+        open_file();
+        QDialog& legend = open_dialog("m_optionen_legende", "frmLegende");
+        type(control<QLineEdit>(legend, "txt_legende_1"), "Höhennetz");
+        click_mark(control<QCheckBox>(legend, "chk_standard_3"));
+        type(control<QLineEdit>(legend, "txt_legende_3"), "Dritte");
+        click_mark(control<QRadioButton>(legend, "opt_posi_1"));
+        click(control<QPushButton>(legend, "cmd_ok"));
+        leave_and_start_again();
+        QDialog& again = open_dialog("m_optionen_legende", "frmLegende");
+        QCOMPARE(control<QLineEdit>(again, "txt_legende_1").text(), text("Höhennetz"));
+        QCOMPARE(control<QLineEdit>(again, "txt_legende_3").text(), text("Dritte"));
+        QVERIFY(!control<QCheckBox>(again, "chk_standard_3").isChecked());
+        QVERIFY(control<QCheckBox>(again, "chk_standard_4").isChecked());
+        QVERIFY(control<QRadioButton>(again, "opt_posi_1").isChecked());
+    }
+
+    void boundaries_and_transitions_stand_in_the_profile_in_their_masks() {
+        open_file();
+        QDialog& options = open_dialog("m_optionen_grenzen", "frmVerwopt");
+        type(control<QLineEdit>(options, "txt_grendatei"), "/daten/grün.dat");
+        QTest::keyClick(&control<QComboBox>(options, "cbo_gren_elli"), Qt::Key_Down);
+        QTest::keyClick(&control<QComboBox>(options, "cbo_gren_abbi"), Qt::Key_Down);
+        const MessageBoxes boxes;  // tells that the file is missing
+        type_and_enter(control<QLineEdit>(options, "txt_gren_tr_1"), "1 2,5 -3 0.12345 70000");
+        type_and_enter(control<QLineEdit>(options, "txt_numb_tr_3"), "0 0 0 0 1");
+        click(control<QPushButton>(options, "cmd_ok"));
+        leave_and_start_again();
+        const QList<QByteArray> lines = profile_lines();
+        for (const char* line : {"Datei=/daten/gr\xFCn.dat", "Ellipsoid=2", "Abbildung=2",
+                                 "DHDN=1.0 2.5 -3.0 0.1235 70000.0", "DHDN=0.0 0.0 0.0 0.0 0.0",
+                                 "Andere=0.0 0.0 0.0 0.0 0.0", "Andere=0.0 0.0 0.0 0.0 1.0"}) {
+            QVERIFY2(lines.contains(QByteArray(line)), line);
+        }
+        QDialog& again = open_dialog("m_optionen_grenzen", "frmVerwopt");
+        QCOMPARE(control<QLineEdit>(again, "txt_grendatei").text(), text("/daten/grün.dat"));
+        QCOMPARE(control<QComboBox>(again, "cbo_gren_elli").currentIndex(), 1);
+        QCOMPARE(control<QComboBox>(again, "cbo_gren_abbi").currentText(), text("UTM"));
+        QCOMPARE(control<QLineEdit>(again, "txt_gren_tr_1").text(),
+                 text("1.0 2.5 -3.0 0.1235 70000.0"));
+        QCOMPARE(control<QLineEdit>(again, "txt_numb_tr_3").text(), text("0.0 0.0 0.0 0.0 1.0"));
+    }
+
+    void the_system_may_end_the_program_while_boundaries_are_reduced() {
+        QFile boundaries(path("grenzen.dat"));
+        QVERIFY(boundaries.open(QIODevice::WriteOnly));
+        for (int i = 0; i < 200000; ++i) {
+            boundaries.write("1 " + QByteArray::number(i) + "\r\n");
+        }
+        boundaries.close();
+        open_file();
+        QDialog& options = open_dialog("m_optionen_grenzen", "frmVerwopt");
+        control<QLineEdit>(options, "txt_grendatei").setText(path("grenzen.dat"));
+        bool ended = false;
+        connect(&control<QProgressBar>(options, "pgb_gren_opti"), &QProgressBar::valueChanged, this,
+                [&](int value) {
+                    if (value > 0 && !ended) {
+                        ended = true;
+                        window_->end_by_system();
+                    }
+                });
+        click(control<QPushButton>(options, "cmd_gren_opti"));
+        QVERIFY(ended);
+        QTRY_VERIFY(!window_->isVisible());
+        QVERIFY(!QFile::exists(path("grenzen.dat_neu")));
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(window_->findChild<QDialog*>(text("frmVerwopt")) == nullptr);
+        QCOMPARE(session_->datei_geladen, std::int16_t{0});  // written and closed
+    }
+
+    void the_system_may_end_the_program_behind_a_message() {
+        open_file();
+        QDialog& options = open_dialog("m_optionen_grenzen", "frmVerwopt");
+        auto& row = control<QLineEdit>(options, "txt_gren_tr_1");
+        when_shown<QMessageBox>([this](QMessageBox&) { window_->end_by_system(); });
+        type_and_enter(row, "keine Zahlen");
+        QTRY_VERIFY(!window_->isVisible());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(window_->findChild<QDialog*>(text("frmVerwopt")) == nullptr);
+        QCOMPARE(session_->datei_geladen, std::int16_t{0});
     }
 
     void new_boundaries_draw_the_picture_anew() {

@@ -1,52 +1,27 @@
-#include <QCheckBox>
-#include <QElapsedTimer>
 #include <QFontDialog>
-#include <QLabel>
-#include <QLineEdit>
 #include <QListView>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QTest>
-#include <memory>
 
-#include "dialog_driver.h"
+#include "dialog_fixture.h"
 #include "scripted_printer.h"
 #include "settings/defaults.h"
-#include "unnamed_controls.h"
 #include "view/frmLegende.h"
 
 using namespace veldra;
 using namespace veldra_test;
 
-class FrmLegendeTest : public QObject {
+class FrmLegendeTest : public DialogFixture<FrmLegende> {
     Q_OBJECT
 
  private:
     FrmLegende& open(Printer* printer = nullptr) {
-        dialog_ = std::make_unique<FrmLegende>(nullptr, *session_, printer);
-        dialog_->show();
-        if (!QTest::qWaitForWindowActive(dialog_.get())) {
-            qFatal("the dialog does not become the active window");
-        }
-        return *dialog_;
-    }
-    [[nodiscard]] QLineEdit& box(const char* name) const {
-        return control<QLineEdit>(*dialog_, name);
-    }
-    [[nodiscard]] QCheckBox& check(const char* name) const {
-        return control<QCheckBox>(*dialog_, name);
+        return show_dialog(nullptr, *session_, printer);
     }
     [[nodiscard]] const Titelzeile& title(std::size_t line) const {
         return session_->titel[line - 1];
     }
-    void press_ok() const { click(control<QPushButton>(*dialog_, "cmd_ok")); }
-    /// Clicks where a check box or radio button has its mark.
-    static void tick(QWidget& button) {
-        QTest::mouseClick(&button, Qt::LeftButton, {}, QPoint(8, button.height() / 2));
-    }
+    void press_ok() const { click(button("cmd_ok")); }
 
     std::unique_ptr<Session> session_;
-    std::unique_ptr<FrmLegende> dialog_;
 
  private Q_SLOTS:
     void init() {
@@ -68,9 +43,6 @@ class FrmLegendeTest : public QObject {
         QCOMPARE(dialog_->objectName(), QStringLiteral("frmLegende"));
         QCOMPARE(dialog_->windowTitle(), QStringLiteral("Legende"));
         QVERIFY(dialog_->isModal());
-        const auto caption = [this](const char* name) {
-            return control<QLabel>(*dialog_, name).text().remove(QLatin1Char('&'));
-        };
         QCOMPARE(caption("lbl_text_1"), QString::fromUtf8("Zeile 1 (für ganze Graphikdatei):"));
         for (int line = 2; line <= 4; ++line) {
             QCOMPARE(caption(qPrintable(QStringLiteral("lbl_text_%1").arg(line))),
@@ -81,16 +53,14 @@ class FrmLegendeTest : public QObject {
         QVERIFY(dialog_->findChild<QCheckBox*>(QStringLiteral("chk_standard_1")) == nullptr);
         const char* const places[] = {"links oben", "links unten", "rechts oben", "rechts unten"};
         for (int i = 1; i <= 4; ++i) {
-            auto& button =
-                control<QRadioButton>(*dialog_, qPrintable(QStringLiteral("opt_posi_%1").arg(i)));
-            QCOMPARE(button.text().remove(QLatin1Char('&')), QString::fromUtf8(places[i - 1]));
-            QCOMPARE(caption(qPrintable(QStringLiteral("lbl_einheit_%1").arg(i))),
-                     QString::fromUtf8("mm (genähert)"));
-            QCOMPARE(
-                control<QPushButton>(*dialog_, qPrintable(QStringLiteral("cmd_schrift_%1").arg(i)))
-                    .text(),
-                QStringLiteral("Schrift"));
+            const auto of_line = [&](const char* name) {
+                return caption(qPrintable(text(name) + QString::number(i)));
+            };
+            QCOMPARE(of_line("opt_posi_"), text(places[i - 1]));
+            QCOMPARE(of_line("lbl_einheit_"), text("mm (genähert)"));
+            QCOMPARE(of_line("cmd_schrift_"), text("Schrift"));
         }
+        QCOMPARE(caption("fra_posi"), text("Position"));
     }
 
     void shows_own_and_standard_texts() {
@@ -107,7 +77,7 @@ class FrmLegendeTest : public QObject {
 
     void the_standard_text_is_stored_empty() {
         open();
-        tick(check("chk_standard_2"));
+        click_mark(check("chk_standard_2"));
         QCOMPARE(box("txt_legende_2").text(), QString::fromUtf8("(entfällt)"));
         QVERIFY(!box("txt_legende_2").isEnabled());
         press_ok();
@@ -120,11 +90,11 @@ class FrmLegendeTest : public QObject {
 
     void switching_the_standard_text_off_brings_back_ones_own() {
         open();
-        tick(check("chk_standard_2"));
-        tick(check("chk_standard_2"));
+        click_mark(check("chk_standard_2"));
+        click_mark(check("chk_standard_2"));
         QCOMPARE(box("txt_legende_2").text(), QStringLiteral("Zweite"));
         QCOMPARE(QApplication::focusWidget(), &box("txt_legende_2"));
-        tick(check("chk_standard_4"));  // never had one: the standard text is where it begins
+        click_mark(check("chk_standard_4"));  // never had one: the standard text is where it begins
         QCOMPARE(box("txt_legende_4").text(), QStringLiteral("Grundriss 1: 1000"));
         QVERIFY(box("txt_legende_4").isEnabled());
         QTest::keyClicks(&box("txt_legende_4"), QStringLiteral("Plan"));
@@ -136,7 +106,7 @@ class FrmLegendeTest : public QObject {
     void line_2_without_a_text_of_its_own_begins_empty() {
         session_->titel[1].setTitelText("");
         open();
-        tick(check("chk_standard_2"));
+        click_mark(check("chk_standard_2"));
         QCOMPARE(box("txt_legende_2").text(), QString());
     }
 
@@ -147,7 +117,7 @@ class FrmLegendeTest : public QObject {
             open();
             type(box("txt_legende_1"), "");
             box("txt_legende_1").insert(QString::fromUtf8("  Grünes Netz "));
-            tick(control<QWidget>(*dialog_, "opt_posi_3"));
+            click_mark(option("opt_posi_3"));
             if (way == 0) {
                 QTest::keyClick(&box("txt_legende_1"), Qt::Key_Return);
             } else if (way == 1) {
@@ -290,49 +260,32 @@ class FrmLegendeTest : public QObject {
         QVERIFY(!toolkit_face_chooser()(nullptr, QString(), {"Arial", 9, 0, 0, 0}, true));
     }
 
-    void the_tab_key_goes_line_by_line() {
+    void all_controls_can_be_named_and_reached() {
         open();
-        QStringList names;
-        for (int i = 0; i < 8; ++i) {
-            names << QApplication::focusWidget()->objectName();
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        }
-        const auto text = [](const char* name) { return QString::fromUtf8(name); };
-        QCOMPARE(names,
-                 QStringList({text("txt_legende_1"), text("cmd_schrift_1"), text("txt_schrift_1"),
-                              text("txt_legende_2"), text("chk_standard_2"), text("cmd_schrift_2"),
-                              text("txt_schrift_2"), text("chk_standard_3")}));
+        verify_controls_can_be_reached(
+            "txt_legende_1",
+            names({"txt_legende_1", "cmd_schrift_1", "txt_schrift_1", "txt_legende_2",
+                   "chk_standard_2", "cmd_schrift_2", "txt_schrift_2", "chk_standard_3",
+                   "cmd_schrift_3", "txt_schrift_3", "chk_standard_4", "cmd_schrift_4",
+                   "txt_schrift_4", "opt_posi_4", "cmd_ok"}));
     }
 
-    void every_control_has_a_name_and_mnemonics_differ() {
+    void the_tab_key_comes_to_the_chosen_position() {
         open();
-        QCOMPARE(unnamed_controls(*dialog_), QStringList());
-        QStringList letters;
-        const auto take = [&letters](const QString& caption) {
-            const qsizetype mark = caption.indexOf(QLatin1Char('&'));
-            if (mark >= 0) {
-                letters << caption.mid(mark + 1, 1).toUpper();
-            }
-        };
-        for (const QAbstractButton* one : dialog_->findChildren<QAbstractButton*>()) {
-            take(one->text());
-        }
-        for (const QLabel* one : dialog_->findChildren<QLabel*>()) {
-            take(one->text());
-        }
-        QCOMPARE(letters.size(), qsizetype{9});
-        QCOMPARE(letters.removeDuplicates(), qsizetype{0});
+        click_mark(option("opt_posi_2"));
+        box("txt_schrift_4").setFocus();
+        QTest::keyClick(&box("txt_schrift_4"), Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), &option("opt_posi_2"));
+        QTest::keyClick(&option("opt_posi_2"), Qt::Key_Right);
+        QVERIFY(option("opt_posi_4").isChecked());
     }
 
-    void opens_fast() {
-        open();
-        dialog_.reset();
-        QElapsedTimer timer;
-        timer.start();
-        dialog_ = std::make_unique<FrmLegende>(nullptr, *session_, nullptr);
-        dialog_->show();
-        dialog_->grab();
-        QVERIFY2(timer.elapsed() < 100, qPrintable(QString::number(timer.elapsed())));
+    void captions_have_room_with_large_letters() {
+        verify_room_for_large_letters([this] { open(); });
+    }
+
+    void opens_within_a_tenth_of_a_second() {
+        verify_opens_fast([this] { open(); });
     }
 };
 

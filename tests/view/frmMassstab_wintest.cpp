@@ -190,6 +190,19 @@ class FrmMassstabTest : public QObject {
         QCOMPARE(in_middle_row(picture("picVektorHöhe"), ap_colour), 0);
     }
 
+    void long_names_do_not_widen_it_and_can_be_read_whole() {
+        session_.obj.obj_wert_lage = 1;
+        open();
+        const int width = dialog_->width();
+        session_.max_np[1] = {2, 0, 0, std::string(120, 'W'), "1998"};
+        dialog_->refresh();
+        QApplication::processEvents();
+        QCOMPARE(dialog_->width(), width);
+        QCOMPARE(control<QLabel>(*dialog_, "lblBeiNPLage").toolTip(),
+                 QStringLiteral("bei: ") + QString(120, QLatin1Char('W')) +
+                     QStringLiteral(", Epoche: 1998"));
+    }
+
     void ellipses_have_new_points_only() {
         session_.obj.obj_wert_lage = 3;
         session_.max_ap[3].wert = 5;  // never of a file

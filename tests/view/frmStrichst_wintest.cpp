@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "dialog_driver.h"
+#include "dialog_keys.h"
 #include "platform/qt/sample_picture.h"
 #include "settings/settings.h"
 #include "unnamed_controls.h"
@@ -141,6 +142,34 @@ class FrmStrichstTest : public QObject {
         QCOMPARE(framed(dialog), QList<int>());
         click(control<QPushButton>(dialog, "cmd_ok"));
         QCOMPARE(choice.strich_wert, std::int16_t{9});
+    }
+
+    void the_tab_key_goes_from_width_to_width_to_the_buttons() {
+        LineWidthChoice choice{2, 1, 0};
+        FrmStrichst dialog(nullptr, choice, QString());
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        picture(dialog, 0).setFocus();
+        QStringList names;
+        for (int i = 0; i < 7; ++i) {
+            names << QStringLiteral("pic_strichst_%1").arg(i);
+        }
+        names << QStringLiteral("cmd_ok") << QStringLiteral("cmd_abbrechen");
+        QCOMPARE(tab_chain(dialog), names);
+        QCOMPARE(shared_mnemonics(dialog), QStringList());
+    }
+
+    void return_on_abbrechen_leaves_the_width() {
+        LineWidthChoice choice{2, 1, 0};
+        FrmStrichst dialog(nullptr, choice, QString());
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        click(picture(dialog, 5));
+        auto& abbrechen = control<QPushButton>(dialog, "cmd_abbrechen");
+        abbrechen.setFocus();
+        QTest::keyClick(&abbrechen, Qt::Key_Return);
+        QVERIFY(!dialog.isVisible());
+        QCOMPARE(choice.strich_wert, std::int16_t{2});
     }
 
     void every_control_has_a_name() {

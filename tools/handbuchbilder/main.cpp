@@ -1,4 +1,5 @@
 // Draws the pictures of the handbook: handbuchbilder BEISPIELE ORDNER
+// They are as large as the scale factor of the screen makes them (QT_SCALE_FACTOR).
 #include <QApplication>
 #include <QDialog>
 #include <QDir>
@@ -29,7 +30,7 @@ using namespace veldra;
 namespace {
 
 constexpr QSize window_size(760, 580);
-constexpr int widest_picture = 760;  // pixels that a page of the handbook has room for
+constexpr int widest_picture = 760;  // logical pixels that a page of the handbook has room for
 
 /// Nothing is printed here.
 class NoPrintDialog final : public PrintDialog {
@@ -183,8 +184,9 @@ class Photographer {
         settle();
         make_room(shown);
         QImage picture = shown.grab().toImage();
-        if (picture.width() > widest_picture) {
-            picture = picture.scaledToWidth(widest_picture, Qt::SmoothTransformation);
+        const int widest = qRound(widest_picture * picture.devicePixelRatio());
+        if (picture.width() > widest) {
+            picture = picture.scaledToWidth(widest, Qt::SmoothTransformation);
         }
         write_picture(picture,
                       target_.filePath(QString::fromLatin1(file) + QStringLiteral(".png")));
@@ -226,6 +228,7 @@ int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("VELDRA"));
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setCursorFlashTime(0);  // two runs give the same pictures
     QTranslator german;
     if (german.load(QStringLiteral("qtbase_de"),
                     QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {

@@ -65,6 +65,7 @@ PdfPrinter::PdfPrinter(AskFileName ask_file_name, double resolution)
       pixel_(millimetres_per_inch / resolution),
       fonts_(std::make_shared<FontBook>()),
       measurer_(fonts_) {
+    colour_mode_ = print_colour;
     forget_paper();
 }
 
@@ -83,8 +84,8 @@ void PdfPrinter::assign(std::int32_t index) {
     if (index != 0) {
         refuse_index();
     }
-    orientation_ = 1;
-    colour_mode_ = 2;
+    orientation_ = hochformat;
+    colour_mode_ = print_colour;
     forget_paper();
 }
 
@@ -98,7 +99,7 @@ void PdfPrinter::forget_paper() {
 }
 
 void PdfPrinter::set_Orientation(std::int16_t orientation) {
-    if (orientation == 1 || orientation == 2) {
+    if (orientation == hochformat || orientation == querformat) {
         orientation_ = orientation;
     }
 }
@@ -162,23 +163,17 @@ float PdfPrinter::ScaleHeight(std::int16_t scale_mode) {
 }
 
 void PdfPrinter::set_ColorMode(std::int16_t mode) {
-    if (mode == 1 || mode == 2) {
+    if (mode == print_monochrome || mode == print_colour) {
         colour_mode_ = mode;
     }
 }
 
 double PdfPrinter::TextWidth(std::string_view text, const FontSpec& font) {
-    return guarded([&] {
-        return measure_text(measurer_.face_metrics(font), font.points, text).width /
-               twips_per_millimetre;
-    });
+    return guarded([&] { return SinglePrinter::TextWidth(text, font); });
 }
 
 double PdfPrinter::TextHeight(std::string_view text, const FontSpec& font) {
-    return guarded([&] {
-        return measure_text(measurer_.face_metrics(font), font.points, text).height /
-               twips_per_millimetre;
-    });
+    return guarded([&] { return SinglePrinter::TextHeight(text, font); });
 }
 
 bool PdfPrinter::begin_job(const JobTitle& title) {

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "platform/pdf/font_book.h"
-#include "plot/printer.h"
+#include "plot/single_printer.h"
 
 namespace veldra {
 
@@ -24,7 +24,7 @@ struct PdfPaper;
 ///
 /// A file is written when its document ends, as a whole: until then, and when anything fails, the
 /// file that was there stays. Failures throw PrinterError with the file's path and the reason.
-class PdfPrinter final : public Printer {
+class PdfPrinter final : public SinglePrinter {
  public:
     /// Path of the file of the next document; none if the user does not want one after all.
     using AskFileName = std::function<std::optional<std::string>()>;
@@ -36,16 +36,13 @@ class PdfPrinter final : public Printer {
     PdfPrinter(const PdfPrinter&) = delete;
     PdfPrinter& operator=(const PdfPrinter&) = delete;
 
-    [[nodiscard]] std::int32_t Count() override { return 1; }
     [[nodiscard]] std::string DeviceName(std::int32_t index) override;
     void assign(std::int32_t index) override;
 
     [[nodiscard]] std::string DeviceName() override;
-    [[nodiscard]] std::int16_t Orientation() override { return orientation_; }
     void set_Orientation(std::int16_t orientation) override;
     [[nodiscard]] std::int16_t PaperSize() override { return paper_; }
     void set_PaperSize(std::int16_t code) override;
-    [[nodiscard]] std::int16_t PaperBin() override { return bin_; }
     void set_PaperBin(std::int16_t code) override { bin_ = code; }
     [[nodiscard]] float Width() override;
     void set_Width(float twips) override;
@@ -53,13 +50,10 @@ class PdfPrinter final : public Printer {
     void set_Height(float twips) override;
     [[nodiscard]] float ScaleWidth(std::int16_t scale_mode) override;
     [[nodiscard]] float ScaleHeight(std::int16_t scale_mode) override;
-    [[nodiscard]] std::int16_t ColorMode() override { return colour_mode_; }
     void set_ColorMode(std::int16_t mode) override;
     /// Sets the printable area, in the middle of the paper, millimetres as it lies now. What is
     /// left free on each side stays the same when the paper changes.
     void set_printable_area(double width, double height);
-    void set_Copies(std::int16_t /*copies*/) override {}
-    void set_TrackDefault(bool /*track*/) override {}
 
     [[nodiscard]] double TextWidth(std::string_view text, const FontSpec& font) override;
     [[nodiscard]] double TextHeight(std::string_view text, const FontSpec& font) override;
@@ -76,7 +70,6 @@ class PdfPrinter final : public Printer {
  private:
     static constexpr double usual_margin = 5;
 
-    [[nodiscard]] bool lying() const { return orientation_ == 2; }
     /// The paper as it lies.
     [[nodiscard]] PdfPaper sheet() const;
     void forget_paper();
@@ -89,10 +82,7 @@ class PdfPrinter final : public Printer {
     std::shared_ptr<FontBook> fonts_;
     FontconfigMeasurer measurer_;
 
-    std::int16_t orientation_ = 1;
     std::int16_t paper_ = 0;
-    std::int16_t bin_ = 0;
-    std::int16_t colour_mode_ = 2;
     double upright_width_ = 0;  ///< mm
     double upright_height_ = 0;
     // What cannot be printed on at each side of the upright paper, mm.

@@ -34,9 +34,7 @@ QCheckBox* make_check_box(const QString& name, const QString& caption,
 
 QPushButton* make_button(const QString& name, const QString& caption,
                          const QString& accessible_name, QWidget* parent) {
-    auto* button = make_named<QPushButton>(name, caption, accessible_name, parent);
-    button->setAutoDefault(false);
-    return button;
+    return make_named<QPushButton>(name, caption, accessible_name, parent);
 }
 
 QLineEdit* make_number_edit(const QString& name, const QString& accessible_name, int letters,

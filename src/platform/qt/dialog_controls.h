@@ -26,7 +26,7 @@ namespace veldra {
 /// A label that leads to a control.
 [[nodiscard]] QLabel* make_buddy(const QString& name, const QString& text, QWidget* control,
                                  QWidget* parent);
-/// A button that is not the one that Return presses.
+/// A button that Return presses while it has the focus.
 [[nodiscard]] QPushButton* make_button(const QString& name, const QString& caption,
                                        const QString& accessible_name, QWidget* parent);
 
@@ -34,7 +34,8 @@ namespace veldra {
 /// others.
 void lead_tab_to_checked(std::initializer_list<QRadioButton*> group);
 
-/// The two buttons at the end of a dialog: `cmd_ok`, which Return presses, and `cmd_abbrechen`.
+/// The two buttons at the end of a dialog: `cmd_ok`, which Return presses from elsewhere, and
+/// `cmd_abbrechen`.
 struct EndButtons {
     QPushButton* cmd_ok = nullptr;
     QPushButton* cmd_abbrechen = nullptr;

@@ -2,6 +2,7 @@
 
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QPointer>
 #include <utility>
 
 namespace veldra {
@@ -20,17 +21,25 @@ void EntryBox::take_over() {
     if (busy_) {
         return;
     }
+    // A message box lets the end of the program in, and with it that of the box and of this.
+    const QPointer<EntryBox> self(this);
+    const Commit commit = commit_;
     busy_ = true;
-    commit_();
-    busy_ = false;
+    commit();
+    if (self) {
+        busy_ = false;
+    }
 }
 
 bool EntryBox::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            const QPointer<EntryBox> self(this);
             take_over();
-            edit_.selectAll();
+            if (self) {
+                edit_.selectAll();
+            }
             return true;  // not for the default button
         }
     } else if (event->type() == QEvent::FocusIn) {
@@ -40,7 +49,11 @@ bool EntryBox::eventFilter(QObject* watched, QEvent* event) {
         const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
         if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&
             !leaves_unread_()) {
+            const QPointer<EntryBox> self(this);
             take_over();
+            if (!self) {
+                return true;  // the box that lost the focus is gone
+            }
         }
     }
     return QObject::eventFilter(watched, event);

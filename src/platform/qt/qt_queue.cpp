@@ -13,7 +13,6 @@
 #include "platform/qt/qt_font.h"
 #include "platform/qt/qt_user_interface.h"
 #include "plot/paper_codes.h"
-#include "plot/printer_adapters.h"
 
 namespace veldra {
 
@@ -111,13 +110,13 @@ void QtQueue::forget_settings() {
     }
     bin_ = bin_as_set;
     colour_mode_ =
-        info_.defaultColorMode() == QPrinter::Color ? printer_colour : printer_monochrome;
+        info_.defaultColorMode() == QPrinter::Color ? print_colour : print_monochrome;
     sheet_.reset();
 }
 
 void QtQueue::set_Orientation(std::int16_t orientation) {
     require_reachable();
-    if (orientation == 1 || orientation == querformat) {
+    if (orientation == hochformat || orientation == querformat) {
         orientation_ = orientation;
         sheet_.reset();
     }
@@ -159,14 +158,14 @@ void QtQueue::set_PaperBin(std::int16_t code) {
 
 void QtQueue::set_ColorMode(std::int16_t mode) {
     const bool has_colour = info_.supportedColorModes().contains(QPrinter::Color);
-    colour_mode_ = mode == printer_colour && has_colour ? printer_colour : printer_monochrome;
+    colour_mode_ = mode == print_colour && has_colour ? print_colour : print_monochrome;
 }
 
 /// Takes a size as the paper lies; the paper itself is stored upright.
-void QtQueue::set_user_size(const QSizeF& lying) {
+void QtQueue::set_user_size(const QSizeF& as_it_lies) {
     constexpr double smallest = 10;
     constexpr double largest = 5080;  // beyond, documents need another unit
-    const QSizeF upright = orientation_ == querformat ? lying.transposed() : lying;
+    const QSizeF upright = lying() ? as_it_lies.transposed() : as_it_lies;
     paper_ = user_paper({std::clamp(upright.width(), smallest, largest),
                          std::clamp(upright.height(), smallest, largest)});
     sheet_.reset();
@@ -193,8 +192,7 @@ void QtQueue::set_Height(float twips) {
 }
 
 QPageLayout QtQueue::layout() const {
-    QPageLayout layout(
-        paper_, orientation_ == querformat ? QPageLayout::Landscape : QPageLayout::Portrait, {});
+    QPageLayout layout(paper_, lying() ? QPageLayout::Landscape : QPageLayout::Portrait, {});
     layout.setMode(QPageLayout::FullPageMode);
     return layout;
 }
@@ -203,7 +201,7 @@ std::unique_ptr<QPrinter> QtQueue::make_printer() const {
     auto printer = std::make_unique<QPrinter>(info_, QPrinter::HighResolution);
     printer->setFullPage(true);
     printer->setPageSize(paper_);
-    printer->setColorMode(colour_mode_ == printer_colour ? QPrinter::Color : QPrinter::GrayScale);
+    printer->setColorMode(colour_mode_ == print_colour ? QPrinter::Color : QPrinter::GrayScale);
     printer->setCopyCount(1);
     return printer;
 }
@@ -215,7 +213,7 @@ const QtQueue::Sheet& QtQueue::sheet() {
         const QMarginsF points = make_printer()->pageLayout().minimumMargins();
         QMarginsF margins = points * millimetres_per_point;
         QSizeF paper = paper_.size(QPageSize::Millimeter);
-        if (orientation_ == querformat) {
+        if (lying()) {
             const double across = std::max(margins.top(), margins.bottom());
             const double along = std::max(margins.left(), margins.right());
             margins = {across, along, across, along};
@@ -236,14 +234,6 @@ float QtQueue::ScaleHeight(std::int16_t scale_mode) {
     const Sheet& known = sheet();
     const double height = known.paper.height() - known.margins.top() - known.margins.bottom();
     return static_cast<float>(scale_mode == scale_twips ? height * twips_per_millimetre : height);
-}
-
-double QtQueue::TextWidth(std::string_view text, const FontSpec& font) {
-    return printed_size(measurer_.face_metrics(font), font.points, text).width;
-}
-
-double QtQueue::TextHeight(std::string_view text, const FontSpec& font) {
-    return printed_size(measurer_.face_metrics(font), font.points, text).height;
 }
 
 /// Pens are as wide as those of the built-in device unless the queue tells its resolution. The

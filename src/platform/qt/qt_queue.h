@@ -11,27 +11,24 @@
 #include <string>
 
 #include "platform/qt/painter_target.h"
-#include "plot/printer.h"
+#include "plot/single_printer.h"
 
 namespace veldra {
 
 /// One queue of the system's print service as the only printer of a collection. Its papers,
 /// margins and colour are those that the toolkit knows of it. Jobs are sent with the request not to
 /// scale them.
-class QtQueue final : public Printer {
+class QtQueue final : public SinglePrinter {
  public:
     QtQueue(const QString& name, TextMeasurer& measurer);
 
-    [[nodiscard]] std::int32_t Count() override { return 1; }
     [[nodiscard]] std::string DeviceName(std::int32_t /*index*/) override { return DeviceName(); }
     void assign(std::int32_t /*index*/) override {}
 
     [[nodiscard]] std::string DeviceName() override { return name_.toStdString(); }
-    [[nodiscard]] std::int16_t Orientation() override { return orientation_; }
     void set_Orientation(std::int16_t orientation) override;
     [[nodiscard]] std::int16_t PaperSize() override;
     void set_PaperSize(std::int16_t code) override;
-    [[nodiscard]] std::int16_t PaperBin() override { return bin_; }
     void set_PaperBin(std::int16_t code) override;
     [[nodiscard]] float Width() override;
     void set_Width(float twips) override;
@@ -39,13 +36,7 @@ class QtQueue final : public Printer {
     void set_Height(float twips) override;
     [[nodiscard]] float ScaleWidth(std::int16_t scale_mode) override;
     [[nodiscard]] float ScaleHeight(std::int16_t scale_mode) override;
-    [[nodiscard]] std::int16_t ColorMode() override { return colour_mode_; }
     void set_ColorMode(std::int16_t mode) override;
-    void set_Copies(std::int16_t /*copies*/) override {}
-    void set_TrackDefault(bool /*track*/) override {}
-
-    [[nodiscard]] double TextWidth(std::string_view text, const FontSpec& font) override;
-    [[nodiscard]] double TextHeight(std::string_view text, const FontSpec& font) override;
     [[nodiscard]] TextMeasurer& measurer() override { return measurer_; }
 
     bool begin_job(const JobTitle& title) override;
@@ -74,7 +65,7 @@ class QtQueue final : public Printer {
     [[nodiscard]] std::unique_ptr<QPrinter> make_printer() const;
     [[nodiscard]] const Sheet& sheet();
     [[nodiscard]] QPageLayout layout() const;
-    void set_user_size(const QSizeF& lying);
+    void set_user_size(const QSizeF& as_it_lies);
     [[nodiscard]] double pixels_per_inch() const;
     void check_output_file() const;
 
@@ -83,10 +74,7 @@ class QtQueue final : public Printer {
     QPrinterInfo info_;
     QElapsedTimer seen_;  ///< since the queue was last found
 
-    std::int16_t orientation_ = 1;
     QPageSize paper_;
-    std::int16_t bin_ = 0;
-    std::int16_t colour_mode_ = 1;
     std::optional<Sheet> sheet_;
 
     std::string output_file_;  ///< of the next job

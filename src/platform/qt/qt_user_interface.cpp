@@ -144,9 +144,10 @@ QString run_file_dialog(QFileDialog& dialog, std::string_view filter, const QStr
 
 }  // namespace
 
-QString ask_for_existing_file(QWidget* window, const QString& title, std::string_view filter) {
+QString ask_for_existing_file(QWidget* window, const QString& name, const QString& title,
+                              std::string_view filter) {
     QFileDialog dialog(window, title);
-    dialog.setObjectName(QStringLiteral("dlg_torvel_datei"));
+    dialog.setObjectName(name);
     dialog.setFileMode(QFileDialog::ExistingFile);
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     return run_file_dialog(dialog, filter, QStringLiteral("Ö&ffnen"));

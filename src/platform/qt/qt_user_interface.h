@@ -33,10 +33,10 @@ class QtUserInterface final : public UserInterface {
 /// Shows the reason why the program cannot go on.
 void show_fatal_error(QWidget* window, const std::string& message);
 
-/// A file dialog. `filter` is in pairs of text and pattern with "|" between them, UTF-8. "" if the
-/// user gave up.
-[[nodiscard]] QString ask_for_existing_file(QWidget* window, const QString& title,
-                                            std::string_view filter);
+/// The file dialog `name`. `filter` is in pairs of text and pattern with "|" between them, UTF-8.
+/// "" if the user gave up.
+[[nodiscard]] QString ask_for_existing_file(QWidget* window, const QString& name,
+                                            const QString& title, std::string_view filter);
 
 /// Asks for the name of a file to be written, which may exist: the user is then asked once more. ""
 /// if the user gave up. `suffix` is added to a name without one; `proposed` is the path that stands
