@@ -7,6 +7,7 @@
 #include <benchmark/benchmark.h>
 
 #include "bench_files.h"
+#include "drawing/length_units.h"
 #include "platform/pdf/pdf_printer.h"
 #include "platform/qt/picture_image.h"
 #include "platform/qt/picture_widget.h"

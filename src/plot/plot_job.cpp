@@ -11,6 +11,7 @@
 #include "plot/application_printer.h"
 #include "plot/fitted_font.h"
 #include "plot/plot_page.h"
+#include "plot/printer.h"
 #include "plot/printer_adapters.h"
 #include "plot/trapped_call.h"
 #include "reference/reference_system.h"
@@ -321,7 +322,6 @@ void plot_on_device(Session& session, Printer& device, const Desk& desk) {
 }
 
 PlotPaper plot_paper(Session& session, const Desk& desk) {
-    constexpr std::int16_t querformat = 2;
     constexpr std::int16_t a4 = 9;
     constexpr float a4_short = 210 * twips_per_millimetre;
     constexpr float a4_long = 297 * twips_per_millimetre;

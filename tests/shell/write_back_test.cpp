@@ -298,7 +298,7 @@ TEST_F(WriteBack, WorkingCopyThatCannotBeWrittenAtAChangeOfPartIsRescued) {
 }
 
 TEST_F(WriteBack, PartThatCannotBeReadLeavesTheMovesOfTheFormerOne) {
-    rewrite_file(from_utf8(std::string(two_parts) + "PUNKTSIGNATUR 1 2 40000 0 1\n"));
+    rewrite_file(from_utf8(std::string(parts_with_two_points) + "PUNKTSIGNATUR 1 2 40000 0 1\n"));
     open_and_move();
     const std::string text = failure([this] { netzteil_anzeigen(session, 2, desk); });
     EXPECT_THAT(text, StartsWith("Laufzeitfehler '6': Überlauf"));
@@ -325,7 +325,7 @@ TEST_F(WriteBack, SelectionThatCannotBeReadLeavesTheMoves) {
 }
 
 TEST_F(WriteBack, PlotOfAPartThatCannotBeReadLeavesTheMovesOfThePartInView) {
-    rewrite_file(from_utf8(std::string(two_parts) + "PUNKTSIGNATUR 1 2 40000 0 1\n"));
+    rewrite_file(from_utf8(std::string(parts_with_two_points) + "PUNKTSIGNATUR 1 2 40000 0 1\n"));
     test::ScriptedPrinter printer;
     take_printer(session, &printer);
     desk.printer = &printer;

@@ -109,8 +109,7 @@ void QtQueue::forget_settings() {
         paper_ = QPageSize(QPageSize::A4);
     }
     bin_ = bin_as_set;
-    colour_mode_ =
-        info_.defaultColorMode() == QPrinter::Color ? print_colour : print_monochrome;
+    colour_mode_ = info_.defaultColorMode() == QPrinter::Color ? print_colour : print_monochrome;
     sheet_.reset();
 }
 
