@@ -531,7 +531,7 @@ TEST_F(PdfPages, PagesLargerThanPointsCountTo) {
     EXPECT_EQ(page_unit({900, 6000}), 2.0);
     PdfDocument document(std::make_shared<FontBook>(), {"Rolle"});
     CircleForms circles;
-    PdfPage page(document, circles, {{900, 6000}, 5, pixel}, {"N", "B"});
+    PdfPage page(document, circles, {{900, 6000}, 5, 5, pixel}, {"N", "B"});
     page.Line(0, 0, 890, 5990);
     page.finish();
     write_document(document, file);
