@@ -193,7 +193,7 @@ TEST_F(LongWorkOnDesk, OpeningTellsItsShareOfSixReadings) {
     EXPECT_EQ(work.share(), 1.0);
 }
 
-constexpr const char* two_parts =
+constexpr const char* two_parts_to_read =
     "NETZTEIL A\nMAßSTABGRUNDRISS 1000\nTITEL2 erstes\n"
     "PUNKTSIGNATUR 10 20 0 0 1 \"1\"\nPUNKTSIGNATUR 40 60 0 0 0 \"2\"\n"
     "LAGEFEHLERELLIPSE 10 20 1.5 0.5 30\nDISTANZ 10 20 40 60 0\n"
@@ -201,7 +201,7 @@ constexpr const char* two_parts =
     "PUNKTSIGNATUR 110 120 0 0 1 \"3\"\n";
 
 TEST_F(LongWorkOnDesk, AnotherPartGivenUpAnywhereLeavesTheFormerOne) {
-    open(two_parts);
+    open(two_parts_to_read);
     session.pu[2].pu_bez_rechts = 70;
     session.obj.obj_pube = 0;
     session.plotmodus = 1;
@@ -243,7 +243,7 @@ TEST_F(LongWorkOnDesk, AnotherPartGivenUpAnywhereLeavesTheFormerOne) {
 }
 
 TEST_F(LongWorkOnDesk, AnotherSelectionGivenUpAnywhereLeavesTheFormerOne) {
-    open(two_parts);
+    open(two_parts_to_read);
     session.obj.obj_puwe = 7;
     auswahl_uebernehmen(session, session.obj, SelectionLeft::by_ok, desk);
     ASSERT_EQ(session.pu[1].pu_wert_lage, -3);
@@ -279,7 +279,7 @@ TEST_F(LongWorkOnDesk, AnotherSelectionGivenUpAnywhereLeavesTheFormerOne) {
 }
 
 TEST_F(LongWorkOnDesk, AnotherSelectionWithoutValuesKeepsThePoints) {
-    open(two_parts);
+    open(two_parts_to_read);
     const PointRow* const row = &session.pu[1];
     const ObjectSelection before = session.obj;
     session.obj.obj_beob = 2;
@@ -292,7 +292,7 @@ TEST_F(LongWorkOnDesk, AnotherSelectionWithoutValuesKeepsThePoints) {
 }
 
 TEST_F(LongWorkOnDesk, AReadingAnewThatIsGivenUpLeavesNoFileLoaded) {
-    open(two_parts);
+    open(two_parts_to_read);
     EndsAt work(1);
     session.work = &work;
     EXPECT_THROW(datei_erneut_lesen(session, desk), WorkCancelled);
