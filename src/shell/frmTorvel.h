@@ -118,6 +118,8 @@ class FrmTorvel final : public QMainWindow {
     void synchronise_dialogs();
     void load_network_parts();
     void unload_network_parts();
+    /// No command runs, and no dialog keeps the user from the window.
+    [[nodiscard]] bool is_free() const;
     void notice_rewritten_file();
     void open_start_file();
     void open_project_file();

@@ -87,9 +87,12 @@ void FrmTorvel::unload_network_parts() {
     frm_netzteile_ = nullptr;
 }
 
+bool FrmTorvel::is_free() const {
+    return !busy_ && !failed_ && QApplication::activeModalWidget() == nullptr;
+}
+
 void FrmTorvel::notice_rewritten_file() {
-    const bool may_ask = !busy_ && !failed_ && QApplication::activeModalWidget() == nullptr;
-    if (may_ask && session_.datei_geladen == 1 && watch_.rewritten()) {
+    if (is_free() && session_.datei_geladen == 1 && watch_.rewritten()) {
         perform([this] {
             opening([this] { geaenderte_datei_pruefen(session_, desk()); });
             if (ended_by_system_) {

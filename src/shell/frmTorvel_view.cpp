@@ -1,7 +1,6 @@
 // The part of the main window that looks after the view: zoom, undo, pictures as files, what the
 // user drops on it.
 #include <QAction>
-#include <QApplication>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileInfo>
@@ -205,9 +204,7 @@ void FrmTorvel::save_picture(const std::string& path) {
 
 QString FrmTorvel::dropped_file(const QMimeData& dropped) const {
     // The toolkit takes drops for a window beneath a dialog as well.
-    const bool may_open =
-        !run_.is_project() && !busy_ && !failed_ && QApplication::activeModalWidget() == nullptr;
-    if (!may_open || dropped.urls().size() != 1) {
+    if (run_.is_project() || !is_free() || dropped.urls().size() != 1) {
         return {};
     }
     const QString path = dropped.urls().constFirst().toLocalFile();
