@@ -37,26 +37,6 @@ std::int32_t printer_count(Printer* printer) {
     return count;
 }
 
-QComboBox* make_list(const QString& name, const QString& accessible_name, QWidget* parent) {
-    auto* list = new QComboBox(parent);
-    list->setObjectName(name);
-    list->setAccessibleName(accessible_name);
-    list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-    return list;
-}
-
-/// A small button that goes on stepping while it is held down.
-QToolButton* make_step(const QString& name, const QString& caption, const QString& accessible_name,
-                       QWidget* parent) {
-    auto* button = new QToolButton(parent);
-    button->setObjectName(name);
-    button->setText(caption);
-    button->setAccessibleName(accessible_name);
-    button->setAutoRepeat(true);
-    button->setFocusPolicy(Qt::StrongFocus);
-    return button;
-}
-
 }  // namespace
 
 FrmDrucker::FrmDrucker(QWidget* window, Session& session, Printer* printer)
@@ -102,7 +82,7 @@ void FrmDrucker::build() {
 }
 
 void FrmDrucker::build_printer(QVBoxLayout& column) {
-    cbo_drucker_ = make_list(QStringLiteral("cbo_drucker"), QStringLiteral("Drucker"), this);
+    cbo_drucker_ = make_list(QStringLiteral("cbo_drucker"), QStringLiteral("Drucker"), {}, this);
     // A printer may have a name of any length; the dialog does not grow with it.
     cbo_drucker_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     cbo_drucker_->setMinimumContentsLength(printer_letters);
@@ -128,13 +108,12 @@ void FrmDrucker::build_printer(QVBoxLayout& column) {
 }
 
 QGroupBox* FrmDrucker::build_paper() {
-    auto* frame = new QGroupBox(QStringLiteral("Papier"), this);
-    frame->setObjectName(QStringLiteral("fra_papier"));
+    auto* frame = make_frame(QStringLiteral("fra_papier"), QStringLiteral("Papier"), this);
     auto* grid = new QGridLayout(frame);
     cbo_papierformat_ =
-        make_list(QStringLiteral("cbo_papierformat"), QStringLiteral("Papierformat"), frame);
+        make_list(QStringLiteral("cbo_papierformat"), QStringLiteral("Papierformat"), {}, frame);
     cbo_papierschacht_ =
-        make_list(QStringLiteral("cbo_papierschacht"), QStringLiteral("Papierschacht"), frame);
+        make_list(QStringLiteral("cbo_papierschacht"), QStringLiteral("Papierschacht"), {}, frame);
     grid->addWidget(make_buddy(QStringLiteral("lbl_papierformat"), QStringLiteral("&Papierformat:"),
                                cbo_papierformat_, frame),
                     0, 0);
@@ -164,8 +143,8 @@ QGroupBox* FrmDrucker::build_paper() {
 }
 
 QGroupBox* FrmDrucker::build_orientation() {
-    auto* frame = new QGroupBox(QStringLiteral("Druckerausrichtung"), this);
-    frame->setObjectName(QStringLiteral("fra_ausrichtung"));
+    auto* frame =
+        make_frame(QStringLiteral("fra_ausrichtung"), QStringLiteral("Druckerausrichtung"), this);
     auto* grid = new QGridLayout(frame);
     opt_ausrichtung_[1] =
         make_option(QStringLiteral("opt_ausrichtung_1"), QStringLiteral("&Hochformat"),
@@ -192,8 +171,8 @@ QGroupBox* FrmDrucker::build_orientation() {
 }
 
 QGroupBox* FrmDrucker::build_area() {
-    auto* frame = new QGroupBox(QStringLiteral("Bedruckbare Fläche"), this);
-    frame->setObjectName(QStringLiteral("fra_netto"));
+    auto* frame =
+        make_frame(QStringLiteral("fra_netto"), QStringLiteral("Bedruckbare Fläche"), this);
     auto* row = new QHBoxLayout(frame);
     auto* column = new QVBoxLayout;
     lbl_quer_netto_ = make_label(QStringLiteral("lbl_quer_netto"), QStringLiteral("quer:"), frame);
@@ -209,16 +188,17 @@ QGroupBox* FrmDrucker::build_area() {
 }
 
 QGroupBox* FrmDrucker::build_copies() {
-    auto* frame = new QGroupBox(QStringLiteral("&Exemplare"), this);
-    frame->setObjectName(QStringLiteral("fra_exemplare"));
+    auto* frame = make_frame(QStringLiteral("fra_exemplare"), QStringLiteral("&Exemplare"), this);
     auto* column = new QVBoxLayout(frame);
     auto* row = new QHBoxLayout;
     txt_exemplare_ = make_number_edit(QStringLiteral("txt_exemplare"), QStringLiteral("Exemplare"),
                                       copies_letters, frame);
-    cmd_exemplare_minus_ = make_step(QStringLiteral("cmd_exemplare_minus"), QStringLiteral("−"),
-                                     QStringLiteral("ein Exemplar weniger"), frame);
-    cmd_exemplare_plus_ = make_step(QStringLiteral("cmd_exemplare_plus"), QStringLiteral("+"),
-                                    QStringLiteral("ein Exemplar mehr"), frame);
+    cmd_exemplare_minus_ =
+        make_step_button(QStringLiteral("cmd_exemplare_minus"), QStringLiteral("−"),
+                         QStringLiteral("ein Exemplar weniger"), frame);
+    cmd_exemplare_plus_ =
+        make_step_button(QStringLiteral("cmd_exemplare_plus"), QStringLiteral("+"),
+                         QStringLiteral("ein Exemplar mehr"), frame);
     row->addWidget(txt_exemplare_);
     row->addWidget(cmd_exemplare_minus_);
     row->addWidget(cmd_exemplare_plus_);

@@ -31,12 +31,6 @@ namespace {
 
 constexpr int count_letters = 7;
 
-QGroupBox* make_frame(const QString& name, const QString& caption, QWidget* parent) {
-    auto* frame = new QGroupBox(caption, parent);
-    frame->setObjectName(name);
-    return frame;
-}
-
 }  // namespace
 
 FrmPlotten::FrmPlotten(QWidget* window, Session& session, const Desk& desk)

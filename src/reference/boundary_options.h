@@ -15,7 +15,7 @@ namespace veldra {
 
 // The boundary file and the datum transitions as they are edited. Texts are UTF-8.
 
-/// Names of the ellipsoids 1 to 5 and of the mappings 1 and 2 of a boundary file.
+/// Names of the ellipsoids 1 to 5 and of the mappings 1 and 2.
 [[nodiscard]] const std::array<std::string_view, 5>& ellipsoid_names();
 [[nodiscard]] const std::array<std::string_view, 2>& mapping_names();
 

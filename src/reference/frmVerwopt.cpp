@@ -39,18 +39,6 @@ void make_room(QLineEdit& box, int letters) {
     box.setMinimumWidth(QFontMetrics(box.font()).averageCharWidth() * letters);
 }
 
-template <typename Names>
-QComboBox* make_choice(const QString& name, const QString& spoken, const Names& names,
-                       QWidget* parent) {
-    auto* box = new QComboBox(parent);
-    box->setObjectName(name);
-    box->setAccessibleName(spoken);
-    for (const std::string_view text : names) {
-        box->addItem(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
-    }
-    return box;
-}
-
 }  // namespace
 
 FrmVerwopt::FrmVerwopt(QWidget* window, Session& session)
@@ -123,10 +111,10 @@ QWidget* FrmVerwopt::build_systems() {
     auto* widget = new QWidget(this);
     auto* row = new QHBoxLayout(widget);
     row->setContentsMargins(0, 0, 0, 0);
-    cbo_gren_elli_ = make_choice(QStringLiteral("cbo_gren_elli"), QStringLiteral("Ellipsoid"),
-                                 ellipsoid_names(), widget);
-    cbo_gren_abbi_ = make_choice(QStringLiteral("cbo_gren_abbi"), QStringLiteral("Abbildung"),
-                                 mapping_names(), widget);
+    cbo_gren_elli_ = make_list(QStringLiteral("cbo_gren_elli"), QStringLiteral("Ellipsoid"),
+                               ellipsoid_names(), widget);
+    cbo_gren_abbi_ = make_list(QStringLiteral("cbo_gren_abbi"), QStringLiteral("Abbildung"),
+                               mapping_names(), widget);
     row->addWidget(make_label(QStringLiteral("&Ellipsoid:"), cbo_gren_elli_, widget));
     row->addWidget(cbo_gren_elli_);
     row->addStretch();

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "platform/qt/dialog_area.h"
+#include "platform/qt/dialog_controls.h"
 #include "platform/qt/wrapped_tabs.h"
 #include "plot/application_printer.h"
 #include "settings/frmDarstellungen_boundaries.h"
@@ -146,18 +147,11 @@ void FrmDarstellungen::build_pages() {
 
 QWidget* FrmDarstellungen::build_buttons() {
     auto* widget = new QWidget(this);
-    auto* row = new QHBoxLayout(widget);
-    row->setContentsMargins(0, 0, 0, 0);
-    cmd_ok_ = new QPushButton(QStringLiteral("&OK"), widget);
-    cmd_ok_->setObjectName(QStringLiteral("cmd_ok"));
-    cmd_ok_->setAccessibleName(QStringLiteral("OK"));
-    cmd_ok_->setDefault(true);
-    cmd_abbrechen_ = new QPushButton(QStringLiteral("&Abbrechen"), widget);
-    cmd_abbrechen_->setObjectName(QStringLiteral("cmd_abbrechen"));
-    cmd_abbrechen_->setAccessibleName(QStringLiteral("Abbrechen"));
-    row->addStretch();
-    row->addWidget(cmd_ok_);
-    row->addWidget(cmd_abbrechen_);
+    auto* column = new QVBoxLayout(widget);
+    column->setContentsMargins(0, 0, 0, 0);
+    const EndButtons buttons = add_end_buttons(*column, widget);
+    cmd_ok_ = buttons.cmd_ok;
+    cmd_abbrechen_ = buttons.cmd_abbrechen;
     connect(cmd_ok_, &QPushButton::clicked, this, &FrmDarstellungen::accept);
     connect(cmd_abbrechen_, &QPushButton::clicked, this, &FrmDarstellungen::reject);
     return widget;

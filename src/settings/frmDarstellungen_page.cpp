@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <utility>
 
+#include "platform/qt/dialog_controls.h"
 #include "platform/qt/entry_box.h"
 #include "platform/qt/sample_picture.h"
 #include "view/frmStrichst.h"
@@ -105,10 +106,7 @@ void DisplayPage::show_boxes() {
 
 QPushButton* DisplayPage::add_button(const QString& name, const QString& caption,
                                      const QString& accessible_name) {
-    auto* button = new QPushButton(caption, this);
-    button->setObjectName(name);
-    button->setAccessibleName(accessible_name);
-    return button;
+    return make_button(name, caption, accessible_name, this);
 }
 
 QPushButton* DisplayPage::add_standard_button(const QString& name) {

@@ -137,7 +137,7 @@ void TorvelGestures::move(const QMouseEvent& event) {
     } else if ((event.buttons() & button_) != 0) {
         std::visit([&](auto& gesture) { drag(gesture, event.position()); }, gesture_);
     } else {
-        lose_button();
+        cancel();  // the button was released where nobody saw it
     }
 }
 
@@ -167,23 +167,19 @@ void TorvelGestures::release(const QMouseEvent& event) {
 
 void TorvelGestures::cancel() {
     info_.hide();
-    if (button_ != Qt::NoButton) {
-        end();
+    if (button_ == Qt::NoButton) {
+        return;
+    }
+    const bool sheets = std::holds_alternative<MovedSheets>(gesture_);
+    end();
+    if (sheets) {
+        drop(MovedSheets{}, {});
     }
 }
 
 void TorvelGestures::synchronise() {
     if (pointer_ && session_.datei_geladen == 1) {
         host_.show_place(to_world(session_.view, in_picture(*pointer_)));
-    }
-}
-
-/// The button was released where nobody saw it.
-void TorvelGestures::lose_button() {
-    const bool sheets = std::holds_alternative<MovedSheets>(gesture_);
-    cancel();
-    if (sheets) {
-        drop(MovedSheets{}, {});
     }
 }
 

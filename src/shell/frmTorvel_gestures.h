@@ -35,7 +35,7 @@ class TorvelGestures final : public QObject {
     TorvelGestures(Session& session, PictureWidget& picture, QLabel& lbl_punubinf,
                    GestureHost host);
 
-    /// Gives up what is under way; the info label goes too.
+    /// Gives up what is under way; the info label goes too. Sheets stay where they have come to.
     void cancel();
     /// The ground beneath the pointer may have become another one.
     void synchronise();
@@ -68,7 +68,6 @@ class TorvelGestures final : public QObject {
     void wheel(const QWheelEvent& event);
     void zoom_by_wheel();
     void end();
-    void lose_button();
 
     void drag(RubberBand& band, const QPointF& place);
     void drag(MovedLabel& label, const QPointF& place);

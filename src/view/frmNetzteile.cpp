@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "graphikdatei/codepage.h"
+#include "platform/qt/dialog_controls.h"
 #include "view/network_parts.h"
 
 namespace veldra {
@@ -15,13 +16,6 @@ namespace veldra {
 namespace {
 
 constexpr int usual_rows = 10;
-
-QPushButton* make_button(const char* name, const char* caption, QWidget* parent) {
-    auto* button = new QPushButton(QString::fromUtf8(caption), parent);
-    button->setObjectName(QString::fromUtf8(name));
-    button->setAccessibleName(button->text().remove(QLatin1Char('&')));
-    return button;
-}
 
 /// A list that asks for as much room as its rows need, within reason.
 class PartList final : public QListWidget {
@@ -51,16 +45,21 @@ FrmNetzteile::FrmNetzteile(QWidget* window, const Session& session, Requests req
 }
 
 void FrmNetzteile::build() {
-    auto* caption = new QLabel(QStringLiteral("Plotten &ja / nein"), this);
-    caption->setObjectName(QStringLiteral("lbl_netzteile"));
     lst_netzteile_ = new PartList(this);
     lst_netzteile_->setObjectName(QStringLiteral("lst_netzteile"));
     lst_netzteile_->setAccessibleName(QStringLiteral("Netzteile, Plotten ja / nein"));
     lst_netzteile_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    caption->setBuddy(lst_netzteile_);
-    cmd_plotten_ = make_button("cmd_plotten", "&plotten", this);
-    cmd_nicht_plotten_ = make_button("cmd_nicht_plotten", "&nicht plotten", this);
-    cmd_anzeigen_ = make_button("cmd_anzeigen", "Netzteil &anzeigen", this);
+    // The menus of the main window hear their letters in here too, so these have others.
+    auto* caption = make_buddy(QStringLiteral("lbl_netzteile"),
+                               QStringLiteral("Plotten &ja / nein"), lst_netzteile_, this);
+    cmd_plotten_ = make_button(QStringLiteral("cmd_plotten"), QStringLiteral("p&lotten"),
+                               QStringLiteral("plotten"), this);
+    cmd_nicht_plotten_ =
+        make_button(QStringLiteral("cmd_nicht_plotten"), QStringLiteral("&nicht plotten"),
+                    QStringLiteral("nicht plotten"), this);
+    cmd_anzeigen_ =
+        make_button(QStringLiteral("cmd_anzeigen"), QStringLiteral("Netzteil an&zeigen"),
+                    QStringLiteral("Netzteil anzeigen"), this);
     cmd_anzeigen_->setDefault(true);
 
     auto* column = new QVBoxLayout(this);

@@ -1,35 +1,29 @@
 #include "view/frmObjekte.h"
 
 #include <QAbstractButton>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QPushButton>
 #include <QShowEvent>
 #include <QTimer>
+#include <QToolButton>
 #include <QVBoxLayout>
 #include <utility>
 
 #include "platform/qt/dialog_area.h"
-#include "platform/qt/option_group.h"
+#include "platform/qt/dialog_controls.h"
+#include "reference/boundary_options.h"
 #include "shell/frmLogo.h"
 
 namespace veldra {
 
 namespace {
 
+constexpr int meridian_letters = 6;
 constexpr int indent = 20;  // of a control that belongs to the options above it, logical pixels
-
-QCheckBox* make_check_box(const char* name, const char* caption, QWidget* parent) {
-    auto* box = new QCheckBox(QString::fromUtf8(caption), parent);
-    box->setObjectName(QString::fromUtf8(name));
-    box->setAccessibleName(plain_caption(box->text()));
-    return box;
-}
-
-QLabel* make_caption(const char* name, const char* caption, QWidget* parent) {
-    auto* label = new QLabel(QString::fromUtf8(caption), parent);
-    label->setObjectName(QString::fromUtf8(name));
-    return label;
-}
 
 QLayout* indented(QWidget* widget) {
     auto* row = new QHBoxLayout;
@@ -38,33 +32,10 @@ QLayout* indented(QWidget* widget) {
     return row;
 }
 
-QComboBox* make_combo_box(const char* name, const char* accessible_name,
-                          std::initializer_list<const char*> entries, QWidget* parent) {
-    auto* box = new QComboBox(parent);
-    box->setObjectName(QString::fromUtf8(name));
-    box->setAccessibleName(QString::fromUtf8(accessible_name));
-    for (const char* entry : entries) {
-        box->addItem(QString::fromUtf8(entry));
-    }
-    return box;
-}
-
-QPushButton* make_step_button(const char* name, const char* sign, const char* purpose,
-                              QWidget* parent) {
-    auto* button = new QPushButton(QString::fromUtf8(sign), parent);
-    button->setObjectName(QString::fromUtf8(name));
-    button->setAccessibleName(QString::fromUtf8(purpose));
-    button->setToolTip(QString::fromUtf8(purpose));
-    button->setAutoRepeat(true);
-    const int side = button->fontMetrics().height() + 8;
-    button->setFixedSize(side + 6, side);
-    return button;
-}
-
 QVBoxLayout* make_column(QWidget* frame) {
     auto* column = new QVBoxLayout(frame);
     column->setSpacing(2);
-    column->setContentsMargins(8, 4, 8, 6);
+    column->setContentsMargins(6, 4, 6, 6);
     return column;
 }
 
@@ -101,9 +72,8 @@ void FrmObjekte::build() {
     auto* system = build_system();
     add_column({system, build_boundaries()});
 
-    cmd_ok_ = new QPushButton(QStringLiteral("OK"), this);
-    cmd_ok_->setObjectName(QStringLiteral("cmd_ok"));
-    cmd_ok_->setAccessibleName(QStringLiteral("OK"));
+    cmd_ok_ =
+        make_button(QStringLiteral("cmd_ok"), QStringLiteral("OK"), QStringLiteral("OK"), this);
     cmd_ok_->setDefault(true);
     connect(cmd_ok_, &QPushButton::clicked, this, &QDialog::accept);
 
@@ -116,33 +86,35 @@ void FrmObjekte::build() {
 }
 
 QGroupBox* FrmObjekte::build_observations() {
-    auto* frame = make_frame("fra_beob", "Be&obachtungen", this);
+    auto* frame = make_frame(QStringLiteral("fra_beob"), QStringLiteral("Be&obachtungen"), this);
     auto* column = make_column(frame);
-    opt_beob_ = make_options("opt_beob", frame->accessibleName(),
+    opt_beob_ = make_options(QStringLiteral("opt_beob"), frame->accessibleName(),
                              {{0, "keine Darstellung"},
                               {1, "Lagebeobachtungen"},
                               {2, "Höhenbeobachtungen"},
                               {3, "GPS-Raumvektoren"}},
                              *column, frame);
     store_choice(opt_beob_, &ObjectSelection::obj_beob);
-    chk_test_beob_ = make_check_box("chk_test_beob", "mit statist&ischem Test", frame);
+    chk_test_beob_ =
+        make_check_box(QStringLiteral("chk_test_beob"), QStringLiteral("mit statist&ischem Test"),
+                       QStringLiteral("Beobachtungen mit statistischem Test"), frame);
     store_tick(chk_test_beob_, &ObjectSelection::obj_test_beob);
     column->addLayout(indented(chk_test_beob_));
     return frame;
 }
 
 QGroupBox* FrmObjekte::build_tests() {
-    fra_test_ = make_frame("fra_test", "Statistischer &Test", this);
+    fra_test_ = make_frame(QStringLiteral("fra_test"), QStringLiteral("Statistischer &Test"), this);
     auto* column = make_column(fra_test_);
-    opt_test_ = make_options("opt_test", fra_test_->accessibleName(),
+    opt_test_ = make_options(QStringLiteral("opt_test"), fra_test_->accessibleName(),
                              {{1, "EV"}, {2, "NV"}, {3, "EP / EH"}}, *column, fra_test_);
     store_choice(opt_test_, &ObjectSelection::obj_test);
     return fra_test_;
 }
 
 QGroupBox* FrmObjekte::build_signatures() {
-    auto* frame = make_frame("fra_pusi", "Punkt&signaturen", this);
-    opt_pusi_ = make_options("opt_pusi", frame->accessibleName(),
+    auto* frame = make_frame(QStringLiteral("fra_pusi"), QStringLiteral("Punkt&signaturen"), this);
+    opt_pusi_ = make_options(QStringLiteral("opt_pusi"), frame->accessibleName(),
                              {{0, "keine Darstellung"}, {1, "Punktsignaturen"}},
                              *make_column(frame), frame);
     store_choice(opt_pusi_, &ObjectSelection::obj_pusi);
@@ -150,9 +122,9 @@ QGroupBox* FrmObjekte::build_signatures() {
 }
 
 QGroupBox* FrmObjekte::build_values() {
-    auto* frame = make_frame("fra_puwe", "&Punktwerte", this);
+    auto* frame = make_frame(QStringLiteral("fra_puwe"), QStringLiteral("&Punktwerte"), this);
     auto* column = make_column(frame);
-    opt_puwe_ = make_options("opt_puwe", frame->accessibleName(),
+    opt_puwe_ = make_options(QStringLiteral("opt_puwe"), frame->accessibleName(),
                              {{0, "keine Darstellung"},
                               {1, "Lageänderungen"},
                               {2, "Höhenänderungen"},
@@ -164,18 +136,23 @@ QGroupBox* FrmObjekte::build_values() {
                               {8, "Höhenfehler"}},
                              *column, frame);
     store_choice(opt_puwe_, &ObjectSelection::obj_puwe);
-    chk_epbe_ = make_check_box("chk_epbe", "mit &Epochenbezeichnungen", frame);
+    chk_epbe_ =
+        make_check_box(QStringLiteral("chk_epbe"), QStringLiteral("mit &Epochenbezeichnungen"),
+                       QStringLiteral("Punktwerte mit Epochenbezeichnungen"), frame);
     store_tick(chk_epbe_, &ObjectSelection::obj_epbe);
     column->addLayout(indented(chk_epbe_));
-    chk_test_restkl_ = make_check_box("chk_test_restkl", "mit st&atistischem Test", frame);
+    chk_test_restkl_ =
+        make_check_box(QStringLiteral("chk_test_restkl"), QStringLiteral("mit st&atistischem Test"),
+                       QStringLiteral("Punktwerte mit statistischem Test"), frame);
     store_tick(chk_test_restkl_, &ObjectSelection::obj_test_restkl);
     column->addLayout(indented(chk_test_restkl_));
     return frame;
 }
 
 QGroupBox* FrmObjekte::build_labels() {
-    auto* frame = make_frame("fra_pube", "P&unktbezeichungen", this);
-    opt_pube_ = make_options("opt_pube", frame->accessibleName(),
+    auto* frame =
+        make_frame(QStringLiteral("fra_pube"), QStringLiteral("P&unktbezeichungen"), this);
+    opt_pube_ = make_options(QStringLiteral("opt_pube"), frame->accessibleName(),
                              {{0, "keine Darstellung"}, {1, "Punktbezeichnungen"}},
                              *make_column(frame), frame);
     store_choice(opt_pube_, &ObjectSelection::obj_pube);
@@ -183,9 +160,10 @@ QGroupBox* FrmObjekte::build_labels() {
 }
 
 QGroupBox* FrmObjekte::build_districts() {
-    fra_nummebez_ = make_frame("fra_nummebez", "&Nummerierungsbezirke", this);
+    fra_nummebez_ =
+        make_frame(QStringLiteral("fra_nummebez"), QStringLiteral("&Nummerierungsbezirke"), this);
     auto* column = make_column(fra_nummebez_);
-    opt_nube_ = make_options("opt_nube", fra_nummebez_->accessibleName(),
+    opt_nube_ = make_options(QStringLiteral("opt_nube"), fra_nummebez_->accessibleName(),
                              {{0, "keine Darstellung"},
                               {1, "TK 25"},
                               {2, "Kilometerquadrate (KLV)"},
@@ -206,21 +184,19 @@ QWidget* FrmObjekte::build_meridian() {
     lines->setSpacing(1);
     auto* row = new QHBoxLayout;
     row->setSpacing(3);
-    lbl_nube_merizon_ = make_caption("lbl_nube_merizon", "&Meridianstreifen:", panel);
-    cmd_nubemerit_1_ = make_step_button("cmd_nubemerit_1", "−", "voriger Meridianstreifen", panel);
-    txt_nubemerit_ = new QLineEdit(panel);
-    txt_nubemerit_->setObjectName(QStringLiteral("txt_nubemerit"));
-    txt_nubemerit_->setAccessibleName(QStringLiteral("Meridianstreifen"));
-    txt_nubemerit_->setAlignment(Qt::AlignRight);
-    txt_nubemerit_->setMaxLength(6);
-    txt_nubemerit_->setFixedWidth(
-        txt_nubemerit_->fontMetrics().horizontalAdvance(QStringLiteral("000000")) + 12);
+    cmd_nubemerit_1_ = make_step_button(QStringLiteral("cmd_nubemerit_1"), QStringLiteral("−"),
+                                        QStringLiteral("voriger Meridianstreifen"), panel);
+    txt_nubemerit_ = make_number_edit(QStringLiteral("txt_nubemerit"),
+                                      QStringLiteral("Meridianstreifen"), meridian_letters, panel);
+    txt_nubemerit_->setMaxLength(meridian_letters);
     txt_nubemerit_->installEventFilter(this);
     select_timer_ = new QTimer(this);
     select_timer_->setSingleShot(true);
     connect(select_timer_, &QTimer::timeout, txt_nubemerit_, &QLineEdit::selectAll);
-    lbl_nube_merizon_->setBuddy(txt_nubemerit_);
-    cmd_nubemerit_2_ = make_step_button("cmd_nubemerit_2", "+", "nächster Meridianstreifen", panel);
+    lbl_nube_merizon_ = make_buddy(QStringLiteral("lbl_nube_merizon"),
+                                   QStringLiteral("&Meridianstreifen:"), txt_nubemerit_, panel);
+    cmd_nubemerit_2_ = make_step_button(QStringLiteral("cmd_nubemerit_2"), QStringLiteral("+"),
+                                        QStringLiteral("nächster Meridianstreifen"), panel);
     lines->addWidget(lbl_nube_merizon_);
     for (QWidget* control :
          std::initializer_list<QWidget*>{cmd_nubemerit_1_, txt_nubemerit_, cmd_nubemerit_2_}) {
@@ -228,8 +204,8 @@ QWidget* FrmObjekte::build_meridian() {
     }
     row->addStretch();
     lines->addLayout(row);
-    connect(cmd_nubemerit_1_, &QPushButton::clicked, this, [this] { step(-1); });
-    connect(cmd_nubemerit_2_, &QPushButton::clicked, this, [this] { step(1); });
+    connect(cmd_nubemerit_1_, &QToolButton::clicked, this, [this] { step(-1); });
+    connect(cmd_nubemerit_2_, &QToolButton::clicked, this, [this] { step(1); });
     connect(txt_nubemerit_, &QLineEdit::editingFinished, this, &FrmObjekte::take_typed_meridian);
     return panel;
 }
@@ -240,32 +216,29 @@ QWidget* FrmObjekte::build_district_labels() {
     auto* column = new QVBoxLayout(panel);
     column->setContentsMargins(0, 4, 0, 0);
     column->setSpacing(2);
-    lbl_nbez_ = make_caption("lbl_nbez", "&Bezeichnungen:", panel);
+    lbl_nbez_ = make_label(QStringLiteral("lbl_nbez"), QStringLiteral("&Bezeichnungen:"), panel);
     column->addWidget(lbl_nbez_);
-    opt_nbez_ = make_options("opt_nbez", plain_caption(lbl_nbez_->text()),
+    opt_nbez_ = make_options(QStringLiteral("opt_nbez"), plain_caption(lbl_nbez_->text()),
                              {{0, "keine"}, {1, "alle"}, {2, "nur am Rand"}}, *column, panel);
-    lbl_nbez_->setBuddy(opt_nbez_->button(0));
     store_choice(opt_nbez_, &ObjectSelection::obj_nbez);
     return panel;
 }
 
 QGroupBox* FrmObjekte::build_system() {
-    fra_bezug_ = make_frame("fra_bezug", "Be&zugssystem", this);
+    fra_bezug_ = make_frame(QStringLiteral("fra_bezug"), QStringLiteral("Be&zugssystem"), this);
     auto* column = make_column(fra_bezug_);
     opt_bezu_ = make_options(
-        "opt_bezu", fra_bezug_->accessibleName(),
+        QStringLiteral("opt_bezu"), fra_bezug_->accessibleName(),
         {{0, "lokales System"}, {1, "DHDN"}, {2, "ETRS 89"}, {3, "anderes Bezugssystem:"}}, *column,
         fra_bezug_);
-    lbl_bezu_elli_ = make_caption("lbl_bezu_elli", "E&llipsoid:", fra_bezug_);
-    cbo_bezu_elli_ = make_combo_box(
-        "cbo_bezu_elli", "Ellipsoid",
-        {"Bessel", "Hayford (internatinal)", "WGS 72", "GRS 80 (WGS 84)", "Krassowsky"},
-        fra_bezug_);
-    lbl_bezu_abbi_ = make_caption("lbl_bezu_abbi", "Abbildun&g:", fra_bezug_);
-    cbo_bezu_abbi_ = make_combo_box("cbo_bezu_abbi", "Abbildung",
-                                    {"Gauß-Krüger (3°-Streifen)", "UTM"}, fra_bezug_);
-    lbl_bezu_elli_->setBuddy(cbo_bezu_elli_);
-    lbl_bezu_abbi_->setBuddy(cbo_bezu_abbi_);
+    cbo_bezu_elli_ = make_list(QStringLiteral("cbo_bezu_elli"), QStringLiteral("Ellipsoid"),
+                               ellipsoid_names(), fra_bezug_);
+    lbl_bezu_elli_ = make_buddy(QStringLiteral("lbl_bezu_elli"), QStringLiteral("E&llipsoid:"),
+                                cbo_bezu_elli_, fra_bezug_);
+    cbo_bezu_abbi_ = make_list(QStringLiteral("cbo_bezu_abbi"), QStringLiteral("Abbildung"),
+                               mapping_names(), fra_bezug_);
+    lbl_bezu_abbi_ = make_buddy(QStringLiteral("lbl_bezu_abbi"), QStringLiteral("Abbildun&g:"),
+                                cbo_bezu_abbi_, fra_bezug_);
     // Captions stand above their boxes: side by side the dialog would not fit on small screens.
     auto* boxes = new QVBoxLayout;
     boxes->setContentsMargins(indent, 0, 0, 0);
@@ -295,8 +268,9 @@ QGroupBox* FrmObjekte::build_system() {
 }
 
 QGroupBox* FrmObjekte::build_boundaries() {
-    fra_verwaltung_ = make_frame("fra_verwaltung", "&Verwaltungsgrenzen", this);
-    opt_verw_ = make_options("opt_verw", fra_verwaltung_->accessibleName(),
+    fra_verwaltung_ =
+        make_frame(QStringLiteral("fra_verwaltung"), QStringLiteral("&Verwaltungsgrenzen"), this);
+    opt_verw_ = make_options(QStringLiteral("opt_verw"), fra_verwaltung_->accessibleName(),
                              {{0, "keine Darstellung"},
                               {1, "Länder"},
                               {2, "Länder + Regierungsbezirke"},
@@ -383,6 +357,9 @@ void FrmObjekte::synchronise_districts(const SelectionControls& controls) {
     fra_nummebez_->setEnabled(controls.fra_nummebez);
     check_option(*opt_nube_, controls.opt_nube_checked);
     check_option(*opt_nbez_, session_.obj.obj_nbez);
+    if (QAbstractButton* const chosen = opt_nbez_->checkedButton()) {
+        lbl_nbez_->setBuddy(chosen);  // the shortcut of a label clicks its option
+    }
     lbl_nbez_->setEnabled(controls.opt_nbez);
     for (QAbstractButton* button : opt_nbez_->buttons()) {
         button->setEnabled(controls.opt_nbez);
@@ -434,7 +411,8 @@ bool FrmObjekte::meridian_key(int key) {
 bool FrmObjekte::eventFilter(QObject* watched, QEvent* event) {
     if (watched == txt_nubemerit_ && event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
-        if (key->modifiers() == Qt::NoModifier && meridian_key(key->key())) {
+        const bool plain = (key->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+        if (plain && meridian_key(key->key())) {
             return true;
         }
     }

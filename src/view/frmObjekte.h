@@ -1,19 +1,20 @@
 #pragma once
 
 #include <QButtonGroup>
-#include <QCheckBox>
-#include <QComboBox>
 #include <QDialog>
-#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 #include <cstdint>
 #include <functional>
 
 #include "view/object_selection.h"
 
+class QCheckBox;
+class QComboBox;
+class QGroupBox;
+class QPushButton;
 class QTimer;
+class QToolButton;
 
 namespace veldra {
 
@@ -76,10 +77,10 @@ class FrmObjekte final : public QDialog {
     QLabel* lbl_nbez_ = nullptr;
     QButtonGroup* opt_nbez_ = nullptr;
     QLabel* lbl_nube_merizon_ = nullptr;
-    QPushButton* cmd_nubemerit_1_ = nullptr;
+    QToolButton* cmd_nubemerit_1_ = nullptr;
     QLineEdit* txt_nubemerit_ = nullptr;
     QTimer* select_timer_ = nullptr;
-    QPushButton* cmd_nubemerit_2_ = nullptr;
+    QToolButton* cmd_nubemerit_2_ = nullptr;
     QGroupBox* fra_bezug_ = nullptr;
     QButtonGroup* opt_bezu_ = nullptr;
     QLabel* lbl_bezu_elli_ = nullptr;

@@ -1,5 +1,6 @@
 #include "view/label_moving.h"
 
+#include <algorithm>
 #include <string>
 
 #include "reference/districts.h"
@@ -94,6 +95,17 @@ void drop_district_label(Session& session, std::int32_t i, const MouseWay& moved
     set_on_place(session, i, row);
 }
 
+/// A label that was dropped out of view may have been hidden by a drawing since.
+void show_again(Session& session, std::int32_t i) {
+    Label& label = session.lbl_pubez[static_cast<std::size_t>(i)];
+    if (!label.visible) {
+        label.visible = true;
+        label.enabled = true;
+        std::vector<std::int32_t>& placed = session.lbl_pubez_placed;
+        placed.insert(std::upper_bound(placed.begin(), placed.end(), i), i);
+    }
+}
+
 void undo_point_label(Session& session, const Undo& step) {
     const std::int32_t i = step.undo_index;
     if (i < 1 || i > session.pu.count()) {
@@ -110,6 +122,7 @@ void undo_point_label(Session& session, const Undo& step) {
     const auto height = static_cast<double>(label.height);
     label.left = static_cast<float>(height * off_r / 100 + picture_x(session, row.pu_rechts));
     label.top = static_cast<float>(height * off_h / 100 + picture_y(session, row.pu_hoch));
+    show_again(session, i);
 }
 
 void undo_district_label(Session& session, const Undo& step) {

@@ -6,6 +6,7 @@
 
 #include "drawing/pipeline.h"
 #include "layer_fixture.h"
+#include "recording_interface.h"
 
 namespace veldra {
 namespace {
@@ -13,15 +14,6 @@ namespace {
 using test::add_line;
 using test::add_point;
 using test::end_points;
-
-class SilentDesktop final : public UserInterface {
- public:
-    bool message_box(MessageStyle /*style*/, const std::string& /*title*/,
-                     const std::string& /*text*/) override {
-        return true;
-    }
-    void set_mouse_pointer(int /*pointer*/) override {}
-};
 
 std::vector<std::int32_t> lines_in(const Session& session, const std::optional<TargetBox>& box,
                                    double margin = 0) {
@@ -218,7 +210,7 @@ class CulledPicture : public test::LayerFixture,
     std::vector<Operation> operations(const std::optional<TargetBox>& visible) {
         RecordingTarget recording;
         recording.set_visible_box(visible);
-        SilentDesktop desktop;
+        test::RecordingInterface desktop;
         DrawAll(session, recording, measurer, desktop);
         return recording.operations();
     }
@@ -371,7 +363,7 @@ TEST_F(ViewIndexTest, NegativeTypesKeepEveryRow) {
     add_line(session, {5000, 2000, 5010, 2000}).lin_typ_hin = -1;
     RecordingTarget recording;
     recording.set_visible_box(TargetBox{3990, -10, 4020, 10});
-    SilentDesktop desktop;
+    test::RecordingInterface desktop;
     DrawAll(session, recording, measurer, desktop);
     EXPECT_EQ(test::only(test::described(recording), "Line").size(), 6U);
 }
@@ -381,7 +373,7 @@ TEST_F(ViewIndexTest, LabelsOutOfViewStayHidden) {
     add_point(session, 1010, 2010).pu_bez = "A";
     add_point(session, 1900, 2010).pu_bez = "B";
     end_points(session);
-    SilentDesktop desktop;
+    test::RecordingInterface desktop;
     DrawAll(session, target, measurer, desktop);
     EXPECT_TRUE(session.lbl_pubez[2].visible);
     target.set_visible_box(TargetBox{0, 0, 150, 90});

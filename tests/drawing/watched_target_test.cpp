@@ -4,6 +4,7 @@
 
 #include "drawing/layer_fixture.h"
 #include "drawing/pipeline.h"
+#include "recording_interface.h"
 
 namespace veldra::test {
 namespace {
@@ -13,16 +14,6 @@ class CountingWork final : public LongWork {
     bool goes_on() override { return ++calls < last_call; }
     int calls = 0;
     int last_call = 1000000;
-};
-
-class SilentInterface final : public UserInterface {
- public:
-    bool message_box(MessageStyle /*style*/, const std::string& /*title*/,
-                     const std::string& /*text*/) override {
-        return true;
-    }
-    void set_mouse_pointer(int pointer) override { last_pointer = pointer; }
-    int last_pointer = -1;
 };
 
 class WatchedDrawing : public LayerFixture {
@@ -39,7 +30,7 @@ class WatchedDrawing : public LayerFixture {
     }
 
     CountingWork work;
-    SilentInterface ui;
+    RecordingInterface ui;
 };
 
 TEST_F(WatchedDrawing, HearsOfEvery1024thOperation) {
@@ -87,7 +78,7 @@ TEST_F(WatchedDrawing, GivenUpTheCommandsAreOfferedAndTheNextDrawingIsWhole) {
     session.work = &work;
     work.last_call = 1;
     DrawAll(session, target, measurer, ui);
-    EXPECT_EQ(ui.last_pointer, 0);
+    EXPECT_EQ(ui.pointers.back(), 0);
     EXPECT_TRUE(session.window[ToolButton::lupe_plus].enabled);
     EXPECT_TRUE(session.window[MenuItem::m_torvel_ansicht].enabled);
     session.work = nullptr;

@@ -46,7 +46,9 @@ class ChoosersTest : public QObject {
                 colours.setCurrentColor(QColor(9, 8, 7));
                 colours.accept();
             });
-            control<QPushButton>(dialog, "cmd_farbe").click();
+            auto& farbe = control<QPushButton>(dialog, "cmd_farbe");
+            farbe.setFocus();
+            QTest::keyClick(&farbe, Qt::Key_Return);
             dialog.accept();
         });
         const auto chosen =

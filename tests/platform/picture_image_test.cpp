@@ -1,28 +1,16 @@
 #include "platform/qt/picture_image.h"
 
-#include <string>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "platform/qt/qt_text_measurer.h"
 #include "platform/qt_application.h"
+#include "recording_interface.h"
 #include "view/viewport.h"
 
 using namespace veldra;
 
 namespace {
-
-class SilentInterface final : public UserInterface {
- public:
-    bool message_box(MessageStyle /*style*/, const std::string& /*title*/,
-                     const std::string& text) override {
-        messages += text;
-        return true;
-    }
-    void set_mouse_pointer(int /*pointer*/) override {}
-    std::string messages;
-};
 
 /// Two points 100 m apart on a picture of 600 x 400 logical pixels.
 class PictureImageTest : public veldra_test::QtTest {
@@ -54,7 +42,7 @@ class PictureImageTest : public veldra_test::QtTest {
 
     Session session_;
     QtTextMeasurer measurer_;
-    SilentInterface ui_;
+    test::RecordingInterface ui_;
 };
 
 TEST_F(PictureImageTest, PointsLinesAndLabelsStandWhereTheyBelong) {
@@ -71,7 +59,7 @@ TEST_F(PictureImageTest, PointsLinesAndLabelsStandWhereTheyBelong) {
         }
     }
     EXPECT_GT(ink, 40);
-    EXPECT_EQ(ui_.messages, "");
+    EXPECT_THAT(ui_.texts, testing::IsEmpty());
 }
 
 TEST_F(PictureImageTest, FractionalScalingKeepsPlaces) {
@@ -100,12 +88,48 @@ TEST_F(PictureImageTest, SvgHoldsShapesAndLabels) {
     EXPECT_EQ(svg, svg_bytes(session_, measurer_, ui_, QSize(600, 400)));
 }
 
+TEST_F(PictureImageTest, MemoryIsUsedAgainWhileNobodyElseHoldsThePicture) {
+    const QSize size(40, 30);
+    QImage image = empty_picture(size, 1.0);
+    image.setPixel(3, 4, qRgb(1, 2, 3));
+    const uchar* const memory = image.constBits();
+    clear_picture(image, size, 1.0);
+    EXPECT_EQ(image.constBits(), memory);
+    EXPECT_EQ(image, empty_picture(size, 1.0));
+    image.setPixel(3, 4, qRgb(1, 2, 3));
+    const QImage held = image;
+    clear_picture(image, size, 1.0);
+    EXPECT_EQ(held.pixel(3, 4), qRgb(1, 2, 3));
+    EXPECT_EQ(image, empty_picture(size, 1.0));
+    clear_picture(image, QSize(50, 30), 2.0);
+    EXPECT_EQ(image, empty_picture(QSize(50, 30), 2.0));
+}
+
+TEST_F(PictureImageTest, CopiesHaveMemoryOfTheirOwn) {
+    const QImage from = picture(2.0);
+    QImage copy;
+    for (int i = 0; i < 2; ++i) {
+        copy_picture(from, copy);
+        EXPECT_EQ(copy, from);
+        EXPECT_EQ(copy.dotsPerMeterX(), from.dotsPerMeterX());
+        EXPECT_NE(copy.constBits(), from.constBits());
+        copy.setPixel(3, 4, qRgb(1, 2, 3));
+        copy.setDevicePixelRatio(2);
+        EXPECT_EQ(from.pixel(3, 4), picture_background);
+    }
+    copy_picture(from, copy);
+    EXPECT_EQ(copy.devicePixelRatio(), from.devicePixelRatio());
+    const QImage held = copy;
+    copy_picture(empty_picture(from.size(), 1.0), copy);
+    EXPECT_EQ(held, from);
+}
+
 TEST_F(PictureImageTest, NothingToDrawIsSaidAndLeavesTheBackground) {
     session_.pu.clear();
     session_.lin.clear();
     ++session_.tables_revision;
     const QImage image = picture();
-    EXPECT_EQ(ui_.messages, "Datei enthält keine darzustellenden Objekte");
+    EXPECT_THAT(ui_.texts, testing::ElementsAre("Datei enthält keine darzustellenden Objekte"));
     EXPECT_EQ(image.pixel(150, 200), picture_background);
 }
 

@@ -125,6 +125,14 @@ class FrmDruckerTest : public DialogFixture<FrmDrucker> {
                    "cmd_exemplare_minus", "cmd_exemplare_plus", "cmd_ok", "cmd_abbrechen"}));
     }
 
+    void return_on_abbrechen_gives_up() {
+        open();
+        button("cmd_abbrechen").setFocus();
+        QTest::keyClick(&button("cmd_abbrechen"), Qt::Key_Return);
+        QVERIFY(!dialog_->isVisible());
+        QCOMPARE(dialog_->result(), int{QDialog::Rejected});
+    }
+
     void opening_shows_printer_and_paper() {
         open();
         QCOMPARE(combo("cbo_drucker").count(), 2);

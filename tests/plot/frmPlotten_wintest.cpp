@@ -111,6 +111,14 @@ class FrmPlottenTest : public DialogFixture<FrmPlotten> {
                    "cmd_ok", "cmd_abbrechen"}));
     }
 
+    void return_on_abbrechen_gives_up() {
+        open();
+        button("cmd_abbrechen").setFocus();
+        QTest::keyClick(&button("cmd_abbrechen"), Qt::Key_Return);
+        QVERIFY(!dialog_->isVisible());
+        QCOMPARE(dialog_->result(), int{QDialog::Rejected});
+    }
+
     void opening_shows_the_settings() {
         open();
         QCOMPARE(scale().currentText(), text("1 000"));

@@ -304,6 +304,20 @@ class FrmDarstellungenTest : public DisplayDialogFixture {
         QCOMPARE(boxes_->seen.size(), std::size_t{2});
     }
 
+    void return_presses_the_button_that_has_the_focus() {
+        open();
+        settings().punsigscr[0] = 77;
+        auto& standard = control<QPushButton>(*dialog_, "cmd_standard_bezpun_screen");
+        standard.setFocus();
+        QTest::keyClick(&standard, Qt::Key_Return);
+        QVERIFY(dialog_->isVisible());
+        QCOMPARE(settings().punsigscr[0], 60.0F);
+        button("cmd_abbrechen").setFocus();
+        QTest::keyClick(&button("cmd_abbrechen"), Qt::Key_Return);
+        QVERIFY(!dialog_->isVisible());
+        QCOMPARE(dialog_->result(), int{QDialog::Rejected});
+    }
+
     void vector_scales_go_to_their_slots() {
         open();
         show_tab(DisplayTab::vectors_position);

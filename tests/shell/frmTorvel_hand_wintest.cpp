@@ -1,87 +1,48 @@
+// The main window under mouse and keyboard.
 #include <QDropEvent>
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QMimeData>
-#include <QStatusBar>
 #include <QUrl>
-#include <QWheelEvent>
 #include <cmath>
 
 #include "platform/qt/picture_image.h"
 #include "shell/frmTorvel_status.h"
-#include "shell/torvel_fixture.h"
+#include "shell/hand_fixture.h"
 
 using namespace veldra;
+using test::close_to;
+using test::edges;
 using test::square_network;
 using test::text;
+using test::ViewEdges;
 
 namespace {
 
-using ViewEdges = std::array<double, 4>;
-
-ViewEdges edges(const Viewport& view) {
-    return {view.ansicht_rw_min, view.ansicht_hw_min, view.ansicht_rw_max, view.ansicht_hw_max};
-}
-
-bool close_to(double a, double b, double tolerance = 1e-6) {
-    return std::abs(a - b) <= tolerance;
-}
-
-bool close_to(const ViewEdges& a, const ViewEdges& b, double tolerance = 1e-5) {
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        if (!close_to(a[i], b[i], tolerance)) {
-            return false;
+/// A pixel of the screen within half a logical pixel of a place, in a picture of any resolution.
+bool differs_near(const QImage& a, const QImage& b, double x, double y) {
+    const double ratio = a.devicePixelRatio();
+    const auto first = [ratio](double place) {
+        return static_cast<int>(std::floor((place - 0.5) * ratio));
+    };
+    const auto last = [ratio](double place) {
+        return static_cast<int>(std::ceil((place + 0.5) * ratio));
+    };
+    for (int row = first(y); row <= last(y); ++row) {
+        for (int column = first(x); column <= last(x); ++column) {
+            if (a.pixel(column, row) != b.pixel(column, row)) {
+                return true;
+            }
         }
     }
-    return true;
+    return false;
 }
 
 }  // namespace
 
-/// The main window under mouse and keyboard.
-class FrmTorvelHandTest : public test::TorvelFixture {
+class FrmTorvelHandTest : public test::HandFixture {
     Q_OBJECT
 
  private:
-    [[nodiscard]] QLabel* info() const { return window_->findChild<QLabel*>(text("lbl_punubinf")); }
-    [[nodiscard]] QString undo_text() const { return action("m_ansicht_undo")->text(); }
-    /// Metres of a logical pixel.
-    [[nodiscard]] double pixel() const { return session_.view.ansicht_masseinheit * 15; }
-
-    /// Logical pixel at a place on the ground.
-    [[nodiscard]] QPoint at(double rechts, double hoch) const {
-        return {static_cast<int>(std::lround((rechts - session_.view.ansicht_rw_min) / pixel())),
-                static_cast<int>(std::lround((session_.view.ansicht_hw_max - hoch) / pixel()))};
-    }
-
-    /// The middle of a label.
-    [[nodiscard]] QPoint middle(const Label& label) const {
-        return at(session_.view.ansicht_rw_min + static_cast<double>(label.left + label.width / 2),
-                  session_.view.ansicht_hw_min + static_cast<double>(label.top - label.height / 2));
-    }
-
-    void turn_wheel(const QPoint& place, int angle) {
-        QWheelEvent event(place, picture().mapToGlobal(QPointF(place)), {}, QPoint(0, angle),
-                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(&picture(), &event);
-    }
-
-    /// A kilometre grid with the network's first point on a node.
-    void show_kilometre_squares(std::int16_t nbez) {
-        session_.obj.obj_nube = 2;
-        session_.obj.obj_nbez = nbez;
-        window_->redraw();
-    }
-    /// The visible district label, 0 if there is none.
-    [[nodiscard]] std::int32_t node_label() const {
-        for (std::size_t i = 1; i < session_.lbl_nubez.size(); ++i) {
-            if (session_.lbl_nubez[i].visible) {
-                return static_cast<std::int32_t>(i);
-            }
-        }
-        return 0;
-    }
-
     void drop_on_window(const QList<QUrl>& urls, bool expected) {
         QMimeData data;
         data.setUrls(urls);
@@ -150,13 +111,20 @@ class FrmTorvelHandTest : public test::TorvelFixture {
         press(QPoint(20, 20));
         move(QPoint(120, 90), Qt::LeftButton);
         const QImage after = picture().grab().toImage();
+        const double ratio = after.devicePixelRatio();
+        const int first = qRound(20 * ratio);
+        const int last = qRound(120 * ratio);
         int changed = 0;
-        for (int x = 20; x <= 120; ++x) {
-            changed += before.pixel(x, 20) != after.pixel(x, 20) ? 1 : 0;
+        for (int x = first; x <= last; ++x) {
+            const int y = static_cast<int>(20 * ratio);
+            changed += before.pixel(x, y) != after.pixel(x, y) ? 1 : 0;
         }
-        // Three pixels on, three off.
-        QVERIFY(changed > 40 && changed < 65);
-        QCOMPARE(after.pixel(70, 55), before.pixel(70, 55));
+        // Three logical pixels on, three off.
+        const int all = last - first + 1;
+        QVERIFY2(changed > all * 2 / 5 && changed < all * 13 / 20,
+                 qPrintable(QString::number(changed)));
+        QVERIFY(differs_near(before, after, 70, 20));
+        QVERIFY(!differs_near(before, after, 70, 55));
         release(QPoint(21, 21));
         QCOMPARE(picture().grab().toImage(), before);
     }
@@ -315,171 +283,6 @@ class FrmTorvelHandTest : public test::TorvelFixture {
         QCOMPARE(undo_text(), text("Rückgängig:"));
     }
 
-    void a_label_follows_the_hand_and_stays_where_it_was_dropped() {
-        start_with_network();
-        const Label before = session_.lbl_pubez[3];
-        const QPoint from = middle(before);
-        const QPoint to = from + QPoint(60, -25);
-        const qint64 drawn = picture().shown().cacheKey();
-        press(from, Qt::RightButton);
-        release(from, Qt::RightButton);
-        QVERIFY(info()->isVisible());
-        press(from);
-        QVERIFY(picture().overlay().ghost.has_value());
-        // What it was asked before does not stand in the way.
-        QVERIFY(!info()->isVisible());
-        move(to, Qt::LeftButton);
-        QCOMPARE(session_.window.mouse_pointer, 99);
-        const QRectF ghost = *picture().overlay().ghost;
-        QVERIFY(close_to(ghost.left(), static_cast<double>(before.left) / pixel() + 60, 0.01));
-        QVERIFY(close_to(ghost.width(), static_cast<double>(before.width) / pixel(), 0.01));
-        QCOMPARE(picture().shown().cacheKey(), drawn);
-        QCOMPARE(session_.lbl_pubez[3].left, before.left);
-        release(to);
-        QVERIFY(!picture().overlay().ghost.has_value());
-        const Label& after = session_.lbl_pubez[3];
-        QVERIFY(close_to(static_cast<double>(after.left - before.left), 60 * pixel(), 1e-3));
-        QVERIFY(close_to(static_cast<double>(after.top - before.top), 25 * pixel(), 1e-3));
-        QCOMPARE(undo_text(), text("Rückgängig: Verschiebung Bezeichnung"));
-        const PointRow& row = session_.pu[3];
-        // The label stood 60 % of its height to the east of its point.
-        const double percent = 100 * pixel() / static_cast<double>(after.height);
-        QVERIFY(close_to(row.pu_bez_rechts, 60 + 60 * percent, 0.01));
-        QVERIFY(close_to(row.pu_bez_hoch, 25 * percent, 0.01));
-        // It is found at its new place, and a redraw leaves it there.
-        QVERIFY(picture().label_at(to).has_value());
-        const Label moved = after;
-        window_->redraw();
-        QVERIFY(close_to(static_cast<double>(session_.lbl_pubez[3].left),
-                         static_cast<double>(moved.left), 1e-3));
-        QVERIFY(close_to(static_cast<double>(session_.lbl_pubez[3].top),
-                         static_cast<double>(moved.top), 1e-3));
-        QVERIFY(picture().shown().cacheKey() != drawn);
-    }
-
-    void a_moved_label_can_be_put_back_and_is_in_the_file_at_the_end() {
-        start_with_network();
-        const QPoint from = middle(session_.lbl_pubez[2]);
-        drag(from, from + QPoint(30, 10));
-        action("rückgängig")->trigger();
-        QCOMPARE(session_.pu[2].pu_bez_rechts, 0.0);
-        QVERIFY(!action("rückgängig")->isEnabled());
-        drag(from, from + QPoint(-80, 40));
-        const double rechts = session_.pu[2].pu_bez_rechts;
-        const double hoch = session_.pu[2].pu_bez_hoch;
-        QVERIFY(rechts < 0 && hoch < 0);
-        QVERIFY(window_->close());
-        close_down_window();
-        start();
-        logo()->accept();
-        QVERIFY(QFile::exists(file_));
-        window_->choose_file = [this] { return file_; };
-        action("m_datei_beliebig")->trigger();
-        QVERIFY(close_to(session_.pu[2].pu_bez_rechts, rechts, 0.5));
-        QVERIFY(close_to(session_.pu[2].pu_bez_hoch, hoch, 0.5));
-        QCOMPARE(session_.pu[3].pu_bez_rechts, 0.0);
-    }
-
-    void blank_labels_take_the_click_and_do_nothing() {
-        start_with_network();
-        session_.obj.obj_pube = 0;
-        window_->redraw();
-        const QPoint from = middle(session_.lbl_pubez[3]);
-        QVERIFY(picture().label_at(from).has_value());
-        press(from);
-        move(from + QPoint(100, 100), Qt::LeftButton);
-        QVERIFY(!picture().overlay().ghost.has_value());
-        QVERIFY(!picture().overlay().rubber_band.has_value());
-        release(from + QPoint(100, 100));
-        QCOMPARE(session_.pu[3].pu_bez_rechts, 0.0);
-        QVERIFY(!action("rückgängig")->isEnabled());
-    }
-
-    void district_labels_are_moved_and_put_back() {
-        start_with_network();
-        show_kilometre_squares(1);
-        const std::int32_t i = node_label();
-        QVERIFY(i > 0);
-        const QPoint from = middle(session_.lbl_nubez[static_cast<std::size_t>(i)]);
-        drag(from, from + QPoint(50, -40));
-        QCOMPARE(session_.nuoff.count(), 1);
-        QCOMPARE(session_.nuoff[1].nuoff_bez, std::string("35005600"));
-        QVERIFY(close_to(session_.nuoff[1].nuoff_rechts, 3500000 + 50 * pixel(), 0.01));
-        QVERIFY(close_to(session_.nuoff[1].nuoff_hoch, 5600000 + 40 * pixel(), 0.01));
-        QCOMPARE(undo_text(), text("Rückgängig: Verschiebung NB-Bezeichnung"));
-        window_->redraw();
-        QVERIFY(picture().label_at(from + QPoint(50, -40)).has_value());
-        action("rückgängig")->trigger();
-        QCOMPARE(session_.nuoff.count(), 1);
-        QVERIFY(close_to(session_.nuoff[1].nuoff_rechts, 3500000, 0.01));
-        QVERIFY(close_to(session_.nuoff[1].nuoff_hoch, 5600000, 0.01));
-    }
-
-    void right_click_tells_about_a_point() {
-        start_with_network();
-        const QPoint place = middle(session_.lbl_pubez[4]);
-        press(place, Qt::RightButton);
-        QVERIFY(info()->isVisible());
-        QCOMPARE(info()->text(), text("PBZ: 4"));
-        QCOMPARE(info()->font().family(), text("Courier New"));
-        QVERIFY(info()->font().fixedPitch());
-        // The corner stands at the point.
-        QVERIFY(qAbs(info()->x() - at(3500000, 5600100).x()) <= 1);
-        QVERIFY(qAbs(info()->y() - at(3500000, 5600100).y()) <= 1);
-        move(place, Qt::RightButton);
-        QVERIFY(info()->isVisible());
-        release(place, Qt::RightButton);
-        move(place);
-        QVERIFY(info()->isVisible());
-        move(QPoint(3, 3));
-        QVERIFY(!info()->isVisible());
-    }
-
-    void info_at_the_right_edge_flips() {
-        start_with_network();
-        // The view is moved until point 3 stands near its right edge.
-        const double shift = (3500100 - session_.view.ansicht_rw_max) + 40 * pixel();
-        session_.view.ansicht_rw_min += shift;
-        session_.view.ansicht_rw_max += shift;
-        window_->redraw();
-        session_.pu[3].pu_bez = "ein langer Name";
-        press(at(3500100, 5600100) + QPoint(12, 8), Qt::RightButton);
-        QVERIFY(info()->isVisible());
-        QVERIFY(qAbs(info()->geometry().right() + 1 - at(3500100, 5600100).x()) <= 1);
-    }
-
-    void right_click_tells_about_a_district() {
-        start_with_network();
-        for (const std::int16_t nbez : {std::int16_t{1}, std::int16_t{2}}) {
-            show_kilometre_squares(nbez);
-            const std::int32_t i = node_label();
-            QVERIFY(i > 0);
-            press(middle(session_.lbl_nubez[static_cast<std::size_t>(i)]), Qt::RightButton);
-            QVERIFY(info()->isVisible());
-            QCOMPARE(info()->text(), text(" 34995600 | 35005600 \n  34995599 | 35005599 "));
-            const QPoint centre = info()->geometry().center();
-            QVERIFY(qAbs(centre.x() - at(3500000, 5600000).x()) <= 1);
-            QVERIFY(qAbs(centre.y() - at(3500000, 5600000).y()) <= 1);
-            move(QPoint(3, 3));
-        }
-    }
-
-    void right_click_beside_labels_tells_nothing() {
-        start_with_network();
-        press(QPoint(3, 3), Qt::RightButton);
-        QVERIFY(!info()->isVisible());
-    }
-
-    void pointer_shows_what_can_be_held() {
-        start_with_network();
-        move(middle(session_.lbl_pubez[3]));
-        QCOMPARE(session_.window.mouse_pointer, 99);
-        QCOMPARE(picture().cursor().shape(), Qt::SizeAllCursor);
-        move(QPoint(3, 3));
-        QCOMPARE(session_.window.mouse_pointer, 0);
-        QCOMPARE(picture().cursor().shape(), Qt::ArrowCursor);
-    }
-
     void the_sheets_follow_the_hand_in_plot_mode() {
         start_with_network();
         session_.plotmodus = 1;
@@ -510,14 +313,8 @@ class FrmTorvelHandTest : public test::TorvelFixture {
         const QImage plain = picture().grab().toImage();
         session_.plotmodus = 1;
         window_->redraw();
-        const int y = picture().height() / 2;
         const auto differs_at = [&](const QImage& image, double x) {
-            const int column = static_cast<int>(std::lround(x));
-            bool differs = false;
-            for (int dx = -1; dx <= 1; ++dx) {
-                differs = differs || plain.pixel(column + dx, y) != image.pixel(column + dx, y);
-            }
-            return differs;
+            return differs_near(plain, image, x, picture().height() / 2.0);
         };
         const double left =
             (session_.plot.plot_null_rechts - session_.view.ansicht_rw_min) / pixel();
@@ -533,6 +330,35 @@ class FrmTorvelHandTest : public test::TorvelFixture {
         QVERIFY(dropped != plain);
         window_->redraw();
         QCOMPARE(picture().grab().toImage(), dropped);
+    }
+
+    void a_command_during_the_drag_leaves_the_sheets_where_they_have_come_to() {
+        start_with_network();
+        action("plot_ein")->trigger();
+        const double rechts = session_.plot.plot_null_rechts;
+        const double metres = 40 * pixel();
+        press(QPoint(10, 10));
+        move(QPoint(50, 10), Qt::LeftButton);
+        QVERIFY(session_.window.sheets_moving);
+        int asked = 0;
+        window_->choose_picture_file = [&asked] {
+            ++asked;
+            return QString();
+        };
+        action("m_datei_bild")->trigger();
+        QCOMPARE(asked, 1);
+        QVERIFY(!session_.window.sheets_moving);
+        QVERIFY(session_.window.lbl_legende_visible);
+        QVERIFY(close_to(session_.plot.plot_null_rechts, rechts + metres, 1e-3));
+        const QImage shown = picture().shown();
+        // The hand has lost them: neither moving nor releasing does anything more.
+        move(QPoint(90, 10), Qt::LeftButton);
+        release(QPoint(90, 10));
+        QVERIFY(close_to(session_.plot.plot_null_rechts, rechts + metres, 1e-3));
+        QCOMPARE(picture().shown(), shown);
+        window_->redraw();
+        QCOMPARE(picture().shown(), shown);
+        QCOMPARE(undo_text(), text("Rückgängig: Verschiebung Blatteinteilung"));
     }
 
     void plot_origin_is_fitted_by_its_command() {
@@ -667,16 +493,6 @@ class FrmTorvelHandTest : public test::TorvelFixture {
         drop_on_window({QUrl::fromLocalFile(path("ve_fall.dat"))}, false);
         QCOMPARE(session_.datei_geladen, std::int16_t{0});
     }
-
- private:
-    /// Ends the program and begins another in the same folders.
-    void close_down_window() {
-        file_ = path("ve_quadrat.dat");
-        window_.reset();
-        session_ = Session();
-    }
-
-    QString file_;
 };
 
 QTEST_MAIN(FrmTorvelHandTest)

@@ -1,12 +1,17 @@
 // The dialog of network parts, driven by mouse and keyboard.
 #include <QListWidget>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QScreen>
+#include <QWindow>
 
+#include "cut_off_controls.h"
 #include "dialog_driver.h"
+#include "dialog_keys.h"
 #include "torvel_fixture.h"
 #include "unnamed_controls.h"
 #include "view/frmNetzteile.h"
+#include "view/frmObjekte.h"
 
 using namespace veldra;
 using namespace veldra::test;
@@ -30,10 +35,7 @@ class FrmNetzteileTest : public TorvelFixture {
  private:
     void open_parts() {
         write("ve_teile.dat", three_parts);
-        start();
-        logo()->accept();
-        window_->choose_file = [this] { return path("ve_teile.dat"); };
-        action("m_datei_beliebig")->trigger();
+        start_and_open("ve_teile.dat");
         QVERIFY(dialog() != nullptr);
         QVERIFY(QTest::qWaitForWindowExposed(dialog()));
     }
@@ -97,6 +99,79 @@ class FrmNetzteileTest : public TorvelFixture {
     void every_control_can_be_told_by_a_screen_reader() {
         open_parts();
         QCOMPARE(veldra_test::unnamed_controls(*dialog()), QStringList());
+    }
+
+    /// The menus of the main window hear their letters in this dialog too.
+    void no_letter_leads_to_two_places() {
+        open_parts();
+        QCOMPARE(veldra_test::shared_mnemonics(*dialog()), QStringList());
+        QString of_menus;
+        for (const QAction* entry : window_->menuBar()->actions()) {
+            of_menus += entry->text().section(QLatin1Char('&'), 1, 1).left(1).toLower();
+        }
+        QVERIFY(of_menus.size() >= 6);
+        for (const auto* widget : dialog()->findChildren<QPushButton*>()) {
+            const QString letter = widget->text().section(QLatin1Char('&'), 1, 1).left(1);
+            QCOMPARE(letter.size(), 1);
+            QVERIFY2(!of_menus.contains(letter.toLower()), qPrintable(widget->text()));
+        }
+    }
+
+    void letters_press_the_buttons() {
+        open_parts();
+        dialog()->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(dialog()));
+        QTest::keyClick(&list(), Qt::Key_N, Qt::AltModifier);
+        QTRY_COMPARE(marks(), text("011"));
+        QTest::keyClick(&list(), Qt::Key_L, Qt::AltModifier);
+        QTRY_COMPARE(marks(), text("111"));
+        button("cmd_anzeigen").setFocus();
+        QTest::keyClick(dialog()->focusWidget(), Qt::Key_J, Qt::AltModifier);
+        QTRY_VERIFY(list().hasFocus());
+        QTest::keyClick(&list(), Qt::Key_Down);
+        QTest::keyClick(&list(), Qt::Key_Z, Qt::AltModifier);
+        QTRY_COMPARE(session_.netz_aktuell, 2);
+    }
+
+    void return_presses_the_button_that_has_the_focus() {
+        open_parts();
+        click_row(1);
+        button("cmd_nicht_plotten").setFocus();
+        QTest::keyClick(&button("cmd_nicht_plotten"), Qt::Key_Return);
+        QCOMPARE(marks(), text("101"));
+        QCOMPARE(session_.netz_aktuell, 1);
+        QVERIFY(button("cmd_plotten").hasFocus());
+        QTest::keyClick(&button("cmd_plotten"), Qt::Key_Return);
+        QCOMPARE(marks(), text("111"));
+        list().setFocus();
+        QTest::keyClick(&list(), Qt::Key_Return);
+        QCOMPARE(session_.netz_aktuell, 2);
+    }
+
+    void keyboard_goes_through_list_and_buttons() {
+        open_parts();
+        dialog()->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(dialog()));
+        QVERIFY(list().hasFocus());
+        QCOMPARE(
+            veldra_test::tab_chain(*dialog()),
+            QStringList({text("lst_netzteile"), text("cmd_nicht_plotten"), text("cmd_anzeigen")}));
+    }
+
+    /// The selection that is being made is that of the part in view.
+    void a_modal_dialog_keeps_the_hand_off_the_parts() {
+        open_parts();
+        click_row(1);
+        action("m_torvel_objekte")->trigger();
+        auto* modal = window_->findChild<FrmObjekte*>();
+        QVERIFY(QTest::qWaitForWindowExposed(modal));
+        QPushButton& show_part = button("cmd_anzeigen");
+        const QPoint place = show_part.mapTo(dialog(), show_part.rect().center());
+        QTest::mouseClick(dialog()->windowHandle(), Qt::LeftButton, {}, place);
+        QCOMPARE(session_.netz_aktuell, 1);
+        modal->close();
+        QTest::mouseClick(dialog()->windowHandle(), Qt::LeftButton, {}, place);
+        QCOMPARE(session_.netz_aktuell, 2);
     }
 
     void a_file_without_parts_never_shows_it() {
@@ -286,9 +361,8 @@ class FrmNetzteileTest : public TorvelFixture {
         if (!pictures.isEmpty()) {
             QVERIFY(dialog()->grab().save(pictures + text("/frmNetzteile.png")));
         }
-        for (const char* name : {"cmd_plotten", "cmd_nicht_plotten", "cmd_anzeigen"}) {
-            QVERIFY2(button(name).width() >= button(name).minimumSizeHint().width(), name);
-        }
+        QCOMPARE(veldra_test::cut_off_controls(*dialog()), QStringList());
+        QVERIFY(window_->screen()->availableGeometry().contains(dialog()->geometry()));
         QVERIFY(list().viewport()->height() >= 3 * list().sizeHintForRow(0));
     }
 };

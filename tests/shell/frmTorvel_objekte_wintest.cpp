@@ -9,13 +9,16 @@
 #include <QScrollArea>
 #include <QScrollBar>
 
+#include "cut_off_controls.h"
 #include "dialog_driver.h"
+#include "dialog_keys.h"
 #include "torvel_fixture.h"
 #include "unnamed_controls.h"
 #include "view/frmObjekte.h"
 
 using namespace veldra;
 using namespace veldra::test;
+using veldra_test::click_mark;
 using veldra_test::control;
 
 class FrmObjekteTest : public TorvelFixture {
@@ -40,11 +43,8 @@ class FrmObjekteTest : public TorvelFixture {
     [[nodiscard]] QRadioButton& option(const char* name) const {
         return of_dialog<QRadioButton>(name);
     }
-    /// A radio button or check box takes clicks on its mark and its text only.
-    void click(QWidget& widget) const {
-        QTest::mouseClick(&widget, Qt::LeftButton, {}, QPoint(8, widget.height() / 2));
-    }
-    void press_ok() { click(of_dialog("cmd_ok")); }
+    void click(QAbstractButton& button) const { click_mark(button); }
+    void press_ok() { click(of_dialog<QAbstractButton>("cmd_ok")); }
 
     /// Options of a group that are usable, as "101".
     [[nodiscard]] QString usable(const char* group, int first, int last) const {
@@ -149,26 +149,10 @@ class FrmObjekteTest : public TorvelFixture {
 
     void no_two_captions_share_a_shortcut() {
         open_dialog();
-        QStringList captions;
+        QCOMPARE(veldra_test::shared_mnemonics(*dialog()), QStringList());
         for (const auto* frame : dialog()->findChildren<QGroupBox*>()) {
-            captions << frame->title();
+            QVERIFY2(frame->title().contains(QLatin1Char('&')), qPrintable(frame->title()));
         }
-        for (const auto* label : dialog()->findChildren<QLabel*>()) {
-            captions << label->text();
-        }
-        for (const auto* button : dialog()->findChildren<QAbstractButton*>()) {
-            captions << button->text();
-        }
-        QString letters;
-        for (const QString& caption : captions) {
-            const qsizetype mark = caption.indexOf(QLatin1Char('&'));
-            if (mark >= 0) {
-                const QChar letter = caption[mark + 1].toLower();
-                QVERIFY2(!letters.contains(letter), qPrintable(caption));
-                letters += letter;
-            }
-        }
-        QCOMPARE(letters.size(), 15);
     }
 
     void opening_shows_the_selection_and_clears_undo() {
@@ -224,11 +208,8 @@ class FrmObjekteTest : public TorvelFixture {
 
     void ok_moves_the_zero_point_of_an_empty_part_and_closing_does_not() {
         write("ve_leer.dat", "HÖHENUNTERSCHIED 1 2 3 4\r\n");
-        start();
-        logo()->accept();
-        window_->choose_file = [this] { return path("ve_leer.dat"); };
         veldra_test::MessageBoxes boxes;
-        action("m_datei_beliebig")->trigger();
+        start_and_open("ve_leer.dat");
         session_.plot.plot_null_rechts = 17;
         action("m_torvel_objekte")->trigger();
         dialog()->close();
@@ -250,7 +231,7 @@ class FrmObjekteTest : public TorvelFixture {
         QVERIFY(!of_dialog("chk_test_restkl").isEnabled());
         QVERIFY(of_dialog("chk_test_beob").isEnabled());
         QVERIFY(!of_dialog("fra_test").isEnabled());
-        click(of_dialog("chk_test_beob"));
+        click(of_dialog<QAbstractButton>("chk_test_beob"));
         QCOMPARE(session_.obj.obj_test_beob, std::int16_t{-1});
         QVERIFY(of_dialog("fra_test").isEnabled());
         QCOMPARE(usable("opt_test", 1, 3), text("111"));
@@ -261,7 +242,7 @@ class FrmObjekteTest : public TorvelFixture {
         click(option("opt_puwe_5"));
         QVERIFY(of_dialog("chk_test_restkl").isEnabled());
         QCOMPARE(usable("opt_test", 1, 3), text("111"));
-        click(of_dialog("chk_test_restkl"));
+        click(of_dialog<QAbstractButton>("chk_test_restkl"));
         QCOMPARE(usable("opt_test", 1, 3), text("110"));
         QVERIFY(option("opt_test_1").isChecked());
         QCOMPARE(session_.obj.obj_test, std::int16_t{1});
@@ -276,7 +257,7 @@ class FrmObjekteTest : public TorvelFixture {
         QCOMPARE(usable("opt_test", 1, 3), text("000"));
         click(option("opt_puwe_2"));
         QVERIFY(of_dialog("chk_epbe").isEnabled());
-        click(of_dialog("chk_epbe"));
+        click(of_dialog<QAbstractButton>("chk_epbe"));
         QCOMPARE(session_.obj.obj_epbe, std::int16_t{-1});
     }
 
@@ -316,17 +297,17 @@ class FrmObjekteTest : public TorvelFixture {
         click(option("opt_nube_2"));
         QVERIFY(typed.isEnabled());
         QVERIFY(of_dialog("cmd_nubemerit_1").isEnabled());
-        click(of_dialog("cmd_nubemerit_2"));
+        click(of_dialog<QAbstractButton>("cmd_nubemerit_2"));
         QCOMPARE(session_.obj.obj_nube_meridian, 4);
         QCOMPARE(typed.text(), text("4"));
         veldra_test::type(typed, "0");
-        click(of_dialog("cmd_nubemerit_1"));
+        click(of_dialog<QAbstractButton>("cmd_nubemerit_1"));
         QCOMPARE(session_.obj.obj_nube_meridian, 119);
         typed.setFocus();
         QTest::keyClick(&typed, Qt::Key_Right);
         QCOMPARE(session_.obj.obj_nube_meridian, 0);
         QCOMPARE(typed.text(), text("0"));
-        QTest::keyClick(&typed, Qt::Key_Left);
+        QTest::keyClick(&typed, Qt::Key_Left, Qt::KeypadModifier);
         QCOMPARE(session_.obj.obj_nube_meridian, 119);
         QTest::keyClick(&typed, Qt::Key_Up);
         QVERIFY(option("opt_nube_3").hasFocus());
@@ -360,14 +341,25 @@ class FrmObjekteTest : public TorvelFixture {
         QTest::keyClick(dialog()->focusWidget(), Qt::Key_Down);
         QVERIFY(option("opt_beob_2").isChecked());
         QCOMPARE(session_.obj.obj_beob, std::int16_t{2});
-        QStringList order;
-        for (int i = 0; i < 12; ++i) {
-            QTest::keyClick(dialog()->focusWidget(), Qt::Key_Tab);
-            order << dialog()->focusWidget()->objectName();
+        QCOMPARE(veldra_test::tab_chain(*dialog()).join(QLatin1Char(' ')),
+                 text("opt_beob_2 chk_test_beob opt_pusi_1 opt_puwe_0 opt_pube_1 opt_nube_1 "
+                      "opt_nbez_1 opt_bezu_1 opt_verw_3 cmd_ok"));
+    }
+
+    void shortcut_of_the_district_labels_leads_to_the_choice_and_keeps_it() {
+        open_dialog();
+        dialog()->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(dialog()));
+        for (const std::int16_t chosen : {std::int16_t{1}, std::int16_t{2}, std::int16_t{0}}) {
+            const QByteArray name = "opt_nbez_" + QByteArray::number(chosen);
+            click(option(name.constData()));
+            QCOMPARE(session_.obj.obj_nbez, chosen);
+            option("opt_beob_1").setFocus();
+            QTest::keyClick(dialog(), Qt::Key_B, Qt::AltModifier);
+            QTRY_VERIFY(option(name.constData()).hasFocus());
+            QTest::qWait(150);  // a click by shortcut takes its time
+            QCOMPARE(session_.obj.obj_nbez, chosen);
         }
-        QCOMPARE(order.join(QLatin1Char(' ')),
-                 text("chk_test_beob opt_pusi_1 opt_puwe_0 opt_pube_1 opt_nube_1 opt_nbez_1 "
-                      "opt_bezu_1 opt_verw_3 cmd_ok opt_beob_2 chk_test_beob opt_pusi_1"));
     }
 
     void shortcuts_of_frames_and_boxes_work() {
@@ -397,10 +389,7 @@ class FrmObjekteTest : public TorvelFixture {
         window_->end_by_system();
         QVERIFY(!window_->isVisible());
         QVERIFY(!window_->run().programm_aktiv);
-        start();
-        logo()->accept();
-        window_->choose_file = [this] { return path("ve_quadrat.dat"); };
-        action("m_datei_beliebig")->trigger();
+        start_and_open("ve_quadrat.dat");
         QCOMPARE(session_.obj.obj_verw, std::int16_t{6});
     }
 
@@ -411,24 +400,71 @@ class FrmObjekteTest : public TorvelFixture {
         if (!pictures.isEmpty()) {
             QVERIFY(dialog()->grab().save(pictures + text("/frmObjekte.png")));
         }
-        for (const auto* button : dialog()->findChildren<QAbstractButton*>()) {
-            const QSize room = button->size();
-            const QSize wanted = button->minimumSizeHint();
-            QVERIFY2(room.width() >= wanted.width() || button->text().size() == 1,
-                     qPrintable(button->objectName()));
-            QVERIFY2(room.height() >= button->fontMetrics().height(),
-                     qPrintable(button->objectName()));
-        }
-        for (const auto* label : dialog()->findChildren<QLabel*>()) {
-            QVERIFY2(label->width() >= label->sizeHint().width(), qPrintable(label->objectName()));
-        }
-        const QSize screen = window_->screen()->size();
-        QVERIFY(dialog()->height() <= screen.height());
-        QVERIFY(dialog()->width() <= screen.width());
-        if (screen.width() >= 960 && screen.height() >= 540) {
-            auto* area = dialog()->findChild<QScrollArea*>();
+        QCOMPARE(veldra_test::cut_off_controls(*dialog()), QStringList());
+        const QSize screen = window_->screen()->availableSize();
+        QVERIFY(dialog()->frameGeometry().width() <= screen.width());
+        QVERIFY(dialog()->frameGeometry().height() <= screen.height());
+        auto* area = dialog()->findChild<QScrollArea*>();
+        QVERIFY(area->widget()->width() >= area->widget()->minimumSizeHint().width());
+        QVERIFY(area->widget()->height() >= area->widget()->minimumSizeHint().height());
+        // What a screen of 1366 x 768 has at 150 percent is room enough.
+        const double scale = dialog()->logicalDpiY() / 96.0;
+        if (screen.width() >= 910 * scale && screen.height() >= 512 * scale) {
             QCOMPARE(area->verticalScrollBar()->maximum(), 0);
             QCOMPARE(area->horizontalScrollBar()->maximum(), 0);
+        }
+    }
+
+    void the_keyboard_brings_controls_into_sight() {
+        open_dialog();
+        dialog()->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(dialog()));
+        dialog()->resize(400, 300);
+        auto* area = dialog()->findChild<QScrollArea*>();
+        const auto in_sight = [&](const char* name) {
+            const QWidget& widget = of_dialog(name);
+            return area->viewport()->rect().contains(
+                QRect(widget.mapTo(area->viewport(), QPoint()), QSize(16, widget.height())));
+        };
+        QTRY_VERIFY(area->verticalScrollBar()->maximum() > 0);
+        QVERIFY(!in_sight("opt_verw_3"));
+        QTest::keyClick(dialog(), Qt::Key_V, Qt::AltModifier);
+        QTRY_VERIFY(in_sight("opt_verw_3"));
+        QVERIFY(!in_sight("opt_verw_7"));
+        for (int i = 0; i < 4; ++i) {
+            QTest::keyClick(dialog()->focusWidget(), Qt::Key_Down);
+        }
+        QCOMPARE(session_.obj.obj_verw, std::int16_t{7});
+        QVERIFY(in_sight("opt_verw_7"));
+        QTest::keyClick(dialog()->focusWidget(), Qt::Key_Backtab);
+        QVERIFY(in_sight("opt_bezu_1"));
+    }
+
+    void eastings_decide_between_dhdn_and_etrs_data() {
+        QTest::addColumn<QByteArray>("easting");
+        QTest::addColumn<QString>("systems");
+        QTest::newRow("strip 2") << QByteArray("2500000") << text("1101");
+        QTest::newRow("just below 16 million") << QByteArray("15999999.999") << text("1101");
+        QTest::newRow("16 million") << QByteArray("16000000") << text("1011");
+        QTest::newRow("zone 32") << QByteArray("32500000") << text("1011");
+    }
+
+    void eastings_decide_between_dhdn_and_etrs() {
+        QFETCH(QByteArray, easting);
+        QFETCH(QString, systems);
+        write("ve_ost.dat", "PUNKTSIGNATUR " + easting + " 5600000 0 0 1 \"1\"\r\n");
+        start_and_open("ve_ost.dat");
+        action("m_torvel_objekte")->trigger();
+        QCOMPARE(usable("opt_bezu", 0, 3), systems);
+    }
+
+    void return_is_ok_from_everywhere() {
+        start_with_network();
+        for (const char* name : {"opt_beob_1", "chk_test_beob", "opt_verw_3"}) {
+            action("m_torvel_objekte")->trigger();
+            of_dialog(name).setFocus();
+            QTest::keyClick(&of_dialog(name), Qt::Key_Return);
+            QTRY_VERIFY2(dialog() == nullptr, name);
         }
     }
 };

@@ -75,14 +75,17 @@ class TorvelFixture : public QObject {
         return *window_;
     }
 
-    /// A plain start with the logo out of the way and a network opened, that of the square unless
-    /// told otherwise.
-    void start_with_network(const QByteArray& network = square_network) {
-        write("ve_quadrat.dat", network);
+    /// A plain start with the logo out of the way and a file opened.
+    void start_and_open(const char* name) {
         start();
         logo()->accept();
-        window_->choose_file = [this] { return path("ve_quadrat.dat"); };
+        window_->choose_file = [file = path(name)] { return file; };
         action("m_datei_beliebig")->trigger();
+    }
+    /// The same with a network, that of the square unless told otherwise.
+    void start_with_network(const QByteArray& network = square_network) {
+        write("ve_quadrat.dat", network);
+        start_and_open("ve_quadrat.dat");
     }
 
     [[nodiscard]] QAction* action(const char* name) const {

@@ -198,7 +198,10 @@ class FrmLegendeTest : public DialogFixture<FrmLegende> {
             with_size = sizes;
             return std::optional<FontSpec>({"Courier", 24, -1, -1, 0});
         };
-        click(control<QPushButton>(*dialog_, "cmd_schrift_3"));
+        auto& schrift = control<QPushButton>(*dialog_, "cmd_schrift_3");
+        schrift.setFocus();
+        QTest::keyClick(&schrift, Qt::Key_Return);
+        QVERIFY(dialog_->isVisible());
         QCOMPARE(name, QStringLiteral("dlg_schrift"));
         QVERIFY(with_size);
         QCOMPARE(given.face, std::string("Arial"));

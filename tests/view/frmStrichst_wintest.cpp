@@ -92,14 +92,18 @@ class FrmStrichstTest : public QObject {
     }
 
     void abbrechen_and_escape_leave_the_width() {
-        for (const bool by_key : {false, true}) {
+        for (const int way : {0, 1, 2}) {
             LineWidthChoice choice{3, 0, 0};
             FrmStrichst dialog(nullptr, choice, QString());
             dialog.show();
             click(picture(dialog, 6));
             QCOMPARE(dialog.held(), std::int16_t{6});
-            if (by_key) {
+            if (way == 0) {
                 QTest::keyClick(&dialog, Qt::Key_Escape);
+            } else if (way == 1) {
+                auto& abbrechen = control<QPushButton>(dialog, "cmd_abbrechen");
+                abbrechen.setFocus();
+                QTest::keyClick(&abbrechen, Qt::Key_Return);
             } else {
                 click(control<QPushButton>(dialog, "cmd_abbrechen"));
             }

@@ -267,6 +267,30 @@ TEST_F(SelectionTaken, ReadsTheChosenObservationsAndKeepsThePointsAndTheView) {
     EXPECT_EQ(ui.pointers.back(), 0);
 }
 
+TEST_F(SelectionTaken, RunsTheTwoPassesOfTheSelectionOnly) {
+    open(two_kinds);
+    // Another text in the file shows who has looked into it since.
+    use_file(
+        "VERFAHRENLEGENDE anders\nMAßSTABGRUNDRISS 500\nTITEL2 anders\n"
+        "OBJEKTE 0 0 0 0 0 0 0 0 0 1 0 1 1 -99 0\nNUMBEZOFFSET 5208 1 2\n"
+        "PUNKTSIGNATUR 3500000 5600000 0 0 1 \"anders\"\n"
+        "PUNKTSIGNATUR 3500900 5600900 0 0 1 \"neu\"\n"
+        "DISTANZ 3500000 5600000 3500100 5600000\nDISTANZ 3500000 5600000 3500100 5600100\n");
+    const double scale = session.plot.plot_massstab;
+    const std::string title = session.titel[0].getTitelText();
+    auswahl_uebernehmen(session, SelectionLeft::by_ok, desk);
+    // Header and point pass stayed away.
+    EXPECT_EQ(session.titel[0].getTitelText(), title);
+    EXPECT_EQ(session.titel[1].getTitelText(), "");
+    EXPECT_EQ(session.plot.plot_massstab, scale);
+    EXPECT_EQ(session.pu.count(), 3);
+    EXPECT_EQ(session.pu[1].pu_bez, "1");
+    EXPECT_EQ(session.nuoff.count(), 0);
+    EXPECT_EQ(session.obj.obj_beob, 1);
+    // The other two read what is there now.
+    EXPECT_EQ(session.lin.count(), 2);
+}
+
 TEST_F(SelectionTaken, DerivesTheValueModes) {
     open(two_kinds);
     session.obj.obj_puwe = 6;

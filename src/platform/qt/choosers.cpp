@@ -74,7 +74,6 @@ std::optional<FontChoice> ask_for_font(QWidget* parent, const QString& name,
     auto* farbe = new QPushButton(QStringLiteral("Far&be..."), &dialog);
     farbe->setObjectName(QStringLiteral("cmd_farbe"));
     farbe->setAccessibleName(QStringLiteral("Farbe der Schrift"));
-    farbe->setAutoDefault(false);
     std::int32_t colour = choice.colour;
     const auto show_colour = [&] {
         QPixmap swatch(farbe->iconSize());

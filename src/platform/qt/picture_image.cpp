@@ -3,6 +3,7 @@
 #include <QBuffer>
 #include <QImageWriter>
 #include <QSvgGenerator>
+#include <cstring>
 
 #include "drawing/preview.h"
 #include "platform/os/files.h"
@@ -41,6 +42,35 @@ PictureMapping session_mapping(const Session& session, const QImage& image,
     return picture_mapping(image, session.view.ansicht_rw_max - session.view.ansicht_rw_min,
                            session.view.ansicht_hw_max - session.view.ansicht_hw_min,
                            device_pixel_ratio);
+}
+
+namespace {
+
+bool can_be_used_again(const QImage& image, QSize pixels) {
+    return image.size() == pixels && image.format() == QImage::Format_RGB32 && image.isDetached();
+}
+
+}  // namespace
+
+void clear_picture(QImage& image, QSize pixels, double device_pixel_ratio) {
+    if (!can_be_used_again(image, pixels)) {
+        image = empty_picture(pixels, device_pixel_ratio);
+        return;
+    }
+    image.setDevicePixelRatio(1);
+    image.fill(picture_background);
+    set_logical_resolution(image, device_pixel_ratio);
+}
+
+void copy_picture(const QImage& from, QImage& image) {
+    if (!can_be_used_again(image, from.size())) {
+        image = from.copy();
+        return;
+    }
+    image.setDevicePixelRatio(from.devicePixelRatio());
+    image.setDotsPerMeterX(from.dotsPerMeterX());
+    image.setDotsPerMeterY(from.dotsPerMeterY());
+    std::memcpy(image.bits(), from.constBits(), static_cast<std::size_t>(from.sizeInBytes()));
 }
 
 QImage empty_picture(QSize pixels, double device_pixel_ratio) {

@@ -22,6 +22,13 @@ constexpr QRgb picture_background = qRgb(255, 250, 240);
 /// An empty picture of `pixels` device pixels.
 [[nodiscard]] QImage empty_picture(QSize pixels, double device_pixel_ratio);
 
+/// Makes an image an empty picture of `pixels` device pixels. Its memory is used again if it fits:
+/// the system takes longer to hand out new pages than a step of the view takes to draw.
+void clear_picture(QImage& image, QSize pixels, double device_pixel_ratio);
+
+/// Makes an image the same picture as `from`, in the memory that it has if that fits.
+void copy_picture(const QImage& from, QImage& image);
+
 /// Draws all layers of the session, without the labels, on an empty picture: those of the screen,
 /// or of the preview in plot mode, which looks at the application printer. Whatever drawing changes
 /// of the session or says to the user, happens.

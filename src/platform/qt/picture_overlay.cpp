@@ -73,6 +73,7 @@ void paint_overlay(QPainter& painter, const PictureOverlay& overlay, const Sessi
     if (overlay.rubber_band) {
         QPen dotted(Qt::white, 1);
         dotted.setDashPattern({3, 3});
+        dotted.setCapStyle(Qt::FlatCap);  // others make the dashes longer at higher resolutions
         painter.setPen(dotted);
         painter.drawRect(*overlay.rubber_band);
     }

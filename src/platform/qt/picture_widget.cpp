@@ -49,12 +49,13 @@ void PictureWidget::redraw(Session& session, UserInterface& ui, Printer* printer
         return;
     }
     const double ratio = devicePixelRatioF();
-    QImage layers = empty_picture(device_size(), ratio);
+    QImage layers = std::exchange(spare_, QImage());
+    clear_picture(layers, device_size(), ratio);
     {
         const Pointing pointing(unfinished_, layers);
         draw_layers(session, measurer_, ui, layers, ratio, printer);
     }
-    layers_ = std::move(layers);
+    spare_ = std::exchange(layers_, std::move(layers));
     ratio_ = ratio;
     repaint_labels();
     if (std::exchange(redraw_missed_, false)) {
@@ -66,7 +67,7 @@ void PictureWidget::repaint_labels() {
     if (layers_.isNull() || is_drawing()) {
         return;
     }
-    shown_ = layers_.copy();
+    copy_picture(layers_, shown_);
     draw_labels(session_, labels_, shown_, ratio_);
     shown_.setDevicePixelRatio(ratio_);
     update();
@@ -76,13 +77,14 @@ void PictureWidget::show_unfinished() {
     if (!is_drawing()) {
         return;
     }
-    shown_ = unfinished_->copy();
+    copy_picture(*unfinished_, shown_);
     shown_.setDevicePixelRatio(devicePixelRatioF());
     update();
 }
 
 void PictureWidget::clear() {
     layers_ = QImage();
+    spare_ = QImage();
     shown_ = QImage();
     update();
 }

@@ -75,6 +75,7 @@ class PictureWidget final : public QWidget {
     TextMeasurer& measurer_;
     LabelPainter labels_;
     QImage layers_;                       ///< null: nothing is shown
+    QImage spare_;                        ///< memory of the layers before, for the next ones
     QImage shown_;                        ///< layers and labels
     const QImage* unfinished_ = nullptr;  ///< being drawn
     bool redraw_missed_ = false;
