@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "drawing/length_units.h"
 #include "drawing/preview.h"
 #include "graphikdatei/observation_pass.h"
 #include "graphikdatei/value_pass.h"

@@ -278,7 +278,7 @@ TEST_F(SelectionTaken, RunsTheTwoPassesOfTheSelectionOnly) {
         "DISTANZ 3500000 5600000 3500100 5600000\nDISTANZ 3500000 5600000 3500100 5600100\n");
     const double scale = session.plot.plot_massstab;
     const std::string title = session.titel[0].getTitelText();
-    auswahl_uebernehmen(session, SelectionLeft::by_ok, desk);
+    auswahl_uebernehmen(session, session.obj, SelectionLeft::by_ok, desk);
     // Header and point pass stayed away.
     EXPECT_EQ(session.titel[0].getTitelText(), title);
     EXPECT_EQ(session.titel[1].getTitelText(), "");
