@@ -2,7 +2,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QElapsedTimer>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -79,19 +78,6 @@ class DialogFixture : public QObject {
         widget(first).setFocus();
         QCOMPARE(tab_chain(*dialog_), by_tab);
         QCOMPARE(default_buttons(*dialog_), names({"cmd_ok"}));
-    }
-
-    /// `open` shows the dialog; it may take a tenth of a second once everything that is loaded only
-    /// once is there.
-    template <typename Open>
-    void verify_opens_fast(Open&& open) {
-        open();
-        dialog_.reset();
-        QElapsedTimer clock;
-        clock.start();
-        open();
-        dialog_->grab();
-        QVERIFY2(clock.elapsed() < 100, qPrintable(QString::number(clock.elapsed())));
     }
 
     /// `open` shows the dialog; with letters twice as large no control is cut off.

@@ -487,10 +487,6 @@ class FrmDruckerTest : public DialogFixture<FrmDrucker> {
     void captions_have_room_with_large_letters() {
         verify_room_for_large_letters([this] { open(); });
     }
-
-    void opens_within_a_tenth_of_a_second() {
-        verify_opens_fast([this] { open(); });
-    }
 };
 
 QTEST_MAIN(FrmDruckerTest)

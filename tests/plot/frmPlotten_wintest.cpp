@@ -426,10 +426,6 @@ class FrmPlottenTest : public DialogFixture<FrmPlotten> {
     void captions_have_room_with_large_letters() {
         verify_room_for_large_letters([this] { open(); });
     }
-
-    void opens_within_a_tenth_of_a_second() {
-        verify_opens_fast([this] { open(); });
-    }
 };
 
 QTEST_MAIN(FrmPlottenTest)

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <ctime>
 
 #include "display_dialog_fixture.h"
 #include "scripted_printer.h"
@@ -339,34 +338,6 @@ class FrmDarstellungenPensTest : public DisplayDialogFixture {
         QVERIFY(control<QLabel>(*dialog_, "lbl_druckerda").isVisible());
         type_and_enter(box("txt_pubez_schrift_plott"), "3");
         QCOMPARE(settings().pubsizplo, 3.0F);
-    }
-
-    /// Processor time: what others do on the machine does not count.
-    void opening_takes_less_than_a_tenth_of_a_second_and_samples_less_than_a_frame() {
-        open();  // fonts are at hand from here on
-        dialog_.reset();
-        const auto milliseconds = [](const auto& work) {
-            const std::clock_t before = std::clock();
-            work();
-            return 1000.0 * static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
-        };
-        double opening = 1000;
-        for (int i = 0; i < 3; ++i) {
-            opening = std::min(opening, milliseconds([this] {
-                                   FrmDarstellungen dialog(nullptr, *session_, measurer_, nullptr);
-                                   dialog.show();
-                                   QApplication::processEvents();
-                               }));
-        }
-        QVERIFY2(opening < 100, qPrintable(QString::number(opening)));
-        open();
-        for (SamplePicture* sample : dialog_->findChildren<SamplePicture*>()) {
-            double drawing = 1000;
-            for (int i = 0; i < 5; ++i) {
-                drawing = std::min(drawing, milliseconds([sample] { sample->grab(); }));
-            }
-            QVERIFY2(drawing < 16, qPrintable(sample->objectName()));
-        }
     }
 };
 

@@ -331,22 +331,6 @@ class AllDialogsTest : public TorvelFixture {
         QCOMPARE(session_.datei_geladen, std::int16_t{0});
     }
 
-    void opening_takes_less_than_a_tenth_of_a_second() {
-        for (const Row& row : rows()) {
-            qint64 fastest = 1000;
-            for (int i = 0; i < 3; ++i) {
-                QElapsedTimer clock;
-                clock.start();
-                QDialog* const dialog = row.open();
-                QVERIFY2(dialog != nullptr, row.name);
-                dialog->grab();
-                fastest = std::min(fastest, clock.elapsed());
-                close_dialog(dialog);
-            }
-            QVERIFY2(fastest < 100, qPrintable(text(row.name) + QString::number(fastest)));
-        }
-    }
-
     /// No caption is cut off, with the usual letters and with those of a large screen.
     void sizes_follow_the_font() {
         const QFont usual = QApplication::font();

@@ -286,10 +286,6 @@ class FrmLegendeTest : public DialogFixture<FrmLegende> {
     void captions_have_room_with_large_letters() {
         verify_room_for_large_letters([this] { open(); });
     }
-
-    void opens_within_a_tenth_of_a_second() {
-        verify_opens_fast([this] { open(); });
-    }
 };
 
 QTEST_MAIN(FrmLegendeTest)

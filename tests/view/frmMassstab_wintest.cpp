@@ -1,4 +1,3 @@
-#include <QElapsedTimer>
 #include <QGroupBox>
 #include <QLabel>
 #include <QTest>
@@ -265,19 +264,6 @@ class FrmMassstabTest : public QObject {
     void every_control_has_a_name() {
         open();
         QCOMPARE(unnamed_controls(*dialog_), QStringList());
-    }
-
-    void opens_fast() {
-        session_.obj.obj_wert_lage = 1;
-        session_.obj.obj_wert_hoehe = 1;
-        open();
-        dialog_.reset();
-        QElapsedTimer timer;
-        timer.start();
-        dialog_ = std::make_unique<FrmMassstab>(window_.get(), session_);
-        dialog_->show();
-        dialog_->grab();
-        QVERIFY2(timer.elapsed() < 100, qPrintable(QString::number(timer.elapsed())));
     }
 };
 
