@@ -17,16 +17,6 @@
 
 namespace veldra::bench {
 
-/// Nobody is asked.
-class SilentInterface final : public UserInterface {
- public:
-    bool message_box(MessageStyle /*style*/, const std::string& /*title*/,
-                     const std::string& /*text*/) override {
-        return true;
-    }
-    void set_mouse_pointer(int /*pointer*/) override {}
-};
-
 /// Keeps the primitives in the form that the painter takes fastest.
 class PrimitiveTarget final : public DrawingTarget {
  public:

@@ -8,6 +8,7 @@
 
 #include "bench_files.h"
 #include "drawing/length_units.h"
+#include "offscreen_bench.h"
 #include "platform/pdf/pdf_printer.h"
 #include "platform/qt/picture_image.h"
 #include "platform/qt/picture_widget.h"
@@ -30,20 +31,11 @@ namespace {
 
 constexpr QSize picture_size(1600, 1000);
 
-class SilentInterface final : public UserInterface {
- public:
-    bool message_box(MessageStyle /*style*/, const std::string& /*title*/,
-                     const std::string& /*text*/) override {
-        return true;
-    }
-    void set_mouse_pointer(int /*pointer*/) override {}
-};
-
 /// A network of 10 000 points, its picture, and the built-in printer.
 struct OpenNetwork {
     Session session;
     QtTextMeasurer measurer;
-    SilentInterface ui;
+    bench::SilentInterface ui;
     PdfPrinter printer{[] { return std::nullopt; }};
     PictureWidget picture{session, measurer, nullptr};
 
@@ -186,9 +178,5 @@ BENCHMARK(read_and_draw)->Unit(benchmark::kMillisecond);
 }  // namespace veldra
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return veldra::bench::run_offscreen(argc, argv);
 }

@@ -1,7 +1,6 @@
 // The picture of a whole network and of a tenth of its width, beside a bare loop of the toolkit's
 // painter over the same primitives in the same run, each by its fastest technique.
 
-#include <QGuiApplication>
 #include <QImage>
 #include <map>
 #include <memory>
@@ -11,6 +10,7 @@
 #include "bare_painter.h"
 #include "bench_files.h"
 #include "drawing/length_units.h"
+#include "offscreen_bench.h"
 #include "platform/qt/qt_text_measurer.h"
 #include "shell/lifecycle.h"
 #include "view/extents.h"
@@ -103,9 +103,5 @@ BENCHMARK(extents)->Arg(10000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMill
 }  // namespace veldra
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QGuiApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return veldra::bench::run_offscreen(argc, argv);
 }

@@ -2,7 +2,6 @@
 // band or the ghost of a label at another place, and the next step of the view beside a bare loop
 // of the toolkit's painter over what is in view then.
 
-#include <QApplication>
 #include <ctime>
 #include <string>
 
@@ -11,6 +10,7 @@
 #include "bare_painter.h"
 #include "bench_files.h"
 #include "drawing/length_units.h"
+#include "offscreen_bench.h"
 #include "platform/qt/picture_image.h"
 #include "platform/qt/picture_widget.h"
 #include "platform/qt/qt_text_measurer.h"
@@ -196,9 +196,5 @@ BENCHMARK(drop_label_and_repaint)->Unit(benchmark::kMillisecond);
 }  // namespace veldra
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return veldra::bench::run_offscreen(argc, argv);
 }
