@@ -103,6 +103,8 @@ void FrmTorvel::build_controls() {
     connect(&resize_timer_, &QTimer::timeout, this, &FrmTorvel::follow_size);
     activation_timer_.setSingleShot(true);
     connect(&activation_timer_, &QTimer::timeout, this, &FrmTorvel::notice_rewritten_file);
+    drop_timer_.setSingleShot(true);
+    connect(&drop_timer_, &QTimer::timeout, this, &FrmTorvel::open_dropped);
     end_timer_.setSingleShot(true);
     connect(&end_timer_, &QTimer::timeout, this, &FrmTorvel::end_by_system);
     connect(picture_, &PictureWidget::resized, this, &FrmTorvel::expect_size);

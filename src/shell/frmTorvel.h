@@ -103,6 +103,7 @@ class FrmTorvel final : public QMainWindow {
     /// Puts the texts on the edges of the sheets anew after the sheets have moved.
     void lay_out_sheets();
     [[nodiscard]] QString dropped_file(const QMimeData& dropped) const;
+    void open_dropped();
 
     // Plot mode: frmTorvel_plot.cpp.
     void add_plot_commands(std::map<MenuItem, Command>& commands);
@@ -172,6 +173,8 @@ class FrmTorvel final : public QMainWindow {
     QTimer redraw_timer_;  ///< tries a missed redraw again while a command runs
     WindowMode last_mode_ = WindowMode::normal;
     QTimer activation_timer_;
+    QTimer drop_timer_;
+    QString dropped_path_;
     QTimer end_timer_;  ///< tries the end again while a command runs
     bool ended_by_system_ = false;
     int exit_code_ = 0;

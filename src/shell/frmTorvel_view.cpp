@@ -224,14 +224,16 @@ void FrmTorvel::dropEvent(QDropEvent* event) {
     }
     event->acceptProposedAction();
     // The program that the file comes from waits until the drop is over.
-    const Command open_dropped = [this, path] {
-        perform([&] {
-            opening([&] {
-                datei_neu_laden(session_, system_path(path), OpenedBy::open_command, desk());
-            });
+    dropped_path_ = path;
+    drop_timer_.start(0);
+}
+
+void FrmTorvel::open_dropped() {
+    perform([this] {
+        opening([this] {
+            datei_neu_laden(session_, system_path(dropped_path_), OpenedBy::open_command, desk());
         });
-    };
-    QMetaObject::invokeMethod(this, open_dropped, Qt::QueuedConnection);
+    });
 }
 
 }  // namespace veldra

@@ -114,6 +114,10 @@ class ProgramEndTest : public TorvelFixture {
     }
     void activate_again() {
         window_->activateWindow();
+        const auto active_or_gone = [this] {
+            return window_->isActiveWindow() || !window_->isVisible();
+        };
+        QVERIFY(QTest::qWaitFor(active_or_gone));
         QEvent activation(QEvent::ActivationChange);
         QApplication::sendEvent(window_.get(), &activation);
         QTest::qWait(60);
@@ -334,10 +338,10 @@ class ProgramEndTest : public TorvelFixture {
         rewrite("PUNKTSIGNATUR 3500000 5600000 0 0 1 \"neu\"\r\n");
         answer(yes);
         activate_again();
-        QCOMPARE(box_title_, text("VELDRA - Graphikdatei geändert"));
+        QTRY_COMPARE(box_title_, text("VELDRA - Graphikdatei geändert"));
         QVERIFY(box_text_.contains(path("ve_quadrat.dat")));
         QCOMPARE(default_button_, text("&Ja"));
-        QCOMPARE(session_.pu.count(), 1);
+        QTRY_COMPARE(session_.pu.count(), 1);
         QVERIFY(!window_->picture().shown().isNull());
         box_title_.clear();
         activate_again();
@@ -350,6 +354,7 @@ class ProgramEndTest : public TorvelFixture {
         rewrite(square_network);
         answer(no);
         activate_again();
+        QTRY_COMPARE(box_title_, text("VELDRA - Graphikdatei geändert"));
         QCOMPARE(session_.pu.count(), 4);
         QCOMPARE(session_.pu[3].pu_bez_rechts, 70.0);
         QVERIFY(window_->close());
@@ -450,7 +455,7 @@ class ProgramEndTest : public TorvelFixture {
         if (program.state() == QProcess::NotRunning && program.exitCode() == not_permitted) {
             QSKIP("this system lets the test mount no small disk of its own");
         }
-        QTest::qWait(500);
+        QTest::qWait(1500);  // it has read the file
         program.terminate();
         QVERIFY(program.waitForFinished(20000));
         QCOMPARE(program.exitCode(), 1);
@@ -527,7 +532,7 @@ class ProgramEndTest : public TorvelFixture {
         QProcess program;
         run(program, path("ve_quadrat.dat"));
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(path(".ve_quadrat.dat.veldra")), 20000);
-        QTest::qWait(500);
+        QTest::qWait(1500);  // it has read the file
         QVERIFY(QDir().mkdir(path("ve_quadrat.dat_1")));
         program.terminate();
         QVERIFY(program.waitForFinished(20000));
