@@ -2,6 +2,7 @@
 // all samples are those of a target that does not say what it shows.
 
 #include <algorithm>
+#include <functional>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -159,6 +160,20 @@ class SamplePictures : public veldra_test::QtTest, public testing::WithParamInte
         EXPECT_TRUE(ui_.texts.empty()) << ui_.texts.front();
     }
 
+    /// Paints labels over the layers, after `change`, and takes them away again.
+    void expect_layers_given_back(
+        const Share& share, const std::function<void()>& change = [] {}) {
+        QImage image = empty_picture(picture_size, 1.0);
+        draw_layers(session_, measurer_, ui_, image, 1.0);
+        const QImage layers = image.copy();
+        change();
+        CoveredTiles beneath;
+        draw_labels(session_, painter_, image, 1.0, &beneath);
+        painted_over_ = painted_over_ || image != layers;
+        beneath.give_back(canvas_of(image));
+        EXPECT_TRUE(image == layers) << GetParam().file << ", " << share.name;
+    }
+
     void compare_all_views() {
         for (const Share& share : views) {
             compare(share);
@@ -171,6 +186,7 @@ class SamplePictures : public veldra_test::QtTest, public testing::WithParamInte
     LabelPainter painter_{measurer_};
     Desk desk_{measurer_, ui_, [] {}};
     std::size_t labels_by_index_ = 0;
+    bool painted_over_ = false;
 };
 
 TEST_P(SamplePictures, AreTheSameWithAndWithoutTheIndex) {
@@ -216,6 +232,31 @@ TEST_P(SamplePictures, KeepALabelThatWasMovedIntoTheViewFromFarOutside) {
     }
     compare(views[1]);
     EXPECT_GE(labels_by_index_, moved);
+}
+
+TEST_P(SamplePictures, AreGivenBackWholeFromBeneathTheirLabels) {
+    open_part(1);
+    for (const std::int16_t plot_mode : {std::int16_t{0}, std::int16_t{1}}) {
+        session_.plotmodus = plot_mode;
+        for (const Share& share : views) {
+            look_at(share);
+            expect_layers_given_back(share);
+        }
+    }
+    EXPECT_TRUE(painted_over_);
+}
+
+TEST_P(SamplePictures, AreGivenBackFromBeneathTextsThatAreLargerThanTheirBoxes) {
+    open_part(1);
+    for (const Share& share : views) {
+        look_at(share);
+        expect_layers_given_back(share, [this] {
+            session_.lbl_pubez_font.points = 40;
+            session_.lbl_pubez_font.italic = 1;
+            session_.lbl_pubez_font.underline = 1;
+        });
+    }
+    EXPECT_TRUE(painted_over_);
 }
 
 INSTANTIATE_TEST_SUITE_P(AllSamples, SamplePictures, testing::ValuesIn(samples),

@@ -47,14 +47,19 @@ GlyphMasks::Mask to_mask(const QImage& image, int pen_x, int pen_y) {
     return mask;
 }
 
+/// A letter's image reaches this far to the left of the pen's place and below it, and twice as far
+/// to the right and up, device pixels.
+int mask_margin(double size) {
+    return static_cast<int>(std::ceil(size)) + 2;
+}
+
 GlyphMasks::Mask render_mask(const FontSpec& spec, double ratio, unsigned char byte, int phase) {
     FontSpec plain = spec;
     plain.underline = 0;  // drawn below the whole text
     QFont font = text_font(plain);
     // Upright letters with firm horizontal strokes; the widths stay those of the outlines.
     font.setHintingPreference(QFont::PreferVerticalHinting);
-    const double size = spec.points * points_to_logical_pixels * ratio;
-    const int margin = static_cast<int>(std::ceil(size)) + 2;
+    const int margin = mask_margin(spec.points * points_to_logical_pixels * ratio);
     QImage image(3 * margin, 3 * margin, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     set_logical_resolution(image, ratio);
@@ -142,10 +147,29 @@ struct Brush {
     PixelCanvas canvas;
     GlyphMasks& glyphs;
     std::uint32_t colour;
+    CoveredTiles* covered;
 };
+
+/// Keeps what a line of text is going to cover.
+void keep_beneath_line(const Brush& brush, std::string_view text, double x, int baseline) {
+    double advance = 0;
+    for (const char c : text) {
+        advance += static_cast<double>(brush.glyphs.face().advance[static_cast<unsigned char>(c)]);
+    }
+    const GlyphMasks::Reach reach = brush.glyphs.reach();
+    const double last = std::floor(x + advance * brush.glyphs.size()) + 1;
+    brush.covered->keep(
+        brush.canvas, static_cast<int>(std::floor(x)) - reach.left_and_down,
+        baseline - reach.right_and_up,
+        static_cast<int>(std::min<double>(last, brush.canvas.width)) + reach.right_and_up,
+        baseline + std::max(reach.left_and_down, brush.glyphs.underline_bottom()));
+}
 
 /// One line of text from (x, baseline) on.
 void paint_line(const Brush& brush, std::string_view text, double x, int baseline) {
+    if (brush.covered != nullptr) {
+        keep_beneath_line(brush, text, x, baseline);
+    }
     double pen = x;
     for (const char c : text) {
         const auto byte = static_cast<unsigned char>(c);
@@ -201,6 +225,11 @@ GlyphMasks::GlyphMasks(const FontSpec& font, const FaceMetrics& face, double dev
     underline_bottom_ = underline_top_ + static_cast<int>(std::lround(thickness)) - 1;
 }
 
+GlyphMasks::Reach GlyphMasks::reach() const {
+    const int margin = mask_margin(size_);
+    return {margin, 2 * margin};
+}
+
 const GlyphMasks::Mask& GlyphMasks::mask(unsigned char byte, int phase) {
     std::unique_ptr<Mask>& mask =
         masks_[static_cast<std::size_t>(byte) * phases + static_cast<std::size_t>(phase)];
@@ -233,7 +262,7 @@ GlyphMasks& LabelPainter::masks(const FontSpec& font, double device_pixel_ratio)
 }
 
 void LabelPainter::paint(QImage& image, const PictureMapping& mapping, const Label& label,
-                         const FontSpec& font, std::int32_t colour) {
+                         const FontSpec& font, std::int32_t colour, CoveredTiles* covered) {
     if (!label.visible) {
         return;
     }
@@ -249,9 +278,8 @@ void LabelPainter::paint(QImage& image, const PictureMapping& mapping, const Lab
     if (corner.x - overhang < image.width() && corner.x + width + overhang > 0 &&
         corner.y - overhang < image.height() && corner.y + height + overhang > 0 &&
         !is_blank(label.caption)) {
-        const PixelCanvas canvas{reinterpret_cast<std::uint32_t*>(image.bits()),
-                                 image.bytesPerLine() / 4, image.width(), image.height()};
-        paint_label({canvas, glyphs, to_pixel_colour(colour)}, label.caption, corner.x, corner.y);
+        paint_label({canvas_of(image), glyphs, to_pixel_colour(colour), covered}, label.caption,
+                    corner.x, corner.y);
     }
 }
 

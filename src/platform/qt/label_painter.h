@@ -9,6 +9,7 @@
 
 #include "drawing/label.h"
 #include "drawing/text_measurer.h"
+#include "platform/qt/covered_tiles.h"
 #include "platform/qt/pixel_canvas.h"
 #include "platform/qt/raster_target.h"
 
@@ -33,6 +34,11 @@ class GlyphMasks {
     };
     /// A letter starts at one of this many places within a pixel.
     static constexpr int phases = 4;
+    /// The whole of a letter lies so near to the pen's place, pixels.
+    struct Reach {
+        int left_and_down;
+        int right_and_up;
+    };
 
     GlyphMasks(const FontSpec& font, const FaceMetrics& face, double device_pixel_ratio);
     const Mask& mask(unsigned char byte, int phase);
@@ -41,6 +47,7 @@ class GlyphMasks {
     /// Of the font, device pixels.
     [[nodiscard]] double size() const { return size_; }
     [[nodiscard]] double device_pixel_ratio() const { return ratio_; }
+    [[nodiscard]] Reach reach() const;
     /// Rows of an underline, counted down from the base line.
     [[nodiscard]] int underline_top() const { return underline_top_; }
     [[nodiscard]] int underline_bottom() const { return underline_bottom_; }
@@ -60,10 +67,10 @@ class LabelPainter {
  public:
     explicit LabelPainter(TextMeasurer& measurer) : measurer_(measurer) {}
 
-    /// Paints a label if it is visible. `image` is Format_RGB32; colour 0x00BBGGRR. Fastest when
-    /// many labels of one font follow each other.
+    /// Paints a label if it is visible. `image` is Format_RGB32; colour 0x00BBGGRR. What it covers
+    /// is kept in `covered`, if given. Fastest when many labels of one font follow each other.
     void paint(QImage& image, const PictureMapping& mapping, const Label& label,
-               const FontSpec& font, std::int32_t colour);
+               const FontSpec& font, std::int32_t colour, CoveredTiles* covered = nullptr);
 
  private:
     GlyphMasks& masks(const FontSpec& font, double device_pixel_ratio);

@@ -90,10 +90,14 @@ void draw_layers(Session& session, TextMeasurer& measurer, UserInterface& ui, QI
 }
 
 void draw_labels(const Session& session, LabelPainter& painter, QImage& image,
-                 double device_pixel_ratio) {
+                 double device_pixel_ratio, CoveredTiles* covered) {
     const PictureMapping mapping = session_mapping(session, image, device_pixel_ratio);
+    if (covered != nullptr && session.plotmodus == 1) {
+        // Sheets may go all over the picture.
+        covered->keep(canvas_of(image), 0, 0, image.width() - 1, image.height() - 1);
+    }
     visit_labels(session, [&](const Label& label, const FontSpec& font, std::int32_t colour) {
-        painter.paint(image, mapping, label, font, colour);
+        painter.paint(image, mapping, label, font, colour, covered);
     });
     RasterTarget target(image, mapping);
     draw_sheet_frames(session, target);

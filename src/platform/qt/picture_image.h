@@ -4,6 +4,7 @@
 #include <QImage>
 #include <QSize>
 
+#include "platform/qt/covered_tiles.h"
 #include "platform/qt/label_painter.h"
 #include "shell/session.h"
 #include "shell/user_interface.h"
@@ -35,9 +36,10 @@ void copy_picture(const QImage& from, QImage& image);
 void draw_layers(Session& session, TextMeasurer& measurer, UserInterface& ui, QImage& image,
                  double device_pixel_ratio, Printer* printer = nullptr);
 
-/// Paints the session's labels over its layers, and in plot mode sheets and legend.
+/// Paints the session's labels over its layers, and in plot mode sheets and legend. What they cover
+/// is kept in `covered`, if given.
 void draw_labels(const Session& session, LabelPainter& painter, QImage& image,
-                 double device_pixel_ratio);
+                 double device_pixel_ratio, CoveredTiles* covered = nullptr);
 
 /// The whole picture, labels included. The session's picture size and view must be set.
 [[nodiscard]] QImage render_picture(Session& session, TextMeasurer& measurer, UserInterface& ui,

@@ -55,22 +55,28 @@ void PictureWidget::redraw(Session& session, UserInterface& ui, Printer* printer
         const Pointing pointing(unfinished_, layers);
         draw_layers(session, measurer_, ui, layers, ratio, printer);
     }
-    spare_ = std::exchange(layers_, std::move(layers));
+    spare_ = std::exchange(shown_, std::move(layers));
+    beneath_labels_.forget();
     ratio_ = ratio;
-    repaint_labels();
+    paint_labels();
     if (std::exchange(redraw_missed_, false)) {
         Q_EMIT redraw_missed();
     }
 }
 
-void PictureWidget::repaint_labels() {
-    if (layers_.isNull() || is_drawing()) {
-        return;
-    }
-    copy_picture(layers_, shown_);
-    draw_labels(session_, labels_, shown_, ratio_);
+void PictureWidget::paint_labels() {
+    draw_labels(session_, labels_, shown_, ratio_, &beneath_labels_);
     shown_.setDevicePixelRatio(ratio_);
     update();
+}
+
+void PictureWidget::repaint_labels() {
+    if (shown_.isNull() || is_drawing()) {
+        return;
+    }
+    shown_.setDevicePixelRatio(1);
+    beneath_labels_.give_back(canvas_of(shown_));
+    paint_labels();
 }
 
 void PictureWidget::show_unfinished() {
@@ -78,14 +84,15 @@ void PictureWidget::show_unfinished() {
         return;
     }
     copy_picture(*unfinished_, shown_);
+    beneath_labels_.forget();
     shown_.setDevicePixelRatio(devicePixelRatioF());
     update();
 }
 
 void PictureWidget::clear() {
-    layers_ = QImage();
-    spare_ = QImage();
     shown_ = QImage();
+    beneath_labels_.forget();
+    spare_ = QImage();
     update();
 }
 
@@ -97,11 +104,11 @@ void PictureWidget::set_overlay(const PictureOverlay& overlay) {
 }
 
 std::optional<PictureWidget::LabelHit> PictureWidget::label_at(const QPointF& place) const {
-    if (layers_.isNull()) {
+    if (shown_.isNull() || is_drawing()) {
         return std::nullopt;
     }
     // In metres of ground from the lower left corner, as the labels are.
-    const PictureMapping mapping = session_mapping(session_, layers_, ratio_);
+    const PictureMapping mapping = session_mapping(session_, shown_, ratio_);
     const double x = place.x() * ratio_ / mapping.pixels_per_metre_x;
     const double y = (mapping.height - place.y() * ratio_) / mapping.pixels_per_metre_y;
     const auto holds = [x, y](const Label& label) {

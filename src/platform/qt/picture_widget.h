@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "drawing/label.h"
+#include "platform/qt/covered_tiles.h"
 #include "platform/qt/label_painter.h"
 #include "platform/qt/picture_overlay.h"
 #include "shell/session.h"
@@ -16,8 +17,8 @@ namespace veldra {
 
 class Printer;
 
-/// The picture of the main window. It keeps the drawn layers as an image and paints the session's
-/// labels over it.
+/// The picture of the main window: the drawn layers with the session's labels painted over them. It
+/// keeps what is beneath the labels, so that they can be painted anew.
 class PictureWidget final : public QWidget {
     Q_OBJECT
 
@@ -70,13 +71,14 @@ class PictureWidget final : public QWidget {
 
  private:
     [[nodiscard]] QSize device_size() const;
+    void paint_labels();
 
     const Session& session_;
     TextMeasurer& measurer_;
     LabelPainter labels_;
-    QImage layers_;                       ///< null: nothing is shown
-    QImage spare_;                        ///< memory of the layers before, for the next ones
-    QImage shown_;                        ///< layers and labels
+    QImage shown_;                        ///< layers and labels; null: nothing
+    CoveredTiles beneath_labels_;         ///< of `shown_`
+    QImage spare_;                        ///< memory of the picture before, for the next one
     const QImage* unfinished_ = nullptr;  ///< being drawn
     bool redraw_missed_ = false;
     PictureOverlay overlay_;

@@ -36,11 +36,15 @@ void set_logical_resolution(QImage& image, double device_pixel_ratio) {
     image.setDotsPerMeterY(dots);
 }
 
+PixelCanvas canvas_of(QImage& image) {
+    return {reinterpret_cast<std::uint32_t*>(image.bits()), image.bytesPerLine() / 4, image.width(),
+            image.height()};
+}
+
 RasterTarget::RasterTarget(QImage& image, const PictureMapping& mapping)
     : image_(image),
       mapping_(mapping),
-      canvas_{reinterpret_cast<std::uint32_t*>(image.bits()), image.bytesPerLine() / 4,
-              image.width(), image.height()},
+      canvas_(canvas_of(image)),
       pen_width_(device_pixels(1, mapping.device_pixel_ratio)),
       dot_(device_pixels(dot_length, mapping.device_pixel_ratio)) {}
 

@@ -35,6 +35,9 @@ struct PictureMapping {
 /// each logical pixel.
 void set_logical_resolution(QImage& image, double device_pixel_ratio);
 
+/// The pixels of an image (Format_RGB32), as long as it lives and is not copied.
+[[nodiscard]] PixelCanvas canvas_of(QImage& image);
+
 /// Draws on an image by its own pixel routines, in the order of the calls. Lines are crisp (a pen
 /// of width n is n logical pixels, rounded to whole device pixels), circles antialiased; small
 /// circles stand on the centre of a pixel. What is no number is not drawn. Labels are left to
