@@ -1,6 +1,7 @@
 #include "drawing/geometry.h"
 
 #include <cmath>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -81,6 +82,24 @@ TEST(ClipSegment, AlmostHorizontalSegmentKeepsItsXWhenYMoves) {
     const ClippedSegment clipped = ClipSegment(box, {2, 10.0004, 8, 9.9996});
     EXPECT_EQ(clipped.result, 3);
     expect_segment(clipped.segment, 2, 10, 8, 9.9996);
+}
+
+TEST(VisitOutside, HandsOverWhatIsNotCovered) {
+    const auto outside = [](const Segment& whole) {
+        std::vector<Segment> parts;
+        visit_outside(box, whole, [&parts](const Segment& part) { parts.push_back(part); });
+        return parts;
+    };
+    EXPECT_TRUE(outside({2, 2, 8, 8}).empty());
+    ASSERT_EQ(outside({-5, 20, 5, 20}).size(), 1U);
+    expect_segment(outside({-5, 20, 5, 20})[0], -5, 20, 5, 20);
+    ASSERT_EQ(outside({-5, 4, 5, 4}).size(), 1U);
+    expect_segment(outside({-5, 4, 5, 4})[0], -5, 4, 0, 4);
+    ASSERT_EQ(outside({5, 4, 5, 40}).size(), 1U);
+    expect_segment(outside({5, 4, 5, 40})[0], 5, 10, 5, 40);
+    ASSERT_EQ(outside({-5, 4, 15, 4}).size(), 2U);
+    expect_segment(outside({-5, 4, 15, 4})[0], -5, 4, 0, 4);
+    expect_segment(outside({-5, 4, 15, 4})[1], 10, 4, 15, 4);
 }
 
 TEST(CircleTouchesRect, ComparesInclusively) {
