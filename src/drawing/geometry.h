@@ -53,6 +53,18 @@ void visit_outside(const TargetBox& box, const Segment& segment, Take&& take) {
     }
 }
 
+/// A line of which windows have cut off the ends, in the units of a device.
+struct CutLine {
+    Segment piece;
+    double begun = 0;  ///< length of the whole line ahead of the piece, not drawn
+    double rest = 0;   ///< behind it
+};
+
+/// Gives back to each cut end of a line what a pen of this width needs to cover the window up to
+/// its sides: the line goes on, as far as it does, until it is a pen's width outside. What is drawn
+/// of it must be clipped to the window. A line of no length has no direction and stays.
+[[nodiscard]] CutLine lengthened(const CutLine& line, const TargetBox& window, double pen_width);
+
 /// The square around a circle and a rectangle have a point in common, edges included.
 [[nodiscard]] bool CircleTouchesRect(const TargetBox& box, double x, double y, float radius);
 
