@@ -80,8 +80,11 @@ class RecordedPage final : public PageTarget {
     void Line(float x1, float y1, float x2, float y2) override {
         steps.emplace_back(Operation(operation::Line{x1, y1, x2, y2}));
     }
-    void LinePart(float x1, float y1, float x2, float y2, float begun) override {
-        steps.emplace_back(page::Begun{begun});
+    void LinePart(float x1, float y1, float x2, float y2, const LineCut& cut) override {
+        if (cut.begun > 0) {
+            steps.emplace_back(page::Begun{static_cast<float>(cut.begun)});
+        }
+        cuts.push_back(cut);
         Line(x1, y1, x2, y2);
     }
     void MoveTo(float x, float y) override { steps.emplace_back(page::MoveTo{x, y}); }
@@ -140,6 +143,7 @@ class RecordedPage final : public PageTarget {
 
     SheetTitle title;
     std::vector<PageStep> steps;
+    std::vector<LineCut> cuts;  ///< of all lines that a window has cut
 
  private:
     double pixel_;

@@ -1,7 +1,9 @@
 #include "drawing/geometry.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <limits>
 
 namespace veldra {
 
@@ -52,6 +54,20 @@ EndClip clip_end(const TargetBox& box, double& ax, double& ay, double bx, double
     }
     const bool moved_y = clip_to_range(box.ymin, box.ymax, ay, ax, by, bx);
     return moved_x || moved_y ? EndClip::moved : EndClip::stayed;
+}
+
+/// Length of the way from a place inside of a box, in the unit direction (ux, uy), to the first of
+/// its sides; 0 if there is none on the way.
+double way_out(const TargetBox& box, double x, double y, double ux, double uy) {
+    const auto to_side = [](double min, double max, double from, double step) {
+        if (step == 0) {
+            return std::numeric_limits<double>::infinity();
+        }
+        return ((step < 0 ? min : max) - from) / step;
+    };
+    const double way =
+        std::min(to_side(box.xmin, box.xmax, x, ux), to_side(box.ymin, box.ymax, y, uy));
+    return std::isfinite(way) ? std::max(way, 0.0) : 0;
 }
 
 void begin_outside_signature(Segment& part, double x, double y, const LineVector& vector,
@@ -108,6 +124,26 @@ ClippedSegment ClipSegment(const TargetBox& box, const Segment& segment) {
     }
     const int result = 1 + (first == EndClip::stayed ? 1 : 0) + (second == EndClip::stayed ? 2 : 0);
     return {clipped, static_cast<std::int16_t>(result)};
+}
+
+CutLine lengthened(const CutLine& line, const TargetBox& window, double pen_width) {
+    const Segment& piece = line.piece;
+    const double dx = piece.bx - piece.ax;
+    const double dy = piece.by - piece.ay;
+    const double length = std::hypot(dx, dy);
+    if (!(length > 0)) {
+        return line;
+    }
+    const double ux = dx / length;
+    const double uy = dy / length;
+    const TargetBox outer{window.xmin - pen_width, window.ymin - pen_width, window.xmax + pen_width,
+                          window.ymax + pen_width};
+    const double ahead = std::min(line.begun, way_out(outer, piece.ax, piece.ay, -ux, -uy));
+    const double behind = std::min(line.rest, way_out(outer, piece.bx, piece.by, ux, uy));
+    return {{piece.ax - ahead * ux, piece.ay - ahead * uy, piece.bx + behind * ux,
+             piece.by + behind * uy},
+            line.begun - ahead,
+            line.rest - behind};
 }
 
 bool CircleTouchesRect(const TargetBox& box, double x, double y, float radius) {

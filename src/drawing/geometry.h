@@ -27,12 +27,55 @@ struct ClippedSegment {
 /// away from the other in the clipped axis is moved to the edge without interpolation.
 [[nodiscard]] ClippedSegment ClipSegment(const TargetBox& box, const Segment& segment);
 
+/// Results of ClipSegment: which ends lie in the box.
+namespace clip {
+constexpr std::int16_t outside = 0;
+constexpr std::int16_t first_end_inside = 2;
+constexpr std::int16_t second_end_inside = 3;
+constexpr std::int16_t inside = 4;
+}  // namespace clip
+
+/// Hands over what of a segment lies outside of a box: nothing, one piece or two.
+template <typename Take>
+void visit_outside(const TargetBox& box, const Segment& segment, Take&& take) {
+    const ClippedSegment beneath = ClipSegment(box, segment);
+    const Segment& covered = beneath.segment;
+    if (beneath.result == clip::outside) {
+        take(segment);
+        return;
+    }
+    const bool all = beneath.result == clip::inside;
+    if (!all && beneath.result != clip::first_end_inside) {
+        take(Segment{segment.ax, segment.ay, covered.ax, covered.ay});
+    }
+    if (!all && beneath.result != clip::second_end_inside) {
+        take(Segment{covered.bx, covered.by, segment.bx, segment.by});
+    }
+}
+
+/// A line of which windows have cut off the ends, in the units of a device.
+struct CutLine {
+    Segment piece;
+    double begun = 0;  ///< length of the whole line ahead of the piece, not drawn
+    double rest = 0;   ///< behind it
+};
+
+/// Gives back to each cut end of a line what a pen of this width needs to cover the window up to
+/// its sides: the line goes on, as far as it does, until it is a pen's width outside. What is drawn
+/// of it must be clipped to the window. A line of no length has no direction and stays.
+[[nodiscard]] CutLine lengthened(const CutLine& line, const TargetBox& window, double pen_width);
+
 /// The square around a circle and a rectangle have a point in common, edges included.
 [[nodiscard]] bool CircleTouchesRect(const TargetBox& box, double x, double y, float radius);
 
 /// Two rectangles have a point in common, edges included.
 [[nodiscard]] inline bool boxes_touch(const TargetBox& a, const TargetBox& b) {
     return a.xmin <= b.xmax && b.xmin <= a.xmax && a.ymin <= b.ymax && b.ymin <= a.ymax;
+}
+
+/// Two rectangles have more in common than their edges.
+[[nodiscard]] inline bool overlap(const TargetBox& a, const TargetBox& b) {
+    return a.xmin < b.xmax && b.xmin < a.xmax && a.ymin < b.ymax && b.ymin < a.ymax;
 }
 
 /// Direction and length of an observation line.

@@ -30,6 +30,9 @@ struct LayerFrame {
 
     /// Ground that lines are clipped to; none on the screen, whose edges do it.
     std::optional<TargetBox> window;
+    /// Ground beneath the legend: districts and boundaries on the picture leave it out. On paper
+    /// their layers do so by themselves.
+    std::optional<TargetBox> gap;
     std::int16_t width_factor = 1;  ///< multiplies the pen widths of lines
     bool grey = false;              ///< signatures, labels and districts in grey
 };
@@ -37,6 +40,14 @@ struct LayerFrame {
 /// The ground that the picture shows.
 [[nodiscard]] inline TargetBox view_ground(const Viewport& view) {
     return {view.ansicht_rw_min, view.ansicht_hw_min, view.ansicht_rw_max, view.ansicht_hw_max};
+}
+
+/// The ground beneath the box of a label that was placed in a frame.
+[[nodiscard]] inline TargetBox ground_of(const Label& label, const LayerFrame& frame) {
+    const double left = frame.origin_rechts + static_cast<double>(label.left);
+    const double top = frame.origin_hoch + static_cast<double>(label.top);
+    return {left, top - static_cast<double>(label.height), left + static_cast<double>(label.width),
+            top};
 }
 
 /// The frame of the picture at the current viewport: sizes are twips of the screen settings.

@@ -10,6 +10,43 @@ TargetBox widened(const TargetBox& box, double slack) {
     return {box.xmin - slack, box.ymin - slack, box.xmax + slack, box.ymax + slack};
 }
 
+/// Gives `sides` those sides of the window that a cut end lies on.
+void take_sides(const TargetBox& window, double x, double y, TargetBox& sides) {
+    if (x == window.xmin) {
+        sides.xmin = x;
+    }
+    if (x == window.xmax) {
+        sides.xmax = x;
+    }
+    if (y == window.ymin) {
+        sides.ymin = y;
+    }
+    if (y == window.ymax) {
+        sides.ymax = y;
+    }
+}
+
+TargetBox extent_of(const EllipseCurve& curve) {
+    const double across = std::hypot(curve.a * curve.sine, curve.b * curve.cosine);
+    const double up = std::hypot(curve.a * curve.cosine, curve.b * curve.sine);
+    return {curve.x - across, curve.y - up, curve.x + across, curve.y + up};
+}
+
+/// A segment of the curve passes the clip.
+bool meets(const TargetBox& window, const EllipseCurve& curve) {
+    for (std::size_t branch = 0; branch < 2; ++branch) {
+        EllipseCurve::Point pen = curve.at(branch, 0);
+        for (std::size_t n = 1; n < EllipseAngles::count; ++n) {
+            const EllipseCurve::Point next = curve.at(branch, n);
+            if (ClipSegment(window, {pen.x, pen.y, next.x, next.y}).result != clip::outside) {
+                return true;
+            }
+            pen = next;
+        }
+    }
+    return false;
+}
+
 }  // namespace
 
 std::int16_t LayerSurface::scaled_width(std::int16_t width) const {
@@ -22,35 +59,66 @@ std::int16_t LayerSurface::scaled_width(std::int16_t width) const {
 }
 
 void LayerSurface::clipped_line(const Segment& whole) {
-    const ClippedSegment clipped = ClipSegment(*frame_.window, whole);
-    if (clipped.result == 0) {
+    const TargetBox& window = *frame_.window;
+    const ClippedSegment clipped = ClipSegment(window, whole);
+    if (clipped.result == clip::outside) {
         return;
     }
     const Segment& part = clipped.segment;
-    const bool first_end_stayed = ((clipped.result - 1) & 1) != 0;
-    const double begun = first_end_stayed ? 0 : std::hypot(part.ax - whole.ax, part.ay - whole.ay);
-    hand_over_line(part.ax, part.ay, part.bx, part.by, begun);
-}
-
-bool LayerSurface::is_within_window(double x, double y, double reach) const {
-    if (!frame_.window) {
-        return true;
+    if (clipped.result == clip::inside) {
+        hand_over_line(part, nullptr);
+        return;
     }
-    const TargetBox& window = *frame_.window;
-    return x - reach > window.xmin && x + reach < window.xmax && y - reach > window.ymin &&
-           y + reach < window.ymax;
+    LineCut cut;
+    TargetBox sides = no_sides;
+    if (clipped.result != clip::first_end_inside) {
+        cut.begun = std::hypot(part.ax - whole.ax, part.ay - whole.ay);
+        take_sides(window, part.ax, part.ay, sides);
+    }
+    if (clipped.result != clip::second_end_inside) {
+        cut.rest = std::hypot(part.bx - whole.bx, part.by - whole.by);
+        take_sides(window, part.bx, part.by, sides);
+    }
+    cut.window = local(sides);
+    hand_over_line(part, &cut);
 }
 
 void LayerSurface::ellipse(const EllipseCurve& curve) {
     const double reach = std::abs(curve.a) + std::abs(curve.b);
     const bool plain = is_number(curve.x - frame_.origin_rechts) &&
                        is_number(curve.y - frame_.origin_hoch) && is_number(4 * reach);
-    if (plain && is_within_window(curve.x, curve.y, reach)) {
-        target_.Ellipse(curve);
+    if (!plain) {
+        traced_ellipse(curve);
+    } else if (frame_.window) {
+        clipped_ellipse(curve);
     } else {
-        trace_ellipse(curve,
-                      [this](double x1, double y1, double x2, double y2) { line(x1, y1, x2, y2); });
+        target_.Ellipse(curve);
     }
+}
+
+void LayerSurface::clipped_ellipse(const EllipseCurve& curve) {
+    const TargetBox& window = *frame_.window;
+    const TargetBox box = extent_of(curve);
+    if (box.xmin > window.xmin && box.xmax < window.xmax && box.ymin > window.ymin &&
+        box.ymax < window.ymax) {
+        target_.Ellipse(curve);
+        return;
+    }
+    if (!boxes_touch(box, window) || !meets(window, curve)) {
+        return;
+    }
+    const TargetBox sides{box.xmin < window.xmin ? window.xmin : no_sides.xmin,
+                          box.ymin < window.ymin ? window.ymin : no_sides.ymin,
+                          box.xmax > window.xmax ? window.xmax : no_sides.xmax,
+                          box.ymax > window.ymax ? window.ymax : no_sides.ymax};
+    if (!target_.EllipsePart(curve, local(sides))) {
+        traced_ellipse(curve);
+    }
+}
+
+void LayerSurface::traced_ellipse(const EllipseCurve& curve) {
+    trace_ellipse(curve,
+                  [this](double x1, double y1, double x2, double y2) { line(x1, y1, x2, y2); });
 }
 
 std::optional<TargetBox> LayerSurface::visible_ground() const {

@@ -38,7 +38,7 @@ class LayerSurface {
         if (frame_.window) {
             clipped_line({x1, y1, x2, y2});
         } else {
-            hand_over_line(x1, y1, x2, y2, 0);
+            hand_over_line({x1, y1, x2, y2}, nullptr);
         }
     }
     void line(const Segment& part) { line(part.ax, part.ay, part.bx, part.by); }
@@ -88,19 +88,23 @@ class LayerSurface {
     [[nodiscard]] std::int16_t scaled_width(std::int16_t width) const;
 
     void clipped_line(const Segment& whole);
-    /// Nothing within `reach` metres of a place is clipped.
-    [[nodiscard]] bool is_within_window(double x, double y, double reach) const;
+    void clipped_ellipse(const EllipseCurve& curve);
+    void traced_ellipse(const EllipseCurve& curve);
+    [[nodiscard]] TargetBox local(const TargetBox& ground) const {
+        return {ground.xmin - frame_.origin_rechts, ground.ymin - frame_.origin_hoch,
+                ground.xmax - frame_.origin_rechts, ground.ymax - frame_.origin_hoch};
+    }
 
-    void hand_over_line(double x1, double y1, double x2, double y2, double begun) {
-        const double ax = x1 - frame_.origin_rechts;
-        const double ay = y1 - frame_.origin_hoch;
-        const double bx = x2 - frame_.origin_rechts;
-        const double by = y2 - frame_.origin_hoch;
+    /// `cut` is null for a whole line.
+    void hand_over_line(const Segment& part, const LineCut* cut) {
+        const double ax = part.ax - frame_.origin_rechts;
+        const double ay = part.ay - frame_.origin_hoch;
+        const double bx = part.bx - frame_.origin_rechts;
+        const double by = part.by - frame_.origin_hoch;
         if (is_number(ax) && is_number(ay) && is_number(bx) && is_number(by)) {
-            if (begun > 0) {
+            if (cut != nullptr) {
                 target_.LinePart(static_cast<float>(ax), static_cast<float>(ay),
-                                 static_cast<float>(bx), static_cast<float>(by),
-                                 static_cast<float>(begun));
+                                 static_cast<float>(bx), static_cast<float>(by), *cut);
             } else {
                 target_.Line(static_cast<float>(ax), static_cast<float>(ay), static_cast<float>(bx),
                              static_cast<float>(by));

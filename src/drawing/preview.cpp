@@ -117,10 +117,15 @@ void place_legend_texts(Session& session, const LayerFrame& frame, const Desk& d
     }
 }
 
-void place_legend(Session& session, const LayerFrame& frame, const Desk& desk) {
+/// The ground beneath the legend in its size on paper, if it has a place.
+std::optional<TargetBox> measured_legend(Session& session, const Desk& desk) {
     PaperTextOnDesk text(session, desk.measurer, desk.printer);
     ComputeLegendSize(session, text);
-    const std::optional<TargetBox> ground = legend_ground(session);
+    return legend_ground(session);
+}
+
+void place_legend(Session& session, const LayerFrame& frame, const Desk& desk,
+                  const std::optional<TargetBox>& ground) {
     session.window.lbl_legende_visible = ground.has_value();
     session.legende_texte.clear();
     if (ground) {
@@ -247,15 +252,18 @@ void PreviewAll(Session& session, DrawingTarget& target, const Desk& desk) {
     const LayerFrame frame = fitted_frame(session, desk);
     session.lbl_pubez_font = frame.point_font;
     session.lbl_nubez_font = frame.district_font;
+    const std::optional<TargetBox> legend = measured_legend(session, desk);
+    LayerFrame beneath = frame;
+    beneath.gap = legend;
     draw_or_give_up(session, target, [&](DrawingTarget& watched) {
         if (session.obj.obj_verw != 0) {
             draw_boundaries_or_report(session, desk.ui,
-                                      [&] { DrawBoundaries(session, frame, watched); });
+                                      [&] { DrawBoundaries(session, beneath, watched); });
         }
-        DrawGrid(session, frame, watched, view_ground(session.view));
+        DrawGrid(session, beneath, watched, view_ground(session.view));
         draw_network(session, frame, watched);
         DrawPointLabels(session, frame, watched);
-        place_legend(session, frame, desk);
+        place_legend(session, frame, desk, legend);
         place_edge_numbers(session, frame, &watched);
     });
     end_picture(session, desk.ui, PictureMode::preview);
@@ -286,10 +294,15 @@ void draw_sheet_frames(const Session& session, DrawingTarget& target) {
     }
 }
 
+bool legend_cuts_layers(const Session& session) {
+    const bool has_lines = session.obj.obj_nube != 0 || session.obj.obj_verw != 0;
+    return session.plotmodus == 1 && has_lines && legend_ground(session).has_value();
+}
+
 void place_sheet_texts(Session& session, const Desk& desk) {
     session.window.sheets_moving = false;
     const LayerFrame frame = fitted_frame(session, desk);
-    place_legend(session, frame, desk);
+    place_legend(session, frame, desk, measured_legend(session, desk));
     place_edge_numbers(session, frame, nullptr);
 }
 

@@ -29,6 +29,10 @@ void draw_picture(Session& session, DrawingTarget& target, const Desk& desk);
 /// the sheets are being moved.
 void draw_sheet_frames(const Session& session, DrawingTarget& target);
 
+/// Whether districts or boundaries leave out the ground beneath the legend, so that a legend that
+/// has moved needs a new drawing.
+[[nodiscard]] bool legend_cuts_layers(const Session& session);
+
 /// Places legend and edge numbers for the sheets as they stand now, without drawing anything, as
 /// after a move of the sheets, which ends with it. Counts the sheets first.
 void place_sheet_texts(Session& session, const Desk& desk);

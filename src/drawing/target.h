@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string_view>
 
@@ -16,6 +17,19 @@ struct TargetBox {
     double ymin = 0;
     double xmax = 0;
     double ymax = 0;
+};
+
+/// A box without sides.
+constexpr TargetBox no_sides{
+    -std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
+    std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
+
+/// What a clip window has cut off a line.
+struct LineCut {
+    double begun = 0;  ///< length of the whole line ahead of the piece that is drawn, metres
+    double rest = 0;   ///< behind it
+    /// The window, as the coordinates are. It has only the sides at which an end was cut.
+    TargetBox window = no_sides;
 };
 
 /// Wider pens are drawn in this width, logical pixels: what a pen may reach into a picture from
@@ -39,9 +53,10 @@ class DrawingTarget {
     virtual void FillColor(std::int32_t colour) = 0;  ///< fill of following circles
     /// A segment in the pen; the current position is (x2, y2) afterwards.
     virtual void Line(float x1, float y1, float x2, float y2) = 0;
-    /// The rest of a longer segment of which the first `begun` metres lie outside of a clip window
-    /// and are not drawn. A target that dots its lines lets the dots run on as if they were.
-    virtual void LinePart(float x1, float y1, float x2, float y2, float /*begun*/) {
+    /// A piece of a longer segment whose ends lie outside of a clip window. A target that can do so
+    /// ends the piece flush with the window, whatever the width of the pen, and lets the dots run
+    /// on from the start of the whole segment.
+    virtual void LinePart(float x1, float y1, float x2, float y2, const LineCut& /*cut*/) {
         Line(x1, y1, x2, y2);
     }
     /// Makes (x, y) the current position. A target that can do so without a mark does.
@@ -55,6 +70,12 @@ class DrawingTarget {
             Line(static_cast<float>(x1 - curve.origin_x), static_cast<float>(y1 - curve.origin_y),
                  static_cast<float>(x2 - curve.origin_x), static_cast<float>(y2 - curve.origin_y));
         });
+    }
+    /// What of an error ellipse lies in a window, flush with it. The window is as the coordinates
+    /// of `Line` are and has only the sides at which the curve is cut. False if the target leaves
+    /// it to the caller to hand over the segments.
+    virtual bool EllipsePart(const EllipseCurve& /*curve*/, const TargetBox& /*window*/) {
+        return false;
     }
     /// A text turned by `escapement` tenths of a degree counter-clockwise, aligned to the current
     /// position with its bottom, and with its right (`align` 11) or left (`align` 9) end.

@@ -27,9 +27,9 @@ class WatchedTarget final : public DrawingTarget {
         count();
         target_.Line(x1, y1, x2, y2);
     }
-    void LinePart(float x1, float y1, float x2, float y2, float begun) override {
+    void LinePart(float x1, float y1, float x2, float y2, const LineCut& cut) override {
         count();
-        target_.LinePart(x1, y1, x2, y2, begun);
+        target_.LinePart(x1, y1, x2, y2, cut);
     }
     void MoveTo(float x, float y) override { target_.MoveTo(x, y); }
     void Circle(float x, float y, float radius) override {
@@ -39,6 +39,10 @@ class WatchedTarget final : public DrawingTarget {
     void Ellipse(const EllipseCurve& curve) override {
         count();
         target_.Ellipse(curve);
+    }
+    bool EllipsePart(const EllipseCurve& curve, const TargetBox& window) override {
+        count();
+        return target_.EllipsePart(curve, window);
     }
     void TextRotated(std::string_view text, std::int32_t escapement, std::int32_t align,
                      const FontSpec& font) override {

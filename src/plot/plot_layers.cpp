@@ -17,12 +17,6 @@ namespace veldra {
 
 namespace {
 
-// Results of a clip by which ends lie in the box.
-constexpr std::int16_t outside = 0;
-constexpr std::int16_t first_end_inside = 2;
-constexpr std::int16_t second_end_inside = 3;
-constexpr std::int16_t inside = 4;
-
 /// Fills the segments of boundaries as rectangles.
 class BoundaryStrips {
  public:
@@ -48,24 +42,16 @@ class BoundaryStrips {
     void segment(const PlanePoint& from, const PlanePoint& to) {
         const ClippedSegment on_sheet =
             ClipSegment(sheet_, {from.rechts, from.hoch, to.rechts, to.hoch});
-        if (on_sheet.result == outside) {
+        if (on_sheet.result == clip::outside) {
             return;
         }
-        Segment part = on_sheet.segment;
+        std::optional<Segment> part = on_sheet.segment;
         if (legend_) {
-            const ClippedSegment beneath = ClipSegment(*legend_, part);
-            if (beneath.result == inside) {
-                return;
-            }
-            if (beneath.result == first_end_inside) {
-                part.ax = beneath.segment.bx;
-                part.ay = beneath.segment.by;
-            } else if (beneath.result == second_end_inside) {
-                part.bx = beneath.segment.ax;
-                part.by = beneath.segment.ay;
-            }
+            part = boundary_beside(*legend_, *part);
         }
-        fill(part);
+        if (part) {
+            fill(*part);
+        }
     }
 
  private:
@@ -99,25 +85,6 @@ class BoundaryStrips {
     double width_ = 0;
     std::int32_t colour_ = 0;
 };
-
-/// Hands over what of a segment lies outside of a box.
-template <typename Take>
-void visit_outside(const TargetBox& box, const Segment& segment, Take&& take) {
-    const ClippedSegment beneath = ClipSegment(box, segment);
-    const Segment& covered = beneath.segment;
-    if (beneath.result == outside) {
-        take(segment);
-        return;
-    }
-    const bool first_covered = beneath.result == inside || beneath.result == first_end_inside;
-    const bool second_covered = beneath.result == inside || beneath.result == second_end_inside;
-    if (!first_covered) {
-        take(Segment{segment.ax, segment.ay, covered.ax, covered.ay});
-    }
-    if (!second_covered) {
-        take(Segment{covered.bx, covered.by, segment.bx, segment.by});
-    }
-}
 
 /// The districts on one sheet.
 class PlottedDistricts {
@@ -174,8 +141,8 @@ class PlottedDistricts {
                     continue;
                 }
                 const Label label = labels.label(node);
-                const TargetBox box = ground_of(label);
-                if (touches(box, sheet_) && !(legend_ && touches(box, *legend_))) {
+                const TargetBox box = ground_of(label, frame_);
+                if (overlap(box, sheet_) && !(legend_ && overlap(box, *legend_))) {
                     page_.LabelPlaced(LabelArray::lbl_nubez, static_cast<std::int32_t>(node), label,
                                       frame_.district_font, colour_);
                 }
@@ -203,15 +170,6 @@ class PlottedDistricts {
 
     static bool lies_on(const TargetBox& ground, double x, double y) {
         return x >= ground.xmin && x <= ground.xmax && y >= ground.ymin && y <= ground.ymax;
-    }
-    static bool touches(const TargetBox& a, const TargetBox& b) {
-        return a.xmin < b.xmax && b.xmin < a.xmax && a.ymin < b.ymax && b.ymin < a.ymax;
-    }
-    [[nodiscard]] TargetBox ground_of(const Label& label) const {
-        const double left = frame_.origin_rechts + static_cast<double>(label.left);
-        const double top = frame_.origin_hoch + static_cast<double>(label.top);
-        return {left, top - static_cast<double>(label.height),
-                left + static_cast<double>(label.width), top};
     }
 
     Session& session_;

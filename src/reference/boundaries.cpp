@@ -34,12 +34,20 @@ bool reaches(const BoundaryCache& cache, const std::optional<BoundaryCode>& end)
     return false;
 }
 
+void draw_run_piecewise(LayerSurface& surface, std::span<const PlanePoint> run) {
+    const std::optional<TargetBox>& gap = surface.frame().gap;
+    for (std::size_t i = 1; i < run.size(); ++i) {
+        const Segment whole{run[i - 1].rechts, run[i - 1].hoch, run[i].rechts, run[i].hoch};
+        if (const auto part = gap ? boundary_beside(*gap, whole) : whole) {
+            surface.line(*part);
+        }
+    }
+}
+
 /// Narrows each vertex once where nothing has to be clipped.
 void draw_run(LayerSurface& surface, std::span<const PlanePoint> run) {
-    if (surface.frame().window) {
-        for (std::size_t i = 1; i < run.size(); ++i) {
-            surface.line(run[i - 1].rechts, run[i - 1].hoch, run[i].rechts, run[i].hoch);
-        }
+    if (surface.frame().window || surface.frame().gap) {
+        draw_run_piecewise(surface, run);
         return;
     }
     // Coordinates of a mapping are far within the range of a 32-bit float.
@@ -57,6 +65,20 @@ void draw_run(LayerSurface& surface, std::span<const PlanePoint> run) {
 }
 
 }  // namespace
+
+std::optional<Segment> boundary_beside(const TargetBox& legend, const Segment& segment) {
+    const ClippedSegment beneath = ClipSegment(legend, segment);
+    switch (beneath.result) {
+        case clip::inside:
+            return std::nullopt;
+        case clip::first_end_inside:
+            return Segment{beneath.segment.bx, beneath.segment.by, segment.bx, segment.by};
+        case clip::second_end_inside:
+            return Segment{segment.ax, segment.ay, beneath.segment.ax, beneath.segment.ay};
+        default:
+            return segment;
+    }
+}
 
 std::string boundary_path(const Session& session) {
     return boundary_path(session, session.settings.verw_datei);

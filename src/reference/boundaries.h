@@ -1,7 +1,9 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
+#include "drawing/geometry.h"
 #include "drawing/layer_frame.h"
 #include "drawing/target.h"
 #include "reference/boundary_lines.h"
@@ -26,6 +28,11 @@ class UnreadableBoundaries : public FatalError {
 /// anything else that they depend on has changed. Null without a reference system or without a
 /// file. Valid until the next call. Throws UnreadableBoundaries.
 const BoundaryLines* boundary_lines(Session& session);
+
+/// What of a boundary is drawn beside the legend: nothing of one that lies beneath it, the rest of
+/// one that ends there. One that crosses the whole box stays whole.
+[[nodiscard]] std::optional<Segment> boundary_beside(const TargetBox& legend,
+                                                     const Segment& segment);
 
 /// Draws boundaries up to the first header of the code `end` in the pens of their levels.
 void draw_boundary_lines(const BoundaryLines& lines, const std::optional<BoundaryCode>& end,

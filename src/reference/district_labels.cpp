@@ -65,10 +65,6 @@ class TilesAround {
     std::string_view south_east_;
 };
 
-bool overlap(const TargetBox& a, const TargetBox& b) {
-    return a.xmin < b.xmax && b.xmin < a.xmax && a.ymin < b.ymax && b.ymin < a.ymax;
-}
-
 bool holds(const TargetBox& sheet, const TargetBox& box) {
     return box.xmin >= sheet.xmin && box.xmax <= sheet.xmax && box.ymin >= sheet.ymin &&
            box.ymax <= sheet.ymax;

@@ -58,10 +58,23 @@ void DrawGrid(Session& session, const LayerFrame& frame, DrawingTarget& target,
     }
     const NodeLabels node_labels(session, frame, grid);
     visit_grid(
-        grid, area, [&surface](const Segment& part, std::size_t, GridLine) { surface.line(part); },
+        grid, area,
+        [&surface, &frame](const Segment& part, std::size_t, GridLine) {
+            if (frame.gap) {
+                visit_outside(*frame.gap, part,
+                              [&surface](const Segment& free) { surface.line(free); });
+            } else {
+                surface.line(part);
+            }
+        },
         [&](std::size_t node) {
             Label& label = session.lbl_nubez[node];
             label = node_labels.label(node);
+            if (frame.gap && overlap(ground_of(label, frame), *frame.gap)) {
+                label.visible = false;
+                label.enabled = false;
+                return;
+            }
             target.LabelPlaced(LabelArray::lbl_nubez, static_cast<std::int32_t>(node), label,
                                frame.district_font, colour);
         });

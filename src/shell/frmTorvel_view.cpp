@@ -171,6 +171,10 @@ void FrmTorvel::undo() {
 }
 
 void FrmTorvel::lay_out_sheets() {
+    if (legend_cuts_layers(session_)) {
+        redraw();
+        return;
+    }
     place_sheet_texts(session_, desk());
     picture_->repaint_labels();
 }

@@ -1,6 +1,7 @@
 #include "drawing/geometry.h"
 
 #include <cmath>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -81,6 +82,68 @@ TEST(ClipSegment, AlmostHorizontalSegmentKeepsItsXWhenYMoves) {
     const ClippedSegment clipped = ClipSegment(box, {2, 10.0004, 8, 9.9996});
     EXPECT_EQ(clipped.result, 3);
     expect_segment(clipped.segment, 2, 10, 8, 9.9996);
+}
+
+void expect_lengthened(const CutLine& line, const TargetBox& window, double pen_width,
+                       const CutLine& expected) {
+    const CutLine longer = lengthened(line, window, pen_width);
+    expect_segment(longer.piece, expected.piece.ax, expected.piece.ay, expected.piece.bx,
+                   expected.piece.by);
+    EXPECT_DOUBLE_EQ(longer.begun, expected.begun);
+    EXPECT_DOUBLE_EQ(longer.rest, expected.rest);
+}
+
+TargetBox left_side(double x) {
+    TargetBox window = no_sides;
+    window.xmin = x;
+    return window;
+}
+
+TEST(Lengthened, GoesOnToAPensWidthOutside) {
+    expect_lengthened({{0, 5, 10, 5}, 100, 0}, left_side(0), 2, {{-2, 5, 10, 5}, 98, 0});
+    expect_lengthened({{10, 5, 0, 5}, 0, 100}, left_side(0), 2, {{10, 5, -2, 5}, 0, 98});
+    expect_lengthened({{0, 3, 10, 3}, 50, 60}, box, 1, {{-1, 3, 11, 3}, 49, 59});
+}
+
+TEST(Lengthened, SlantingLineGoesOnFarther) {
+    // 3 across and 4 up: 2 below the lower side are 2.5 along the line.
+    TargetBox window = no_sides;
+    window.ymin = 0;
+    expect_lengthened({{10, 0, 16, 8}, 100, 0}, window, 2, {{8.5, -2, 16, 8}, 97.5, 0});
+}
+
+TEST(Lengthened, EndsWhereTheWholeLineDoes) {
+    expect_lengthened({{0, 0, 6, 8}, 1, 0}, left_side(0), 2, {{-0.6, -0.8, 6, 8}, 0, 0});
+}
+
+TEST(Lengthened, TheFirstSideOnTheWayCounts) {
+    // Past (0, 1) the line comes to y = -2 before x = -12.
+    TargetBox window{0, 0, no_sides.xmax, no_sides.ymax};
+    window.xmin = -10;
+    expect_lengthened({{0, 1, 6, 9}, 100, 0}, window, 2, {{-2.25, -2, 6, 9}, 96.25, 0});
+}
+
+TEST(Lengthened, StaysWithoutSidesOrDirection) {
+    expect_lengthened({{0, 0, 6, 8}, 10, 10}, no_sides, 2, {{0, 0, 6, 8}, 10, 10});
+    expect_lengthened({{0, 5, 0, 5}, 10, 10}, left_side(0), 2, {{0, 5, 0, 5}, 10, 10});
+}
+
+TEST(VisitOutside, HandsOverWhatIsNotCovered) {
+    const auto outside = [](const Segment& whole) {
+        std::vector<Segment> parts;
+        visit_outside(box, whole, [&parts](const Segment& part) { parts.push_back(part); });
+        return parts;
+    };
+    EXPECT_TRUE(outside({2, 2, 8, 8}).empty());
+    ASSERT_EQ(outside({-5, 20, 5, 20}).size(), 1U);
+    expect_segment(outside({-5, 20, 5, 20})[0], -5, 20, 5, 20);
+    ASSERT_EQ(outside({-5, 4, 5, 4}).size(), 1U);
+    expect_segment(outside({-5, 4, 5, 4})[0], -5, 4, 0, 4);
+    ASSERT_EQ(outside({5, 4, 5, 40}).size(), 1U);
+    expect_segment(outside({5, 4, 5, 40})[0], 5, 10, 5, 40);
+    ASSERT_EQ(outside({-5, 4, 15, 4}).size(), 2U);
+    expect_segment(outside({-5, 4, 15, 4})[0], -5, 4, 0, 4);
+    expect_segment(outside({-5, 4, 15, 4})[1], 10, 4, 15, 4);
 }
 
 TEST(CircleTouchesRect, ComparesInclusively) {

@@ -340,6 +340,62 @@ TEST_F(PreviewTest, EdgeNumbersStandOnTheSheetsAndCannotBeTaken) {
     EXPECT_TRUE(holds(captions, " 25725621 \r\n 25725620 "));
 }
 
+TEST_F(PreviewTest, DistrictsLeaveTheLegendOut) {
+    // 1:10 000: the sheet reaches from 2570.5 to 2572.312 and from 5618.5 to 5621.227 km. In its
+    // upper left corner the legend is 191.2 m high and over 500 m wide, so that it covers a piece
+    // of the line 2571; in the lower right one, pieces of 2571 and 2572.
+    session.settings.numbez_datum = {};
+    session.plot.plot_massstab = 0.0001;
+    session.plot.plot_null_rechts = 2570500;
+    session.plot.plot_null_hoch = 5618500;
+    session.plot.plot_blatt_auto = table_false;
+    session.plot.plot_blatt_rechts = 1;
+    session.plot.plot_blatt_hoch = 1;
+    session.view = {2570000, 5618000, 2573000, 5622000, 0.2};
+    session.obj.obj_bezu = 1;
+    session.obj.obj_bezu_elli = 1;
+    session.obj.obj_bezu_abbi = 1;
+    session.obj.obj_nube_meridian = 2;
+    session.obj.obj_nube = 2;
+    for (Titelzeile& zeile : session.titel) {
+        zeile.setTitelSize(3);
+    }
+    session.titel[0].setTitelText("Netz mit einem Namen von 500 m");
+    add_signature(2571100, 5619100);
+    const auto through_legend = [&] {
+        const Label& legend = session.lbl_legende;
+        const TargetBox inner{legend.left + 1.0, legend.top - legend.height + 1.0,
+                              legend.left + legend.width - 1.0, legend.top - 1.0};
+        int found = 0;
+        for (const operation::Line& line : drawn<operation::Line>()) {
+            const Segment segment{line.x1, line.y1, line.x2, line.y2};
+            found += ClipSegment(inner, segment).result != 0 ? 1 : 0;
+        }
+        return found;
+    };
+    draw();
+    ASSERT_TRUE(session.window.lbl_legende_visible);
+    EXPECT_GT(session.lbl_legende.left + session.lbl_legende.width, 1001);
+    EXPECT_EQ(through_legend(), 0);
+    EXPECT_TRUE(legend_cuts_layers(session));
+    // The ground that the legend leaves gets its lines back.
+    const Label before = session.lbl_legende;
+    session.plot.plot_legendenlage = 4;
+    draw();
+    EXPECT_EQ(through_legend(), 0);
+    session.lbl_legende = before;
+    EXPECT_GT(through_legend(), 0);
+    session.plot.plot_legendenlage = 0;
+    EXPECT_FALSE(legend_cuts_layers(session));
+    session.plot.plot_legendenlage = 1;
+    session.obj.obj_nube = 0;
+    EXPECT_FALSE(legend_cuts_layers(session));
+    session.obj.obj_verw = 1;
+    EXPECT_TRUE(legend_cuts_layers(session));
+    session.plotmodus = 0;
+    EXPECT_FALSE(legend_cuts_layers(session));
+}
+
 // Printer and window
 
 TEST_F(PreviewTest, PrinterIsTriedAndTellsThePaper) {

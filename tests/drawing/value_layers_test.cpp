@@ -287,6 +287,76 @@ TEST_F(ErrorEllipseTest, WindowClipsTheTrace) {
     }
 }
 
+/// Takes ellipses as they are.
+class EllipseTaker final : public DrawingTarget {
+ public:
+    void DrawStyle(std::int16_t /*style*/) override {}
+    void DrawWidth(std::int16_t /*width*/) override {}
+    void ForeColor(std::int32_t /*colour*/) override {}
+    void FillStyle(std::int16_t /*style*/) override {}
+    void FillColor(std::int32_t /*colour*/) override {}
+    void Line(float /*x1*/, float /*y1*/, float /*x2*/, float /*y2*/) override { ++lines; }
+    void Circle(float /*x*/, float /*y*/, float /*radius*/) override {}
+    void Ellipse(const EllipseCurve& /*curve*/) override { ++whole; }
+    bool EllipsePart(const EllipseCurve& /*curve*/, const TargetBox& window) override {
+        windows.push_back(window);
+        return true;
+    }
+    void TextRotated(std::string_view /*text*/, std::int32_t /*escapement*/, std::int32_t /*align*/,
+                     const FontSpec& /*font*/) override {}
+    void LabelPlaced(LabelArray /*array*/, std::int32_t /*index*/, const Label& /*label*/,
+                     const FontSpec& /*font*/, std::int32_t /*colour*/) override {}
+
+    int lines = 0;
+    int whole = 0;
+    std::vector<TargetBox> windows;
+};
+
+/// An ellipse on a sheet of 100 by 200 m with its corner at (1000, 1900).
+EllipseTaker taken_on_sheet(LayerFrame sheet, double x, double y, double a, double b, double t) {
+    sheet.window = TargetBox{1000, 1900, 1100, 2100};
+    EllipseTaker taker;
+    LayerSurface surface(sheet, taker);
+    DrawErrorEllipse(surface, x, y, a, b, t);
+    EXPECT_EQ(taker.lines, 0);
+    return taker;
+}
+
+TEST_F(ErrorEllipseTest, WindowHasTheSidesThatCut) {
+    // The a axis of 20 m points to the north, the origin is (1000, 2000).
+    const double none = no_sides.xmax;
+    const auto window = [&](double x, double y) {
+        const EllipseTaker taken = taken_on_sheet(frame(), x, y, 20, 5, 0);
+        EXPECT_EQ(taken.whole, 0);
+        EXPECT_EQ(taken.windows.size(), 1U);
+        const TargetBox sides = taken.windows.empty() ? TargetBox() : taken.windows[0];
+        return std::array{sides.xmin, sides.ymin, sides.xmax, sides.ymax};
+    };
+    EXPECT_EQ(window(1004, 2000), (std::array{0.0, -none, none, none}));
+    EXPECT_EQ(window(1050, 1919), (std::array{-none, -100.0, none, none}));
+    EXPECT_EQ(window(1097, 2090), (std::array{-none, -none, 100.0, 100.0}));
+}
+
+TEST_F(ErrorEllipseTest, WholeInsideOfTheWindow) {
+    EXPECT_EQ(taken_on_sheet(frame(), 1006, 2000, 20, 5, 0).whole, 1);
+    // Turned by 50 gon a line of 5 m reaches 3.54 m to the west.
+    EXPECT_EQ(taken_on_sheet(frame(), 1003.6, 2000, 5, 0, 50).whole, 1);
+    EXPECT_EQ(taken_on_sheet(frame(), 1003.5, 2000, 5, 0, 50).windows.size(), 1U);
+}
+
+TEST_F(ErrorEllipseTest, NothingOfWhatDoesNotComeIntoTheWindow) {
+    const auto nothing = [&](double x, double y, double a, double b) {
+        const EllipseTaker taken = taken_on_sheet(frame(), x, y, a, b, 0);
+        return taken.whole == 0 && taken.windows.empty();
+    };
+    EXPECT_TRUE(nothing(994, 2000, 20, 5));
+    // The corner (1000, 1900) is 8 * sqrt(2) = 11.3 m from the one centre and 9.9 from the other.
+    EXPECT_TRUE(nothing(992, 1892, 10, 10));
+    EXPECT_FALSE(nothing(993, 1893, 10, 10));
+    // The sheet lies within the curve.
+    EXPECT_TRUE(nothing(1050, 2000, 150, 150));
+}
+
 TEST_F(ErrorEllipseTest, EllipseBeyondAllNumbersHandsNothingOver) {
     EXPECT_TRUE(trace(1e300, 1e300, 50).empty());
 }

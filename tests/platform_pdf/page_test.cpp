@@ -224,9 +224,9 @@ TEST_F(PdfPages, TheRestOfALineGoesOnWithItsDots) {
     const ShownPage page = drawn([](PageTarget& p) {
         p.Scale(0, 574, 400, 0);  // 2 m a millimetre
         p.DrawStyle(2);
-        p.LinePart(10, 20, 30, 20, 1.5F);
+        p.LinePart(10, 20, 30, 20, {1.5, 0, no_sides});
         p.DrawStyle(0);
-        p.LinePart(10, 40, 30, 40, 1.5F);
+        p.LinePart(10, 40, 30, 40, {1.5, 0, no_sides});
     });
     ASSERT_EQ(page.paths.size(), 2U);
     expect_at(page.paths[0].pieces.at(0).from, 10, 282);
@@ -234,6 +234,81 @@ TEST_F(PdfPages, TheRestOfALineGoesOnWithItsDots) {
     EXPECT_TRUE(page.paths[1].pen.dash.empty());
     EXPECT_EQ(page.paths[1].pen.phase, 0);
     expect_at(page.paths[1].pieces.at(0).to, 20, 272);
+}
+
+/// A window without sides but those that are given.
+TargetBox window_from(double xmin, double ymin = no_sides.ymin) {
+    TargetBox window = no_sides;
+    window.xmin = xmin;
+    window.ymin = ymin;
+    return window;
+}
+
+TEST_F(PdfPages, ACutLineEndsFlushWithItsWindow) {
+    // 2 m a millimetre; the pen of 12 pixels is 1.016 mm wide. The line rises by 4 for 3, so it is
+    // a pen's width beyond the left side of the window 1.016 / 0.6 = 1.6933 mm farther on.
+    const ShownPage page = drawn([](PageTarget& p) {
+        p.Scale(0, 574, 400, 0);
+        p.DrawWidth(12);
+        p.LinePart(10, 20, 40, 60, {100, 0, window_from(10)});
+        p.Line(40, 60, 50, 60);
+    });
+    ASSERT_EQ(page.paths.size(), 2U);
+    const Path& path = page.paths[0];
+    ASSERT_EQ(path.pieces.size(), 1U);
+    expect_at(path.pieces[0].from, 10 - 1.016, 282 + 1.016 / 3 * 4);
+    expect_at(path.pieces[0].to, 25, 262);
+    EXPECT_EQ(path.pen.cap, 1);
+    EXPECT_NEAR(path.clip[0].x, 10, rounding);
+    EXPECT_LT(path.clip[0].y, 0);
+    EXPECT_GT(path.clip[1].x, 210);
+    EXPECT_GT(path.clip[1].y, 297);
+    // What comes next is clipped to the printable area only.
+    expect_at(page.paths[1].clip[0], 5, 5);
+    expect_at(page.paths[1].clip[1], 205, 292);
+}
+
+TEST_F(PdfPages, ACutLineGoesOnNoFartherThanItDoes) {
+    // 1 m ahead of the piece is 0.5 mm: 0.3 across and 0.4 up.
+    const ShownPage page = drawn([](PageTarget& p) {
+        p.Scale(0, 574, 400, 0);
+        p.DrawWidth(12);
+        p.LinePart(10, 20, 40, 60, {1, 0, window_from(10)});
+        p.LinePart(40, 60, 10, 20, {0, 1, window_from(10)});
+    });
+    ASSERT_EQ(page.paths.size(), 2U);
+    expect_at(page.paths[0].pieces.at(0).from, 9.7, 282.4);
+    expect_at(page.paths[1].pieces.at(0).from, 25, 262);
+    expect_at(page.paths[1].pieces.at(0).to, 9.7, 282.4);
+}
+
+TEST_F(PdfPages, BothSidesOfAWindowCutALine) {
+    // One end at the left side, the other at the lower one; the pen of a pixel is 0.08467 mm wide.
+    const ShownPage page = drawn([](PageTarget& p) {
+        scale_upwards(p);
+        p.LinePart(20, 80, 80, 20, {50, 50, window_from(20, 20)});
+    });
+    ASSERT_EQ(page.paths.size(), 1U);
+    const Path& path = page.paths[0];
+    expect_at(path.pieces.at(0).from, 25 - pixel, 212 - pixel);
+    expect_at(path.pieces.at(0).to, 85 + pixel, 272 + pixel);
+    EXPECT_NEAR(path.clip[0].x, 25, rounding);
+    EXPECT_NEAR(path.clip[1].y, 272, rounding);
+}
+
+TEST_F(PdfPages, DotsOfACutLineCountFromItsTrueStart) {
+    // 48.3067 mm of the line lie ahead of what is written; dots start each 0.508 mm.
+    const ShownPage page = drawn([](PageTarget& p) {
+        p.Scale(0, 574, 400, 0);
+        p.DrawStyle(2);
+        p.DrawWidth(12);
+        p.LinePart(10, 20, 40, 60, {100, 0, window_from(10)});
+        p.Line(10, 70, 20, 70);
+    });
+    ASSERT_EQ(page.paths.size(), 2U);
+    EXPECT_NEAR(page.paths[0].pen.phase, 50 - 1.016 / 0.6 - 95 * 0.508, 0.001);
+    EXPECT_EQ(page.paths[1].pen.phase, 0);
+    EXPECT_EQ(page.paths[1].pen.dash.size(), 2U);
 }
 
 TEST_F(PdfPages, MovingLeavesNoMark) {
@@ -478,6 +553,79 @@ TEST_F(PdfPages, EllipsesInsideOfThePageAreCurves) {
     ASSERT_EQ(page.paths.size(), 1U);
     EXPECT_EQ(page.paths[0].painted, "s");
     EXPECT_LE(page.paths[0].pieces.size(), 4U);
+}
+
+TEST_F(PdfPages, EllipsesAcrossTheEdgeOfThePageAreCurves) {
+    const ShownPage page = drawn([](PageTarget& p) {
+        scale_upwards(p);
+        p.Ellipse(ellipse(199, 140, 4, 2, 0.5));
+    });
+    ASSERT_EQ(page.paths.size(), 1U);
+    EXPECT_LE(page.paths[0].pieces.size(), 4U);
+}
+
+TEST_F(PdfPages, LargeEllipsesAreOneLineAround) {
+    const ShownPage page = drawn([](PageTarget& p) {
+        scale_upwards(p);
+        p.Ellipse(ellipse(100, 140, 45, 30, 0.5));
+    });
+    std::size_t pieces = 0;
+    for (const Path& path : page.paths) {
+        pieces += path.pieces.size();
+    }
+    EXPECT_EQ(page.paths.size(), 2U);  // paths of at most 64 pieces
+    EXPECT_EQ(pieces, 100U);
+}
+
+TEST_F(PdfPages, CutEllipsesAreCurvesUnderTheirWindow) {
+    // Around 101 mm with a half-axis of 4 mm to the east, cut at 100 mm.
+    const ShownPage page = drawn([](PageTarget& p) {
+        scale_upwards(p);
+        EXPECT_TRUE(p.EllipsePart(ellipse(101, 140, 2, 4, 0), window_from(100)));
+        p.Ellipse(ellipse(101, 140, 2, 4, 0));
+    });
+    ASSERT_EQ(page.paths.size(), 2U);
+    const Path& path = page.paths[0];
+    EXPECT_EQ(path.painted, "s");
+    EXPECT_NEAR(path.clip[0].x, 105, rounding);
+    EXPECT_GT(path.clip[1].x, 210);
+    expect_at(page.paths[1].clip[0], 5, 5);
+    ASSERT_LE(path.pieces.size(), 4U);
+    ASSERT_EQ(path.pieces.size(), page.paths[1].pieces.size());
+    double left = 210;
+    for (const Path::Piece& piece : path.pieces) {
+        for (int i = 0; i <= 20; ++i) {
+            const Point at = along(piece, i / 20.0);
+            const double across = (at.x - 106) / 4;
+            const double up = (at.y - 152) / 2;
+            EXPECT_NEAR(std::hypot(across, up), 1, 0.002);
+            left = std::min(left, at.x);
+        }
+    }
+    EXPECT_NEAR(left, 102, 0.02);
+}
+
+TEST_F(PdfPages, OfALargeCutEllipseOnlyWhatShowsIsWritten) {
+    // A circle of 50 mm, cut through its middle, and at a quarter.
+    const ShownPage page = drawn([](PageTarget& p) {
+        scale_upwards(p);
+        p.EllipsePart(ellipse(100, 140, 50, 50, 0), window_from(100));
+        p.DrawWidth(2);
+        p.EllipsePart(ellipse(100, 140, 50, 50, 0), window_from(100, 140));
+    });
+    std::size_t half = 0;
+    std::size_t quarter = 0;
+    for (const Path& path : page.paths) {
+        (path.pen.width < 1.5 * pixel ? half : quarter) += path.pieces.size();
+        EXPECT_NEAR(path.clip[0].x, 105, rounding);
+        for (const Path::Piece& piece : path.pieces) {
+            EXPECT_NEAR(std::hypot(piece.from.x - 105, piece.from.y - 152), 50, 0.001);
+            EXPECT_NEAR(std::hypot(piece.to.x - 105, piece.to.y - 152), 50, 0.001);
+        }
+    }
+    // Beside the 50 and 25 pieces inside one more at each cut.
+    EXPECT_EQ(half, 52U);
+    EXPECT_EQ(quarter, 27U);
 }
 
 TEST_F(PdfPages, PolygonsAreFilled) {

@@ -115,6 +115,7 @@ struct Path {
     std::string painted;  ///< S, s, f, b
     Pen pen;
     std::string layer;
+    std::array<Point, 2> clip;  ///< upper left, lower right of the rectangle that clips it
 };
 
 struct Text {
@@ -146,7 +147,7 @@ class ShownPage {
     double height = 0;  ///< mm
     std::vector<Path> paths;
     std::vector<Text> texts;
-    std::optional<std::array<Point, 2>> clip;  ///< upper left, lower right
+    std::optional<std::array<Point, 2>> clip;  ///< of the page: upper left, lower right
     std::size_t operations = 0;
 
  private:
@@ -158,6 +159,7 @@ class ShownPage {
         Pen pen;
         std::string font;
         double size = 0;
+        std::array<Point, 2> clip;
     };
 
     static std::string contents(QPDFPageObjectHelper& page) {
@@ -257,8 +259,9 @@ class ShownPage {
             add({at_, place(op.number(4), op.number(5)),
                  std::array{place(op.number(0), op.number(1)), place(op.number(2), op.number(3))}});
         } else if (n == "re") {
-            clip = {place(op.number(0), op.number(1) + op.number(3)),
-                    place(op.number(0) + op.number(2), op.number(1))};
+            now_.clip = {place(op.number(0), op.number(1) + op.number(3)),
+                         place(op.number(0) + op.number(2), op.number(1))};
+            clip = clip.value_or(now_.clip);
         } else if (n == "S" || n == "s" || n == "f" || n == "b") {
             if (n != "S" &&
                 (std::abs(at_.x - start_.x) > 1e-9 || std::abs(at_.y - start_.y) > 1e-9)) {
@@ -267,6 +270,7 @@ class ShownPage {
             path_.painted = n;
             path_.pen = now_.pen;
             path_.layer = layer_;
+            path_.clip = now_.clip;
             paths.push_back(path_);
             path_ = {};
         } else {

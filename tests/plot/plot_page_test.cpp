@@ -121,6 +121,28 @@ TEST_F(PlotPageTest, LinesEndAtTheEdgeOfTheSheetAndGoOnAtTheNext) {
     EXPECT_THAT(lines_of(plot(1, 2)), IsEmpty());
 }
 
+TEST_F(PlotPageTest, CutLinesTellWhatIsMissingAndAtWhichSide) {
+    session.obj.obj_beob = 2;
+    session.obj.obj_pusi = 1;
+    session.settings.punsigplo.fill(0);
+    // The first half of the line, to (1200, 2100), is what type 11 draws of it in one go.
+    add_line(session, {1100, 2100, 1300, 2100}).lin_typ_hin = 11;
+    const auto sides = [](const LineCut& cut) {
+        return std::array{cut.window.xmin, cut.window.ymin, cut.window.xmax, cut.window.ymax};
+    };
+    const double none = no_sides.xmax;
+    const std::vector<LineCut> first = plot(1, 1).cuts;
+    ASSERT_EQ(first.size(), 1U);
+    EXPECT_EQ(first[0].begun, 0);
+    EXPECT_NEAR(first[0].rest, 15.5, 1e-4);
+    EXPECT_THAT(sides(first[0]), ElementsAre(-none, -none, testing::DoubleNear(184.5, 1e-4), none));
+    const std::vector<LineCut> second = plot(2, 1).cuts;
+    ASSERT_EQ(second.size(), 1U);
+    EXPECT_NEAR(second[0].begun, 84.5, 1e-4);
+    EXPECT_EQ(second[0].rest, 0);
+    EXPECT_THAT(sides(second[0]), ElementsAre(0, -none, none, none));
+}
+
 TEST_F(PlotPageTest, SignatureOnAnEdgeStandsOnBothSheets) {
     session.obj.obj_pusi = 1;
     session.settings.punsigplo = {2, 2, 1, 0.5F};

@@ -454,6 +454,18 @@ TEST_F(BoundariesTest, LinesOutsideTheVisibleBoxAreLeftOutAndNoOthers) {
     EXPECT_EQ(found, wanted);
 }
 
+TEST_F(BoundariesTest, LinesEndAtAGapUnlessTheyCrossIt) {
+    use_file(
+        "@ a b c LND\n"
+        "2 2570010 5620050\n1 2570150 5620050\n1 2570160 5620060\n1 2570300 5620060\n"
+        "2 2570050 5620080\n1 2570250 5620080\n");
+    LayerFrame gapped = frame();
+    gapped.gap = TargetBox{2570100, 5620000, 2570200, 5620100};
+    DrawBoundaries(session, gapped, target);
+    EXPECT_EQ(rounded(),
+              (pen(1) + Lines{"Line 10 50 100 50", "Line 200 60 300 60", "Line 50 80 250 80"}));
+}
+
 TEST_F(BoundariesTest, LinesOfAPageAreClippedToItsWindowAndGrey) {
     use_file("@ a b c LND\n2 2569900 5620010\n1 2570020 5620010\n");
     session.settings.grenzrgb[1] = rgb(30, 60, 90);

@@ -130,6 +130,44 @@ TEST_F(DistrictsTest, LabelsStandAboveAndRightOfTheNodesInTheView) {
     EXPECT_FALSE(session.lbl_nubez[5].visible);
 }
 
+TEST_F(DistrictsTest, LinesAndNumbersLeaveAGapOut) {
+    // From 2571.2 to 2572.6 and from 5618.5 to 5619.3: beneath it lie the line 5619 from 700 to
+    // 2100 m of the view, the line 2572 up to 800 m, and the number of 2572/5619, at 1500 to 2400
+    // and 500 to 700 m. That of 2571/5619 begins outside, but reaches from 500 to 1400 m.
+    LayerFrame gapped = frame();
+    gapped.gap = TargetBox{2571200, 5618500, 2572600, 5619300};
+    DrawGrid(session, gapped, target, area());
+    std::vector<std::array<long, 4>> found;
+    for (const Operation& op : target.operations()) {
+        if (const auto* line = std::get_if<operation::Line>(&op)) {
+            found.push_back({std::lround(line->x1), std::lround(line->y1), std::lround(line->x2),
+                             std::lround(line->y2)});
+        }
+    }
+    EXPECT_EQ(found, (std::vector<std::array<long, 4>>{{0, 500, 500, 500},
+                                                       {0, 1500, 500, 1500},
+                                                       {500, 0, 500, 500},
+                                                       {500, 500, 500, 1500},
+                                                       {500, 500, 700, 500},
+                                                       {500, 1500, 500, 2000},
+                                                       {500, 1500, 1500, 1500},
+                                                       {1500, 800, 1500, 1500},
+                                                       {2100, 500, 2500, 500},
+                                                       {1500, 1500, 1500, 2000},
+                                                       {1500, 1500, 2500, 1500},
+                                                       {2500, 0, 2500, 500},
+                                                       {2500, 500, 2500, 1500},
+                                                       {2500, 500, 3000, 500},
+                                                       {2500, 1500, 2500, 2000},
+                                                       {2500, 1500, 3000, 1500}}));
+    EXPECT_FALSE(session.lbl_nubez[6].visible);
+    EXPECT_FALSE(session.lbl_nubez[6].enabled);
+    EXPECT_TRUE(session.lbl_nubez[7].visible);
+    EXPECT_FALSE(session.lbl_nubez[10].visible);
+    EXPECT_TRUE(session.lbl_nubez[11].visible);
+    EXPECT_TRUE(session.lbl_nubez[14].visible);
+}
+
 TEST_F(DistrictsTest, LabelIsAnnouncedBetweenTheLinesOfItsNodeWithFontAndColour) {
     session.settings.nubfon = "Courier New";
     session.settings.nubgrascr = 20;

@@ -332,6 +332,29 @@ class FrmTorvelHandTest : public test::HandFixture {
         QCOMPARE(picture().grab().toImage(), dropped);
     }
 
+    void district_lines_make_room_for_a_legend_that_has_moved() {
+        // The lines 3500 and 5600 cross in the first point, in the sheet's lower left corner.
+        start_with_network();
+        session_.plotmodus = 1;
+        session_.obj.obj_nube = 2;
+        session_.plot.plot_legendenlage = 0;
+        window_->redraw();
+        const QImage whole = picture().shown();
+        session_.plot.plot_legendenlage = 2;
+        window_->redraw();
+        const QImage at_first = picture().shown();
+        QVERIFY(at_first != whole);
+        press(QPoint(10, 10));
+        move(QPoint(60, 10), Qt::LeftButton);
+        release(QPoint(60, 10));
+        const QImage dropped = picture().shown();
+        QVERIFY(dropped != at_first);
+        window_->redraw();
+        QCOMPARE(picture().shown(), dropped);
+        action("rückgängig")->trigger();
+        QCOMPARE(picture().shown(), at_first);
+    }
+
     void a_command_during_the_drag_leaves_the_sheets_where_they_have_come_to() {
         start_with_network();
         action("plot_ein")->trigger();

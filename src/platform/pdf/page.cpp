@@ -87,9 +87,15 @@ bool PdfPage::is_number(const Place& place) {
     return std::isfinite(place.x) && std::isfinite(place.y);
 }
 
-bool PdfPage::may_show(const Box& box, double reach) const {
-    return box.right + reach >= area_.left && box.left - reach <= area_.right &&
-           box.top + reach >= area_.bottom && box.bottom - reach <= area_.top;
+bool PdfPage::touches(const Box& box, const Box& other, double reach) {
+    return box.right + reach >= other.left && box.left - reach <= other.right &&
+           box.top + reach >= other.bottom && box.bottom - reach <= other.top;
+}
+
+TargetBox PdfPage::on_paper(const TargetBox& box) const {
+    const Place a = to_paper(box.xmin, box.ymin);
+    const Place b = to_paper(box.xmax, box.ymax);
+    return {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
 }
 
 bool PdfPage::lies_near(const Box& box) const {
@@ -193,14 +199,27 @@ void PdfPage::settle_fill(std::int32_t colour) {
 }
 
 void PdfPage::Line(float x1, float y1, float x2, float y2) {
-    LinePart(x1, y1, x2, y2, 0);
+    const Place a = to_paper(static_cast<double>(x1), static_cast<double>(y1));
+    position_ = to_paper(static_cast<double>(x2), static_cast<double>(y2));
+    stroke(a, position_, 0);
 }
 
-void PdfPage::LinePart(float x1, float y1, float x2, float y2, float begun) {
+void PdfPage::LinePart(float x1, float y1, float x2, float y2, const LineCut& cut) {
     const Place a = to_paper(static_cast<double>(x1), static_cast<double>(y1));
     const Place b = to_paper(static_cast<double>(x2), static_cast<double>(y2));
     position_ = b;
-    stroke(a, b, static_cast<double>(begun) * std::abs(per_unit_x_));
+    const double unit = std::abs(per_unit_x_);
+    const TargetBox window = on_paper(cut.window);
+    const CutLine line =
+        lengthened({{a.x, a.y, b.x, b.y}, cut.begun * unit, cut.rest * unit}, window, pen_.width);
+    const Segment& piece = line.piece;
+    if (!is_number({piece.ax, piece.ay}) || !is_number({piece.bx, piece.by})) {
+        return;
+    }
+    settle_pen();
+    begin_clip(window);
+    stroke({piece.ax, piece.ay}, {piece.bx, piece.by}, line.begun);
+    end_clip();
 }
 
 void PdfPage::MoveTo(float x, float y) {
@@ -282,9 +301,26 @@ void PdfPage::Circle(float x, float y, float radius) {
     out_.end_line();
 }
 
+void PdfPage::begin_clip(const TargetBox& window) {
+    const WrittenPlace from = written({std::clamp(window.xmin, near_.left, near_.right),
+                                       std::clamp(window.ymin, near_.bottom, near_.top)});
+    const WrittenPlace to = written({std::clamp(window.xmax, near_.left, near_.right),
+                                     std::clamp(window.ymax, near_.bottom, near_.top)});
+    out_.text("q ");
+    put(from);
+    put({to.x - from.x, to.y - from.y});
+    out_.text("re W n ");
+}
+
+void PdfPage::end_clip() {
+    end_path();
+    out_.text("Q");
+    out_.end_line();
+}
+
 void PdfPage::write_arcs(const Place& centre, const Place& a, const Place& b, double reach) {
     // From its own centre the numbers are short.
-    out_.text("q 1 0 0 1 ");
+    out_.text("1 0 0 1 ");
     put(written(centre));
     out_.text("cm ");
     put(written(a));
@@ -298,38 +334,75 @@ void PdfPage::write_arcs(const Place& centre, const Place& a, const Place& b, do
         point(arc.x3, arc.y3);
         out_.text("c ");
     }
-    out_.text("s Q");
-    out_.end_line();
+    out_.text("s ");
 }
 
-void PdfPage::Ellipse(const EllipseCurve& curve) {
+/// Branches 0 and 1 are the whole curve; the others would only draw it again.
+void PdfPage::write_outline(const EllipseCurve& curve, const Box& shown) {
+    const auto at = [&](std::size_t branch, std::size_t n) {
+        const EllipseCurve::Point p = curve.at(branch, n);
+        return to_paper(p.x - curve.origin_x, p.y - curve.origin_y);
+    };
+    const auto segment = [&](const Place& a, const Place& b) {
+        const Box box{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x),
+                      std::max(a.y, b.y)};
+        if (touches(box, shown, pen_.width)) {
+            stroke(a, b, 0);
+        }
+    };
+    constexpr std::size_t last = EllipseAngles::count - 1;
+    for (std::size_t n = last; n > 0; --n) {
+        segment(at(0, n), at(0, n - 1));
+    }
+    for (std::size_t n = 0; n < last; ++n) {
+        segment(at(1, n), at(1, n + 1));
+    }
+}
+
+void PdfPage::draw_ellipse(const EllipseCurve& curve, const TargetBox* window) {
     const Place centre = to_paper(curve.x - curve.origin_x, curve.y - curve.origin_y);
     const Place a{curve.a * curve.sine * per_unit_x_, curve.a * curve.cosine * per_unit_y_};
     const Place b{curve.b * curve.cosine * per_unit_x_, -curve.b * curve.sine * per_unit_y_};
-    const double reach = std::hypot(a.x, a.y) + std::hypot(b.x, b.y);
     const double larger = std::max(std::hypot(a.x, a.y), std::hypot(b.x, b.y));
-    if (!is_number(centre) || !std::isfinite(reach)) {
+    if (!is_number(centre) || !std::isfinite(larger)) {
         return;
     }
     position_ = {centre.x + a.x, centre.y + a.y};
-    const Box box{centre.x - reach, centre.y - reach, centre.x + reach, centre.y + reach};
+    const double across = std::hypot(a.x, b.x);
+    const double up = std::hypot(a.y, b.y);
+    const Box box{centre.x - across, centre.y - up, centre.x + across, centre.y + up};
     if (!may_show(box, pen_.width)) {
         return;
+    }
+    settle_pen();
+    if (window != nullptr) {
+        begin_clip(*window);
     }
     // A curve that is traced runs inside of the true one by 5e-4 of its radius: large ones are not
     // the same as true ones to 0.02 mm.
     constexpr double largest_arcs = 20 * units_per_millimetre;
-    const bool inside = box.left >= area_.left && box.right <= area_.right &&
-                        box.bottom >= area_.bottom && box.top <= area_.top;
-    if (!inside || larger > largest_arcs) {
-        DrawingTarget::Ellipse(curve);
+    if (larger <= largest_arcs) {
+        out_.text(window == nullptr ? "q " : "");
+        write_arcs(centre, a, b, larger);
+        end_clip();
         return;
     }
-    settled_ = settled_ && path_segments_ == 0;
-    if (!settled_) {
-        settle_pen();
+    if (window == nullptr) {
+        write_outline(curve, area_);
+        return;
     }
-    write_arcs(centre, a, b, larger);
+    write_outline(curve, {window->xmin, window->ymin, window->xmax, window->ymax});
+    end_clip();
+}
+
+void PdfPage::Ellipse(const EllipseCurve& curve) {
+    draw_ellipse(curve, nullptr);
+}
+
+bool PdfPage::EllipsePart(const EllipseCurve& curve, const TargetBox& window) {
+    const TargetBox shown = on_paper(window);
+    draw_ellipse(curve, &shown);
+    return true;
 }
 
 void PdfPage::Polygon(std::span<const PagePoint> corners, std::int32_t colour) {

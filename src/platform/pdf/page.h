@@ -46,10 +46,11 @@ class PdfPage final : public PageTarget {
     void FillStyle(std::int16_t style) override { filled_ = style == 0; }
     void FillColor(std::int32_t colour) override { fill_ = colour; }
     void Line(float x1, float y1, float x2, float y2) override;
-    void LinePart(float x1, float y1, float x2, float y2, float begun) override;
+    void LinePart(float x1, float y1, float x2, float y2, const LineCut& cut) override;
     void MoveTo(float x, float y) override;
     void Circle(float x, float y, float radius) override;
     void Ellipse(const EllipseCurve& curve) override;
+    bool EllipsePart(const EllipseCurve& curve, const TargetBox& window) override;
     void TextRotated(std::string_view text, std::int32_t escapement, std::int32_t align,
                      const FontSpec& font) override;
     void LabelPlaced(LabelArray array, std::int32_t index, const Label& label, const FontSpec& font,
@@ -88,10 +89,19 @@ class PdfPage final : public PageTarget {
     [[nodiscard]] static WrittenPlace written(const Place& place);
     [[nodiscard]] static bool is_number(const Place& place);
     /// Whether something that reaches this far from its box may show.
-    [[nodiscard]] bool may_show(const Box& box, double reach) const;
+    [[nodiscard]] bool may_show(const Box& box, double reach) const {
+        return touches(box, area_, reach);
+    }
+    /// Whether something that reaches this far from a box may touch another one.
+    [[nodiscard]] static bool touches(const Box& box, const Box& other, double reach);
+    [[nodiscard]] TargetBox on_paper(const TargetBox& box) const;
     [[nodiscard]] bool lies_near(const Box& box) const;
 
     void stroke(Place a, Place b, double begun);
+    /// What is written up to end_clip shows only inside of this box of the paper, whose sides may
+    /// be infinite. The pen must have been settled.
+    void begin_clip(const TargetBox& window);
+    void end_clip();
     void put(const WrittenPlace& place);
     void end_path();
     /// Ends the path and opens the layer wanted.
@@ -99,7 +109,10 @@ class PdfPage final : public PageTarget {
     void settle_pen();
     void settle_fill(std::int32_t colour);
     void write_colour(std::int32_t colour, const char* grey_operator, const char* rgb_operator);
+    /// The ellipse with these half-axes; `window` as for begin_clip, null for the whole curve.
+    void draw_ellipse(const EllipseCurve& curve, const TargetBox* window);
     void write_arcs(const Place& centre, const Place& a, const Place& b, double reach);
+    void write_outline(const EllipseCurve& curve, const Box& shown);
 
     const TextFont& text_font(const FontSpec& font);
     /// Lines of text from the upper left corner of their box on.

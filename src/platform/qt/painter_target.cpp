@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "drawing/geometry.h"
 #include "platform/qt/pixel_canvas.h"
 #include "platform/qt/qt_font.h"
 #include "platform/qt/raster_target.h"
@@ -59,6 +60,13 @@ void PainterTarget::scale_millimetres() {
 
 QPointF PainterTarget::to_device(double x, double y) const {
     return {area_.area.left() + (x - left_) * units_x_, area_.area.top() + (y - top_) * units_y_};
+}
+
+TargetBox PainterTarget::to_device(const TargetBox& box) const {
+    const QPointF a = to_device(box.xmin, box.ymin);
+    const QPointF b = to_device(box.xmax, box.ymax);
+    return {std::min(a.x(), b.x()), std::min(a.y(), b.y()), std::max(a.x(), b.x()),
+            std::max(a.y(), b.y())};
 }
 
 void PainterTarget::DrawStyle(std::int16_t style) {
@@ -128,24 +136,44 @@ void PainterTarget::use_label_font(const FontSpec& font, const QColor& colour) {
     }
 }
 
-void PainterTarget::Line(float x1, float y1, float x2, float y2) {
-    LinePart(x1, y1, x2, y2, 0);
-}
-
-void PainterTarget::LinePart(float x1, float y1, float x2, float y2, float begun) {
-    const QPointF from = to_device(x1, y1);
-    const QPointF to = to_device(x2, y2);
-    position_ = to;
-    const double ahead = static_cast<double>(begun) * std::abs(units_x_);
-    if (!is_finite(from) || !is_finite(to) || !std::isfinite(ahead)) {
+void PainterTarget::draw_line(const QPointF& from, const QPointF& to, double begun) {
+    if (!is_finite(from) || !is_finite(to) || !std::isfinite(begun)) {
         return;
     }
     PixelPoint a{from.x(), from.y()};
     PixelPoint b{to.x(), to.y()};
     if (clip_to_box(around(area_), a, b)) {
-        use_line_pen(ahead + std::hypot(a.x - from.x(), a.y - from.y()));
+        use_line_pen(begun + std::hypot(a.x - from.x(), a.y - from.y()));
         painter_.drawLine(QPointF(a.x, a.y), QPointF(b.x, b.y));
     }
+}
+
+void PainterTarget::begin_clip(const TargetBox& window) {
+    const PixelBox most = around(area_);
+    const auto across = [&](double x) { return std::clamp(x, most.xmin, most.xmax); };
+    const auto down = [&](double y) { return std::clamp(y, most.ymin, most.ymax); };
+    painter_.setClipRect(QRectF(QPointF(across(window.xmin), down(window.ymin)),
+                                QPointF(across(window.xmax), down(window.ymax))));
+}
+
+void PainterTarget::Line(float x1, float y1, float x2, float y2) {
+    const QPointF from = to_device(x1, y1);
+    position_ = to_device(x2, y2);
+    draw_line(from, position_, 0);
+}
+
+void PainterTarget::LinePart(float x1, float y1, float x2, float y2, const LineCut& cut) {
+    const QPointF from = to_device(x1, y1);
+    const QPointF to = to_device(x2, y2);
+    position_ = to;
+    const double unit = std::abs(units_x_);
+    const TargetBox window = to_device(cut.window);
+    const CutLine line =
+        lengthened({{from.x(), from.y(), to.x(), to.y()}, cut.begun * unit, cut.rest * unit},
+                   window, pen_width_);
+    begin_clip(window);
+    draw_line({line.piece.ax, line.piece.ay}, {line.piece.bx, line.piece.by}, line.begun);
+    end_clip();
 }
 
 void PainterTarget::Circle(float x, float y, float radius) {
@@ -160,7 +188,7 @@ void PainterTarget::Circle(float x, float y, float radius) {
     painter_.drawEllipse(centre, reach, reach);
 }
 
-void PainterTarget::Ellipse(const EllipseCurve& curve) {
+QPolygonF PainterTarget::outline_of(const EllipseCurve& curve) const {
     // Branches 0 and 1 are the whole curve; the others would only draw it again.
     QPolygonF outline;
     const auto add = [&](std::size_t branch, std::size_t n) {
@@ -177,12 +205,30 @@ void PainterTarget::Ellipse(const EllipseCurve& curve) {
     const QRectF box = outline.boundingRect();
     if (!is_finite(box.topLeft()) || !is_finite(box.bottomRight()) || box.left() < -far_out ||
         box.right() > far_out || box.top() < -far_out || box.bottom() > far_out) {
+        return {};
+    }
+    return outline;
+}
+
+void PainterTarget::Ellipse(const EllipseCurve& curve) {
+    const QPolygonF outline = outline_of(curve);
+    if (outline.isEmpty()) {
         DrawingTarget::Ellipse(curve);
         return;
     }
     use_line_pen(0);
     painter_.drawPolyline(outline);
     position_ = outline.last();
+}
+
+bool PainterTarget::EllipsePart(const EllipseCurve& curve, const TargetBox& window) {
+    if (outline_of(curve).isEmpty()) {
+        return false;
+    }
+    begin_clip(to_device(window));
+    Ellipse(curve);
+    end_clip();
+    return true;
 }
 
 void PainterTarget::TextRotated(std::string_view text, std::int32_t escapement, std::int32_t align,

@@ -38,10 +38,11 @@ class PainterTarget final : public PageTarget {
     void FillStyle(std::int16_t style) override;
     void FillColor(std::int32_t colour) override;
     void Line(float x1, float y1, float x2, float y2) override;
-    void LinePart(float x1, float y1, float x2, float y2, float begun) override;
+    void LinePart(float x1, float y1, float x2, float y2, const LineCut& cut) override;
     void MoveTo(float x, float y) override { position_ = to_device(x, y); }
     void Circle(float x, float y, float radius) override;
     void Ellipse(const EllipseCurve& curve) override;
+    bool EllipsePart(const EllipseCurve& curve, const TargetBox& window) override;
     void TextRotated(std::string_view text, std::int32_t escapement, std::int32_t align,
                      const FontSpec& font) override;
     void LabelPlaced(LabelArray array, std::int32_t index, const Label& label, const FontSpec& font,
@@ -58,6 +59,14 @@ class PainterTarget final : public PageTarget {
     void print_text(std::string_view text, const QPointF& corner, const FontSpec& font,
                     std::int32_t colour);
     [[nodiscard]] QPointF to_device(double x, double y) const;
+    [[nodiscard]] TargetBox to_device(const TargetBox& box) const;
+    /// The polyline of a curve; empty if it leaves what a device can calculate.
+    [[nodiscard]] QPolygonF outline_of(const EllipseCurve& curve) const;
+    /// A line in units of the device; `begun` of its length lie ahead of it.
+    void draw_line(const QPointF& from, const QPointF& to, double begun);
+    /// Clips to a box of the device, whose sides may be infinite, until end_clip.
+    void begin_clip(const TargetBox& window);
+    void end_clip() { painter_.setClipping(false); }
 
     QPainter& painter_;
     PainterArea area_;
