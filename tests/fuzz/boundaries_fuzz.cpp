@@ -24,8 +24,8 @@ struct Chains {
     std::vector<Segment> segments;
     std::vector<std::string> headers;
     std::size_t points = 0;
-    /// A point without text, or a segment that begins before there is a point, looks like the corner
-    /// of the picture.
+    /// A point without text, or a segment that begins before there is a point, looks like the
+    /// corner of the picture.
     bool from_nowhere = false;
 };
 
@@ -130,8 +130,8 @@ void check_lines(const BoundaryLines& lines, std::size_t points) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string path = fuzz::write_file(
-        "verwgrenz.dat", {reinterpret_cast<const char*>(data), size});
+    const std::string path =
+        fuzz::write_file("verwgrenz.dat", {reinterpret_cast<const char*>(data), size});
     check_reduction(path);
     const std::size_t points = read_chains(path, Runs::open).points;
     const ChainSetup same{{1, mapping_gauss_krueger}, 2, {1, mapping_gauss_krueger}, {}};
