@@ -105,6 +105,8 @@ void FrmTorvel::build_controls() {
     connect(&activation_timer_, &QTimer::timeout, this, &FrmTorvel::notice_rewritten_file);
     drop_timer_.setSingleShot(true);
     connect(&drop_timer_, &QTimer::timeout, this, &FrmTorvel::open_dropped);
+    synchronise_timer_.setSingleShot(true);
+    connect(&synchronise_timer_, &QTimer::timeout, this, &FrmTorvel::synchronise);
     end_timer_.setSingleShot(true);
     connect(&end_timer_, &QTimer::timeout, this, &FrmTorvel::end_by_system);
     connect(picture_, &PictureWidget::resized, this, &FrmTorvel::expect_size);

@@ -175,6 +175,7 @@ class FrmTorvel final : public QMainWindow {
     QTimer activation_timer_;
     QTimer drop_timer_;
     QString dropped_path_;
+    QTimer synchronise_timer_;
     QTimer end_timer_;  ///< tries the end again while a command runs
     bool ended_by_system_ = false;
     int exit_code_ = 0;

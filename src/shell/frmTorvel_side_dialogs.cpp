@@ -59,9 +59,7 @@ void FrmTorvel::synchronise_scale_bars() {
     dialog = new FrmMassstab(this, session_);
     connect(dialog, &QDialog::finished, this, [this] {
         close_scale_bars(session_);
-        // The dialog goes when its own event is over.
-        QMetaObject::invokeMethod(
-            this, [this] { synchronise(); }, Qt::QueuedConnection);
+        synchronise_timer_.start(0);  // the dialog goes when its own event is over
     });
     dialog->show();
 }
