@@ -73,6 +73,8 @@ class TorvelProgress final : public QObject, public LongWork {
 
  private:
     void show_itself();
+    /// A writing is never given up.
+    [[nodiscard]] bool may_be_given_up() const;
 
     QStatusBar& status_;
     QProgressBar* bar_;
