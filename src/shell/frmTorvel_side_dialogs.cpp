@@ -29,7 +29,7 @@ void FrmTorvel::add_side_dialogs(std::map<ToolButton, Command>& commands) {
 }
 
 void FrmTorvel::open_modal(const std::function<QDialog*()>& create, Redraw redraws) {
-    if (busy_ || failed_) {
+    if (is_locked()) {
         return;
     }
     QDialog* dialog = create();

@@ -75,6 +75,7 @@ void TorvelProgress::wait_anew() {
 }
 
 void TorvelProgress::end() {
+    command_given_up_ = false;
     if (!bar_->isHidden()) {
         bar_->hide();
         cmd_abbrechen_->hide();
@@ -85,17 +86,33 @@ bool TorvelProgress::goes_on() {
     constexpr int events_interval = 40;
     if (since_start_.elapsed() >= patience && since_events_.elapsed() >= events_interval) {
         show_itself();
-        if (before_events) {
-            before_events();
-        }
-        QApplication::processEvents();
+        serve();
         since_events_.start();
     }
-    return !(may_be_given_up() && cancelled_);
+    return !(may_be_given_up() && (cancelled_ || command_given_up_));
+}
+
+void TorvelProgress::serve() {
+    if (!serves_events_) {
+        status_.repaint();
+        return;
+    }
+    if (before_events) {
+        before_events();
+    }
+    QApplication::processEvents();
 }
 
 void TorvelProgress::give_up() {
     cancelled_ = may_be_given_up();
+}
+
+void TorvelProgress::give_up_command() {
+    command_given_up_ = true;
+}
+
+void TorvelProgress::serve_no_more() {
+    serves_events_ = false;
 }
 
 void TorvelProgress::show_itself() {

@@ -72,7 +72,7 @@ int run(VeldraApplication& application) {
     };
     const veldra::TerminationNotifier termination([&window] { window.end_by_system(); });
     // A logout that is called off finds the program ended, with nothing lost.
-    veldra::follow_session_end(application, window, [&window] { window.end_by_system(); });
+    veldra::follow_session_end(application, window, [&window] { return window.end_by_system(); });
     window.load();
     if (application.failed()) {
         return 1;

@@ -1,0 +1,124 @@
+// The program itself under X, with a session manager that ends the session.
+#include <QProcess>
+
+#include "platform/os/file_lock.h"
+#include "private_session_manager.h"
+#include "torvel_fixture.h"
+
+using namespace veldra;
+using namespace veldra::test;
+
+class SessionManagerTest : public TorvelFixture {
+    Q_OBJECT
+
+ private:
+    void start_x() {
+        x_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        x_.start(text("Xvfb"), {text("-displayfd"), text("1"), text("-screen"), text("0"),
+                                text("1280x1024x24"), text("-nolisten"), text("tcp")});
+        if (!x_.waitForStarted()) {
+            return;
+        }
+        while (!display_.endsWith('\n') && x_.waitForReadyRead(10000)) {
+            display_ += x_.readAllStandardOutput();
+        }
+    }
+
+    void run(const QString& file) {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(text("HOME"), root_->path());
+        environment.insert(text("XDG_CONFIG_HOME"), path("windows"));
+        environment.insert(text("QT_QPA_PLATFORM"), text("xcb"));
+        environment.insert(text("DISPLAY"), text(":") + text(display_.trimmed().constData()));
+        environment.insert(text("SESSION_MANAGER"), text(manager_->address().constData()));
+        program_.setProcessEnvironment(environment);
+        program_.start(text(VELDRA_PROGRAM), {file});
+        QVERIFY(program_.waitForStarted());
+    }
+
+    /// True when the profile, which the program writes last, is there.
+    [[nodiscard]] bool has_ended() const {
+        QDir folder(root_->path());
+        for (const QString& documents : folder.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+            QFile profile(folder.filePath(documents + text("/Kelvara/VELDRA.INI")));
+            if (profile.open(QIODevice::ReadOnly) && profile.readAll().contains("[BEZPUN]")) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    /// Ends the session as a desktop does, and lets the program die.
+    void log_out() {
+        const int saved = manager_->times_saved;
+        manager_->log_out();
+        QVERIFY(manager_->serve_until(
+            [&] { return manager_->times_saved > saved || manager_->times_put_off > 0; }));
+        if (manager_->times_saved == saved) {
+            manager_->go_on_with_phase_2();
+            QVERIFY(manager_->serve_until([&] { return manager_->times_saved > saved; }));
+        }
+        QVERIFY(manager_->serve_until([&] { return program_.state() == QProcess::NotRunning; }));
+        QCOMPARE(program_.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(program_.exitCode(), 0);
+    }
+
+    QProcess x_;
+    QByteArray display_;
+    QProcess program_;
+    std::unique_ptr<PrivateSessionManager> manager_;
+
+ private Q_SLOTS:
+    void initTestCase() {
+        start_x();
+        if (display_.isEmpty()) {
+            QSKIP("there is no Xvfb on this machine (package xvfb)");
+        }
+    }
+    void init() {
+        make_folders();
+        manager_ = std::make_unique<PrivateSessionManager>();
+        QVERIFY2(manager_->trouble().isEmpty(), manager_->trouble().constData());
+    }
+    void cleanup() {
+        program_.kill();
+        program_.waitForFinished();
+        manager_.reset();
+        close_down();
+    }
+    void cleanupTestCase() {
+        x_.terminate();
+        x_.waitForFinished();
+    }
+
+    void all_is_written_when_the_desktop_has_its_answer() {
+        write("ve_quadrat.dat", square_network);
+        run(path("ve_quadrat.dat"));
+        QVERIFY(manager_->serve_until([this] { return manager_->times_saved == 1; }));
+        bool written = false;
+        manager_->at_answer = [&] {
+            written = has_ended() && read("ve_quadrat.dat").contains("Objekte");
+        };
+        log_out();
+        QVERIFY(written);
+    }
+
+    /// The program serves events for the first time while it asks whether to open a file that
+    /// another one has open: amid its first command.
+    void amid_a_command_the_program_asks_for_time_and_then_ends() {
+        write("ve_quadrat.dat", square_network);
+        const FileLock elsewhere(system_path(path("ve_quadrat.dat")));
+        run(path("ve_quadrat.dat"));
+        QVERIFY(manager_->serve_until([this] { return manager_->times_saved == 1; }));
+        QCOMPARE(manager_->times_put_off, 0);
+        QList<bool> ended;
+        manager_->at_answer = [&] { ended << has_ended(); };
+        log_out();
+        QCOMPARE(manager_->times_put_off, 1);
+        QCOMPARE(ended, QList<bool>({false, true}));
+        QCOMPARE(read("ve_quadrat.dat"), QByteArray(square_network));
+    }
+};
+
+QTEST_MAIN(SessionManagerTest)
+#include "session_manager_wintest.moc"
