@@ -305,9 +305,7 @@ void FrmTorvel::changeEvent(QEvent* event) {
 void FrmTorvel::closeEvent(QCloseEvent* event) {
     if (busy_ && !failed_) {
         event->ignore();
-        if (!ending_) {
-            want_end();
-        }
+        want_end();
         return;
     }
     if (run_.programm_aktiv && !failed_) {

@@ -188,7 +188,6 @@ class FrmTorvel final : public QMainWindow {
     QTimer synchronise_timer_;
     QTimer end_timer_;         ///< tries the end that is wanted again while a command runs
     bool end_wanted_ = false;  ///< the window was closed while a command ran
-    bool ending_ = false;      ///< the end routine runs or has run
     bool ended_by_system_ = false;
     int exit_code_ = 0;
     bool busy_ = false;    ///< a command runs

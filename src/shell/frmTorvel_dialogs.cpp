@@ -118,7 +118,6 @@ void FrmTorvel::open_project_file() {
 }
 
 void FrmTorvel::end_program() {
-    ending_ = true;
     run_to_its_end([this] {
         try {
             programm_ende(session_, run_, desk(),
