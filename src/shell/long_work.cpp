@@ -39,8 +39,9 @@ void LongWork::tell_writing(double share) {
 }
 
 void LongWork::tell_written() {
-    tell_writing(1);
     ++writings_.done;
+    step_ = Step::unknown;
+    share_.reset();
 }
 
 void LongWork::tell_drawing(double share) {

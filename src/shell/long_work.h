@@ -27,7 +27,7 @@ class LongWork {
     void expect_writings(int writings);
     /// The file has been written up to this share of it, 0 to 1.
     void tell_writing(double share);
-    /// One more file has been written.
+    /// One more file has been written; what comes next will be told.
     void tell_written();
     /// The picture has been drawn up to this share of its rows, 0 to 1.
     void tell_drawing(double share);
