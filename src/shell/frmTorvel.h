@@ -46,9 +46,9 @@ class FrmTorvel final : public QMainWindow {
     void load();
 
     /// The session of the desktop ends, or the system ends the program: what is open is given up,
-    /// the running command too as far as it can be, and the window closes without a question as soon
-    /// as the command is through. True if it has closed, so that nothing is left to be written;
-    /// false amid a command, which does not serve events any more.
+    /// the running command too as far as it can be, and the window closes without a question as
+    /// soon as the command is through. True if it has closed, so that nothing is left to be
+    /// written; false amid a command, which does not serve events any more.
     bool end_by_system();
 
     /// What the program tells the system that has ended it: 0 if all has been written.

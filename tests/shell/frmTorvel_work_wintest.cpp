@@ -137,7 +137,8 @@ class LongWorkTest : public WorkFixture {
         // What is written is read meanwhile: two times one window, asked before it and before the
         // end. Six readings then do the same.
         QCOMPARE(shares[LongWork::Step::writing], QList<int>({0, 50, 50, 100}));
-        QCOMPARE(shares[LongWork::Step::reading], QList<int>({16, 16, 33, 33, 50, 50, 66, 66, 83, 83, 100}));
+        QCOMPARE(shares[LongWork::Step::reading],
+                 QList<int>({16, 16, 33, 33, 50, 50, 66, 66, 83, 83, 100}));
         // 2048 signatures, then as many labels.
         const QList<int>& drawing = shares[LongWork::Step::drawing];
         QVERIFY(drawing.size() >= 3);

@@ -48,6 +48,19 @@ class SessionManagerTest : public TorvelFixture {
         return false;
     }
 
+    /// Waits until the program waits, too: it has opened its file and does nothing any more.
+    [[nodiscard]] bool falls_asleep() {
+        constexpr int looks = 60;
+        int asleep = 0;
+        return manager_->serve_until([&] {
+            QFile state(text("/proc/%1/stat").arg(program_.processId()));
+            const bool read = state.open(QIODevice::ReadOnly);
+            const QByteArray fields = read ? state.readAll() : QByteArray();
+            asleep = fields.mid(fields.lastIndexOf(')') + 2, 1) == "S" ? asleep + 1 : 0;
+            return asleep == looks;
+        });
+    }
+
     /// Ends the session as a desktop does, and lets the program die.
     void log_out() {
         const int saved = manager_->times_saved;
@@ -95,12 +108,18 @@ class SessionManagerTest : public TorvelFixture {
         write("ve_quadrat.dat", square_network);
         run(path("ve_quadrat.dat"));
         QVERIFY(manager_->serve_until([this] { return manager_->times_saved == 1; }));
-        bool written = false;
+        QVERIFY(falls_asleep());
+        bool ended = false;
+        QByteArray written;
         manager_->at_answer = [&] {
-            written = has_ended() && read("ve_quadrat.dat").contains("Objekte");
+            ended = has_ended();
+            written = read("ve_quadrat.dat");
         };
         log_out();
-        QVERIFY(written);
+        QCOMPARE(manager_->times_put_off, 0);
+        QVERIFY(ended);
+        QVERIFY2(written.contains("Objekte"), written.constData());
+        QCOMPARE(read("ve_quadrat.dat"), written);
     }
 
     /// The program serves events for the first time while it asks whether to open a file that
