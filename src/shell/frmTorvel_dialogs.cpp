@@ -149,6 +149,7 @@ void FrmTorvel::unload_dialogs() {
 void FrmTorvel::want_end() {
     end_wanted_ = true;
     progress_->give_up_command();
+    status_->showMessage(QStringLiteral("Das Programm wird beendet ..."));
     end_timer_.start(0);
 }
 

@@ -1,5 +1,6 @@
 // The end of the program amid long work: nothing is lost, and the work ends first.
 #include <QSessionManager>
+#include <QStatusBar>
 #include <csignal>
 
 #include "platform/qt/session_end.h"
@@ -145,8 +146,13 @@ class EndAmidWorkTest : public WorkFixture {
 
     void closing_amid_a_writing_finishes_it_and_reads_nothing_more() {
         start_and_move(two_parts());
-        once_amid(writing, [this] { leave("Ctrl+Q"); });
+        QString told;
+        once_amid(writing, [this, &told] {
+            leave("Ctrl+Q");
+            told = window_->statusBar()->currentMessage();
+        });
         show_part(1);
+        QCOMPARE(told, text("Das Programm wird beendet ..."));
         // Before the end of the writing, and before the reading begins.
         QCOMPARE(asked_after_, 2);
         QCOMPARE(session_.netz_aktuell, 1);
