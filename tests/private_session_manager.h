@@ -50,7 +50,7 @@ class PrivateSessionManager {
     /// What programs find in SESSION_MANAGER.
     [[nodiscard]] QByteArray address() const {
         char* const list = ::IceComposeNetworkIdList(count_, listening_);
-        const QByteArray text(list);
+        QByteArray text(list);
         std::free(list);
         return text;
     }

@@ -51,6 +51,11 @@ class FrmTorvel final : public QMainWindow {
     /// written; false amid a command, which does not serve events any more.
     bool end_by_system();
 
+    /// The display is gone and the process ends: writes what the end of the program writes and
+    /// touches no control. Amid a reading the tables are incomplete, and the files stay as they
+    /// are.
+    void end_without_display();
+
     /// What the program tells the system that has ended it: 0 if all has been written.
     [[nodiscard]] int exit_code() const { return exit_code_; }
 

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "settings/paths.h"
 #include "shell/fatal_error.h"
 #include "shell/file_commands.h"
 #include "shell/frmTorvel.h"
@@ -184,6 +185,23 @@ bool FrmTorvel::end_by_system() {
     want_end();
     close_when_free();
     return !busy_ || failed_;
+}
+
+void FrmTorvel::end_without_display() {
+    const bool whole = !busy_ || progress_->step() == LongWork::Step::drawing;
+    if (!run_.programm_aktiv || failed_ || !whole) {
+        return;
+    }
+    session_.work = nullptr;
+    QtUserInterface nobody(nullptr, nullptr);
+    nobody.unattended = true;
+    const Desk blind{
+        measurer_, nobody, [] {}, nullptr, nullptr, &watch_, user_folder(run_.folders)};
+    try {
+        programm_ende(session_, run_, blind, Attendance::nobody);
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "%s\n", failure.what());
+    }
 }
 
 }  // namespace veldra

@@ -277,6 +277,33 @@ class EndAmidWorkTest : public WorkFixture {
         expect_ended_once();
     }
 
+    void a_display_lost_amid_a_drawing_loses_nothing() {
+        start_and_move(diagonal(4 * many));
+        QByteArray written;
+        once_amid(drawing, [this, &written] {
+            window_->end_without_display();
+            written = read("ve_lang.dat").simplified();
+        });
+        action("lupe_minus")->trigger();
+        QVERIFY2(written.contains("\"3\" 70.0 0.0"), written.left(400).constData());
+        QVERIFY(!window_->run().programm_aktiv);
+    }
+
+    void a_display_lost_amid_a_reading_leaves_the_file_whole() {
+        start_and_move(two_parts());
+        bool active = false;
+        QByteArray copy;
+        once_amid(reading, [this, &active, &copy] {
+            window_->end_without_display();
+            active = window_->run().programm_aktiv;
+            copy = read("ve_lang.dat_1").simplified();
+        });
+        show_part(1);
+        QVERIFY(active);
+        QCOMPARE(read("ve_lang.dat"), two_parts());
+        QVERIFY2(copy.contains("\"3\" 70.0 0.0"), copy.left(400).constData());
+    }
+
     void no_message_comes_up_when_nobody_is_there() {
         start_and_move("NETZTEIL Eins\r\n" + diagonal(3) + "NETZTEIL Leer\r\n");
         veldra_test::MessageBoxes boxes;

@@ -13,6 +13,7 @@ class SessionManagerTest : public TorvelFixture {
 
  private:
     void start_x() {
+        display_.clear();
         x_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         x_.start(text("Xvfb"), {text("-displayfd"), text("1"), text("-screen"), text("0"),
                                 text("1280x1024x24"), text("-nolisten"), text("tcp")});
@@ -22,6 +23,11 @@ class SessionManagerTest : public TorvelFixture {
         while (!display_.endsWith('\n') && x_.waitForReadyRead(10000)) {
             display_ += x_.readAllStandardOutput();
         }
+    }
+
+    void stop_x() {
+        x_.terminate();
+        x_.waitForFinished();
     }
 
     void run(const QString& file) {
@@ -34,6 +40,7 @@ class SessionManagerTest : public TorvelFixture {
         program_.setProcessEnvironment(environment);
         program_.start(text(VELDRA_PROGRAM), {file});
         QVERIFY(program_.waitForStarted());
+        QVERIFY(manager_->serve_until([this] { return manager_->times_saved == 1; }));
     }
 
     /// True when the profile, which the program writes last, is there.
@@ -82,14 +89,12 @@ class SessionManagerTest : public TorvelFixture {
     std::unique_ptr<PrivateSessionManager> manager_;
 
  private Q_SLOTS:
-    void initTestCase() {
+    void init() {
+        make_folders();
         start_x();
         if (display_.isEmpty()) {
             QSKIP("there is no Xvfb on this machine (package xvfb)");
         }
-    }
-    void init() {
-        make_folders();
         manager_ = std::make_unique<PrivateSessionManager>();
         QVERIFY2(manager_->trouble().isEmpty(), manager_->trouble().constData());
     }
@@ -97,17 +102,13 @@ class SessionManagerTest : public TorvelFixture {
         program_.kill();
         program_.waitForFinished();
         manager_.reset();
+        stop_x();
         close_down();
-    }
-    void cleanupTestCase() {
-        x_.terminate();
-        x_.waitForFinished();
     }
 
     void all_is_written_when_the_desktop_has_its_answer() {
         write("ve_quadrat.dat", square_network);
         run(path("ve_quadrat.dat"));
-        QVERIFY(manager_->serve_until([this] { return manager_->times_saved == 1; }));
         QVERIFY(falls_asleep());
         bool ended = false;
         QByteArray written;
@@ -128,7 +129,6 @@ class SessionManagerTest : public TorvelFixture {
         write("ve_quadrat.dat", square_network);
         const FileLock elsewhere(system_path(path("ve_quadrat.dat")));
         run(path("ve_quadrat.dat"));
-        QVERIFY(manager_->serve_until([this] { return manager_->times_saved == 1; }));
         QCOMPARE(manager_->times_put_off, 0);
         QList<bool> ended;
         manager_->at_answer = [&] { ended << has_ended(); };
@@ -136,6 +136,20 @@ class SessionManagerTest : public TorvelFixture {
         QCOMPARE(manager_->times_put_off, 1);
         QCOMPARE(ended, QList<bool>({false, true}));
         QCOMPARE(read("ve_quadrat.dat"), QByteArray(square_network));
+    }
+
+    /// As when a session ends that nobody manages: the X server goes first.
+    void all_is_written_when_the_display_is_lost() {
+        write("ve_quadrat.dat", square_network);
+        run(path("ve_quadrat.dat"));
+        QVERIFY(falls_asleep());
+        stop_x();
+        QVERIFY(program_.waitForFinished(20000));
+        QCOMPARE(program_.exitStatus(), QProcess::NormalExit);
+        QVERIFY(has_ended());
+        QVERIFY(read("ve_quadrat.dat").contains("Objekte"));
+        QVERIFY(!QFile::exists(path("ve_quadrat.dat_1")));
+        QVERIFY(!QFile::exists(path(".ve_quadrat.dat.veldra")));
     }
 };
 
