@@ -11,6 +11,7 @@
 #include "recording_interface.h"
 #include "session_fixture.h"
 #include "shell/lifecycle.h"
+#include "shell/write_back.h"
 #include "view/object_selection.h"
 #include "view/undo.h"
 
@@ -207,10 +208,10 @@ TEST_F(LongWorkOnDesk, OpeningTellsItsShareOfSixReadings) {
     ASSERT_EQ(work.shares.size(), 18U);
     EXPECT_EQ(work.shares[0], std::nullopt);
     for (std::size_t i = 1; i < work.shares.size(); ++i) {
-        const auto reading = static_cast<double>(i / 3);
+        const std::size_t reading = i / 3;
         const double of_this_one = static_cast<double>(i % 3) / 2;
         ASSERT_TRUE(work.shares[i].has_value());
-        EXPECT_DOUBLE_EQ(*work.shares[i], (reading + of_this_one) / 6) << i;
+        EXPECT_DOUBLE_EQ(*work.shares[i], (static_cast<double>(reading) + of_this_one) / 6) << i;
         EXPECT_EQ(work.steps[i], LongWork::Step::reading);
     }
     EXPECT_EQ(work.share(), 1.0);
