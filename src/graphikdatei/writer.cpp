@@ -9,6 +9,7 @@
 #include "graphikdatei/part_filter.h"
 #include "graphikdatei/tokens.h"
 #include "platform/os/files.h"
+#include "shell/long_work.h"
 
 namespace veldra {
 
@@ -65,7 +66,8 @@ std::string district_label_line(const NubezOffsetRow& row) {
 }
 
 /// All that the session holds of the current part's own records.
-void write_part_block(ReplacedFile& out, const Session& session) {
+void write_part_block(ReplacedFile& out, const Session& session, FollowedWriting& writing) {
+    constexpr std::int32_t often = 4096;
     for (std::size_t i = 1; i < session.titel.size(); ++i) {
         const std::string& text = session.titel[i].getTitelText();
         if (!text.empty()) {
@@ -74,6 +76,9 @@ void write_part_block(ReplacedFile& out, const Session& session) {
     }
     write_line(out, selection_line(session.obj));
     for (std::int32_t i = 1; i <= session.pu.count(); ++i) {
+        if (i % often == 0) {
+            writing.goes_on();
+        }
         if (session.pu[i].pu_signatur != 0) {
             write_line(out, signature_line(session.pu[i]));
         }
@@ -155,7 +160,7 @@ bool restated_in_final_form(const Record& record) {
     }
 }
 
-void copy_in_final_form(Session& session, LineReader& in, ReplacedFile& out) {
+void copy_in_final_form(const Session& session, LineReader& in, ReplacedFile& out) {
     std::int32_t part = 0;
     std::string_view line;
     while (in.next(line)) {
@@ -167,33 +172,13 @@ void copy_in_final_form(Session& session, LineReader& in, ReplacedFile& out) {
             write_line(out, line);
             ++part;
             if (part <= session.netz.count()) {
-                session.netz_aktuell = part;
-                load_plot_settings(session);
-                write_plot_scale(out, session.plot);
+                write_plot_scale(out, plot_settings_of(session.netz[part]));
             }
         } else if (!restated_in_final_form(record)) {
             write_line(out, line);
         }
     }
 }
-
-/// Part and plot settings in force come back at the end, also after a failure.
-class ShownPart {
- public:
-    explicit ShownPart(Session& session)
-        : session_(session), part_(session.netz_aktuell), plot_(session.plot) {}
-    ~ShownPart() {
-        session_.netz_aktuell = part_;
-        session_.plot = plot_;
-    }
-    ShownPart(const ShownPart&) = delete;
-    ShownPart& operator=(const ShownPart&) = delete;
-
- private:
-    Session& session_;
-    std::int32_t part_;
-    PlotSettings plot_;
-};
 
 }  // namespace
 
@@ -226,7 +211,8 @@ void write_working_copy(const Session& session, const std::string& target) {
     if (session.datei_geladen != 1) {
         return;
     }
-    LineReader in(working_path(session));
+    FollowedWriting writing(session.work);
+    LineReader in(working_path(session), &writing);
     ReplacedFile out(target);
     enum class State : std::uint8_t { outside, block_due, inside };
     State state = session.netz_aktuell == 0 ? State::block_due : State::outside;
@@ -234,7 +220,7 @@ void write_working_copy(const Session& session, const std::string& target) {
     std::string_view line;
     while (in.next(line)) {
         if (state == State::block_due) {
-            write_part_block(out, session);
+            write_part_block(out, session, writing);
             state = State::inside;
         }
         Record record(line);
@@ -249,6 +235,7 @@ void write_working_copy(const Session& session, const std::string& target) {
         }
     }
     out.commit();
+    writing.finish();
 }
 
 void write_final_form(Session& session, const std::string& target) {
@@ -258,8 +245,8 @@ void write_final_form(Session& session, const std::string& target) {
     if (session.netz.count() >= 1) {
         store_plot_settings(session);
     }
-    const ShownPart shown(session);
-    LineReader in(working_path(session));
+    FollowedWriting writing(session.work);
+    LineReader in(working_path(session), &writing);
     ReplacedFile out(target);
     write_line(out, "VerfahrenLegende " + session.titel[0].getTitelText());
     write_line(out, vector_scale_line(session));
@@ -268,6 +255,7 @@ void write_final_form(Session& session, const std::string& target) {
     }
     copy_in_final_form(session, in, out);
     out.commit();
+    writing.finish();
 }
 
 void endfassung_schreiben(Session& session, const std::string& target) {

@@ -6,6 +6,7 @@ namespace veldra {
 
 /// The writers do nothing unless a file is loaded. They replace their output as a whole: when one
 /// throws FatalError, naming the file and the reason, every file is as it was before the call.
+/// `session.work` follows them and cannot give them up.
 
 /// Writes the state of the current part into the next working copy ("_1" and "_2" in turn), which
 /// the readers read from then on.

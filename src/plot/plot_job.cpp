@@ -267,7 +267,10 @@ void PlotNetworkPart(Session& session, Printer& printer, const Desk& desk, std::
 }
 
 void PlotAllMarked(Session& session, Printer& printer, const Desk& desk, std::int16_t& abbruch) {
-    arbeitskopie_schreiben(session);
+    {
+        const Hourglass hourglass(session, desk.ui);
+        arbeitskopie_schreiben(session);
+    }
     store_plot_settings(session);
     const PartInView in_view(session);
     try {

@@ -8,7 +8,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMetaObject>
 #include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
@@ -46,6 +45,8 @@ FrmVerwopt::FrmVerwopt(QWidget* window, Session& session)
     setObjectName(QStringLiteral("frmVerwopt"));
     setWindowTitle(QStringLiteral("Verwaltungsgrenzendatei, Datumsübergänge"));
     setModal(true);
+    refused_timer_.setSingleShot(true);
+    connect(&refused_timer_, &QTimer::timeout, this, &FrmVerwopt::return_to_refused_row);
     choose_file = [this] {
         return ask_for_existing_file(this, QStringLiteral("dlg_grendatei"),
                                      QStringLiteral("Verwaltungsgrenzendatei wählen"),
@@ -263,14 +264,13 @@ void FrmVerwopt::check_row(QLineEdit& box) {
 void FrmVerwopt::refuse_row(QLineEdit& box) {
     ui_.message_box(MessageStyle::exclamation, "Transformationsparameter vorgeben",
                     "Bitte überprüfen Sie die eingebenen Parameter.");
-    // The focus is still on its way to where the user sent it.
-    QMetaObject::invokeMethod(
-        &box,
-        [&box] {
-            box.setFocus();
-            box.selectAll();
-        },
-        Qt::QueuedConnection);
+    refused_row_ = &box;
+    refused_timer_.start(0);  // the focus is still on its way to where the user sent it
+}
+
+void FrmVerwopt::return_to_refused_row() {
+    refused_row_->setFocus();
+    refused_row_->selectAll();
 }
 
 bool FrmVerwopt::check_all_rows() {

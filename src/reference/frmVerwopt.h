@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QTimer>
 #include <array>
 #include <functional>
 
@@ -60,6 +61,7 @@ class FrmVerwopt final : public QDialog {
     void check_row(QLineEdit& box);
     bool check_all_rows();
     void refuse_row(QLineEdit& box);
+    void return_to_refused_row();
     void optimise();
     /// Serves the user while the file is being reduced; false to give up.
     bool watch(double share);
@@ -80,7 +82,9 @@ class FrmVerwopt final : public QDialog {
     QPushButton* cmd_standard_ = nullptr;
     QPushButton* cmd_ok_ = nullptr;
     QPushButton* cmd_abbrechen_ = nullptr;
-    bool running_ = false;  ///< a file is being reduced
+    QTimer refused_timer_;
+    QLineEdit* refused_row_ = nullptr;  ///< whose text could not be read last
+    bool running_ = false;              ///< a file is being reduced
     bool give_up_ = false;
     bool left_ = false;  ///< the dialog is being left: boxes need not be read any more
 };

@@ -209,11 +209,10 @@ Section legende() {
     return section;
 }
 
-/// The sections with their keys, in the order of reading and writing.
-const std::vector<Section>& profile_sections() {
-    static const std::vector<Section> sections{bezpun(), beobac(), states(), vektor(),
-                                               verwgr(), numbez(), legende()};
-    return sections;
+/// The sections with their keys, in the order of reading and writing. They are made anew each time:
+/// what is kept for the whole run may be gone when the profile is written while the process ends.
+std::vector<Section> profile_sections() {
+    return {bezpun(), beobac(), states(), vektor(), verwgr(), numbez(), legende()};
 }
 
 void read_section(Session& session, const ProfileFile& file, const std::string& path,

@@ -105,8 +105,10 @@ void FrmTorvel::build_controls() {
     connect(&activation_timer_, &QTimer::timeout, this, &FrmTorvel::notice_rewritten_file);
     drop_timer_.setSingleShot(true);
     connect(&drop_timer_, &QTimer::timeout, this, &FrmTorvel::open_dropped);
+    synchronise_timer_.setSingleShot(true);
+    connect(&synchronise_timer_, &QTimer::timeout, this, &FrmTorvel::synchronise);
     end_timer_.setSingleShot(true);
-    connect(&end_timer_, &QTimer::timeout, this, &FrmTorvel::end_by_system);
+    connect(&end_timer_, &QTimer::timeout, this, &FrmTorvel::close_when_free);
     connect(picture_, &PictureWidget::resized, this, &FrmTorvel::expect_size);
     connect(picture_, &PictureWidget::resolution_changed, this, [this] {
         if (session_.datei_geladen == 1) {
@@ -182,15 +184,18 @@ void FrmTorvel::load() {
             open_start_file();
         }
     });
-    if (!run_.is_project() && !failed_) {
+    if (!run_.is_project() && !is_locked()) {
         show_logo(FrmLogo::ShownBy::start);
     }
 }
 
 void FrmTorvel::perform(const Command& command) {
-    if (busy_ || failed_) {
-        return;
+    if (!is_locked()) {
+        run_to_its_end(command);
     }
+}
+
+void FrmTorvel::run_to_its_end(const Command& command) {
     gestures_->cancel();
     try {
         const Running running(busy_, session_, *progress_);
@@ -300,11 +305,13 @@ void FrmTorvel::changeEvent(QEvent* event) {
 void FrmTorvel::closeEvent(QCloseEvent* event) {
     if (busy_ && !failed_) {
         event->ignore();
+        want_end();
         return;
     }
     if (run_.programm_aktiv && !failed_) {
         end_program();
     }
+    end_timer_.stop();
     event->accept();
     unload_dialogs();
 }

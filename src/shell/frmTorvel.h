@@ -46,8 +46,15 @@ class FrmTorvel final : public QMainWindow {
     void load();
 
     /// The session of the desktop ends, or the system ends the program: what is open is given up,
-    /// and the window closes without a question as soon as the running command is through.
-    void end_by_system();
+    /// the running command too as far as it can be, and the window closes without a question as
+    /// soon as the command is through. True if it has closed, so that nothing is left to be
+    /// written; false amid a command, which does not serve events any more.
+    bool end_by_system();
+
+    /// The display is gone and the process ends: writes what the end of the program writes and
+    /// touches no control. Amid a reading the tables are incomplete, and the files stay as they
+    /// are.
+    void end_without_display();
 
     /// What the program tells the system that has ended it: 0 if all has been written.
     [[nodiscard]] int exit_code() const { return exit_code_; }
@@ -119,17 +126,25 @@ class FrmTorvel final : public QMainWindow {
     void synchronise_dialogs();
     void load_network_parts();
     void unload_network_parts();
-    /// No command runs, and no dialog keeps the user from the window.
+    /// No command may begin.
+    [[nodiscard]] bool is_locked() const { return busy_ || failed_ || end_wanted_; }
+    /// A command may begin, and no dialog keeps the user from the window.
     [[nodiscard]] bool is_free() const;
     void notice_rewritten_file();
     void open_start_file();
     void open_project_file();
+    /// The window is to be closed as soon as the running command is through, which is given up as
+    /// far as it can be.
+    void want_end();
+    void close_when_free();
+    void give_up_dialogs();
     void end_program();
     void unload_dialogs();
 
     [[nodiscard]] Desk desk();
     /// Runs one command to its end; those that come meanwhile are dropped.
     void perform(const Command& command);
+    void run_to_its_end(const Command& command);
     /// A command broke off: its reason and where the user's work is go to `on_failure`.
     void give_up_session(const std::exception& failure);
     void open_file();
@@ -175,7 +190,9 @@ class FrmTorvel final : public QMainWindow {
     QTimer activation_timer_;
     QTimer drop_timer_;
     QString dropped_path_;
-    QTimer end_timer_;  ///< tries the end again while a command runs
+    QTimer synchronise_timer_;
+    QTimer end_timer_;         ///< tries the end that is wanted again while a command runs
+    bool end_wanted_ = false;  ///< the window was closed while a command ran
     bool ended_by_system_ = false;
     int exit_code_ = 0;
     bool busy_ = false;    ///< a command runs

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "settings/paths.h"
 #include "shell/fatal_error.h"
 #include "shell/file_commands.h"
 #include "shell/frmTorvel.h"
@@ -31,7 +32,7 @@ void FrmTorvel::add_dialog_commands(std::map<ToolButton, Command>& commands) {
 }
 
 void FrmTorvel::open_object_selection() {
-    if (busy_ || failed_) {
+    if (is_locked()) {
         return;
     }
     clear_undo(session_.window);
@@ -88,7 +89,7 @@ void FrmTorvel::unload_network_parts() {
 }
 
 bool FrmTorvel::is_free() const {
-    return !busy_ && !failed_ && QApplication::activeModalWidget() == nullptr;
+    return !is_locked() && QApplication::activeModalWidget() == nullptr;
 }
 
 void FrmTorvel::notice_rewritten_file() {
@@ -118,7 +119,7 @@ void FrmTorvel::open_project_file() {
 }
 
 void FrmTorvel::end_program() {
-    perform([this] {
+    run_to_its_end([this] {
         try {
             programm_ende(session_, run_, desk(),
                           ended_by_system_ ? Attendance::nobody : Attendance::user);
@@ -146,13 +147,28 @@ void FrmTorvel::unload_dialogs() {
     }
 }
 
-void FrmTorvel::end_by_system() {
+void FrmTorvel::want_end() {
+    end_wanted_ = true;
+    progress_->give_up_command();
+    status_->showMessage(QStringLiteral("Das Programm wird beendet ..."));
+    end_timer_.start(0);
+}
+
+void FrmTorvel::close_when_free() {
     constexpr int retry_after = 20;  // milliseconds
-    constexpr int most_dialogs = 10;
-    ended_by_system_ = true;
     // Giving up a dialog may bring up a message, which the next round then gives up.
     end_timer_.start(retry_after);
-    // What is open is closed as its user would do it, by giving up.
+    if (ended_by_system_) {
+        give_up_dialogs();
+    }
+    if (!busy_ || failed_) {
+        close();
+    }
+}
+
+/// What is open is closed as its user would do it, by giving up.
+void FrmTorvel::give_up_dialogs() {
+    constexpr int most_dialogs = 10;
     for (int i = 0; i < most_dialogs; ++i) {
         auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
         if (dialog == nullptr) {
@@ -160,12 +176,32 @@ void FrmTorvel::end_by_system() {
         }
         dialog->reject();
     }
-    if (busy_ && !failed_) {
-        end_timer_.start(retry_after);
+}
+
+bool FrmTorvel::end_by_system() {
+    ended_by_system_ = true;
+    ui_.unattended = true;
+    progress_->serve_no_more();
+    want_end();
+    close_when_free();
+    return !busy_ || failed_;
+}
+
+void FrmTorvel::end_without_display() {
+    const bool whole = !busy_ || progress_->step() == LongWork::Step::drawing;
+    if (!run_.programm_aktiv || failed_ || !whole) {
         return;
     }
-    end_timer_.stop();
-    close();
+    session_.work = nullptr;
+    QtUserInterface nobody(nullptr, nullptr);
+    nobody.unattended = true;
+    const Desk blind{
+        measurer_, nobody, [] {}, nullptr, nullptr, &watch_, user_folder(run_.folders)};
+    try {
+        programm_ende(session_, run_, blind, Attendance::nobody);
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "%s\n", failure.what());
+    }
 }
 
 }  // namespace veldra

@@ -5,7 +5,7 @@
 namespace veldra {
 
 void FrmTorvel::open_display_options() {
-    if (busy_ || failed_) {
+    if (is_locked()) {
         return;
     }
     clear_undo(session_.window);

@@ -29,7 +29,7 @@ void FrmTorvel::add_side_dialogs(std::map<ToolButton, Command>& commands) {
 }
 
 void FrmTorvel::open_modal(const std::function<QDialog*()>& create, Redraw redraws) {
-    if (busy_ || failed_) {
+    if (is_locked()) {
         return;
     }
     QDialog* dialog = create();
@@ -59,9 +59,7 @@ void FrmTorvel::synchronise_scale_bars() {
     dialog = new FrmMassstab(this, session_);
     connect(dialog, &QDialog::finished, this, [this] {
         close_scale_bars(session_);
-        // The dialog goes when its own event is over.
-        QMetaObject::invokeMethod(
-            this, [this] { synchronise(); }, Qt::QueuedConnection);
+        synchronise_timer_.start(0);  // the dialog goes when its own event is over
     });
     dialog->show();
 }

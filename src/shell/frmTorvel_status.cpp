@@ -28,6 +28,23 @@ void TorvelStatus::synchronise(const Session& session) {
     }
 }
 
+namespace {
+
+QString bar_text(LongWork::Step step) {
+    switch (step) {
+        case LongWork::Step::drawing:
+            return QStringLiteral("Zeichnen %p %");
+        case LongWork::Step::writing:
+            return QStringLiteral("Schreiben %p %");
+        case LongWork::Step::reading:
+        case LongWork::Step::unknown:
+            break;
+    }
+    return QStringLiteral("Lesen %p %");
+}
+
+}  // namespace
+
 TorvelProgress::TorvelProgress(QStatusBar& status)
     : QObject(&status),
       status_(status),
@@ -58,6 +75,7 @@ void TorvelProgress::wait_anew() {
 }
 
 void TorvelProgress::end() {
+    command_given_up_ = false;
     if (!bar_->isHidden()) {
         bar_->hide();
         cmd_abbrechen_->hide();
@@ -68,27 +86,46 @@ bool TorvelProgress::goes_on() {
     constexpr int events_interval = 40;
     if (since_start_.elapsed() >= patience && since_events_.elapsed() >= events_interval) {
         show_itself();
-        if (before_events) {
-            before_events();
-        }
-        QApplication::processEvents();
+        serve();
         since_events_.start();
     }
-    return !(may_cancel_ && cancelled_);
+    return !(may_be_given_up() && (cancelled_ || command_given_up_));
+}
+
+void TorvelProgress::serve() {
+    if (!serves_events_) {
+        status_.repaint();
+        return;
+    }
+    if (before_events) {
+        before_events();
+    }
+    QApplication::processEvents();
 }
 
 void TorvelProgress::give_up() {
-    cancelled_ = may_cancel_;
+    cancelled_ = may_be_given_up();
+}
+
+void TorvelProgress::give_up_command() {
+    command_given_up_ = true;
+}
+
+void TorvelProgress::serve_no_more() {
+    serves_events_ = false;
 }
 
 void TorvelProgress::show_itself() {
     constexpr int whole = 100;
     bar_->setRange(0, share() ? whole : 0);  // without a share it only moves
     bar_->setValue(static_cast<int>(std::floor(share().value_or(0) * whole)));
-    bar_->setFormat(step() == Step::drawing ? QStringLiteral("Zeichnen %p %")
-                                            : QStringLiteral("Lesen %p %"));
+    bar_->setFormat(bar_text(step()));
     bar_->show();
-    cmd_abbrechen_->setVisible(may_cancel_);
+    cmd_abbrechen_->setVisible(may_be_given_up());
+}
+
+bool TorvelProgress::may_be_given_up() const {
+    return may_cancel_ && step() != Step::writing;
 }
 
 }  // namespace veldra

@@ -46,6 +46,11 @@ class TorvelProgress final : public QObject, public LongWork {
     void wait_anew();
     /// As "Abbrechen": the work ends, if it may be given up.
     void give_up();
+    /// The same for all that the command still has to do.
+    void give_up_command();
+    /// From now on the work shows how far it is and serves no events: the program ends, and nothing
+    /// else is to come between.
+    void serve_no_more();
 
     /// The work may be given up as long as this lives.
     class MayCancel {
@@ -73,6 +78,9 @@ class TorvelProgress final : public QObject, public LongWork {
 
  private:
     void show_itself();
+    void serve();
+    /// A writing is never given up.
+    [[nodiscard]] bool may_be_given_up() const;
 
     QStatusBar& status_;
     QProgressBar* bar_;
@@ -81,6 +89,8 @@ class TorvelProgress final : public QObject, public LongWork {
     QElapsedTimer since_events_;
     bool may_cancel_ = false;
     bool cancelled_ = false;
+    bool command_given_up_ = false;
+    bool serves_events_ = true;
 };
 
 }  // namespace veldra

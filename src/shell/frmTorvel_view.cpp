@@ -35,7 +35,7 @@ void FrmTorvel::build_gestures() {
     connect(&redraw_timer_, &QTimer::timeout, this, &FrmTorvel::make_up_redraw);
     GestureHost host;
     host.idle = [this] {
-        return !busy_ && !failed_ && session_.datei_geladen == 1 && !picture_->shown().isNull();
+        return !is_locked() && session_.datei_geladen == 1 && !picture_->shown().isNull();
     };
     host.perform = [this](const Command& command) { perform(command); };
     host.redraw = [this] { redraw(); };

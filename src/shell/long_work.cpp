@@ -7,21 +7,41 @@
 
 namespace veldra {
 
+double LongWork::Runs::share(double of_this_one) const {
+    return (done + std::clamp(of_this_one, 0.0, 1.0)) / std::max(expected, done + 1);
+}
+
 void LongWork::expect_readings(int readings) {
-    expected_readings_ = readings;
-    readings_ = 0;
+    readings_ = {readings, 0};
+    step_ = Step::reading;
+    share_.reset();
 }
 
 void LongWork::tell_reading(double share) {
     step_ = Step::reading;
-    share_ =
-        (readings_ + std::clamp(share, 0.0, 1.0)) / std::max(expected_readings_, readings_ + 1);
+    share_ = readings_.share(share);
 }
 
 void LongWork::tell_read() {
-    ++readings_;
-    step_ = Step::reading;
-    share_ = static_cast<double>(readings_) / std::max(expected_readings_, readings_);
+    tell_reading(1);
+    ++readings_.done;
+}
+
+void LongWork::expect_writings(int writings) {
+    writings_ = {writings, 0};
+    step_ = Step::writing;
+    share_.reset();
+}
+
+void LongWork::tell_writing(double share) {
+    step_ = Step::writing;
+    share_ = writings_.share(share);
+}
+
+void LongWork::tell_written() {
+    ++writings_.done;
+    step_ = Step::unknown;
+    share_.reset();
 }
 
 void LongWork::tell_drawing(double share) {
@@ -30,9 +50,25 @@ void LongWork::tell_drawing(double share) {
 }
 
 void LongWork::forget_shares() {
+    readings_ = {};
+    writings_ = {};
     step_ = Step::unknown;
     share_.reset();
-    expect_readings(1);
+}
+
+bool FollowedWriting::goes_on() {
+    if (listener_ != nullptr) {
+        listener_->tell_writing(share().value_or(0));
+        // A wish to end the work is heard by what follows the writing.
+        static_cast<void>(listener_->goes_on());
+    }
+    return true;
+}
+
+void FollowedWriting::finish() {
+    if (listener_ != nullptr) {
+        listener_->tell_written();
+    }
 }
 
 void forget_file(Session& session) {

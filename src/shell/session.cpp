@@ -8,9 +8,8 @@ std::string working_path(const Session& session) {
                : session.arbeitsdatei_basis + session.arbeitsdatei_suffix;
 }
 
-void load_plot_settings(Session& session) {
-    const NetworkPartRow& row = session.netz[session.netz_aktuell];
-    PlotSettings& plot = session.plot;
+PlotSettings plot_settings_of(const NetworkPartRow& row) {
+    PlotSettings plot;
     plot.plot_massstab = row.netz_massstab;
     plot.plot_ausrichtung = row.netz_ausrichtung;
     plot.plot_heftrand = row.netz_heftrand;
@@ -20,6 +19,11 @@ void load_plot_settings(Session& session) {
     plot.plot_blatt_hoch = static_cast<std::int16_t>(row.netz_blatt_hoch);
     plot.plot_null_rechts = row.netz_null_rechts;
     plot.plot_null_hoch = row.netz_null_hoch;
+    return plot;
+}
+
+void load_plot_settings(Session& session) {
+    session.plot = plot_settings_of(session.netz[session.netz_aktuell]);
 }
 
 void store_plot_settings(Session& session) {

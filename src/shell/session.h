@@ -165,6 +165,8 @@ struct Session {
 /// The path that the readers read: the working copy if there is one, else the graphic file.
 [[nodiscard]] std::string working_path(const Session& session);
 
+/// The plot settings that a row of the part table holds.
+[[nodiscard]] PlotSettings plot_settings_of(const NetworkPartRow& row);
 /// Loads the row of `netz_aktuell` into the current plot settings.
 void load_plot_settings(Session& session);
 /// Stores the current plot settings in the row of `netz_aktuell`.

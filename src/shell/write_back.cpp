@@ -7,6 +7,7 @@
 #include "shell/fatal_error.h"
 #include "shell/file_watch.h"
 #include "shell/hourglass.h"
+#include "shell/long_work.h"
 
 namespace veldra {
 
@@ -130,7 +131,9 @@ void leave_unwritten(Session& session, const Desk& desk, Attendance attendance) 
 }
 
 void write(Session& session, const Desk& desk) {
+    constexpr int copy_and_final_form = 2;
     bool copied = false;
+    expect_writings(session.work, copy_and_final_form);
     try {
         arbeitskopie_schreiben(session);
         copied = true;

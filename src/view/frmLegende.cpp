@@ -7,7 +7,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMetaObject>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QShowEvent>
@@ -47,6 +46,8 @@ FrmLegende::FrmLegende(QWidget* window, Session& session, Printer* printer)
     setObjectName(QStringLiteral("frmLegende"));
     setWindowTitle(QStringLiteral("Legende"));
     setModal(true);
+    select_timer_.setSingleShot(true);
+    connect(&select_timer_, &QTimer::timeout, this, [this] { entered_box_->selectAll(); });
     CheckPrinter(session_, printer_);
     build();
     activate();
@@ -222,8 +223,8 @@ void FrmLegende::store() {
 bool FrmLegende::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::FocusIn) {
         if (auto* box = qobject_cast<QLineEdit*>(watched)) {
-            // After the box has put its cursor where the mouse is.
-            QMetaObject::invokeMethod(box, &QLineEdit::selectAll, Qt::QueuedConnection);
+            entered_box_ = box;
+            select_timer_.start(0);  // after the box has put its cursor where the mouse is
         }
     }
     return QDialog::eventFilter(watched, event);

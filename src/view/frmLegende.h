@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QTimer>
 #include <array>
 
 #include "platform/qt/face_chooser.h"
@@ -65,6 +66,8 @@ class FrmLegende final : public QDialog {
     std::array<Line, legend_line_count> lines_;
     std::array<QRadioButton*, 4> opt_posi_{};
     QPushButton* cmd_ok_ = nullptr;
+    QTimer select_timer_;
+    QLineEdit* entered_box_ = nullptr;  ///< which got the focus last
 };
 
 }  // namespace veldra

@@ -8,6 +8,7 @@
 #include "scripted_printer.h"
 #include "session_fixture.h"
 #include "shell/fatal_error.h"
+#include "shell/long_work.h"
 
 namespace veldra {
 namespace {
@@ -154,6 +155,28 @@ TEST_F(PlotJobTest, CopiesAreTheOuterLoopAndPartsTheInner) {
     EXPECT_THAT(pages(), ElementsAre(a, b[0], b[1], b[2], a, b[0], b[1], b[2]));
     EXPECT_EQ(state(), ScriptedDocument::State::sent);
     EXPECT_EQ(drawn, 1);
+}
+
+TEST_F(PlotJobTest, TheHourglassStandsWhileTheWorkingCopyIsWritten) {
+    struct Listener final : LongWork {
+        bool goes_on() override {
+            if (step() == Step::writing) {
+                seen.push_back(ui->pointers.back());
+            }
+            return true;
+        }
+        const test::RecordingInterface* ui = nullptr;
+        std::vector<int> seen;
+    };
+    open();
+    mark({true, false, false, false});
+    Listener work;
+    work.ui = &ui;
+    session.work = &work;
+    EXPECT_TRUE(plotten_alle(session, desk));
+    session.work = nullptr;
+    EXPECT_THAT(work.seen, ElementsAre(11, 11));  // one window of the file, and its end
+    EXPECT_EQ(ui.pointers.back(), 0);
 }
 
 TEST_F(PlotJobTest, EachPartIsReadOncePerCopy) {

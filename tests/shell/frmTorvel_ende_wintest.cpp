@@ -212,7 +212,7 @@ class ProgramEndTest : public TorvelFixture {
 
     void end_of_the_session_writes() {
         start_with_network();
-        follow_session_end(*qApp, *window_, [this] { window_->end_by_system(); });
+        follow_session_end(*qApp, *window_, [this] { return window_->end_by_system(); });
         move_label();
         log_out();
         QVERIFY(!window_->isVisible());
@@ -223,7 +223,7 @@ class ProgramEndTest : public TorvelFixture {
 
     void end_of_the_session_gives_an_open_dialog_up() {
         start_with_network();
-        follow_session_end(*qApp, *window_, [this] { window_->end_by_system(); });
+        follow_session_end(*qApp, *window_, [this] { return window_->end_by_system(); });
         move_label();
         action("m_optionen_darstellungen")->trigger();
         QVERIFY(QApplication::activeModalWidget() != nullptr);
@@ -235,7 +235,7 @@ class ProgramEndTest : public TorvelFixture {
     void end_of_the_session_does_not_wait_for_the_logo() {
         write("dokumente/Kelvara/VELDRA.INI", "[START]\r\nBestaetigung=N\r\n");
         start();
-        follow_session_end(*qApp, *window_, [this] { window_->end_by_system(); });
+        follow_session_end(*qApp, *window_, [this] { return window_->end_by_system(); });
         QVERIFY(logo()->isVisible());
         log_out();
         QVERIFY(!window_->isVisible());
@@ -249,7 +249,7 @@ class ProgramEndTest : public TorvelFixture {
               "DISTANZ  3500000.000  5600000.000  3500100.000  5600100.000    0.0\r\n");
         start(QFile::encodeName(path("ve_quadrat.dat")).constData());
         logo()->accept();
-        follow_session_end(*qApp, *window_, [this] { window_->end_by_system(); });
+        follow_session_end(*qApp, *window_, [this] { return window_->end_by_system(); });
         action("m_torvel_objekte")->trigger();
         control<QRadioButton>(*window_, "opt_beob_0").click();
         bool in_time = true;
@@ -268,7 +268,7 @@ class ProgramEndTest : public TorvelFixture {
 
     void end_of_the_session_that_was_called_off_and_comes_again_does_nothing() {
         start_with_network();
-        follow_session_end(*qApp, *window_, [this] { window_->end_by_system(); });
+        follow_session_end(*qApp, *window_, [this] { return window_->end_by_system(); });
         log_out();
         const QByteArray written = read("ve_quadrat.dat");
         rewrite("KOMMENTAR fremd\r\n");

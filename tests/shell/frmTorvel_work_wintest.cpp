@@ -1,65 +1,19 @@
 // Long work in the main window: what it tells, how it is given up, what happens beside it.
 #include <QLabel>
-#include <QListWidget>
-#include <QProgressBar>
 #include <QRadioButton>
-#include <QSessionManager>
 #include <QSignalSpy>
 #include <algorithm>
-#include <cmath>
 
-#include "dialog_driver.h"
 #include "platform/os/file_lock.h"
 #include "platform/qt/picture_image.h"
-#include "platform/qt/session_end.h"
-#include "shell/frmTorvel_status.h"
-#include "torvel_fixture.h"
-#include "view/frmNetzteile.h"
 #include "view/frmObjekte.h"
+#include "work_fixture.h"
 
 using namespace veldra;
 using namespace veldra::test;
 using veldra_test::control;
 
 namespace {
-
-constexpr int many = 1500;  // points: more operations than a drawing does without asking
-
-/// Points along a diagonal, a metre apart, with labels from "1" on.
-QByteArray diagonal(int count, int from = 0) {
-    QByteArray lines;
-    for (int i = 0; i < count; ++i) {
-        lines += "PUNKTSIGNATUR " + QByteArray::number(3500000 + from + i) + " " +
-                 QByteArray::number(5600000 + i) + " 0 0 1 \"" + QByteArray::number(i + 1) +
-                 "\"\r\n";
-    }
-    return lines;
-}
-
-QByteArray two_parts() {
-    return "NETZTEIL Eins\r\nMA\xDFSTABGRUNDRISS 1000\r\nTITEL2 erstes\r\n" + diagonal(many) +
-           "DISTANZ 3500000 5600000 3500010 5600010 0\r\n"
-           "NETZTEIL Zwei\r\nMA\xDFSTABGRUNDRISS 500\r\n" +
-           diagonal(20, 5000);
-}
-
-/// Stands between the work and its progress display, and takes its time.
-struct SlowWork final : LongWork {
-    bool goes_on() override {
-        QTest::qSleep(45);  // longer than between two looks at the events
-        ++questions;
-        LongWork& to = *next;
-        to = *this;  // what has been told of the work
-        const bool on = next->goes_on();
-        if (at_question) {
-            at_question();
-        }
-        return on;
-    }
-    TorvelProgress* next = nullptr;
-    std::function<void()> at_question;
-    int questions = 0;
-};
 
 /// Takes half a second before it passes on what it hears.
 struct PatientWork final : LongWork {
@@ -75,62 +29,10 @@ struct PatientWork final : LongWork {
 
 }  // namespace
 
-class LongWorkTest : public TorvelFixture {
+class LongWorkTest : public WorkFixture {
     Q_OBJECT
 
  private:
-    [[nodiscard]] PictureWidget& picture() const { return window_->picture(); }
-    [[nodiscard]] QProgressBar& bar() const {
-        return control<QProgressBar>(*window_, "bar_fortschritt");
-    }
-    [[nodiscard]] QPushButton& give_up() const {
-        return control<QPushButton>(*window_, "cmd_abbrechen");
-    }
-    [[nodiscard]] FrmNetzteile& parts() const {
-        return control<FrmNetzteile>(*window_, "frmNetzteile");
-    }
-
-    void open(const char* name, const QByteArray& bytes) {
-        write(name, bytes);
-        window_->choose_file = [this, name] { return path(name); };
-        action("m_datei_beliebig")->trigger();
-    }
-    void start_with(const QByteArray& bytes) {
-        start();
-        logo()->accept();
-        open("ve_lang.dat", bytes);
-        QTest::qWait(150);  // the window's first size has been followed
-    }
-
-    /// The next command takes more than its time from its first look at the events on.
-    void be_slow(std::function<void()> at_question = {}) {
-        slow_ = SlowWork();
-        slow_.next = window_->findChild<TorvelProgress*>();
-        slow_.at_question = std::move(at_question);
-        QTimer::singleShot(0, window_.get(), [this] {
-            QTest::qSleep(TorvelProgress::patience + 50);
-            session_.work = &slow_;
-        });
-    }
-
-    void show_part(int row) {
-        control<QListWidget>(parts(), "lst_netzteile").setCurrentRow(row);
-        control<QPushButton>(parts(), "cmd_anzeigen").click();
-    }
-
-    /// Moves the label of the last point, which lies above the others.
-    void move_last_label() {
-        const Label& label = session_.lbl_pubez.back();
-        const double pixel = session_.view.ansicht_masseinheit * 15;
-        const QPoint from(
-            static_cast<int>(
-                std::lround(static_cast<double>(label.left + label.width / 2) / pixel)),
-            picture().height() - static_cast<int>(std::lround(
-                                     static_cast<double>(label.top - label.height / 2) / pixel)));
-        QTest::mousePress(&picture(), Qt::LeftButton, {}, from);
-        QTest::mouseRelease(&picture(), Qt::LeftButton, {}, from + QPoint(40, -30));
-    }
-
     /// The picture as a drawing of the session makes it now.
     [[nodiscard]] QImage drawn_afresh() {
         QtTextMeasurer measurer;
@@ -139,7 +41,6 @@ class LongWorkTest : public TorvelFixture {
                               picture().devicePixelRatioF());
     }
 
-    SlowWork slow_;
     PatientWork patient_;
 
  private Q_SLOTS:
@@ -207,10 +108,12 @@ class LongWorkTest : public TorvelFixture {
         QVERIFY(bar->isHidden());
     }
 
-    void the_bar_tells_the_share_of_reading_and_of_drawing() {
+    void the_bar_tells_the_share_of_writing_of_reading_and_of_drawing() {
         start_with(square_network);
-        QList<int> reading;
-        QList<int> drawing;
+        std::map<LongWork::Step, QList<int>> shares;
+        const std::map<LongWork::Step, const char*> steps{{LongWork::Step::writing, "Schreiben"},
+                                                          {LongWork::Step::reading, "Lesen"},
+                                                          {LongWork::Step::drawing, "Zeichnen"}};
         const QSize size = picture().size();
         be_slow([&] {
             QVERIFY(bar().isVisible());
@@ -218,22 +121,26 @@ class LongWorkTest : public TorvelFixture {
             if (slow_.share()) {
                 QCOMPARE(bar().maximum(), 100);
                 QCOMPARE(bar().value(), static_cast<int>(std::floor(*slow_.share() * 100)));
-                const bool draws = slow_.step() == LongWork::Step::drawing;
-                QCOMPARE(bar().format(), text(draws ? "Zeichnen %p %" : "Lesen %p %"));
-                (draws ? drawing : reading) << bar().value();
+                const QString step = text(steps.at(slow_.step()));
+                QCOMPARE(bar().format(), step + text(" %p %"));
+                QCOMPARE(give_up().isVisible(), slow_.step() != LongWork::Step::writing);
+                shares[slow_.step()] << bar().value();
                 const QString pictures = qEnvironmentVariable("VELDRA_PICTURES");
                 if (!pictures.isEmpty()) {
-                    QVERIFY(window_->grab().save(pictures +
-                                                 text(draws ? "/Zeichnen.png" : "/Lesen.png")));
+                    QVERIFY(window_->grab().save(pictures + text("/") + step + text(".png")));
                 }
             } else {
                 QCOMPARE(bar().maximum(), 0);
             }
         });
         open("ve_zwei.dat", diagonal(2048));
-        // Six readings of one window each ask before it and before the end.
-        QCOMPARE(reading, QList<int>({16, 16, 33, 33, 50, 50, 66, 66, 83, 83, 100}));
+        // What is written is read meanwhile: two times one window, asked before it and before the
+        // end. Six readings then do the same.
+        QCOMPARE(shares[LongWork::Step::writing], QList<int>({0, 50, 50, 100}));
+        QCOMPARE(shares[LongWork::Step::reading],
+                 QList<int>({16, 16, 33, 33, 50, 50, 66, 66, 83, 83, 100}));
         // 2048 signatures, then as many labels.
+        const QList<int>& drawing = shares[LongWork::Step::drawing];
         QVERIFY(drawing.size() >= 3);
         QVERIFY(std::is_sorted(drawing.begin(), drawing.end()));
         QVERIFY(drawing.first() >= 25 && drawing.first() <= 50);
@@ -249,13 +156,14 @@ class LongWorkTest : public TorvelFixture {
         const QImage shown = picture().shown();
         const QString caption = window_->windowTitle();
         be_slow([this] {
-            if (slow_.questions == 2) {
-                QVERIFY(give_up().isVisible());
+            // The first two are those of the writing.
+            QCOMPARE(give_up().isVisible(), slow_.questions > 2);
+            if (slow_.questions == 4) {
                 give_up().click();
             }
         });
         show_part(1);
-        QCOMPARE(slow_.questions, 3);
+        QCOMPARE(slow_.questions, 5);
         QCOMPARE(session_.netz_aktuell, 1);
         QCOMPARE(session_.pu.count(), many);
         QCOMPARE(session_.lin.count(), 1);
@@ -284,11 +192,13 @@ class LongWorkTest : public TorvelFixture {
         parts().activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&parts()));
         be_slow([this] {
-            if (slow_.questions == 1) {
+            // Once amid the writing, which goes on, and once amid the reading.
+            if (slow_.questions == 1 || slow_.questions == 3) {
                 QTest::keyClick(&control<QListWidget>(parts(), "lst_netzteile"), Qt::Key_Escape);
             }
         });
         show_part(1);
+        QCOMPARE(slow_.questions, 4);
         QCOMPARE(session_.netz_aktuell, 1);
         QVERIFY(parts().isVisible());
         QTest::keyClick(&control<QListWidget>(parts(), "lst_netzteile"), Qt::Key_Escape);
@@ -477,27 +387,6 @@ class LongWorkTest : public TorvelFixture {
         action("m_datei_beliebig")->trigger();
         QCOMPARE(session_.datei_geladen, std::int16_t{1});
         QCOMPARE(shown, 0);
-    }
-
-    void the_end_of_the_session_amid_a_drawing_waits_for_it_and_writes() {
-        start_with(diagonal(4 * many));
-        session_.pu[3].pu_bez_rechts = 70;
-        follow_session_end(*qApp, *window_, [this] { window_->end_by_system(); });
-        auto* manager = qApp->findChild<QSessionManager*>();
-        QVERIFY(manager != nullptr);
-        bool open_meanwhile = false;
-        be_slow([&] {
-            if (picture().is_drawing() && slow_.questions < 3) {
-                Q_EMIT qApp->commitDataRequest(*manager);
-                open_meanwhile = window_->isVisible();
-            }
-        });
-        action("lupe_minus")->trigger();
-        QVERIFY(open_meanwhile);
-        QTRY_VERIFY(!window_->isVisible());
-        QVERIFY(!window_->run().programm_aktiv);
-        QVERIFY(read("ve_lang.dat").simplified().contains("\"3\" 70.0 0.0"));
-        QCOMPARE(window_->exit_code(), 0);
     }
 };
 

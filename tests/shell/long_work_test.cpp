@@ -11,6 +11,7 @@
 #include "recording_interface.h"
 #include "session_fixture.h"
 #include "shell/lifecycle.h"
+#include "shell/write_back.h"
 #include "view/object_selection.h"
 #include "view/undo.h"
 
@@ -57,7 +58,8 @@ TEST_F(LongWorkOnFile, WritingIsNeverGivenUp) {
     session.work = &work;
     arbeitskopie_schreiben(session);
     endfassung_schreiben(session);
-    EXPECT_EQ(work.calls, 0);
+    // Each writing reads one window of what was there before, and finds its end.
+    EXPECT_EQ(work.calls, 4);
     EXPECT_NE(file_text().find("Objekte"), std::string::npos);
 }
 
@@ -130,6 +132,25 @@ TEST(WorkShare, MoreReadingsThanExpectedStayWithinTheWhole) {
     EXPECT_EQ(work.share(), 1.0);
 }
 
+TEST(WorkShare, WritingsShareTheWork) {
+    Listener work;
+    work.expect_writings(2);
+    EXPECT_EQ(work.step(), LongWork::Step::writing);
+    EXPECT_EQ(work.share(), std::nullopt);
+    work.tell_writing(0.5);
+    EXPECT_EQ(work.share(), 0.25);
+    work.tell_written();
+    EXPECT_EQ(work.step(), LongWork::Step::unknown);
+    EXPECT_EQ(work.share(), std::nullopt);
+    work.tell_writing(0.5);
+    EXPECT_EQ(work.share(), 0.75);
+    work.expect_readings(4);
+    EXPECT_EQ(work.step(), LongWork::Step::reading);
+    EXPECT_EQ(work.share(), std::nullopt);
+    work.tell_reading(0.5);
+    EXPECT_EQ(work.share(), 0.125);
+}
+
 /// The lifecycle of a file with a listener.
 class LongWorkOnDesk : public testing_support::SessionOnFile {
  protected:
@@ -167,30 +188,53 @@ class LongWorkOnDesk : public testing_support::SessionOnFile {
     Desk desk{measurer, ui, [this] { ++drawn; }};
 };
 
-TEST_F(LongWorkOnDesk, OpeningTellsItsShareOfSixReadings) {
-    // 8192 lines of 64 bytes: two windows of the reader.
+/// 8192 lines of 64 bytes: two windows of the reader.
+std::string two_windows() {
     std::string text;
     for (int i = 0; i < 8192; ++i) {
         std::string line = "PUNKTSIGNATUR " + std::to_string(3500000 + i) + " 5600000 0 0 1 \"1\"";
         line.resize(62, ' ');
         text += line + "\r\n";
     }
-    ASSERT_EQ(text.size(), 524288U);
+    return text;
+}
+
+TEST_F(LongWorkOnDesk, OpeningTellsItsShareOfSixReadings) {
     Listener work;
     session.work = &work;
-    open(text);
+    open(two_windows());
     session.work = nullptr;
     // A reading asks before its first window, before its second, and before it finds the end.
     ASSERT_EQ(work.shares.size(), 18U);
     EXPECT_EQ(work.shares[0], std::nullopt);
     for (std::size_t i = 1; i < work.shares.size(); ++i) {
-        const auto reading = static_cast<double>(i / 3);
+        const std::size_t reading = i / 3;
         const double of_this_one = static_cast<double>(i % 3) / 2;
         ASSERT_TRUE(work.shares[i].has_value());
-        EXPECT_DOUBLE_EQ(*work.shares[i], (reading + of_this_one) / 6) << i;
+        EXPECT_DOUBLE_EQ(*work.shares[i], (static_cast<double>(reading) + of_this_one) / 6) << i;
         EXPECT_EQ(work.steps[i], LongWork::Step::reading);
     }
     EXPECT_EQ(work.share(), 1.0);
+}
+
+TEST_F(LongWorkOnDesk, WritingBackTellsItsShareOfTwoWritings) {
+    open(two_windows());
+    Listener work;
+    session.work = &work;
+    datei_zurueckschreiben(session, desk);
+    session.work = nullptr;
+    for (const LongWork::Step step : work.steps) {
+        EXPECT_EQ(step, LongWork::Step::writing);
+    }
+    // The working copy: before the first window, twice among the 8192 points that follow its first
+    // line, before the second window and before the end. Its lines of 72 bytes make three windows
+    // for the final form.
+    ASSERT_EQ(work.shares.size(), 9U);
+    EXPECT_EQ(Shares(work.shares.begin(), work.shares.begin() + 6),
+              Shares({0.0, 0.25, 0.25, 0.25, 0.5, 0.5}));
+    EXPECT_GT(work.shares[6], 0.5);
+    EXPECT_GT(work.shares[7], work.shares[6]);
+    EXPECT_EQ(work.shares[8], 1.0);
 }
 
 constexpr const char* two_parts_to_read =
@@ -232,7 +276,9 @@ TEST_F(LongWorkOnDesk, AnotherPartGivenUpAnywhereLeavesTheFormerOne) {
                                EXPECT_EQ(ui.pointers.back(), 0);
                                EXPECT_EQ(drawn, 0);
                            });
-    EXPECT_EQ(times, 6);  // three readings, each with its window and its end
+    // A writing and three readings, each with its window and its end. What is given up amid the
+    // writing ends with it.
+    EXPECT_EQ(times, 8);
     EXPECT_EQ(session.netz_aktuell, 2);
     EXPECT_EQ(session.obj.obj_beob, 2);
     EXPECT_EQ(session.pu.count(), 1);

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/pdf/pdf_printer.h"
+#include "platform/qt/display_loss.h"
 #include "platform/qt/qt_print_dialog.h"
 #include "platform/qt/qt_printers.h"
 #include "platform/qt/qt_text_measurer.h"
@@ -72,7 +73,8 @@ int run(VeldraApplication& application) {
     };
     const veldra::TerminationNotifier termination([&window] { window.end_by_system(); });
     // A logout that is called off finds the program ended, with nothing lost.
-    veldra::follow_session_end(application, window, [&window] { window.end_by_system(); });
+    veldra::follow_session_end(application, window, [&window] { return window.end_by_system(); });
+    const veldra::DisplayLossNotifier loss([&window] { window.end_without_display(); });
     window.load();
     if (application.failed()) {
         return 1;

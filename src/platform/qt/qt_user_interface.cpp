@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QTreeView>
+#include <cstdio>
 
 namespace veldra {
 
@@ -28,6 +29,10 @@ QMessageBox::Icon box_icon(MessageStyle style) {
     return QMessageBox::NoIcon;
 }
 
+bool is_question(MessageStyle style) {
+    return style == MessageStyle::question_yes_no || style == MessageStyle::question_no_yes;
+}
+
 /// Shows a box and waits; true for Yes on a question, true otherwise.
 bool show_box(MessageStyle style, const std::string& title, const std::string& text,
               QWidget* window) {
@@ -35,7 +40,7 @@ bool show_box(MessageStyle style, const std::string& title, const std::string& t
                     QMessageBox::NoButton, window);
     box.setTextFormat(Qt::PlainText);
     box.setObjectName(QStringLiteral("message_box"));
-    if (style != MessageStyle::question_yes_no && style != MessageStyle::question_no_yes) {
+    if (!is_question(style)) {
         box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
         box.exec();
         return true;
@@ -55,6 +60,12 @@ QtUserInterface::QtUserInterface(QWidget* window, QWidget* picture)
 
 bool QtUserInterface::message_box(MessageStyle style, const std::string& title,
                                   const std::string& text) {
+    if (unattended) {
+        if (!is_question(style)) {
+            std::fprintf(stderr, "%s\n", text.c_str());
+        }
+        return !is_question(style);
+    }
     if (before_message) {
         before_message();
     }
@@ -70,6 +81,9 @@ void QtUserInterface::set_mouse_pointer(int pointer) {
         return;
     }
     show_mouse_pointer(*picture_, pointer);
+    if (unattended) {
+        return;
+    }
     // The pointer is to change before the work that follows; the user's input waits for its end.
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }

@@ -24,6 +24,9 @@ class QtUserInterface final : public UserInterface {
     std::function<void()> before_message;
     /// Called when a box has been answered.
     std::function<void()> after_message;
+    /// Nobody is there any more, and the program is to end: no box appears and no event is served.
+    /// Messages go to the standard error, questions are answered by No.
+    bool unattended = false;
 
  private:
     QPointer<QWidget> window_;

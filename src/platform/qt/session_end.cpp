@@ -7,11 +7,13 @@
 namespace veldra {
 
 void follow_session_end(const QGuiApplication& application, QObject& context,
-                        std::function<void()> ended) {
+                        std::function<bool()> ended) {
     QObject::connect(&application, &QGuiApplication::commitDataRequest, &context,
                      [ended = std::move(ended)](QSessionManager& manager) {
                          manager.setRestartHint(QSessionManager::RestartNever);
-                         ended();
+                         if (!ended() && !manager.isPhase2()) {
+                             manager.requestPhase2();
+                         }
                      });
 }
 
