@@ -104,8 +104,7 @@ void FrmTorvel::notice_rewritten_file() {
 }
 
 void FrmTorvel::open_start_file() {
-    opening(
-        [this] { datei_neu_laden(session_, run_.start_datei, OpenedBy::open_command, desk()); });
+    opening([this] { datei_neu_laden(session_, run_.start_datei, OpenedBy::name, desk()); });
 }
 
 void FrmTorvel::open_project_file() {

@@ -500,6 +500,32 @@ class FrmTorvelHandTest : public test::HandFixture {
             false);
     }
 
+    void a_dropped_file_that_is_no_graphic_file_is_asked_about() {
+        start_with_network();
+        const QByteArray notes("Liebe Kollegen,\n\nbitte beachten.\n");
+        write("notiz.txt", notes);
+        answer(no);
+        drop_on_window({QUrl::fromLocalFile(path("notiz.txt"))}, true);
+        QCOMPARE(box_title_, text("VELDRA - Datei auswählen"));
+        QVERIFY2(box_text_.contains(path("notiz.txt")), qPrintable(box_text_));
+        QCOMPARE(default_button_, text("&Nein"));
+        QCOMPARE(session_.graphikdatei, system_path(path("ve_quadrat.dat")));
+        QCOMPARE(session_.pu.count(), 4);
+        QVERIFY(window_->close());
+        QCOMPARE(read("notiz.txt"), notes);
+    }
+
+    void a_picked_file_that_is_no_text_is_asked_about() {
+        const QByteArray bytes("PK\x03\x04\r\n\r\n", 8);
+        write("archiv.zip", bytes);
+        answer(no);
+        start_and_open("archiv.zip");
+        QCOMPARE(box_title_, text("VELDRA - Datei auswählen"));
+        QCOMPARE(session_.datei_geladen, std::int16_t{0});
+        QVERIFY(window_->close());
+        QCOMPARE(read("archiv.zip"), bytes);
+    }
+
     void a_dialog_keeps_files_from_being_dropped_on_the_window() {
         start_with_network();
         write("ve_fall.dat", square_network);
