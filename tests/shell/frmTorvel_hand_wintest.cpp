@@ -8,6 +8,7 @@
 #include "platform/qt/picture_image.h"
 #include "shell/frmTorvel_status.h"
 #include "shell/hand_fixture.h"
+#include "view/zoom.h"
 
 using namespace veldra;
 using test::close_to;
@@ -452,6 +453,27 @@ class FrmTorvelHandTest : public test::HandFixture {
         QEvent leave(QEvent::Leave);
         QApplication::sendEvent(&picture(), &leave);
         QVERIFY(place->text().isEmpty());
+    }
+
+    void the_status_line_never_widens_the_window() {
+        start_with_network();
+        QTest::qWait(150);  // its first size has been followed
+        const int narrowest = window_->minimumSizeHint().width();
+        const int width = window_->width();
+        move(QPoint(40, 40));
+        for (int i = 0; i < 1200; ++i) {
+            zoom_out(session_);  // without drawing each of them
+        }
+        action("lupe_minus")->trigger();
+        move(QPoint(40, 41));
+        QTest::qWait(20);
+        QVERIFY(window_->minimumSizeHint().width() <= narrowest);
+        QCOMPARE(window_->width(), width);
+        action("m_ansicht_original")->trigger();
+        move(QPoint(40, 40));
+        auto* place = window_->findChild<QLabel*>(text("lbl_ort"));
+        QVERIFY2(place->text().startsWith(text("Rechtswert 34999")), qPrintable(place->text()));
+        QVERIFY(window_->minimumSizeHint().width() <= narrowest);
     }
 
     void the_picture_is_saved() {
