@@ -56,8 +56,8 @@ bool TorvelGestures::eventFilter(QObject* watched, QEvent* event) {
     if (watched != &picture_) {
         const bool escape = event->type() == QEvent::KeyPress &&
                             static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;
-        if (escape && !std::holds_alternative<MovedSheets>(gesture_)) {
-            cancel();
+        if (escape) {
+            give_up();
         }
         return false;
     }
@@ -175,6 +175,22 @@ void TorvelGestures::cancel() {
     if (sheets) {
         drop(MovedSheets{}, {});
     }
+}
+
+void TorvelGestures::give_up() {
+    const bool sheets = std::holds_alternative<MovedSheets>(gesture_);
+    cancel();
+    if (sheets) {
+        host_.perform([this] {
+            undo_sheet_move(session_);
+            host_.lay_out_sheets();
+        });
+    }
+}
+
+/// Without anything to draw the commands of the view are withdrawn, and each drawing says so.
+bool TorvelGestures::is_view_offered() const {
+    return session_.window[ToolButton::lupe_minus].enabled;
 }
 
 void TorvelGestures::synchronise() {

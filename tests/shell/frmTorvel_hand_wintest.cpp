@@ -308,6 +308,25 @@ class FrmTorvelHandTest : public test::HandFixture {
         QVERIFY(!action("rückgängig")->isEnabled());
     }
 
+    void escape_puts_the_sheets_back() {
+        start_with_network();
+        action("m_plotten_ein")->trigger();
+        const double rechts = session_.plot.plot_null_rechts;
+        const double hoch = session_.plot.plot_null_hoch;
+        const QImage before = picture().shown();
+        press(QPoint(10, 10));
+        move(QPoint(50, 40), Qt::LeftButton);
+        QTest::keyClick(window_.get(), Qt::Key_Escape);
+        QCOMPARE(session_.plot.plot_null_rechts, rechts);
+        QCOMPARE(session_.plot.plot_null_hoch, hoch);
+        QVERIFY(!session_.window.sheets_moving);
+        QCOMPARE(picture().shown(), before);
+        QCOMPARE(undo_text(), text("Rückgängig:"));
+        move(QPoint(90, 40), Qt::LeftButton);
+        release(QPoint(90, 40));
+        QCOMPARE(session_.plot.plot_null_rechts, rechts);
+    }
+
     void sheets_are_outlined_while_they_move() {
         start_with_network();
         action("lupe_minus")->trigger();
