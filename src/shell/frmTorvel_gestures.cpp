@@ -93,7 +93,7 @@ void TorvelGestures::press(const QMouseEvent& event) {
         if (const auto hit = picture_.label_at(place)) {
             show_info(*hit);
         }
-    } else if (event.button() == Qt::MiddleButton) {
+    } else if (event.button() == Qt::MiddleButton && is_view_offered()) {
         gesture_ = MovedView{place};
         button_ = Qt::MiddleButton;
         picture_.setCursor(Qt::ClosedHandCursor);
@@ -273,7 +273,7 @@ void TorvelGestures::drop(const MovedView& view, const QPointF& place) {
 }
 
 void TorvelGestures::wheel(const QWheelEvent& event) {
-    if (button_ != Qt::NoButton || !host_.idle()) {
+    if (button_ != Qt::NoButton || !host_.idle() || !is_view_offered()) {
         return;
     }
     // A wheel turns faster than a large network is drawn: what has come is done at once.

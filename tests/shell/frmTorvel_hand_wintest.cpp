@@ -266,6 +266,34 @@ class FrmTorvelHandTest : public test::HandFixture {
         QVERIFY(close_to(pixel(), before / (1.25 * 1.25)));
     }
 
+    void wheel_and_push_rest_where_there_is_nothing_to_draw() {
+        start();
+        logo()->accept();
+        QTest::qWait(150);  // the window's first size has been followed
+        write("ve_leer.dat", "KOMMENTAR\r\n");
+        window_->choose_file = [this] { return path("ve_leer.dat"); };
+        answer_message_box();
+        action("m_datei_beliebig")->trigger();
+        QCOMPARE(box_title_, text(" Fehler "));
+        QVERIFY(!action("lupe_plus")->isEnabled());
+        const ViewEdges before = edges(session_.view);
+        int boxes = 0;
+        QTimer look;
+        connect(&look, &QTimer::timeout, this, [&boxes] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                ++boxes;
+                box->accept();
+            }
+        });
+        look.start(10);
+        turn_wheel(QPoint(200, 150), -120);
+        QTest::qWait(40);
+        drag(QPoint(20, 20), QPoint(60, 60), Qt::MiddleButton);
+        QTest::qWait(40);
+        QCOMPARE(boxes, 0);
+        QCOMPARE(edges(session_.view), before);
+    }
+
     void middle_button_pushes_the_picture() {
         start_with_network();
         action("lupe_plus")->trigger();
