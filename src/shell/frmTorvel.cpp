@@ -84,6 +84,7 @@ FrmTorvel::FrmTorvel(Session& session, const SystemFolders& folders,
 void FrmTorvel::build_controls() {
     commands_ = std::make_unique<TorvelCommands>(*this, menu_commands(), tool_commands());
     setCentralWidget(picture_);
+    picture_->setFocus();
     const auto hidden_bar = [this](Qt::Orientation orientation, const QString& name) {
         auto* bar = new QScrollBar(orientation, this);
         bar->setObjectName(name);

@@ -152,6 +152,26 @@ class FrmTorvelHandTest : public test::HandFixture {
         QCOMPARE(edges(session_.view), before);
     }
 
+    void escape_reaches_the_drag_after_the_menu_was_used() {
+        start_with_network();
+        window_->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+        const ViewEdges before = edges(session_.view);
+        QTest::keyClick(window_->windowHandle(), Qt::Key_D, Qt::AltModifier);
+        auto* menu = window_->findChild<QMenu*>(text("m_torvel_datei"));
+        QTRY_VERIFY(menu->isVisible());
+        QTest::keyClick(menu, Qt::Key_Escape);
+        QVERIFY(!menu->isVisible());
+        QTest::keyClick(window_->windowHandle(), Qt::Key_Escape);  // leaves the bar
+        press(QPoint(20, 20));
+        move(QPoint(300, 300), Qt::LeftButton);
+        QVERIFY(picture().overlay().rubber_band.has_value());
+        QTest::keyClick(window_->windowHandle(), Qt::Key_Escape);
+        QVERIFY(!picture().overlay().rubber_band.has_value());
+        release(QPoint(300, 300));
+        QCOMPARE(edges(session_.view), before);
+    }
+
     void second_press_of_a_double_click_starts_nothing() {
         start_with_network();
         const ViewEdges before = edges(session_.view);
