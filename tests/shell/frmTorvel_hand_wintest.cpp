@@ -229,6 +229,10 @@ class FrmTorvelHandTest : public test::HandFixture {
         QVERIFY(close_to(session_.view.ansicht_rw_min, whole[0] - w / 2));
         QTest::keyClick(window_.get(), Qt::Key_Home);
         QVERIFY(close_to(edges(session_.view), whole));
+        QTest::keyClick(window_.get(), Qt::Key_Minus, Qt::ControlModifier);
+        QVERIFY(close_to(session_.view.ansicht_rw_min, whole[0] - w / 2));
+        QTest::keyClick(window_.get(), Qt::Key_Plus, Qt::ControlModifier);
+        QVERIFY(close_to(edges(session_.view), whole));
         QTest::keyClick(window_.get(), Qt::Key_Right);
         QTest::keyClick(window_.get(), Qt::Key_Up);
         QVERIFY(close_to(session_.view.ansicht_rw_min, whole[0] + w / 3));
