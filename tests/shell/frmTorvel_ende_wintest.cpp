@@ -327,6 +327,20 @@ class ProgramEndTest : public TorvelFixture {
         QCOMPARE(box_title_, QString());
     }
 
+    /// The list of parts or the scale bars may be what the user comes back to.
+    void rewritten_file_is_noticed_when_the_program_becomes_active() {
+        start_with_network();
+        QTest::qWait(60);
+        rewrite("PUNKTSIGNATUR 3500000 5600000 0 0 1 \"neu\"\r\n");
+        answer(yes);
+        Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
+        QTest::qWait(60);
+        QCOMPARE(box_title_, QString());
+        Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
+        QTRY_COMPARE(box_title_, text("VELDRA - Graphikdatei geändert"));
+        QTRY_COMPARE(session_.pu.count(), 1);
+    }
+
     void rewritten_file_may_be_left_unread() {
         start_with_network();
         move_label();
