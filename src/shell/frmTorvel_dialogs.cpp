@@ -31,8 +31,16 @@ void FrmTorvel::add_dialog_commands(std::map<ToolButton, Command>& commands) {
     };
 }
 
-void FrmTorvel::open_object_selection() {
+bool FrmTorvel::ready_for_dialog() {
     if (is_locked()) {
+        return false;
+    }
+    gestures_->cancel();
+    return true;
+}
+
+void FrmTorvel::open_object_selection() {
+    if (!ready_for_dialog()) {
         return;
     }
     clear_undo(session_.window);
