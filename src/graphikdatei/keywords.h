@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string_view>
 
 /// Keywords of the graphic file in upper case, as Windows-1252 bytes.
@@ -34,5 +35,34 @@ inline constexpr std::string_view lagerestklaffungen = "LAGERESTKLAFFUNGEN";
 inline constexpr std::string_view hoehenrestklaffungen = "H\xD6HENRESTKLAFFUNGEN";
 inline constexpr std::string_view lagefehlerellipse = "LAGEFEHLERELLIPSE";
 inline constexpr std::string_view hoehenfehler = "H\xD6HENFEHLER";
+
+/// Every keyword that a pass knows.
+inline constexpr std::array all{netzteil,
+                                verfahrenlegende,
+                                massstabgrundriss,
+                                massstabvektoren,
+                                titel1,
+                                titel2,
+                                titel3,
+                                titel4,
+                                objekte,
+                                punktsignatur,
+                                numbezoffset,
+                                distanz,
+                                gps_strecke,
+                                richtung,
+                                gps_richtung,
+                                orientierungsrichtung,
+                                zenitwinkel,
+                                hoehenunterschied,
+                                gps_hoehenunterschied,
+                                gps_raumvektor,
+                                lageaenderung,
+                                hoehenaenderung,
+                                naechsteepoche,
+                                lagerestklaffungen,
+                                hoehenrestklaffungen,
+                                lagefehlerellipse,
+                                hoehenfehler};
 
 }  // namespace veldra::keyword

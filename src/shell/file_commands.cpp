@@ -1,5 +1,8 @@
 #include "shell/file_commands.h"
 
+#include <algorithm>
+#include <cstddef>
+
 #include "platform/os/files.h"
 #include "plot/application_printer.h"
 #include "settings/profile.h"
@@ -9,10 +12,21 @@
 
 namespace veldra {
 
+namespace {
+
+/// Characters of a path in UTF-8.
+std::ptrdiff_t character_count(const std::string& path) {
+    return std::count_if(path.begin(), path.end(), [](char byte) {
+        return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;  // none that continues one
+    });
+}
+
+}  // namespace
+
 void datei_alt_oeffnen(Session& session, int index, const Desk& desk) {
-    constexpr std::size_t longest_no_path = 3;
+    constexpr std::ptrdiff_t longest_no_path = 3;
     const std::string path = session.zuletzt_datei[static_cast<std::size_t>(index)];
-    if (path.size() <= longest_no_path) {
+    if (character_count(path) <= longest_no_path) {
         return;
     }
     if (!datei_vorhanden(path)) {

@@ -1,5 +1,6 @@
 #include "shell/frmTorvel.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QEvent>
 #include <QIcon>
@@ -84,6 +85,7 @@ FrmTorvel::FrmTorvel(Session& session, const SystemFolders& folders,
 void FrmTorvel::build_controls() {
     commands_ = std::make_unique<TorvelCommands>(*this, menu_commands(), tool_commands());
     setCentralWidget(picture_);
+    picture_->setFocus();
     const auto hidden_bar = [this](Qt::Orientation orientation, const QString& name) {
         auto* bar = new QScrollBar(orientation, this);
         bar->setObjectName(name);
@@ -103,6 +105,13 @@ void FrmTorvel::build_controls() {
     connect(&resize_timer_, &QTimer::timeout, this, &FrmTorvel::follow_size);
     activation_timer_.setSingleShot(true);
     connect(&activation_timer_, &QTimer::timeout, this, &FrmTorvel::notice_rewritten_file);
+    // The user may come back to one of the dialogs that stay open beside the window.
+    connect(qApp, &QGuiApplication::applicationStateChanged, this,
+            [this](Qt::ApplicationState state) {
+                if (state == Qt::ApplicationActive) {
+                    activation_timer_.start(0);
+                }
+            });
     drop_timer_.setSingleShot(true);
     connect(&drop_timer_, &QTimer::timeout, this, &FrmTorvel::open_dropped);
     synchronise_timer_.setSingleShot(true);

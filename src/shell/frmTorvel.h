@@ -121,6 +121,8 @@ class FrmTorvel final : public QMainWindow {
     // Selection, network parts, end: frmTorvel_dialogs.cpp.
     void add_dialog_commands(std::map<MenuItem, Command>& commands);
     void add_dialog_commands(std::map<ToolButton, Command>& commands);
+    /// True unless a command runs; what the hand is doing over the picture then ends.
+    [[nodiscard]] bool ready_for_dialog();
     void open_object_selection();
     /// Opens and closes the dialogs that stay open beside the window, as the session says.
     void synchronise_dialogs();

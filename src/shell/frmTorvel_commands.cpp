@@ -96,7 +96,7 @@ const std::map<MenuItem, QList<QKeySequence>>& menu_keys() {
         {MenuItem::m_datei_beenden, {Qt::CTRL | Qt::Key_Q}},
         {MenuItem::m_ansicht_undo, {Qt::CTRL | Qt::Key_Z}},
         {MenuItem::m_ansicht_original, {Qt::Key_Home}},
-        {MenuItem::m_ansicht_halb, {Qt::Key_Minus}},
+        {MenuItem::m_ansicht_halb, {Qt::Key_Minus, Qt::CTRL | Qt::Key_Minus}},
         {MenuItem::m_plotten_ein, {Qt::CTRL | Qt::Key_P}},
         {MenuItem::m_plotten_aktuell, {Qt::CTRL | Qt::Key_P}},
         {MenuItem::m_hilfe_handbuch, {Qt::Key_F1}},

@@ -31,8 +31,16 @@ void FrmTorvel::add_dialog_commands(std::map<ToolButton, Command>& commands) {
     };
 }
 
-void FrmTorvel::open_object_selection() {
+bool FrmTorvel::ready_for_dialog() {
     if (is_locked()) {
+        return false;
+    }
+    gestures_->cancel();
+    return true;
+}
+
+void FrmTorvel::open_object_selection() {
+    if (!ready_for_dialog()) {
         return;
     }
     clear_undo(session_.window);
@@ -104,8 +112,7 @@ void FrmTorvel::notice_rewritten_file() {
 }
 
 void FrmTorvel::open_start_file() {
-    opening(
-        [this] { datei_neu_laden(session_, run_.start_datei, OpenedBy::open_command, desk()); });
+    opening([this] { datei_neu_laden(session_, run_.start_datei, OpenedBy::name, desk()); });
 }
 
 void FrmTorvel::open_project_file() {

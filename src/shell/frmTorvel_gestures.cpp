@@ -56,8 +56,8 @@ bool TorvelGestures::eventFilter(QObject* watched, QEvent* event) {
     if (watched != &picture_) {
         const bool escape = event->type() == QEvent::KeyPress &&
                             static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;
-        if (escape && !std::holds_alternative<MovedSheets>(gesture_)) {
-            cancel();
+        if (escape) {
+            give_up();
         }
         return false;
     }
@@ -93,7 +93,7 @@ void TorvelGestures::press(const QMouseEvent& event) {
         if (const auto hit = picture_.label_at(place)) {
             show_info(*hit);
         }
-    } else if (event.button() == Qt::MiddleButton) {
+    } else if (event.button() == Qt::MiddleButton && is_view_offered()) {
         gesture_ = MovedView{place};
         button_ = Qt::MiddleButton;
         picture_.setCursor(Qt::ClosedHandCursor);
@@ -177,6 +177,22 @@ void TorvelGestures::cancel() {
     }
 }
 
+void TorvelGestures::give_up() {
+    const bool sheets = std::holds_alternative<MovedSheets>(gesture_);
+    cancel();
+    if (sheets) {
+        host_.perform([this] {
+            undo_sheet_move(session_);
+            host_.lay_out_sheets();
+        });
+    }
+}
+
+/// Without anything to draw the commands of the view are withdrawn, and each drawing says so.
+bool TorvelGestures::is_view_offered() const {
+    return session_.window[ToolButton::lupe_minus].enabled;
+}
+
 void TorvelGestures::synchronise() {
     if (pointer_ && session_.datei_geladen == 1) {
         host_.show_place(to_world(session_.view, in_picture(*pointer_)));
@@ -257,7 +273,7 @@ void TorvelGestures::drop(const MovedView& view, const QPointF& place) {
 }
 
 void TorvelGestures::wheel(const QWheelEvent& event) {
-    if (button_ != Qt::NoButton || !host_.idle()) {
+    if (button_ != Qt::NoButton || !host_.idle() || !is_view_offered()) {
         return;
     }
     // A wheel turns faster than a large network is drawn: what has come is done at once.

@@ -35,7 +35,7 @@ class TorvelGestures final : public QObject {
     TorvelGestures(Session& session, PictureWidget& picture, QLabel& lbl_punubinf,
                    GestureHost host);
 
-    /// Gives up what is under way; the info label goes too. Sheets stay where they have come to.
+    /// Ends what is under way; the info label goes too. Sheets stay where they have come to.
     void cancel();
     /// The ground beneath the pointer may have become another one.
     void synchronise();
@@ -60,6 +60,9 @@ class TorvelGestures final : public QObject {
     };
     using Gesture = std::variant<Nothing, RubberBand, MovedLabel, MovedSheets, MovedView>;
 
+    /// The user gives up what is under way: sheets go back to where they were.
+    void give_up();
+    [[nodiscard]] bool is_view_offered() const;
     void press(const QMouseEvent& event);
     void press_left(const QPointF& place);
     void move(const QMouseEvent& event);

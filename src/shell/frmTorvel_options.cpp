@@ -5,7 +5,7 @@
 namespace veldra {
 
 void FrmTorvel::open_display_options() {
-    if (is_locked()) {
+    if (!ready_for_dialog()) {
         return;
     }
     clear_undo(session_.window);

@@ -20,7 +20,7 @@ void FrmTorvel::redraw_open_file() {
 }
 
 void FrmTorvel::open_plot_settings() {
-    if (is_locked()) {
+    if (!ready_for_dialog()) {
         return;
     }
     auto* dialog = new FrmPlotten(this, session_, desk());
@@ -37,7 +37,7 @@ void FrmTorvel::open_plot_settings() {
 }
 
 void FrmTorvel::open_printer_dialog() {
-    if (is_locked()) {
+    if (!ready_for_dialog()) {
         return;
     }
     auto* dialog = new FrmDrucker(this, session_, printer_);

@@ -29,7 +29,7 @@ void FrmTorvel::add_side_dialogs(std::map<ToolButton, Command>& commands) {
 }
 
 void FrmTorvel::open_modal(const std::function<QDialog*()>& create, Redraw redraws) {
-    if (is_locked()) {
+    if (!ready_for_dialog()) {
         return;
     }
     QDialog* dialog = create();

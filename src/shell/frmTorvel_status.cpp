@@ -12,7 +12,9 @@ TorvelStatus::TorvelStatus(QWidget* parent)
     setObjectName(QStringLiteral("sta_torvel"));
     place_->setObjectName(QStringLiteral("lbl_ort"));
     scale_->setObjectName(QStringLiteral("lbl_massstab"));
-    addWidget(place_);
+    // A narrow window cuts the place off instead of growing with it.
+    place_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    addWidget(place_, 1);
     addPermanentWidget(scale_);
 }
 

@@ -235,7 +235,7 @@ void FrmTorvel::dropEvent(QDropEvent* event) {
 void FrmTorvel::open_dropped() {
     perform([this] {
         opening([this] {
-            datei_neu_laden(session_, system_path(dropped_path_), OpenedBy::open_command, desk());
+            datei_neu_laden(session_, system_path(dropped_path_), OpenedBy::name, desk());
         });
     });
 }

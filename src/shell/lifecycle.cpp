@@ -1,6 +1,7 @@
 #include "shell/lifecycle.h"
 
 #include "graphikdatei/codepage.h"
+#include "graphikdatei/file_kind.h"
 #include "graphikdatei/header_pass.h"
 #include "graphikdatei/maxima_pass.h"
 #include "graphikdatei/observation_pass.h"
@@ -81,10 +82,29 @@ bool may_open(const std::string& path, const Desk& desk) {
     return wanted;
 }
 
+namespace {
+
+/// Leaving a file writes it anew line by line, which not every file outlives.
+bool may_be_rewritten(const std::string& path, OpenedBy opened_by, const Desk& desk) {
+    const FileKind kind = kind_of_file(path);
+    if (kind == FileKind::graphic ||
+        (kind == FileKind::other_text && opened_by != OpenedBy::name)) {
+        return true;
+    }
+    return desk.ui.message_box(MessageStyle::question_no_yes, "VELDRA - Datei auswählen",
+                               "Die Datei\n" + path +
+                                   "\nsieht nicht nach einer Graphikdatei aus.\n"
+                                   "Beim Verlassen wird sie als Graphikdatei neu geschrieben und "
+                                   "kann dadurch unbrauchbar werden.\n\n"
+                                   "Trotzdem öffnen?");
+}
+
+}  // namespace
+
 void datei_neu_laden(Session& session, const std::string& path, OpenedBy opened_by,
                      const Desk& desk) {
     const std::string new_path(trim(path));
-    if (!may_open(new_path, desk)) {
+    if (!may_be_rewritten(new_path, opened_by, desk) || !may_open(new_path, desk)) {
         return;
     }
     datei_zurueckschreiben(session, desk);

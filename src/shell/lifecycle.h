@@ -24,14 +24,15 @@ struct Desk {
     std::string rescue_folder = {};  ///< takes working copies that find no room beside their file
 };
 
-/// Who asks for a file. The recent file menu sets the object selection back, the Open command keeps
-/// it until the part is read.
-enum class OpenedBy { open_command, recent_menu };
+/// Who asks for a file. The recent file menu sets the object selection back, the others keep it
+/// until the part is read. A file dropped on the window or named on the command line has not been
+/// picked among graphic files.
+enum class OpenedBy { open_command, recent_menu, name };
 
 /// Common tail of every open: writes back the file that was open, takes the new path, and reads
-/// and shows its first part. If another copy of the program has the new file open, the user is
-/// asked first, and nothing happens unless they want it nevertheless. Throws FatalError when a file
-/// cannot be read or written.
+/// and shows its first part. If another copy of the program has the new file open, or if it is none
+/// that leaving it may write anew, the user is asked first, and nothing happens unless they want it
+/// nevertheless. Throws FatalError when a file cannot be read or written.
 void datei_neu_laden(Session& session, const std::string& path, OpenedBy opened_by,
                      const Desk& desk);
 

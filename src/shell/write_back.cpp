@@ -58,7 +58,11 @@ bool attempt_copy(Session& session, Rescue& rescue, const Attempt& attempt) {
     try {
         attempt();
     } catch (const FatalError& error) {
-        rescue.reasons += std::string("\n") + error.what();
+        // Without the file to copy from, each place fails for the same reason.
+        const std::string reason = std::string("\n") + error.what();
+        if (!rescue.reasons.ends_with(reason)) {
+            rescue.reasons += reason;
+        }
         return false;
     }
     const bool complete = complete_copy(session);

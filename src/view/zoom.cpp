@@ -10,6 +10,8 @@ namespace {
 constexpr std::int16_t exact = 0;
 constexpr std::int16_t with_margin = 1;
 constexpr double smallest_view = 10.0;
+/// What halving a view of just over the smallest leaves of it.
+constexpr double closest_view = smallest_view / 2;
 constexpr double smallest_band = 5.0;
 
 double rw_span(const Viewport& view) {
@@ -101,6 +103,7 @@ bool zoom_about(Session& session, const WorldPoint& fixed, double factor) {
     }
     remember_view(session, closer);
     const Viewport view = session.view;
+    factor = std::min(factor, std::min(rw_span(view), hw_span(view)) / closest_view);
     FitView(session, fixed.rechts + (view.ansicht_rw_min - fixed.rechts) / factor,
             fixed.hoch + (view.ansicht_hw_min - fixed.hoch) / factor,
             fixed.rechts + (view.ansicht_rw_max - fixed.rechts) / factor,

@@ -147,6 +147,37 @@ class EdgeCaseTest : public TorvelFixture {
         QCOMPARE(session_.view.ansicht_rw_min, left);
     }
 
+    void a_dialog_that_opens_ends_what_the_hand_is_doing_data() {
+        QTest::addColumn<QByteArray>("command");
+        QTest::addColumn<bool>("plot_mode");
+        for (const char* command : {"m_torvel_objekte", "m_optionen_darstellungen",
+                                    "m_optionen_legende", "m_optionen_grenzen"}) {
+            QTest::addRow("%s", command) << QByteArray(command) << false;
+        }
+        for (const char* command : {"m_torvel_objekte", "m_plotten_einstellungen"}) {
+            QTest::addRow("%s in plot mode", command) << QByteArray(command) << true;
+        }
+    }
+
+    void a_dialog_that_opens_ends_what_the_hand_is_doing() {
+        QFETCH(const QByteArray, command);
+        QFETCH(const bool, plot_mode);
+        start_and_wait();
+        action(plot_mode ? "m_plotten_ein" : "m_ansicht_original")->trigger();
+        press(QPoint(10, 10));
+        move(QPoint(60, 60), Qt::LeftButton);
+        QVERIFY(plot_mode ? session_.window.sheets_moving
+                          : picture().overlay().rubber_band.has_value());
+        action(command.constData())->trigger();
+        QVERIFY(QApplication::activeModalWidget() != nullptr);
+        QVERIFY(!session_.window.sheets_moving);
+        QVERIFY(!picture().overlay().rubber_band.has_value());
+        QCOMPARE(session_.window.mouse_pointer, 0);
+        const double before = session_.view.ansicht_masseinheit;
+        release(QPoint(60, 60));
+        QCOMPARE(session_.view.ansicht_masseinheit, before);
+    }
+
     void opening_the_display_options_clears_undo() {
         start_and_wait();
         action("lupe_plus")->trigger();

@@ -95,23 +95,6 @@ class ProgramEndTest : public TorvelFixture {
         write("ve_quadrat.dat", bytes);
     }
 
-    /// Presses the n-th button of the next box.
-    void answer(int nth) {
-        auto* look = new QTimer(this);
-        connect(look, &QTimer::timeout, this, [this, look, nth] {
-            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            if (box == nullptr) {
-                return;
-            }
-            look->deleteLater();
-            box_title_ = box->windowTitle();
-            box_text_ = box->text();
-            default_button_ =
-                box->defaultButton() == nullptr ? QString() : box->defaultButton()->text();
-            box->buttons().at(nth)->click();
-        });
-        look->start(10);
-    }
     void activate_again() {
         window_->activateWindow();
         const auto active_or_gone = [this] {
@@ -163,10 +146,6 @@ class ProgramEndTest : public TorvelFixture {
     }
 
     QString told_;
-    static constexpr int yes = 0;
-    static constexpr int no = 1;
-
-    QString default_button_;
 
  private Q_SLOTS:
     void init() { make_folders(); }
@@ -348,6 +327,20 @@ class ProgramEndTest : public TorvelFixture {
         QCOMPARE(box_title_, QString());
     }
 
+    /// The list of parts or the scale bars may be what the user comes back to.
+    void rewritten_file_is_noticed_when_the_program_becomes_active() {
+        start_with_network();
+        QTest::qWait(60);
+        rewrite("PUNKTSIGNATUR 3500000 5600000 0 0 1 \"neu\"\r\n");
+        answer(yes);
+        Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
+        QTest::qWait(60);
+        QCOMPARE(box_title_, QString());
+        Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
+        QTRY_COMPARE(box_title_, text("VELDRA - Graphikdatei geändert"));
+        QTRY_COMPARE(session_.pu.count(), 1);
+    }
+
     void rewritten_file_may_be_left_unread() {
         start_with_network();
         move_label();
@@ -395,6 +388,18 @@ class ProgramEndTest : public TorvelFixture {
         QCOMPARE(session_.zuletzt_datei[1], system_path(path("ve_quadrat.dat")));
         QVERIFY(action("m_datei_beliebig")->isVisible());
         QVERIFY(logo() != nullptr);
+    }
+
+    void file_on_the_command_line_that_is_no_graphic_file_may_stay_as_it_is() {
+        const QByteArray bytes("\x89PNG\r\n\x1A\n\r\n\x01\r\n", 14);
+        write("foto.png", bytes);
+        answer(no);
+        start(QFile::encodeName(path("foto.png")).constData());
+        QCOMPARE(box_title_, text("VELDRA - Datei auswählen"));
+        QCOMPARE(session_.datei_geladen, std::int16_t{0});
+        QVERIFY(logo() != nullptr);
+        QVERIFY(window_->close());
+        QCOMPARE(read("foto.png"), bytes);
     }
 
     void protected_file_is_told_with_the_place_of_the_copy() {

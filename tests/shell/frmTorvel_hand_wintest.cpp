@@ -1,13 +1,11 @@
 // The main window under mouse and keyboard.
-#include <QDropEvent>
 #include <QLabel>
-#include <QMimeData>
-#include <QUrl>
 #include <cmath>
 
 #include "platform/qt/picture_image.h"
 #include "shell/frmTorvel_status.h"
 #include "shell/hand_fixture.h"
+#include "view/zoom.h"
 
 using namespace veldra;
 using test::close_to;
@@ -41,23 +39,6 @@ bool differs_near(const QImage& a, const QImage& b, double x, double y) {
 
 class FrmTorvelHandTest : public test::HandFixture {
     Q_OBJECT
-
- private:
-    void drop_on_window(const QList<QUrl>& urls, bool expected) {
-        QMimeData data;
-        data.setUrls(urls);
-        QDragEnterEvent enter(QPoint(100, 200), Qt::CopyAction, &data, Qt::LeftButton,
-                              Qt::NoModifier);
-        enter.ignore();
-        QApplication::sendEvent(window_.get(), &enter);
-        QCOMPARE(enter.isAccepted(), expected);
-        if (expected) {
-            QDropEvent drop(QPointF(100, 200), Qt::CopyAction, &data, Qt::LeftButton,
-                            Qt::NoModifier);
-            QApplication::sendEvent(window_.get(), &drop);
-        }
-        QTest::qWait(20);
-    }
 
  private Q_SLOTS:
     void init() { make_folders(); }
@@ -151,6 +132,26 @@ class FrmTorvelHandTest : public test::HandFixture {
         QCOMPARE(edges(session_.view), before);
     }
 
+    void escape_reaches_the_drag_after_the_menu_was_used() {
+        start_with_network();
+        window_->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+        const ViewEdges before = edges(session_.view);
+        QTest::keyClick(window_->windowHandle(), Qt::Key_D, Qt::AltModifier);
+        auto* menu = window_->findChild<QMenu*>(text("m_torvel_datei"));
+        QTRY_VERIFY(menu->isVisible());
+        QTest::keyClick(menu, Qt::Key_Escape);
+        QVERIFY(!menu->isVisible());
+        QTest::keyClick(window_->windowHandle(), Qt::Key_Escape);  // leaves the bar
+        press(QPoint(20, 20));
+        move(QPoint(300, 300), Qt::LeftButton);
+        QVERIFY(picture().overlay().rubber_band.has_value());
+        QTest::keyClick(window_->windowHandle(), Qt::Key_Escape);
+        QVERIFY(!picture().overlay().rubber_band.has_value());
+        release(QPoint(300, 300));
+        QCOMPARE(edges(session_.view), before);
+    }
+
     void second_press_of_a_double_click_starts_nothing() {
         start_with_network();
         const ViewEdges before = edges(session_.view);
@@ -207,6 +208,10 @@ class FrmTorvelHandTest : public test::HandFixture {
         QTest::keyClick(window_.get(), Qt::Key_Minus);
         QVERIFY(close_to(session_.view.ansicht_rw_min, whole[0] - w / 2));
         QTest::keyClick(window_.get(), Qt::Key_Home);
+        QVERIFY(close_to(edges(session_.view), whole));
+        QTest::keyClick(window_.get(), Qt::Key_Minus, Qt::ControlModifier);
+        QVERIFY(close_to(session_.view.ansicht_rw_min, whole[0] - w / 2));
+        QTest::keyClick(window_.get(), Qt::Key_Plus, Qt::ControlModifier);
         QVERIFY(close_to(edges(session_.view), whole));
         QTest::keyClick(window_.get(), Qt::Key_Right);
         QTest::keyClick(window_.get(), Qt::Key_Up);
@@ -265,6 +270,34 @@ class FrmTorvelHandTest : public test::HandFixture {
         QVERIFY(close_to(pixel(), before / (1.25 * 1.25)));
     }
 
+    void wheel_and_push_rest_where_there_is_nothing_to_draw() {
+        start();
+        logo()->accept();
+        QTest::qWait(150);  // the window's first size has been followed
+        write("ve_leer.dat", "KOMMENTAR\r\n");
+        window_->choose_file = [this] { return path("ve_leer.dat"); };
+        answer_message_box();
+        action("m_datei_beliebig")->trigger();
+        QCOMPARE(box_title_, text(" Fehler "));
+        QVERIFY(!action("lupe_plus")->isEnabled());
+        const ViewEdges before = edges(session_.view);
+        int boxes = 0;
+        QTimer look;
+        connect(&look, &QTimer::timeout, this, [&boxes] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                ++boxes;
+                box->accept();
+            }
+        });
+        look.start(10);
+        turn_wheel(QPoint(200, 150), -120);
+        QTest::qWait(40);
+        drag(QPoint(20, 20), QPoint(60, 60), Qt::MiddleButton);
+        QTest::qWait(40);
+        QCOMPARE(boxes, 0);
+        QCOMPARE(edges(session_.view), before);
+    }
+
     void middle_button_pushes_the_picture() {
         start_with_network();
         action("lupe_plus")->trigger();
@@ -305,6 +338,25 @@ class FrmTorvelHandTest : public test::HandFixture {
         QCOMPARE(session_.plot.plot_null_rechts, rechts);
         QCOMPARE(session_.plot.plot_null_hoch, hoch);
         QVERIFY(!action("rückgängig")->isEnabled());
+    }
+
+    void escape_puts_the_sheets_back() {
+        start_with_network();
+        action("m_plotten_ein")->trigger();
+        const double rechts = session_.plot.plot_null_rechts;
+        const double hoch = session_.plot.plot_null_hoch;
+        const QImage before = picture().shown();
+        press(QPoint(10, 10));
+        move(QPoint(50, 40), Qt::LeftButton);
+        QTest::keyClick(window_.get(), Qt::Key_Escape);
+        QCOMPARE(session_.plot.plot_null_rechts, rechts);
+        QCOMPARE(session_.plot.plot_null_hoch, hoch);
+        QVERIFY(!session_.window.sheets_moving);
+        QCOMPARE(picture().shown(), before);
+        QCOMPARE(undo_text(), text("Rückgängig:"));
+        move(QPoint(90, 40), Qt::LeftButton);
+        release(QPoint(90, 40));
+        QCOMPARE(session_.plot.plot_null_rechts, rechts);
     }
 
     void sheets_are_outlined_while_they_move() {
@@ -454,6 +506,27 @@ class FrmTorvelHandTest : public test::HandFixture {
         QVERIFY(place->text().isEmpty());
     }
 
+    void the_status_line_never_widens_the_window() {
+        start_with_network();
+        QTest::qWait(150);  // its first size has been followed
+        const int narrowest = window_->minimumSizeHint().width();
+        const int width = window_->width();
+        move(QPoint(40, 40));
+        for (int i = 0; i < 1200; ++i) {
+            zoom_out(session_);  // without drawing each of them
+        }
+        action("lupe_minus")->trigger();
+        move(QPoint(40, 41));
+        QTest::qWait(20);
+        QVERIFY(window_->minimumSizeHint().width() <= narrowest);
+        QCOMPARE(window_->width(), width);
+        action("m_ansicht_original")->trigger();
+        move(QPoint(40, 40));
+        auto* place = window_->findChild<QLabel*>(text("lbl_ort"));
+        QVERIFY2(place->text().startsWith(text("Rechtswert 34999")), qPrintable(place->text()));
+        QVERIFY(window_->minimumSizeHint().width() <= narrowest);
+    }
+
     void the_picture_is_saved() {
         start();
         QVERIFY(!action("m_datei_bild")->isEnabled());
@@ -484,37 +557,6 @@ class FrmTorvelHandTest : public test::HandFixture {
         QVERIFY(action("lupe_plus")->isEnabled());
         action("lupe_plus")->trigger();
         QCOMPARE(undo_text(), text("Rückgängig: Vergrößern"));
-    }
-
-    void a_dropped_file_is_opened() {
-        start();
-        logo()->accept();
-        write("ve_fall.dat", square_network);
-        drop_on_window({QUrl::fromLocalFile(path("ve_fall.dat"))}, true);
-        QCOMPARE(session_.datei_geladen, std::int16_t{1});
-        QCOMPARE(session_.graphikdatei, system_path(path("ve_fall.dat")));
-        // Neither folders nor several files.
-        drop_on_window({QUrl::fromLocalFile(path("dokumente"))}, false);
-        drop_on_window(
-            {QUrl::fromLocalFile(path("ve_fall.dat")), QUrl::fromLocalFile(path("ve_fall.dat"))},
-            false);
-    }
-
-    void a_dialog_keeps_files_from_being_dropped_on_the_window() {
-        start_with_network();
-        write("ve_fall.dat", square_network);
-        action("m_torvel_objekte")->trigger();
-        QVERIFY(QApplication::activeModalWidget() != nullptr);
-        drop_on_window({QUrl::fromLocalFile(path("ve_fall.dat"))}, false);
-        QCOMPARE(session_.graphikdatei, system_path(path("ve_quadrat.dat")));
-    }
-
-    void a_project_takes_no_dropped_file() {
-        write("windows/projekt.ini", "[VELDRA]\r\nTitel=P\r\n");
-        start("projekt.ini");
-        write("ve_fall.dat", square_network);
-        drop_on_window({QUrl::fromLocalFile(path("ve_fall.dat"))}, false);
-        QCOMPARE(session_.datei_geladen, std::int16_t{0});
     }
 };
 

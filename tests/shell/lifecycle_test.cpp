@@ -133,6 +133,12 @@ TEST_F(Lifecycle, RecentNameOfThreeCharactersDoesNothing) {
     datei_alt_oeffnen(session, 1, desk);
     EXPECT_TRUE(ui.texts.empty());
     EXPECT_EQ(recent(1), "a.b");
+    session.zuletzt_datei[1] = "/äö";  // five bytes
+    datei_alt_oeffnen(session, 1, desk);
+    EXPECT_TRUE(ui.texts.empty());
+    session.zuletzt_datei[1] = "/abc";
+    datei_alt_oeffnen(session, 1, desk);
+    EXPECT_EQ(ui.texts.size(), 1U);
 }
 
 TEST_F(Lifecycle, FileWithoutPartNeverShowsTheDialogOfParts) {

@@ -119,6 +119,24 @@ class TorvelFixture : public QObject {
         look->start(10);
     }
 
+    /// Presses the n-th button of the next box.
+    void answer(int nth) {
+        auto* look = new QTimer(this);
+        connect(look, &QTimer::timeout, this, [this, look, nth] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (box == nullptr) {
+                return;
+            }
+            look->deleteLater();
+            box_title_ = box->windowTitle();
+            box_text_ = box->text();
+            default_button_ =
+                box->defaultButton() == nullptr ? QString() : box->defaultButton()->text();
+            box->buttons().at(nth)->click();
+        });
+        look->start(10);
+    }
+
     // The mouse over the picture; places are logical pixels.
     [[nodiscard]] PictureWidget& picture() const { return window_->picture(); }
     void mouse(QEvent::Type type, const QPoint& place, Qt::MouseButton button,
@@ -150,6 +168,11 @@ class TorvelFixture : public QObject {
     QString box_title_;
     QString box_text_;
     QMessageBox::Icon box_icon_ = QMessageBox::NoIcon;
+
+    // Buttons of a question.
+    static constexpr int yes = 0;
+    static constexpr int no = 1;
+    QString default_button_;
 };
 
 }  // namespace veldra::test

@@ -167,6 +167,9 @@ TEST_F(WriteBack, FileThatIsGoneIsNamedAndNothingIsInvented) {
     EXPECT_THAT(text, StartsWith(path + ": Datei kann nicht gelesen werden: "
                                         "Datei oder Verzeichnis nicht vorhanden\n"));
     EXPECT_THAT(text, HasSubstr("Auch eine Arbeitskopie konnte nicht geschrieben werden:"));
+    // The same reason for all three places is told once behind that.
+    const std::size_t behind = text.find("geschrieben werden:");
+    EXPECT_EQ(text.find("kann nicht", behind), text.rfind("kann nicht"));
     EXPECT_FALSE(datei_vorhanden(path + "_1"));
 }
 

@@ -142,6 +142,15 @@ TEST_F(Zoom, AboutAPlaceStopsAtTenMetres) {
     expect_view(100, 200, 140, 220);
 }
 
+TEST_F(Zoom, ManyNotchesAtOnceComeNoCloserThanTheButtonCan) {
+    // The button halves a view of just over 10 m, so 5 m are left of the shorter side.
+    EXPECT_TRUE(zoom_about(session, {10500, 20500}, 1e6));
+    expect_view(10497.5, 20497.5, 10507.5, 20502.5);
+    FitView(session, 100, 200, 122, 211, 0);
+    EXPECT_TRUE(zoom_about(session, {100, 200}, 1.25));  // one notch as ever
+    expect_view(100, 200, 117.6, 208.8);
+}
+
 TEST_F(Zoom, MousePlacesCountTwipsFromTheUpperLeftCorner) {
     const PicturePoint corner = from_twips(session.view, 0, 0);
     EXPECT_EQ(corner.x, 0.0F);

@@ -31,6 +31,8 @@ PictureWidget::PictureWidget(const Session& session, TextMeasurer& measurer, QWi
     setObjectName(QStringLiteral("pic_torvel"));
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
+    // The menu gives the keys back to whoever had them, and keeps Escape for itself otherwise.
+    setFocusPolicy(Qt::ClickFocus);
     setMinimumSize(64, 64);
     // Not from within the painting that finds it out.
     resolution_timer_.setSingleShot(true);
