@@ -13,27 +13,14 @@ constexpr std::size_t window_size = std::size_t{256} * 1024;
 LineReader::LineReader(const std::string& path, LongWork* work)
     : work_(work), file_(path), size_(file_.size()), buffer_(window_size) {}
 
-bool LineReader::next(std::string_view& line) {
-    while (true) {
-        const void* found = end_ > scanned_
-                                ? std::memchr(buffer_.data() + scanned_, '\n', end_ - scanned_)
-                                : nullptr;
-        if (found != nullptr) {
-            const auto at =
-                static_cast<std::size_t>(static_cast<const char*>(found) - buffer_.data());
-            std::size_t length = at - begin_;
-            if (length > 0 && buffer_[at - 1] == '\r') {
-                --length;
-            }
-            line = std::string_view(buffer_.data() + begin_, length);
-            begin_ = scanned_ = at + 1;
-            ++line_number_;
+/// Moves the window on until it holds the end of the next line, or of the file.
+bool LineReader::next_of_windows(std::string_view& line) {
+    scanned_ = end_;
+    while (refill()) {
+        if (take_line(line)) {
             return true;
         }
         scanned_ = end_;
-        if (!refill()) {
-            break;
-        }
     }
     if (begin_ == end_) {
         return false;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,12 +22,27 @@ class LineReader {
 
     /// Moves to the next line; false at the end of the file. The line stays valid until the next
     /// call. Throws FatalError when reading fails.
-    bool next(std::string_view& line);
+    bool next(std::string_view& line) { return take_line(line) || next_of_windows(line); }
 
     /// Number of the line read last, from 1.
     [[nodiscard]] std::int64_t line_number() const { return line_number_; }
 
  private:
+    /// The next line if the window holds its end.
+    bool take_line(std::string_view& line) {
+        const char* const bytes = buffer_.data();
+        const void* const found = std::memchr(bytes + scanned_, '\n', end_ - scanned_);
+        if (found == nullptr) {
+            return false;
+        }
+        const auto at = static_cast<std::size_t>(static_cast<const char*>(found) - bytes);
+        const bool carriage_return = at > begin_ && bytes[at - 1] == '\r';
+        line = std::string_view(bytes + begin_, at - begin_ - (carriage_return ? 1 : 0));
+        begin_ = scanned_ = at + 1;
+        ++line_number_;
+        return true;
+    }
+    bool next_of_windows(std::string_view& line);
     bool refill();
     void tell_work(std::size_t count);
 

@@ -61,13 +61,11 @@ class MaximaScan {
             }
         } else if (record.is(keyword::lagerestklaffungen)) {
             if (record.word(5).found()) {
-                take(lage_rest, flag_value(record.word(6)) != 0,
-                     length(record.number(4), record.number(5)), read_position(record), {});
-                parent_ = {};
+                take_single(lage_rest, flag_value(record.word(6)) != 0,
+                            length(record.number(4), record.number(5)), record);
             }
         } else if (record.is(keyword::lagefehlerellipse) && record.word(6).found()) {
-            take(lage_ellipse, false, std::fabs(record.number(4)), read_position(record), {});
-            parent_ = {};
+            take_single(lage_ellipse, false, std::fabs(record.number(4)), record);
         }
     }
 
@@ -85,9 +83,7 @@ class MaximaScan {
             return;
         }
         const bool at_ap = rest && flag_value(record.word(5)) != 0;
-        take(rest ? hoehe_rest : hoehe_fehler, at_ap, std::fabs(record.number(4)),
-             read_position(record), {});
-        parent_ = {};
+        take_single(rest ? hoehe_rest : hoehe_fehler, at_ap, std::fabs(record.number(4)), record);
     }
 
     void read_next_epoch(Record& record) {
@@ -105,22 +101,31 @@ class MaximaScan {
     }
 
     void take_horizontal_change(const Word& epoch) {
-        take(lage_aenderung, parent_.at_ap, length(parent_.rechts, parent_.hoch), parent_.position,
-             epoch.text);
+        take(lage_aenderung, parent_.at_ap, length(parent_.rechts, parent_.hoch), epoch.text,
+             [this] { return parent_.position; });
     }
 
     void take_height_change(const Word& epoch) {
-        take(hoehe_aenderung, parent_.at_ap, parent_.hoch, parent_.position, epoch.text);
+        take(hoehe_aenderung, parent_.at_ap, parent_.hoch, epoch.text,
+             [this] { return parent_.position; });
+    }
+
+    /// A value that no epochs continue.
+    void take_single(Slot slot, bool at_ap, double value, Record& record) {
+        take(slot, at_ap, value, {}, [&record] { return read_position(record); });
+        parent_ = {};
     }
 
     static double length(double rechts, double hoch) {
         return std::sqrt(rechts * rechts + hoch * hoch);
     }
 
-    void take(Slot slot, bool at_ap, double value, const Position& position,
-              std::string_view epoch) {
+    /// The place is asked for only where it is needed.
+    template <typename PositionOf>
+    void take(Slot slot, bool at_ap, double value, std::string_view epoch, PositionOf position_of) {
         Maximum& maximum = (at_ap ? session_.max_ap : session_.max_np)[slot];
         if (std::fabs(value) > std::fabs(maximum.wert)) {
+            const Position position = position_of();
             maximum.wert = value;
             maximum.rechts = position.rechts;
             maximum.hoch = position.hoch;
@@ -132,12 +137,13 @@ class MaximaScan {
     Parent parent_;
 };
 
+/// Takes the label of a point for the maxima that lie there.
 void name_maxima(Session& session, Record& record) {
-    const Position position = read_position(record);
+    const double rechts = record.number(2);
     for (auto* maxima : {&session.max_ap, &session.max_np}) {
         for (std::size_t slot = 1; slot < maxima->size(); ++slot) {
             Maximum& maximum = (*maxima)[slot];
-            if (maximum.rechts == position.rechts && maximum.hoch == position.hoch &&
+            if (maximum.rechts == rechts && maximum.hoch == record.number(3) &&
                 record.word(7).found() && upper_case(record.keyword()) == keyword::punktsignatur) {
                 maximum.bez = record.word(7).text;
             }

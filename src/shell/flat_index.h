@@ -7,7 +7,7 @@
 namespace veldra {
 
 /// Hash index from keys to row numbers. The keys stay in the rows: the caller gives a key's hash
-/// and a test whether the row found has that key. Open addressing, linear probing, load below 1/2.
+/// and a test whether the row found has that key. Open addressing, linear probing, load below 3/4.
 class FlatIndex {
  public:
     /// The row whose key matches, or 0.
@@ -31,22 +31,20 @@ class FlatIndex {
     /// Enters `row` (above 0); a row of the same key is replaced, so the last one entered wins.
     template <typename Matches>
     void put(std::uint64_t hash, std::int32_t row, Matches&& matches) {
-        if ((used_ + 1) * 2 > slots_.size()) {
-            grow();
+        Slot& slot = slot_to_fill(tag_of(hash), matches);
+        used_ += slot.row == 0 ? 1 : 0;
+        slot = {tag_of(hash), row};
+    }
+
+    /// The row whose key matches; if there is none, `row` (above 0) is entered and given.
+    template <typename Matches>
+    std::int32_t find_or_put(std::uint64_t hash, std::int32_t row, Matches&& matches) {
+        Slot& slot = slot_to_fill(tag_of(hash), matches);
+        if (slot.row == 0) {
+            slot = {tag_of(hash), row};
+            ++used_;
         }
-        const std::uint32_t tag = tag_of(hash);
-        for (std::size_t at = tag & mask_;; at = (at + 1) & mask_) {
-            Slot& slot = slots_[at];
-            if (slot.row == 0) {
-                slot = {tag, row};
-                ++used_;
-                return;
-            }
-            if (slot.tag == tag && matches(slot.row)) {
-                slot.row = row;
-                return;
-            }
-        }
+        return slot.row;
     }
 
     /// Loads the cache line that a look-up of `hash` will touch first.
@@ -56,9 +54,13 @@ class FlatIndex {
         }
     }
 
-    /// The row of the first slot of a hash, be it another key's; 0 if there is none.
+    /// The row that a look-up of `hash` will most likely find, by its first slot alone; else 0.
     [[nodiscard]] std::int32_t candidate(std::uint64_t hash) const {
-        return slots_.empty() ? 0 : slots_[tag_of(hash) & mask_].row;
+        if (slots_.empty()) {
+            return 0;
+        }
+        const Slot& slot = slots_[tag_of(hash) & mask_];
+        return slot.tag == tag_of(hash) ? slot.row : 0;
     }
 
     void clear() {
@@ -76,6 +78,19 @@ class FlatIndex {
 
     static std::uint32_t tag_of(std::uint64_t hash) {
         return static_cast<std::uint32_t>(hash >> 32U);
+    }
+
+    /// The slot whose key matches, or the free one where it belongs.
+    template <typename Matches>
+    Slot& slot_to_fill(std::uint32_t tag, Matches& matches) {
+        if ((used_ + 1) * 4 > slots_.size() * 3) {
+            grow();
+        }
+        std::size_t at = tag & mask_;
+        while (slots_[at].row != 0 && !(slots_[at].tag == tag && matches(slots_[at].row))) {
+            at = (at + 1) & mask_;
+        }
+        return slots_[at];
     }
 
     void grow() {

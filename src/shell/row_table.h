@@ -11,7 +11,8 @@ namespace veldra {
 /// A table whose rows count from 1. Row 0 always exists, holds the defaults and stays unused.
 ///
 /// Rows live in blocks that never move, so a reference to a row stays valid while rows are added,
-/// and growing never copies (a network of a million points would not fit twice).
+/// and growing never copies (a network of a million points would not fit twice). All members of a
+/// row have initialisers; the rows behind the last one hold them.
 template <typename Row>
 class RowTable {
  public:
@@ -33,9 +34,7 @@ class RowTable {
     std::int32_t append() {
         ++count_;
         if ((static_cast<std::size_t>(count_) >> block_bits) >= blocks_.size()) {
-            blocks_.push_back(std::make_unique<Row[]>(block_size));
-        } else {
-            (*this)[count_] = Row{};
+            add_block();
         }
         return count_;
     }
@@ -45,7 +44,7 @@ class RowTable {
         RowTable other;
         other.blocks_.clear();
         for (const auto& block : blocks_) {
-            other.blocks_.push_back(std::make_unique<Row[]>(block_size));
+            other.add_block();
             std::copy_n(block.get(), block_size, other.blocks_.back().get());
         }
         other.count_ = count_;
@@ -57,13 +56,17 @@ class RowTable {
         if (last < count_) {
             count_ = last;
             blocks_.resize((static_cast<std::size_t>(count_) >> block_bits) + 1);
+            for (std::size_t row = (static_cast<std::size_t>(last) & block_mask) + 1;
+                 row < block_size; ++row) {
+                blocks_.back()[row] = Row{};
+            }
         }
     }
 
     /// Drops all rows but row 0, which gets the defaults again.
     void clear() {
         blocks_.clear();
-        blocks_.push_back(std::make_unique<Row[]>(block_size));
+        add_block();
         count_ = 0;
     }
 
@@ -71,6 +74,9 @@ class RowTable {
     static constexpr std::size_t block_bits = 8;
     static constexpr std::size_t block_size = std::size_t{1} << block_bits;
     static constexpr std::size_t block_mask = block_size - 1;
+
+    /// Unlike make_unique, this does not fill the rows with zeros before they are initialised.
+    void add_block() { blocks_.push_back(std::make_unique_for_overwrite<Row[]>(block_size)); }
 
     std::vector<std::unique_ptr<Row[]>> blocks_;
     std::int32_t count_ = 0;
