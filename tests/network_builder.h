@@ -38,7 +38,7 @@ inline void end_points(Session& session) {
 /// Appends an observation line and returns its row.
 inline LineRow& add_line(Session& session, const LineCoordinates& ends) {
     ++session.tables_revision;
-    return session.lin[session.lin.lin_suchen({session.lin, ends}).index];
+    return session.lin[session.lin.lin_suchen(ends).index];
 }
 
 }  // namespace veldra::test

@@ -8,18 +8,11 @@
 #include <limits>
 #include <system_error>
 
+#include "graphikdatei/plain_decimal.h"
+
 namespace veldra {
 
 namespace {
-
-constexpr bool is_digit(char c) {
-    return c >= '0' && c <= '9';
-}
-
-/// The powers of ten that a 64-bit float holds exactly.
-constexpr std::array<double, 23> exact_power_of_ten{1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                                    1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                                    1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
 /// A decimal number cut out of a text. A comma that was read as a point is remembered, since the
 /// library's reader knows points only.
@@ -40,10 +33,10 @@ std::size_t exponent_end(std::string_view text, std::size_t at) {
     if (end < text.size() && (text[end] == '-' || text[end] == '+')) {
         ++end;
     }
-    if (end >= text.size() || !is_digit(text[end])) {
+    if (end >= text.size() || !is_decimal_digit(text[end])) {
         return at;
     }
-    while (end < text.size() && is_digit(text[end])) {
+    while (end < text.size() && is_decimal_digit(text[end])) {
         ++end;
     }
     return end;
@@ -63,7 +56,7 @@ Prefix scan_prefix(std::string_view text, bool comma_is_point) {
     bool point_seen = false;
     for (; at < text.size(); ++at) {
         const char c = text[at];
-        if (is_digit(c)) {
+        if (is_decimal_digit(c)) {
             found.any_digit = true;
         } else if (!point_seen && c == '.') {
             point_seen = true;
@@ -87,7 +80,7 @@ double leading_digit_power(std::string_view digits) {
     if (e != std::string_view::npos) {
         const bool negative = digits[e + 1] == '-';
         for (const char c : digits.substr(e + 1)) {
-            power = is_digit(c) ? power * 10 + (c - '0') : power;
+            power = is_decimal_digit(c) ? power * 10 + (c - '0') : power;
         }
         power = negative ? -power : power;
     }
@@ -112,8 +105,8 @@ double parse_general(std::string_view text, const Prefix& found) {
 
 double parse(std::string_view text, bool comma_is_point) {
     double value = 0;
-    const std::size_t plain = read_plain_decimal(text, value);
-    if (plain > 0 && plain == text.size()) {
+    const char* const end = text.data() + text.size();
+    if (read_plain_decimal(text.data(), end, value) == end && !text.empty()) {
         return value;
     }
     const Prefix found = scan_prefix(text, comma_is_point);
@@ -210,36 +203,6 @@ std::optional<Integer> to_integer(double value) {
 
 }  // namespace
 
-std::size_t read_plain_decimal(std::string_view text, double& value) {
-    constexpr std::ptrdiff_t most_digits = 15;
-    const char* at = text.data();
-    const char* const end = at + text.size();
-    const bool negative = at < end && *at == '-';
-    at += negative ? 1 : 0;
-    std::uint64_t mantissa = 0;
-    const char* const digits = at;
-    while (at < end && is_digit(*at)) {
-        mantissa = mantissa * 10 + static_cast<std::uint64_t>(*at++ - '0');
-    }
-    std::ptrdiff_t count = at - digits;
-    std::ptrdiff_t decimals = 0;
-    if (at < end && *at == '.') {
-        const char* const fraction = ++at;
-        while (at < end && is_digit(*at)) {
-            mantissa = mantissa * 10 + static_cast<std::uint64_t>(*at++ - '0');
-        }
-        decimals = at - fraction;
-        count += decimals;
-    }
-    if ((at != end && *at != ' ') || count == 0 || count > most_digits) {
-        return 0;
-    }
-    // Both operands are exact, so the quotient is correctly rounded.
-    value = static_cast<double>(mantissa) / exact_power_of_ten[static_cast<std::size_t>(decimals)];
-    value = negative ? -value : value;
-    return static_cast<std::size_t>(at - text.data());
-}
-
 double numeric_prefix(std::string_view text) {
     return parse(text, false);
 }
@@ -290,21 +253,15 @@ std::optional<std::int32_t> to_int32(double value) {
     return to_integer<std::int32_t>(value);
 }
 
-std::optional<std::int64_t> whole_centimetres(double metres) {
+std::int64_t whole_centimetres_by_digits(double metres) {
     const double magnitude = std::fabs(metres);
     if (!(magnitude < 9e15)) {
-        return std::nullopt;
+        return no_centimetres;
     }
-    // Away from a tie the product decides; its error is far below the distance kept to the tie.
-    constexpr double product_limit = 1e11;
-    const double product = magnitude * 100.0;
-    const double floor = std::floor(product);
-    const double fraction = product - floor;
+    constexpr double millimetres_limit = 1e12;
     const double millimetres = std::nearbyint(magnitude * 1000.0);
     std::int64_t result = 0;
-    if (product < product_limit && std::fabs(fraction - 0.5) > 1e-3) {
-        result = static_cast<std::int64_t>(floor) + (fraction > 0.5 ? 1 : 0);
-    } else if (product < product_limit && millimetres / 1000.0 == magnitude) {
+    if (millimetres < millimetres_limit && millimetres / 1000.0 == magnitude) {
         // The shortest decimal has three places.
         result = (static_cast<std::int64_t>(millimetres) + 5) / 10;
     } else {

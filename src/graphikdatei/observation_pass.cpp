@@ -1,11 +1,13 @@
 #include "graphikdatei/observation_pass.h"
 
+#include <cmath>
 #include <cstdlib>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "graphikdatei/delay_line.h"
 #include "graphikdatei/part_filter.h"
 #include "graphikdatei/record_fields.h"
 
@@ -36,39 +38,96 @@ SlotValues backward_values(LineRow& row) {
     return {row.lin_ev_rueck, row.lin_nv_rueck, row.lin_ep_rueck};
 }
 
-/// Test values of an observation; what its record lacks is absent.
+/// Test values of an observation; what its record lacks is `absent`.
 struct TestTriple {
-    std::optional<double> ev;
-    std::optional<double> nv;
-    std::optional<double> ep;
+    double ev = absent;
+    double nv = absent;
+    double ep = absent;
 };
 
 /// Takes them from tokens n to n + 2.
 TestTriple read_triple(Record& record, int n) {
-    return {record.optional_number(n), record.optional_number(n + 1),
-            record.optional_number(n + 2)};
+    const double ev = record.number(n, absent);
+    const double nv = record.number(n + 1, absent);
+    return {ev, nv, record.number(n + 2, absent)};
 }
 
 /// The smallest EV and the largest NV and EP stay; an EV below the limit hides the others.
 void beob_werte(const TestTriple& triple, double ev_grenze, SlotValues slot) {
-    if (!triple.ev) {
+    if (std::isnan(triple.ev)) {
         return;
     }
-    slot.ev = *triple.ev < slot.ev ? *triple.ev : slot.ev;
-    if (*triple.ev < ev_grenze) {
+    slot.ev = triple.ev < slot.ev ? triple.ev : slot.ev;
+    if (triple.ev < ev_grenze) {
         return;
     }
-    slot.nv = triple.nv && *triple.nv > slot.nv ? *triple.nv : slot.nv;
-    slot.ep = triple.ep && *triple.ep > slot.ep ? *triple.ep : slot.ep;
+    // What is absent is above nothing.
+    slot.nv = triple.nv > slot.nv ? triple.nv : slot.nv;
+    slot.ep = triple.ep > slot.ep ? triple.ep : slot.ep;
 }
 
 LineCoordinates read_ends(Record& record) {
     return {record.number(2), record.number(3), record.number(4), record.number(5)};
 }
 
-void set_both_classes(Session& session, const LineCoordinates& ends, std::int32_t index) {
-    lin_klasse_setzen(session, ends.x1, ends.y1, index);
-    lin_klasse_setzen(session, ends.x2, ends.y2, -index);
+/// Instead of a class where there is no point.
+constexpr std::int16_t no_point = -1;
+
+/// Finds the classes of points. Observations come station by station, so the same points are asked
+/// for again and again within a short time, and the table of points is large: what was found last
+/// is kept.
+class PointClasses {
+ public:
+    explicit PointClasses(const PointTable& points) : points_(points), found_(kept) {}
+
+    /// Asks the memory for what class_of will need.
+    void prefetch(const PointTable::Search& point) const {
+        if (!found_[place(point)].is(point)) {
+            points_.prefetch(point);
+        }
+    }
+    void prefetch_row(const PointTable::Search& point) const {
+        if (!found_[place(point)].is(point)) {
+            points_.prefetch_row(point);
+        }
+    }
+
+    /// The class; no_point if there is none.
+    [[nodiscard]] std::int16_t class_of(const PointTable::Search& point) {
+        Found& found = found_[place(point)];
+        if (!found.is(point)) {
+            const std::int32_t row = points_.punkt_finden(point);
+            found = {point.rechts, point.hoch, row != 0 ? punkt_klasse(points_[row]) : no_point};
+        }
+        return found.klasse;
+    }
+
+ private:
+    static constexpr std::size_t kept = 4096;
+
+    struct Found {
+        double rechts = absent;
+        double hoch = 0;
+        std::int16_t klasse = no_point;
+
+        [[nodiscard]] bool is(const PointTable::Search& point) const {
+            return rechts == point.rechts && hoch == point.hoch;
+        }
+    };
+
+    static std::size_t place(const PointTable::Search& point) { return point.hash % kept; }
+
+    const PointTable& points_;
+    std::vector<Found> found_;
+};
+
+/// Sets the class of an end, if there is such a point: of the second one if the row number is
+/// negative.
+void set_end_class(LineTable& lines, std::int16_t klasse, std::int32_t index) {
+    if (klasse != no_point) {
+        LineRow& row = lines[std::abs(index)];
+        (index > 0 ? row.lin_klasse_von : row.lin_klasse_nach) = klasse;
+    }
 }
 
 void add_directed(Session& session, const TestTriple& triple, std::int32_t index,
@@ -84,23 +143,6 @@ void add_undirected(Session& session, const TestTriple& triple, std::int32_t ind
     LineRow& row = session.lin[std::abs(index)];
     row.lin_typ_seite = type;
     beob_werte(triple, session.settings.stndwert, undirected_values(row));
-}
-
-void add_orientation(Session& session, const std::optional<std::string>& target,
-                     const LineCoordinates& ends, std::int32_t index) {
-    if (index < 0) {
-        return;
-    }
-    LineRow& row = session.lin[index];
-    if (row.lin_typ_seite != 0 || row.lin_typ_hin != 0 || row.lin_typ_rueck != 0) {
-        return;
-    }
-    row.lin_typ_seite = orientation;
-    lin_klasse_setzen(session, ends.x1, ends.y1, index);
-    if (target) {
-        row.lin_fernziel.set(*target);
-        ++session.lin.fernziel_anzahl;
-    }
 }
 
 /// How an observation of a pass is stored.
@@ -149,82 +191,102 @@ Kind vector_kind(const Record& record) {
 
 /// An observation that has been read and waits for its rows.
 struct PendingObservation {
+    PendingObservation(Kind its_kind, const LineCoordinates& ends)
+        : kind(its_kind), line(ends), from(ends.x1, ends.y1), to(ends.x2, ends.y2) {}
+
     Kind kind;
-    LineCoordinates ends;
-    LineTable::Search search;
+    LineTable::Search line;
+    PointTable::Search from;
+    PointTable::Search to;
     TestTriple triple;
     std::optional<std::string> target;  ///< of an orientation direction
 };
 
-PendingObservation read_pending(const Session& session, Record& record, Kind kind) {
-    const LineCoordinates ends = read_ends(record);
-    PendingObservation pending{kind, ends, LineTable::Search(session.lin, ends), {}, {}};
-    session.pu.prefetch(ends.x1, ends.y1);
-    session.pu.prefetch(ends.x2, ends.y2);
-    if (kind.storage != Storage::ray) {
-        pending.triple = read_triple(record, 6);
-    } else if (const Word target = record.word(6); target.found()) {
-        pending.target = target.text;
-    }
-    return pending;
-}
-
-void store(Session& session, const PendingObservation& pending) {
-    const LineTable::Found found = session.lin.lin_suchen(pending.search);
-    if (found.same) {
-        return;
-    }
-    const Kind kind = pending.kind;
-    if (kind.storage == Storage::ray) {
-        add_orientation(session, pending.target, pending.ends, found.index);
-        return;
-    }
-    if (session.lin[std::abs(found.index)].lin_typ_seite == orientation) {
-        return;
-    }
-    set_both_classes(session, pending.ends, found.index);
-    if (kind.storage == Storage::directed) {
-        add_directed(session, pending.triple, found.index, kind.type);
-    } else {
-        add_undirected(session, pending.triple, found.index, kind.type);
-    }
-}
-
-/// Stores observations in their order, each some records after it was read: the memory then has had
-/// the time to bring the rows of its line and its points, which lie anywhere in large tables.
+/// Stores observations in their order, each some records after it was read.
 class DelayedStore {
  public:
-    explicit DelayedStore(Session& session) : session_(session) { waiting_.reserve(delay); }
+    explicit DelayedStore(Session& session) : session_(session), classes_(session.pu) {}
 
-    void add(PendingObservation pending) {
-        if (waiting_.size() < delay) {
-            waiting_.push_back(std::move(pending));
-            return;
+    void add(Record& record, Kind kind) {
+        if (waiting_.is_full()) {
+            store_first();
         }
-        // Half way through its wait an observation's index slots are here, and its points can be
-        // asked for.
-        const LineCoordinates& soon = waiting_[(next_ + delay / 2) % delay].ends;
-        session_.pu.prefetch_row(soon.x1, soon.y1);
-        session_.pu.prefetch_row(soon.x2, soon.y2);
-        store(session_, waiting_[next_]);
-        waiting_[next_] = std::move(pending);
-        next_ = (next_ + 1) % delay;
+        read(record, waiting_.enter(kind, read_ends(record)));
+        if (const PendingObservation* soon = waiting_.half_way()) {
+            prefetch_rows(*soon);
+        }
     }
 
     void finish() {
-        for (std::size_t i = 0; i < waiting_.size(); ++i) {
-            store(session_, waiting_[(next_ + i) % waiting_.size()]);
+        while (!waiting_.is_empty()) {
+            store_first();
         }
-        waiting_.clear();
-        next_ = 0;
     }
 
  private:
-    static constexpr std::size_t delay = 32;
+    void store_first() {
+        store(waiting_.first());
+        waiting_.leave();
+    }
+
+    void read(Record& record, PendingObservation& pending) const {
+        session_.lin.prefetch(pending.line);
+        classes_.prefetch(pending.from);
+        classes_.prefetch(pending.to);
+        if (pending.kind.storage != Storage::ray) {
+            pending.triple = read_triple(record, 6);
+        } else if (const Word target = record.word(6); target.found()) {
+            pending.target = target.text;
+        }
+    }
+
+    void prefetch_rows(const PendingObservation& pending) const {
+        session_.lin.prefetch_row(pending.line);
+        classes_.prefetch_row(pending.from);
+        classes_.prefetch_row(pending.to);
+    }
+
+    void store(const PendingObservation& pending) {
+        const LineTable::Found found = session_.lin.lin_suchen(pending.line);
+        if (found.same) {
+            return;
+        }
+        const Kind kind = pending.kind;
+        if (kind.storage == Storage::ray) {
+            add_orientation(pending, found.index);
+            return;
+        }
+        if (session_.lin[std::abs(found.index)].lin_typ_seite == orientation) {
+            return;
+        }
+        set_end_class(session_.lin, classes_.class_of(pending.from), found.index);
+        set_end_class(session_.lin, classes_.class_of(pending.to), -found.index);
+        if (kind.storage == Storage::directed) {
+            add_directed(session_, pending.triple, found.index, kind.type);
+        } else {
+            add_undirected(session_, pending.triple, found.index, kind.type);
+        }
+    }
+
+    void add_orientation(const PendingObservation& pending, std::int32_t index) {
+        if (index < 0) {
+            return;
+        }
+        LineRow& row = session_.lin[index];
+        if (row.lin_typ_seite != 0 || row.lin_typ_hin != 0 || row.lin_typ_rueck != 0) {
+            return;
+        }
+        row.lin_typ_seite = orientation;
+        set_end_class(session_.lin, classes_.class_of(pending.from), index);
+        if (pending.target) {
+            row.lin_fernziel.set(*pending.target);
+            ++session_.lin.fernziel_anzahl;
+        }
+    }
 
     Session& session_;
-    std::vector<PendingObservation> waiting_;
-    std::size_t next_ = 0;  ///< the one that has waited longest
+    PointClasses classes_;
+    DelayLine<PendingObservation, 32> waiting_;
 };
 
 void read_vector(Session& session, Record& record, const RecordSource& source) {
@@ -240,7 +302,8 @@ void read_vector(Session& session, Record& record, const RecordSource& source) {
     if (found.index < 0) {
         throw source.error(9, keyword::gps_raumvektor);
     }
-    set_both_classes(session, ends, found.index);
+    lin_klasse_setzen(session, ends.x1, ends.y1, found.index);
+    lin_klasse_setzen(session, ends.x2, ends.y2, -found.index);
     LineRow& row = session.lin[found.index];
     row.lin_typ_hin = direction;
     row.lin_typ_seite = gps;
@@ -256,12 +319,9 @@ void read_vector(Session& session, Record& record, const RecordSource& source) {
 }  // namespace
 
 void lin_klasse_setzen(Session& session, double rechts, double hoch, std::int32_t index) {
-    const std::int32_t point = session.pu.punkt_finden(rechts, hoch);
-    if (point == 0) {
-        return;
+    if (const std::int32_t point = session.pu.punkt_finden(rechts, hoch); point != 0) {
+        set_end_class(session.lin, punkt_klasse(session.pu[point]), index);
     }
-    LineRow& row = session.lin[std::abs(index)];
-    (index > 0 ? row.lin_klasse_von : row.lin_klasse_nach) = punkt_klasse(session.pu[point]);
 }
 
 void beob_lesen(Session& session) {
@@ -290,7 +350,7 @@ void beob_lesen(Session& session) {
         if (kind.storage == Storage::vector) {
             read_vector(session, record, source);
         } else if (kind.storage != Storage::none) {
-            plain.add(read_pending(session, record, kind));
+            plain.add(record, kind);
         }
     }
     plain.finish();

@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "graphikdatei/codepage.h"
+#include "graphikdatei/delay_line.h"
 #include "graphikdatei/numbers.h"
 #include "graphikdatei/part_filter.h"
 #include "graphikdatei/record_fields.h"
@@ -20,36 +21,89 @@ void reset_points(Session& session) {
     ++session.tables_revision;
 }
 
-void read_signature(PointTable& points, Record& record, const RecordSource& source) {
-    if (!record.word(6).found()) {
-        return;
+/// A signature record that has been read and waits for its row.
+struct Signature {
+    explicit Signature(const Position& position) : point(position.rechts, position.hoch) {}
+
+    PointTable::Search point;
+    std::int16_t lage = -1;
+    std::int16_t hoehe = -1;
+    std::int16_t flag = -1;
+    double offset_rechts = absent;  ///< of the label, or none
+    double offset_hoch = absent;
+    bool has_label = false;
+    std::string label;
+};
+
+/// Stores signatures in their order, each some records after it was read.
+class Signatures {
+ public:
+    explicit Signatures(PointTable& points) : points_(points) {}
+
+    void read(Record& record, const RecordSource& source) {
+        const Position position = read_position(record);
+        const double lage = record.number(4);
+        const double hoehe = record.number(5);
+        const double flag = record.number(6, absent);
+        if (std::isnan(flag)) {
+            return;
+        }
+        if (waiting_.is_full()) {
+            store_first();
+        }
+        Signature& signature = waiting_.enter(position);
+        points_.prefetch(signature.point);
+        signature.lage = source.integer(lage, "pu_art_lage");
+        signature.hoehe = source.integer(hoehe, "pu_art_hoehe");
+        signature.flag = source.integer(flag, "pu_signatur");
+        if (const Word label = record.word(7); label.found()) {
+            signature.has_label = true;
+            signature.label = trim(label.text);
+        }
+        if (record.word(9).found()) {
+            signature.offset_rechts = record.number(8);
+            signature.offset_hoch = record.number(9);
+        }
     }
-    const Position position = read_position(record);
-    PointRow& point = points[points.punkt_suchen_neu(position.rechts, position.hoch)];
-    const auto is_kind = [](std::int16_t kind) { return kind >= 0 && kind <= 9; };
-    const std::int16_t lage = source.integer(record.number(4), "pu_art_lage");
-    if (is_kind(lage)) {
-        point.pu_art_lage = lage;
+
+    void finish() {
+        while (!waiting_.is_empty()) {
+            store_first();
+        }
     }
-    const std::int16_t hoehe = source.integer(record.number(5), "pu_art_hoehe");
-    if (is_kind(hoehe)) {
-        point.pu_art_hoehe = hoehe;
+
+ private:
+    void store_first() {
+        Signature& signature = waiting_.first();
+        store(signature, points_[points_.punkt_suchen_neu(signature.point)]);
+        waiting_.leave();
     }
-    const std::int16_t flag = source.integer(record.number(6), "pu_signatur");
-    if (flag == 1) {
-        point.pu_signatur = 1;
-    } else if (flag == 0) {
-        point.pu_signatur = -1;
+
+    static void store(Signature& signature, PointRow& point) {
+        const auto is_kind = [](std::int16_t kind) { return kind >= 0 && kind <= 9; };
+        if (is_kind(signature.lage)) {
+            point.pu_art_lage = signature.lage;
+        }
+        if (is_kind(signature.hoehe)) {
+            point.pu_art_hoehe = signature.hoehe;
+        }
+        if (signature.flag == 1) {
+            point.pu_signatur = 1;
+        } else if (signature.flag == 0) {
+            point.pu_signatur = -1;
+        }
+        if (signature.has_label) {
+            point.pu_bez = std::move(signature.label);
+        }
+        if (!std::isnan(signature.offset_hoch)) {
+            point.pu_bez_rechts = signature.offset_rechts;
+            point.pu_bez_hoch = signature.offset_hoch;
+        }
     }
-    const Word label = record.word(7);
-    if (label.found()) {
-        point.pu_bez = trim(label.text);
-    }
-    if (record.word(9).found()) {
-        point.pu_bez_rechts = record.number(8);
-        point.pu_bez_hoch = record.number(9);
-    }
-}
+
+    PointTable& points_;
+    DelayLine<Signature, 16> waiting_;
+};
 
 /// Reads moved district labels; a later one of the same name replaces the earlier.
 class DistrictLabels {
@@ -156,6 +210,7 @@ void read_title(Session& session, const Record& record) {
 void punkt_lesen(Session& session) {
     reset_points(session);
     PartFilter part(session);
+    Signatures signatures(session.pu);
     DistrictLabels districts(session.nuoff);
     RecordSource source(working_path(session), "NPOT", session.work);
     std::string_view line;
@@ -167,7 +222,7 @@ void punkt_lesen(Session& session) {
         switch (record.initial()) {
             case 'P':
                 if (record.is(keyword::punktsignatur)) {
-                    read_signature(session.pu, record, source);
+                    signatures.read(record, source);
                 }
                 break;
             case 'N':
@@ -187,6 +242,7 @@ void punkt_lesen(Session& session) {
                 break;
         }
     }
+    signatures.finish();
     session.pu.close_signature_rows();
 }
 

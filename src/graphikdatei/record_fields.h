@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -41,6 +42,9 @@ class RecordSource {
     LineReader reader_;
     std::array<bool, 256> wanted_{};
 };
+
+/// What Record::number may give for a token that is missing: no token reads so.
+inline constexpr double absent = std::numeric_limits<double>::quiet_NaN();
 
 /// A flag of a value record: 0 if absent, the integer of a token of one character, 1 for any
 /// longer token.

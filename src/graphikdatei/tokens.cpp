@@ -5,20 +5,6 @@
 
 namespace veldra {
 
-bool TokenCursor::next_plain_decimal(Word& word, double& value) {
-    std::size_t at = at_;
-    while (at < line_.size() && is_separator(line_[at])) {
-        ++at;
-    }
-    const std::size_t length = read_plain_decimal(line_.substr(at), value);
-    if (length == 0 || line_.size() > longest_line) {
-        return false;
-    }
-    word = {0, line_.substr(at, length)};
-    at_ = at + length;
-    return true;
-}
-
 Word suche_wort(std::string_view line, int n) {
     TokenCursor cursor(line);
     Word word;
@@ -62,28 +48,23 @@ Word Record::word(int n) {
         return suche_wort(line_, n);
     }
     while (found_ < n) {
-        keep(cursor_.next());
+        const Word word = cursor_.next();
+        keep(word.status, word.text);
     }
     const KeptWord& kept = words_[n];
     return {kept.status, line_.substr(kept.begin, kept.size)};
 }
 
-void Record::keep(const Word& word) {
-    const std::ptrdiff_t begin = word.found() ? word.text.data() - line_.data() : 0;
-    words_[++found_] = {static_cast<std::uint16_t>(begin),
-                        static_cast<std::uint16_t>(word.text.size()),
-                        static_cast<std::uint16_t>(word.status)};
-}
-
-std::optional<double> Record::optional_number(int n) {
-    Word found;
-    double value = 0;
-    if (n == found_ + 1 && n <= kept_words && cursor_.next_plain_decimal(found, value)) {
-        keep(found);
-        return value;
+double Record::number(int n, double missing) {
+    if (n == found_ + 1 && n <= kept_words) {
+        double value = 0;
+        if (const std::string_view text = cursor_.next_plain_decimal(value); !text.empty()) {
+            keep(0, text);
+            return value;
+        }
     }
-    found = word(n);
-    return found.found() ? std::optional(zahl_wert(found.text)) : std::nullopt;
+    const Word found = word(n);
+    return found.found() ? zahl_wert(found.text) : missing;
 }
 
 std::string_view Record::rest() const {

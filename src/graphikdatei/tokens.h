@@ -2,8 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string_view>
+
+#include "graphikdatei/plain_decimal.h"
 
 namespace veldra {
 
@@ -23,51 +24,64 @@ struct Word {
 /// begins with a double quote runs to the next one, or to the end of the line less one character.
 class TokenCursor {
  public:
-    explicit TokenCursor(std::string_view line) : line_(line) {}
+    explicit TokenCursor(std::string_view line)
+        : at_(line.data()),
+          end_(line.data() + (line.size() > longest_line ? 0 : line.size())),
+          status_at_end_(line.size() > longest_line ? 3 : 1) {}
 
     /// The next token. After one that is missing (status 1 or 3) all further ones are.
     Word next() {
-        if (line_.size() > longest_line) {
-            return {3, {}};
+        skip_separators();
+        if (at_ == end_) {
+            return {status_at_end_, {}};
         }
-        std::size_t at = at_;
-        while (at < line_.size() && is_separator(line_[at])) {
-            ++at;
+        if (*at_ == '"') {
+            return quoted(at_ + 1);
         }
-        if (at >= line_.size()) {
-            at_ = at;
-            return {1, {}};
+        const char* const start = at_;
+        while (at_ != end_ && !is_separator(*at_)) {
+            ++at_;
         }
-        if (line_[at] != '"') {
-            const std::size_t start = at;
-            while (at < line_.size() && !is_separator(line_[at])) {
-                ++at;
-            }
-            at_ = at;
-            return {0, line_.substr(start, at - start)};
-        }
-        return quoted(at + 1);
+        return {0, text_of(start, at_)};
     }
 
-    /// The next token if it is a plain decimal, in one scan; nothing happens otherwise.
-    bool next_plain_decimal(Word& word, double& value);
+    /// The next token if it is a plain decimal; its text is empty, and the cursor stays before it,
+    /// otherwise.
+    std::string_view next_plain_decimal(double& value) {
+        skip_separators();
+        const char* const start = at_;
+        const char* const stop = read_plain_decimal(start, end_, value);
+        if (stop == nullptr) {
+            return {};
+        }
+        at_ = stop;
+        return text_of(start, stop);
+    }
 
  private:
     static bool is_separator(char c) { return c == ' ' || c == '\0'; }
 
-    Word quoted(std::size_t start) {
-        const std::size_t quote = line_.find('"', start);
-        // Without a closing quote the last character counts as one.
-        const std::size_t end = quote != std::string_view::npos ? quote : line_.size() - 1;
-        at_ = quote != std::string_view::npos ? quote + 1 : line_.size();
-        if (end <= start) {
-            return {2, {}};
-        }
-        return {0, line_.substr(start, end - start)};
+    static std::string_view text_of(const char* start, const char* stop) {
+        return {start, static_cast<std::size_t>(stop - start)};
     }
 
-    std::string_view line_;
-    std::size_t at_ = 0;
+    void skip_separators() {
+        while (at_ != end_ && is_separator(*at_)) {
+            ++at_;
+        }
+    }
+
+    Word quoted(const char* start) {
+        const std::size_t quote = text_of(start, end_).find('"');
+        // Without a closing quote the last character counts as one.
+        const char* const stop = quote != std::string_view::npos ? start + quote : end_ - 1;
+        at_ = quote != std::string_view::npos ? stop + 1 : end_;
+        return stop > start ? Word{0, text_of(start, stop)} : Word{2, {}};
+    }
+
+    const char* at_;
+    const char* end_;
+    int status_at_end_;  ///< of a token that is missing
 };
 
 /// Token `n` of a line, counted from 1.
@@ -89,10 +103,8 @@ class Record {
     /// Token `n` from 2 on. Tokens are found one after another and kept, so asking for a later one
     /// finds those before it too.
     [[nodiscard]] Word word(int n);
-    /// Token `n` as a number; none if it is missing.
-    [[nodiscard]] std::optional<double> optional_number(int n);
-    /// Token `n` as a number, 0 if it is missing.
-    [[nodiscard]] double number(int n) { return optional_number(n).value_or(0.0); }
+    /// Token `n` as a number; `missing` if there is none.
+    [[nodiscard]] double number(int n, double missing = 0.0);
 
     /// There is something behind the keyword, be it blanks only.
     [[nodiscard]] bool has_rest() const { return rest_begin_ <= line_.size(); }
@@ -110,7 +122,12 @@ class Record {
         std::uint16_t status;
     };
 
-    void keep(const Word& word);
+    void keep(int status, std::string_view text) {
+        const std::ptrdiff_t begin = status == 0 ? text.data() - line_.data() : 0;
+        words_[++found_] = {static_cast<std::uint16_t>(begin),
+                            static_cast<std::uint16_t>(text.size()),
+                            static_cast<std::uint16_t>(status)};
+    }
 
     std::string_view line_;
     TokenCursor cursor_;

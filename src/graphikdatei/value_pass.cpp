@@ -1,7 +1,9 @@
 #include "graphikdatei/value_pass.h"
 
+#include <cmath>
 #include <limits>
 
+#include "graphikdatei/delay_line.h"
 #include "graphikdatei/part_filter.h"
 #include "graphikdatei/record_fields.h"
 
@@ -15,6 +17,11 @@ constexpr std::int16_t residuals = 2;
 constexpr std::int16_t errors = 3;
 
 void reset_values(Session& session) {
+    ++session.tables_revision;
+    if (!session.pu.values_read) {
+        session.pu.values_read = true;
+        return;
+    }
     session.pu.drop_value_rows();
     const PointRow empty;
     for (std::int32_t i = 1; i <= session.pu.count(); ++i) {
@@ -31,7 +38,6 @@ void reset_values(Session& session) {
         point.pu_nv_hoehe = empty.pu_nv_hoehe;
         point.pu_eh_hoehe = empty.pu_eh_hoehe;
     }
-    ++session.tables_revision;
 }
 
 /// Takes EV and NV from tokens n and n + 1: the smallest EV and the largest NV stay, and an EV
@@ -90,8 +96,24 @@ class ValueReader {
         }
     }
 
+    /// Stores what still waits.
+    void finish() {
+        while (!ellipses_.is_empty()) {
+            store_first_ellipse();
+        }
+    }
+
  private:
     enum class Parent : std::uint8_t { none, lage, hoehe };
+
+    struct Ellipse {
+        explicit Ellipse(const Position& position) : point(position.rechts, position.hoch) {}
+
+        PointTable::Search point;
+        double major = 0;
+        double minor = 0;
+        double direction = absent;  ///< an ellipse without one only makes its point known
+    };
 
     /// A new row at the parent's coordinates with the running totals and, from token `n` on, the
     /// epoch text and the label offsets.
@@ -159,6 +181,7 @@ class ValueReader {
     }
 
     PointRow& point_at(Record& record) {
+        finish();
         const Position position = read_position(record);
         return points_[points_.punkt_suchen_neu(position.rechts, position.hoch)];
     }
@@ -199,17 +222,34 @@ class ValueReader {
         }
     }
 
+    /// Ellipses wait for their points, since there are many of them.
     void read_ellipse(Record& record) {
         if (mode_lage_ != errors) {
             return;
         }
-        PointRow& point = point_at(record);
-        if (record.word(6).found()) {
-            point.pu_wert_rechts = record.number(4);
-            point.pu_wert_hoch = record.number(5);
-            point.pu_wert_dh = record.number(6);
+        if (ellipses_.is_full()) {
+            store_first_ellipse();
+        }
+        Ellipse& ellipse = ellipses_.enter(read_position(record));
+        points_.prefetch(ellipse.point);
+        ellipse.major = record.number(4);
+        ellipse.minor = record.number(5);
+        ellipse.direction = record.number(6, absent);
+        if (const Ellipse* soon = ellipses_.half_way()) {
+            points_.prefetch_row(soon->point);
+        }
+    }
+
+    void store_first_ellipse() {
+        const Ellipse& ellipse = ellipses_.first();
+        PointRow& point = points_[points_.punkt_suchen_neu(ellipse.point)];
+        if (!std::isnan(ellipse.direction)) {
+            point.pu_wert_rechts = ellipse.major;
+            point.pu_wert_hoch = ellipse.minor;
+            point.pu_wert_dh = ellipse.direction;
             point.pu_wert_lage = -3;
         }
+        ellipses_.leave();
     }
 
     void read_height_error(Record& record) {
@@ -235,6 +275,7 @@ class ValueReader {
     double total_rechts_ = 0;
     double total_hoch_ = 0;
     std::int16_t epoch_ = 0;
+    DelayLine<Ellipse, 16> ellipses_;
 };
 
 }  // namespace
@@ -251,6 +292,7 @@ void wert_lesen(Session& session) {
             reader.read(record);
         }
     }
+    reader.finish();
 }
 
 }  // namespace veldra

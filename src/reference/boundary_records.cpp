@@ -29,10 +29,9 @@ constexpr int code_token = 5;
 
 /// The next token as a number; 0 if it is missing or none.
 double next_number(TokenCursor& cursor) {
-    Word word;
     double value = 0;
-    if (!cursor.next_plain_decimal(word, value)) {
-        word = cursor.next();
+    if (cursor.next_plain_decimal(value).empty()) {
+        const Word word = cursor.next();
         value = word.found() ? zahl_wert(word.text) : 0;
     }
     return value;

@@ -23,6 +23,16 @@ std::uint64_t point_hash(double rechts, double hoch) {
     return mix_bits(coordinate_bits(rechts) * 0x9E3779B97F4A7C15ULL + coordinate_bits(hoch));
 }
 
+/// Asks the memory for all cache lines of a row.
+template <typename Row>
+void prefetch_memory(const Row& row) {
+    constexpr std::size_t cache_line = 64;
+    const auto* bytes = reinterpret_cast<const char*>(&row);
+    for (std::size_t at = 0; at < sizeof(Row); at += cache_line) {
+        __builtin_prefetch(bytes + at);
+    }
+}
+
 std::string centimetre_field(std::int64_t centimetres) {
     std::string digits = std::to_string(centimetres < 0 ? -centimetres : centimetres);
     if (digits.size() < 9) {
@@ -45,37 +55,30 @@ double field_value(std::string_view text, std::size_t position) {
 }  // namespace
 
 LineKey::LineKey(const LineCoordinates& ends) {
-    const std::array<double, 4> values{ends.x1, ends.y1, ends.x2, ends.y2};
     bool fits = true;
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        const auto centimetres = whole_centimetres(values[i]);
-        fits = fits && centimetres && *centimetres <= widest_positive &&
-               *centimetres >= widest_negative;
-        centimetres_[i] = centimetres.value_or(0);
-    }
+    const auto centimetres = [&fits](double metres) {
+        const std::int64_t whole = whole_centimetres(metres);
+        fits = fits && whole <= widest_positive && whole >= widest_negative;
+        return whole;
+    };
+    parts_ = {centimetres(ends.x1), centimetres(ends.y1), centimetres(ends.x2),
+              centimetres(ends.y2)};
     if (!fits) {
-        auto text = std::make_shared<LongText>();
-        for (std::size_t i = 0; i < values.size(); ++i) {
-            (*text)[i] = zahl_text(values[i], key_mask, " ");
-        }
-        long_text_ = std::move(text);
+        parts_ = std::bit_cast<std::array<std::int64_t, 4>>(ends);
     }
+}
+
+std::string LineKey::field(std::size_t part) const {
+    return is_ordinary() ? centimetre_field(parts_[part])
+                         : zahl_text(std::bit_cast<double>(parts_[part]), key_mask, " ");
 }
 
 std::string LineKey::text() const {
-    std::string text;
-    for (std::size_t i = 0; i < centimetres_.size(); ++i) {
-        text += long_text_ ? (*long_text_)[i] : centimetre_field(centimetres_[i]);
-    }
-    return text;
+    return field(0) + field(1) + field(2) + field(3);
 }
 
 std::string LineKey::reversed_text() const {
-    std::string text;
-    for (const std::size_t i : {2U, 3U, 0U, 1U}) {
-        text += long_text_ ? (*long_text_)[i] : centimetre_field(centimetres_[i]);
-    }
-    return text;
+    return field(2) + field(3) + field(0) + field(1);
 }
 
 LineCoordinates LineKey::read_back() const {
@@ -85,17 +88,14 @@ LineCoordinates LineKey::read_back() const {
 }
 
 bool LineKey::ends_equal() const {
-    if (long_text_) {
-        const LongText& fields = *long_text_;
-        return fields[0] + fields[1] == fields[2] + fields[3];
-    }
-    return centimetres_[0] == centimetres_[2] && centimetres_[1] == centimetres_[3];
+    return is_ordinary() ? parts_[0] == parts_[2] && parts_[1] == parts_[3]
+                         : field(0) + field(1) == field(2) + field(3);
 }
 
 std::uint64_t LineKey::symmetric_hash() const {
     const auto end_hash = [this](std::size_t i) {
-        return mix_bits(static_cast<std::uint64_t>(centimetres_[i]) * 0x9E3779B97F4A7C15ULL +
-                        static_cast<std::uint64_t>(centimetres_[i + 1]));
+        return mix_bits(static_cast<std::uint64_t>(parts_[i]) * 0x9E3779B97F4A7C15ULL +
+                        static_cast<std::uint64_t>(parts_[i + 1]));
     };
     return mix_bits(end_hash(0) + end_hash(2));
 }
@@ -115,42 +115,42 @@ void set_selection_defaults(ObjectSelection& obj) {
     obj = defaults;
 }
 
-std::int32_t PointTable::punkt_finden(double rechts, double hoch) const {
+PointTable::Search::Search(double rechts_wanted, double hoch_wanted)
+    : rechts(rechts_wanted), hoch(hoch_wanted), hash(point_hash(rechts, hoch)) {}
+
+std::int32_t PointTable::punkt_finden(const Search& search) const {
     const auto matches = [&](std::int32_t row) {
         const PointRow& point = (*this)[row];
-        return point.pu_rechts == rechts && point.pu_hoch == hoch;
+        return point.pu_rechts == search.rechts && point.pu_hoch == search.hoch;
     };
-    const std::uint64_t hash = point_hash(rechts, hoch);
-    const std::int32_t value_row = value_index_.find(hash, matches);
-    return value_row != 0 ? value_row : signature_index_.find(hash, matches);
+    const std::int32_t value_row = value_index_.find(search.hash, matches);
+    return value_row != 0 ? value_row : signature_index_.find(search.hash, matches);
 }
 
-void PointTable::prefetch(double rechts, double hoch) const {
-    const std::uint64_t hash = point_hash(rechts, hoch);
-    signature_index_.prefetch(hash);
-    value_index_.prefetch(hash);
+void PointTable::prefetch(const Search& search) const {
+    signature_index_.prefetch(search.hash);
+    value_index_.prefetch(search.hash);
 }
 
-void PointTable::prefetch_row(double rechts, double hoch) const {
-    const std::uint64_t hash = point_hash(rechts, hoch);
-    __builtin_prefetch(&(*this)[signature_index_.candidate(hash)]);
+void PointTable::prefetch_row(const Search& search) const {
+    prefetch_memory((*this)[signature_index_.candidate(search.hash)]);
 }
 
-std::int32_t PointTable::punkt_neu(double rechts, double hoch) {
+std::int32_t PointTable::punkt_neu(const Search& search) {
     const std::int32_t row = append();
     PointRow& point = (*this)[row];
-    point.pu_rechts = rechts;
-    point.pu_hoch = hoch;
+    point.pu_rechts = search.rechts;
+    point.pu_hoch = search.hoch;
     FlatIndex& index = open_ ? signature_index_ : value_index_;
-    index.put(point_hash(rechts, hoch), row, [&](std::int32_t other) {
-        return (*this)[other].pu_rechts == rechts && (*this)[other].pu_hoch == hoch;
+    index.put(search.hash, row, [&](std::int32_t other) {
+        return (*this)[other].pu_rechts == search.rechts && (*this)[other].pu_hoch == search.hoch;
     });
     return row;
 }
 
-std::int32_t PointTable::punkt_suchen_neu(double rechts, double hoch) {
-    const std::int32_t row = punkt_finden(rechts, hoch);
-    return row != 0 ? row : punkt_neu(rechts, hoch);
+std::int32_t PointTable::punkt_suchen_neu(const Search& search) {
+    const std::int32_t row = punkt_finden(search);
+    return row != 0 ? row : punkt_neu(search);
 }
 
 void PointTable::close_signature_rows() {
@@ -162,6 +162,7 @@ PointTable PointTable::copy() const {
     PointTable other;
     static_cast<RowTable&>(other) = RowTable::copy();
     other.pu_anzahl_signatur = pu_anzahl_signatur;
+    other.values_read = values_read;
     other.signature_index_ = signature_index_;
     other.value_index_ = value_index_;
     other.open_ = open_;
@@ -178,6 +179,7 @@ void PointTable::clear() {
     signature_index_.clear();
     value_index_.clear();
     pu_anzahl_signatur = 0;
+    values_read = false;
     open_ = true;
 }
 
@@ -194,7 +196,7 @@ std::int16_t punkt_klasse(const PointRow& point) {
 }
 
 LineTable::Found LineTable::lin_suchen(const Search& search) {
-    const LineKey& key = search.key_;
+    const LineKey& key = search.key;
     if (key.ends_equal()) {
         return {0, true};
     }
@@ -205,14 +207,16 @@ LineTable::Found LineTable::lin_suchen(const Search& search) {
         const LineKey& other = (*this)[row].lin_schluessel;
         return other.equals(key) || other.is_reverse_of(key);
     };
-    const std::int32_t row = index_.find(search.hash_, matches);
-    if (row != 0) {
+    const std::int32_t row = index_.find_or_put(search.hash, count() + 1, matches);
+    if (row <= count()) {
         return {(*this)[row].lin_schluessel.equals(key) ? row : -row, false};
     }
-    const std::int32_t added = append();
-    (*this)[added].lin_schluessel = key;
-    index_.put(search.hash_, added, matches);
-    return {added, false};
+    (*this)[append()].lin_schluessel = key;
+    return {row, false};
+}
+
+void LineTable::prefetch_row(const Search& search) const {
+    prefetch_memory((*this)[index_.candidate(search.hash)]);
 }
 
 /// Keys longer than their fields are compared as texts: two divisions into fields may agree.

@@ -71,7 +71,7 @@ struct LineCoordinates {
 
 /// An observation line's key: the four coordinates in text fields of 11 characters, rounded to two
 /// decimals. Kept as whole centimetres, from which the text follows; a key with a coordinate that
-/// does not fit its field keeps its text.
+/// does not fit its field keeps the coordinates themselves.
 class LineKey {
  public:
     LineKey() = default;
@@ -82,38 +82,44 @@ class LineKey {
     [[nodiscard]] std::string text() const;
     /// The coordinates as read back from the fields at positions 1, 12, 23, 34 of the text.
     [[nodiscard]] LineCoordinates coordinates() const {
-        if (long_text_) {
+        if (!is_ordinary()) {
             return read_back();
         }
         const auto metres = [](std::int64_t centimetres) {
             return static_cast<double>(centimetres) / 100.0;
         };
-        return {metres(centimetres_[0]), metres(centimetres_[1]), metres(centimetres_[2]),
-                metres(centimetres_[3])};
+        return {metres(parts_[0]), metres(parts_[1]), metres(parts_[2]), metres(parts_[3])};
     }
     /// Both ends have the same key.
     [[nodiscard]] bool ends_equal() const;
     /// The text with its ends exchanged.
     [[nodiscard]] std::string reversed_text() const;
     /// All coordinates fit their fields; the following three are for such keys only.
-    [[nodiscard]] bool is_ordinary() const { return long_text_ == nullptr; }
-    [[nodiscard]] bool equals(const LineKey& other) const {
-        return centimetres_ == other.centimetres_;
+    [[nodiscard]] bool is_ordinary() const {
+        std::uint64_t all = 0;
+        for (const std::int64_t part : parts_) {
+            all |= static_cast<std::uint64_t>(part < 0 ? ~part : part);
+        }
+        return all < beyond_all_fields;
     }
+    [[nodiscard]] bool equals(const LineKey& other) const { return parts_ == other.parts_; }
     [[nodiscard]] bool is_reverse_of(const LineKey& other) const {
-        return centimetres_[0] == other.centimetres_[2] &&
-               centimetres_[1] == other.centimetres_[3] &&
-               centimetres_[2] == other.centimetres_[0] && centimetres_[3] == other.centimetres_[1];
+        return parts_[0] == other.parts_[2] && parts_[1] == other.parts_[3] &&
+               parts_[2] == other.parts_[0] && parts_[3] == other.parts_[1];
     }
     /// A hash that is the same for a key and its reverse.
     [[nodiscard]] std::uint64_t symmetric_hash() const;
 
  private:
-    using LongText = std::array<std::string, 4>;
+    /// Above the centimetres of any field, and far below the bits of a 64-bit float that has none.
+    static constexpr std::uint64_t beyond_all_fields = std::uint64_t{1} << 34U;
+
+    [[nodiscard]] std::string field(std::size_t part) const;
     [[nodiscard]] LineCoordinates read_back() const;
 
-    std::array<std::int64_t, 4> centimetres_{};
-    std::shared_ptr<const LongText> long_text_;
+    /// Centimetres, or the bits of four coordinates of which one at least is too long for its
+    /// field.
+    std::array<std::int64_t, 4> parts_{};
 };
 
 /// An observation line between two points.
@@ -138,17 +144,18 @@ struct LineRow {
 
 /// A point, or a value of a point that stands in a row of its own.
 struct PointRow {
+    // What observations look for stands side by side.
     double pu_rechts = 0;  ///< easting, metres
     double pu_hoch = 0;    ///< northing, metres
-    std::string pu_bez;
-    double pu_bez_hoch = 0;    ///< label offset, percent of font height
-    double pu_bez_rechts = 0;  ///< 0: the label stands at its standard position
-    std::int16_t pu_signatur = 0;
     std::int16_t pu_art_lage = 0;
     std::int16_t pu_art_hoehe = 0;
+    std::int16_t pu_signatur = 0;
     std::int16_t pu_wert_lage = 0;
     std::int16_t pu_wert_hoehe = 0;
     std::int16_t pu_epoche = 0;
+    std::string pu_bez;
+    double pu_bez_hoch = 0;     ///< label offset, percent of font height
+    double pu_bez_rechts = 0;   ///< 0: the label stands at its standard position
     double pu_wert_rechts = 0;  ///< centimetres
     double pu_wert_hoch = 0;
     double pu_wert_dh = 0;  ///< centimetres, or gon for an ellipse
@@ -207,17 +214,34 @@ void set_selection_defaults(ObjectSelection& obj);
 class PointTable : public RowTable<PointRow> {
  public:
     std::int32_t pu_anzahl_signatur = 0;
+    /// The value pass has been over the rows, which have nothing but defaults for values before.
+    bool values_read = false;
 
+    /// Coordinates prepared for a search.
+    struct Search {
+        Search(double rechts_wanted, double hoch_wanted);
+
+        double rechts;
+        double hoch;
+        std::uint64_t hash;
+    };
     /// The row with exactly these coordinates, the last if there are several; 0 if none.
-    [[nodiscard]] std::int32_t punkt_finden(double rechts, double hoch) const;
-    /// Asks the memory for what punkt_finden of these coordinates will touch first.
-    void prefetch(double rechts, double hoch) const;
-    /// Asks for the row itself, once the index is at hand.
-    void prefetch_row(double rechts, double hoch) const;
+    [[nodiscard]] std::int32_t punkt_finden(const Search& search) const;
+    [[nodiscard]] std::int32_t punkt_finden(double rechts, double hoch) const {
+        return punkt_finden(Search(rechts, hoch));
+    }
+    /// Asks the memory for the place of a row.
+    void prefetch(const Search& search) const;
+    /// Asks for the row itself, once its place is at hand.
+    void prefetch_row(const Search& search) const;
     /// Appends a row with the defaults and gives its index.
-    std::int32_t punkt_neu(double rechts, double hoch);
+    std::int32_t punkt_neu(const Search& search);
+    std::int32_t punkt_neu(double rechts, double hoch) { return punkt_neu(Search(rechts, hoch)); }
     /// The row of exactly these coordinates, appended if there is none.
-    std::int32_t punkt_suchen_neu(double rechts, double hoch);
+    std::int32_t punkt_suchen_neu(const Search& search);
+    std::int32_t punkt_suchen_neu(double rechts, double hoch) {
+        return punkt_suchen_neu(Search(rechts, hoch));
+    }
     /// Declares all rows so far to be those of the point pass.
     void close_signature_rows();
     /// Another table of the same points.
@@ -241,18 +265,12 @@ class LineTable : public RowTable<LineRow> {
     /// Number of rows whose record named a remote target.
     std::int32_t fernziel_anzahl = 0;
 
-    /// Two ends prepared for a search; making it asks the memory for the place of their row.
-    class Search {
-     public:
-        Search(const LineTable& table, const LineCoordinates& ends)
-            : key_(ends), hash_(key_.symmetric_hash()) {
-            table.index_.prefetch(hash_);
-        }
+    /// Two ends prepared for a search.
+    struct Search {
+        explicit Search(const LineCoordinates& ends) : key(ends), hash(key.symmetric_hash()) {}
 
-     private:
-        friend class LineTable;
-        LineKey key_;
-        std::uint64_t hash_;
+        LineKey key;
+        std::uint64_t hash;
     };
     /// Result of lin_suchen: the row, negative if the row runs the other way; 0 with `same`.
     struct Found {
@@ -262,7 +280,11 @@ class LineTable : public RowTable<LineRow> {
     /// The row between two ends, appended if there is none. Ends that agree to a centimetre are
     /// one point and give no row.
     Found lin_suchen(const Search& search);
-    Found lin_suchen(const LineCoordinates& ends) { return lin_suchen(Search(*this, ends)); }
+    Found lin_suchen(const LineCoordinates& ends) { return lin_suchen(Search(ends)); }
+    /// Asks the memory for the place of a row.
+    void prefetch(const Search& search) const { index_.prefetch(search.hash); }
+    /// Asks for the row itself, once its place is at hand.
+    void prefetch_row(const Search& search) const;
     void clear();
 
  private:

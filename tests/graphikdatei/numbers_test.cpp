@@ -2,8 +2,12 @@
 
 #include <limits>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include <gtest/gtest.h>
+
+#include "graphikdatei/plain_decimal.h"
 
 namespace veldra {
 namespace {
@@ -124,13 +128,48 @@ TEST(WholeCentimetres, AgreesWithTheTextRule) {
     EXPECT_EQ(whole_centimetres(-1.005), -101);
     EXPECT_EQ(whole_centimetres(-0.004), 0);
     EXPECT_EQ(whole_centimetres(2576000.0), 257600000);
-    EXPECT_EQ(whole_centimetres(1e16), std::nullopt);
+    EXPECT_EQ(whole_centimetres(1e16), no_centimetres);
     // The text decides at ties that a product in binary would miss.
     for (int i = 0; i < 2000; ++i) {
         const double value = 5000000.0 + i * 0.0005;
         std::string digits = zahl_text(value, "0.00", "");
         digits.erase(digits.find('.'), 1);
-        EXPECT_EQ(std::to_string(*whole_centimetres(value)), digits) << value;
+        EXPECT_EQ(std::to_string(whole_centimetres(value)), digits) << value;
+    }
+}
+
+/// Length and value of the plain decimal that `text` begins with; both 0 if there is none.
+std::pair<std::size_t, double> plain_decimal(std::string_view text) {
+    double value = 0;
+    const char* const end = read_plain_decimal(text.data(), text.data() + text.size(), value);
+    return {end != nullptr ? static_cast<std::size_t>(end - text.data()) : 0, value};
+}
+
+TEST(PlainDecimal, ReadsUpToFifteenDigitsWhereverThePointStands) {
+    const std::string digits = "123456789012345";
+    // Whole numbers of one to fifteen digits, with something behind them and with nothing.
+    double whole = 0;
+    for (std::size_t count = 1; count <= digits.size(); ++count) {
+        whole = whole * 10 + static_cast<double>(count % 10);
+        const std::string text = digits.substr(0, count);
+        EXPECT_EQ(plain_decimal(text), std::pair(count, whole));
+        EXPECT_EQ(plain_decimal(text + " 12345678"), std::pair(count, whole));
+        EXPECT_EQ(plain_decimal("-" + text + " "), std::pair(count + 1, -whole));
+    }
+    EXPECT_EQ(plain_decimal("1234567.12345678"), std::pair(std::size_t{16}, 1234567.12345678));
+    EXPECT_EQ(plain_decimal("12345678.1234567"), std::pair(std::size_t{16}, 12345678.1234567));
+    EXPECT_EQ(plain_decimal("123456789.123456 "), std::pair(std::size_t{16}, 123456789.123456));
+    EXPECT_EQ(plain_decimal(".5 12345678"), std::pair(std::size_t{2}, 0.5));
+    EXPECT_EQ(plain_decimal("5. 12345678"), std::pair(std::size_t{2}, 5.0));
+    EXPECT_EQ(plain_decimal("00000000000.25  "), std::pair(std::size_t{14}, 0.25));
+}
+
+TEST(PlainDecimal, LeavesEverythingElseToTheGeneralReader) {
+    for (const char* text :
+         {"", " ", "-", ".", "- 5", "+5 12345678", "1234567890123456", "12345678.12345678 12345678",
+          "1e3 12345678", "12,5 12345678", "12.5.1 12345678", "12a45678 1", "1234567/ 1",
+          "1234567: 1", "1234567\xB9 1", "\xB1\xB2\xB3\xB4\xB5\xB6\xB7\xB8", "--512345678"}) {
+        EXPECT_EQ(plain_decimal(text), std::pair(std::size_t{0}, 0.0)) << text;
     }
 }
 

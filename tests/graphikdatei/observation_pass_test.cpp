@@ -1,5 +1,7 @@
 #include "graphikdatei/observation_pass.h"
 
+#include <string>
+
 #include <gmock/gmock.h>
 
 #include "session_fixture.h"
@@ -151,6 +153,29 @@ TEST_F(ObservationPass, ClassesComeFromThePointsOfTheRowsEnds) {
     EXPECT_EQ(session.lin[1].lin_klasse_nach, 0);
     EXPECT_EQ(session.lin[2].lin_klasse_von, 0);
     EXPECT_EQ(session.lin[2].lin_klasse_nach, 3);
+}
+
+TEST_F(ObservationPass, ClassesOfManyPointsAreToldApart) {
+    // Point i at (i, 7) has the class of its kind of height, and every tenth is no point of the
+    // file. Each is the first end of one line and the second of another.
+    constexpr int count = 20000;
+    const auto class_of = [](int i) { return i % 10 == 0 ? 3 : i % 4 < 2 ? 1 : i % 4; };
+    std::string text;
+    for (int i = 0; i < count; ++i) {
+        if (i % 10 != 0) {
+            text += "PUNKTSIGNATUR " + std::to_string(i) + " 7 1 " + std::to_string(i % 4) + " 1\n";
+        }
+    }
+    const auto partner = [](int i) { return (i + 6001) % count; };
+    for (int i = 0; i < count; ++i) {
+        text += "DISTANZ " + std::to_string(i) + " 7 " + std::to_string(partner(i)) + " 7\n";
+    }
+    read_observations(text, horizontal);
+    ASSERT_EQ(session.lin.count(), count);
+    for (int i = 0; i < count; ++i) {
+        ASSERT_EQ(session.lin[i + 1].lin_klasse_von, class_of(i)) << i;
+        ASSERT_EQ(session.lin[i + 1].lin_klasse_nach, class_of(partner(i))) << i;
+    }
 }
 
 TEST_F(ObservationPass, OrientationTakesTheClassOfItsFirstEndOnly) {

@@ -1,5 +1,7 @@
 #include "graphikdatei/value_pass.h"
 
+#include <string>
+
 #include "session_fixture.h"
 
 namespace veldra {
@@ -142,6 +144,38 @@ TEST_F(ValuePass, EllipseNeedsItsOrientation) {
     EXPECT_EQ(session.pu[1].pu_wert_rechts, 0.0);
     EXPECT_EQ(session.pu[2].pu_wert_lage, -3);
     EXPECT_EQ(session.pu[2].pu_wert_dh, 150.0);
+}
+
+TEST_F(ValuePass, ManyEllipsesFindTheirPointsInTheirOrder) {
+    // Point i at (i, 2 i) gets an ellipse of i by 1; of the points 50 and 90 the later one counts,
+    // whether it comes at once or much later. What has no point gets a row behind them.
+    constexpr int count = 100;
+    std::string text;
+    for (int i = 1; i <= count; ++i) {
+        text += "PUNKTSIGNATUR " + std::to_string(i) + " " + std::to_string(2 * i) + " 1 0 1\n";
+    }
+    text += "LAGEFEHLERELLIPSE -1 -1 7 8 9\n";
+    for (int i = count; i >= 1; --i) {
+        const std::string place = std::to_string(i) + " " + std::to_string(2 * i) + " ";
+        text += "LAGEFEHLERELLIPSE " + place + std::to_string(i) + " 1 100\n";
+        if (i == 50) {
+            text += "LAGEFEHLERELLIPSE " + place + "500 5 50\nLAGEFEHLERELLIPSE -2 -2 7 8\n";
+        }
+    }
+    text += "LAGEFEHLERELLIPSE 90 180 900 9 90\n";
+    read_values(text, ellipses);
+    ASSERT_EQ(session.pu.count(), count + 2);
+    for (int i = 1; i <= count; ++i) {
+        const PointRow& point = session.pu[i];
+        ASSERT_EQ(point.pu_wert_lage, -3) << i;
+        ASSERT_EQ(point.pu_wert_rechts, i == 50 || i == 90 ? 10.0 * i : i) << i;
+        ASSERT_EQ(point.pu_wert_hoch, i == 50 ? 5 : i == 90 ? 9 : 1) << i;
+        ASSERT_EQ(point.pu_wert_dh, i == 50 || i == 90 ? i : 100) << i;
+    }
+    EXPECT_EQ(session.pu[count + 1].pu_rechts, -1.0);
+    EXPECT_EQ(session.pu[count + 1].pu_wert_dh, 9.0);
+    EXPECT_EQ(session.pu[count + 2].pu_rechts, -2.0);
+    EXPECT_EQ(session.pu[count + 2].pu_wert_lage, 0);
 }
 
 TEST_F(ValuePass, HeightErrorNeedsItsValue) {

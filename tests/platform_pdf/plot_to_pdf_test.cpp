@@ -217,7 +217,7 @@ TEST_F(PlotToPdf, FailureAmongTheSheetsLeavesTheOldFileAndTheSettings) {
     session.settings.faktorStrich = 32767;
     session.settings.punkt_breite = 2;
     session.obj.obj_pusi = 0;
-    session.lin.lin_suchen({session.lin, {10, 20, 40, 60}});
+    session.lin.lin_suchen({10, 20, 40, 60});
     ++session.tables_revision;
     session.printer.exemplare = 2;
     EXPECT_THAT(message(), HasSubstr("Überlauf"));

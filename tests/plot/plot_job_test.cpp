@@ -334,7 +334,7 @@ TEST_F(PlotJobTest, FatalErrorDropsTheDocument) {
     session.settings.faktorStrich = 32767;
     session.settings.punkt_breite = 2;
     session.obj.obj_pusi = 0;
-    session.lin.lin_suchen({session.lin, {10, 20, 40, 60}});
+    session.lin.lin_suchen({10, 20, 40, 60});
     ++session.tables_revision;
     EXPECT_THROW(plotten_aktuell(session, desk), FatalError);
     EXPECT_EQ(state(), ScriptedDocument::State::aborted);
