@@ -7,9 +7,9 @@
 
 namespace veldra {
 
-/// Items that wait until `length` others have come after them. Whoever reads records asks the memory
-/// for the rows that a record concerns, which lie anywhere in large tables, and touches them only
-/// when the record's time has come: the memory has brought them by then.
+/// Items that wait until `length` others have come after them. Whoever reads records asks the
+/// memory for the rows that a record concerns, which lie anywhere in large tables, and touches them
+/// only when the record's time has come: the memory has brought them by then.
 template <typename Item, std::size_t length>
 class DelayLine {
  public:

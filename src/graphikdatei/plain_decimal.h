@@ -36,8 +36,8 @@ constexpr std::size_t size = 8;
 
 }  // namespace digit_word
 
-/// Appends the digits from `at` on to `mantissa` and gives their end. Takes eight characters at once
-/// as long as so many are left: no processor guesses how many digits the next number has.
+/// Appends the digits from `at` on to `mantissa` and gives their end. Takes eight characters at
+/// once as long as so many are left: no processor guesses how many digits the next number has.
 [[nodiscard]] inline const char* take_digits(const char* at, const char* end,
                                              std::uint64_t& mantissa) {
     static constexpr std::array<std::uint64_t, 9> power_of_ten{

@@ -77,9 +77,7 @@ TEST(RowTable, ACopyIsATableOfItsOwn) {
 TEST(FlatIndex, EntersARowOnlyIfItsKeyIsNew) {
     // Row i has the key i / 2; all keys fall on a few slots.
     FlatIndex index;
-    const auto hash = [](std::int32_t key) {
-        return static_cast<std::uint64_t>(key % 5) << 32U;
-    };
+    const auto hash = [](std::int32_t key) { return static_cast<std::uint64_t>(key % 5) << 32U; };
     for (std::int32_t row = 2; row < 400; ++row) {
         const std::int32_t key = row / 2;
         const auto matches = [&](std::int32_t other) { return other / 2 == key; };
