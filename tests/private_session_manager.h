@@ -5,6 +5,7 @@
 #include <QTest>
 #include <array>
 #include <functional>
+#include <utility>
 #include <vector>
 
 // What they define as macros must not reach the toolkit's headers.
@@ -33,10 +34,7 @@ class PrivateSessionManager {
         }
     }
     ~PrivateSessionManager() {
-        if (ice_ != nullptr) {
-            ::IceSetShutdownNegotiation(ice_, False);
-            ::IceCloseConnection(ice_);
-        }
+        hang_up();
         if (listening_ != nullptr) {
             ::IceFreeListenObjs(count_, listening_);
         }
@@ -128,14 +126,20 @@ class PrivateSessionManager {
         return 1;
     }
 
-    static void close_connection(SmsConn program, SmPointer data, int count, char** reasons) {
+    static void close_connection(SmsConn /*program*/, SmPointer data, int count, char** reasons) {
         ::SmFreeReasons(count, reasons);
-        ::IceConn const ice = ::SmsGetIceConnection(program);
-        ::SmsCleanUp(program);
-        ::IceSetShutdownNegotiation(ice, False);
-        ::IceCloseConnection(ice);
-        self(data).ice_ = nullptr;
-        self(data).program_ = nullptr;
+        self(data).hang_up();
+    }
+
+    /// Ends the connection, which frees it only if the protocol on it has been ended first.
+    void hang_up() {
+        if (program_ != nullptr) {
+            ::SmsCleanUp(std::exchange(program_, nullptr));
+        }
+        if (ice_ != nullptr) {
+            ::IceSetShutdownNegotiation(ice_, False);
+            ::IceCloseConnection(std::exchange(ice_, nullptr));
+        }
     }
 
     static void free_properties(SmsConn /*program*/, SmPointer /*data*/, int count,
@@ -167,10 +171,7 @@ class PrivateSessionManager {
         }
         while (ice_ != nullptr && is_readable(::IceConnectionNumber(ice_))) {
             if (::IceProcessMessages(ice_, nullptr, nullptr) == IceProcessMessagesIOError) {
-                ::IceSetShutdownNegotiation(ice_, False);
-                ::IceCloseConnection(ice_);
-                ice_ = nullptr;
-                program_ = nullptr;
+                hang_up();
             }
         }
     }

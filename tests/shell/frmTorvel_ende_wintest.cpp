@@ -232,12 +232,15 @@ class ProgramEndTest : public TorvelFixture {
         action("m_torvel_objekte")->trigger();
         control<QRadioButton>(*window_, "opt_beob_0").click();
         bool in_time = true;
-        QTimer::singleShot(5000, this, [&in_time] {
+        QTimer too_late;
+        too_late.setSingleShot(true);
+        connect(&too_late, &QTimer::timeout, this, [&in_time] {
             in_time = false;
             if (auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
                 box->reject();
             }
         });
+        too_late.start(5000);
         log_out();
         QTRY_VERIFY(!window_->isVisible());
         QVERIFY(in_time);
