@@ -66,7 +66,8 @@ void CoveredTiles::keep(const PixelCanvas& canvas, int left, int top, int right,
     const int last_y = std::min(bottom, height_ - 1);
     for (int row = std::max(top, 0) / side; row * side <= last_y; ++row) {
         for (int column = std::max(left, 0) / side; column * side <= last_x; ++column) {
-            const auto tile = static_cast<std::size_t>(row * columns_ + column);
+            const auto tile = static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) +
+                              static_cast<std::size_t>(column);
             if (!is_kept_[tile]) {
                 is_kept_[tile] = true;
                 kept_.push_back(tile);
