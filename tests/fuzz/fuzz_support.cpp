@@ -14,8 +14,8 @@
 
 #include "graphikdatei/keywords.h"
 #include "graphikdatei/line_reader.h"
-#include "graphikdatei/tokens.h"
-#include "shell/fatal_error.h"
+#include "text/fatal_error.h"
+#include "text/tokens.h"
 
 namespace veldra::fuzz {
 

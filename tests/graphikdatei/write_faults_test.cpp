@@ -20,9 +20,9 @@
 
 #include "child_process.h"
 #include "graphikdatei/writer.h"
-#include "platform/os/files.h"
+#include "os/files.h"
 #include "session_fixture.h"
-#include "shell/fatal_error.h"
+#include "text/fatal_error.h"
 
 namespace veldra {
 namespace {

@@ -2,10 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "drawing/districts.h"
 #include "graphikdatei/writer.h"
+#include "model/undo.h"
 #include "network_builder.h"
 #include "session_fixture.h"
-#include "view/undo.h"
 
 namespace veldra {
 namespace {
