@@ -8,6 +8,7 @@
 #include "graphikdatei/observation_pass.h"
 #include "graphikdatei/point_pass.h"
 #include "graphikdatei/value_pass.h"
+#include "graphikdatei/working_copies.h"
 #include "graphikdatei/writer.h"
 #include "model/former_part.h"
 #include "model/hourglass.h"
@@ -62,6 +63,8 @@ void datei_setzen(Session& session, const std::string& path) {
     session.graphikdatei = path;
     session.arbeitsdatei_basis = path;
     session.arbeitsdatei_suffix.clear();
+    session.arbeitskopien.clear();
+    session.arbeitsordner.reset();
     session.window.fenstertitel = "VELDRA [" + path + "]";
     session.titel[0].setTitelText(from_utf8(path));
 }
@@ -152,9 +155,7 @@ void datei_erneut_lesen(Session& session, const Desk& desk) {
     const std::string name = session.netz[session.netz_aktuell].netz_name;
     session.datei_geladen = 0;  // nothing is to be kept of what was read before
     session.arbeitsdatei_suffix.clear();
-    for (const char* suffix : {"_1", "_2"}) {
-        remove_file(session.arbeitsdatei_basis + suffix);
-    }
+    remove_own_copies(session);
     session.titel[0].setTitelText(from_utf8(session.graphikdatei));
     vektor_standard(session);
     read_whole_file_records(session, desk);
