@@ -23,7 +23,7 @@ using ::testing::IsEmpty;
 class PlotPageTest : public test::PlotFixture {
  protected:
     PlotPageTest() {
-        session.plot.plot_legendenlage = 0;
+        session.part.plot.plot_legendenlage = 0;
         set_sheets(3, 2);
         printer.begin_job({});
     }
@@ -106,8 +106,8 @@ TEST_F(PlotPageTest, FrameAndBoundariesAreInMillimetres) {
 }
 
 TEST_F(PlotPageTest, LinesEndAtTheEdgeOfTheSheetAndGoOnAtTheNext) {
-    session.obj.obj_beob = 2;
-    session.obj.obj_pusi = 1;
+    session.part.obj.obj_beob = 2;
+    session.part.obj.obj_pusi = 1;
     session.settings.punsigplo.fill(0);
     add_line(session, {1100, 2100, 1300, 2100}).lin_typ_hin = 11;
     const test::RecordedPage& first = plot(1, 1);
@@ -122,8 +122,8 @@ TEST_F(PlotPageTest, LinesEndAtTheEdgeOfTheSheetAndGoOnAtTheNext) {
 }
 
 TEST_F(PlotPageTest, CutLinesTellWhatIsMissingAndAtWhichSide) {
-    session.obj.obj_beob = 2;
-    session.obj.obj_pusi = 1;
+    session.part.obj.obj_beob = 2;
+    session.part.obj.obj_pusi = 1;
     session.settings.punsigplo.fill(0);
     // The first half of the line, to (1200, 2100), is what type 11 draws of it in one go.
     add_line(session, {1100, 2100, 1300, 2100}).lin_typ_hin = 11;
@@ -144,7 +144,7 @@ TEST_F(PlotPageTest, CutLinesTellWhatIsMissingAndAtWhichSide) {
 }
 
 TEST_F(PlotPageTest, SignatureOnAnEdgeStandsOnBothSheets) {
-    session.obj.obj_pusi = 1;
+    session.part.obj.obj_pusi = 1;
     session.settings.punsigplo = {2, 2, 1, 0.5F};
     PointRow& point = add_point(session, 1185, 2100);
     point.pu_signatur = 1;
@@ -158,7 +158,7 @@ TEST_F(PlotPageTest, SignatureOnAnEdgeStandsOnBothSheets) {
 }
 
 TEST_F(PlotPageTest, LabelAcrossAnEdgeIsPrintedOnBothSheets) {
-    session.obj.obj_pube = 1;
+    session.part.obj.obj_pube = 1;
     add_point(session, 1180, 2100).pu_bez = "ABCD";
     test::end_points(session);
     // 10 points: 3.528 m high and as wide as two lines are high; 60 % of it to the east.
@@ -179,7 +179,7 @@ TEST_F(PlotPageTest, LabelAcrossAnEdgeIsPrintedOnBothSheets) {
 }
 
 TEST_F(PlotPageTest, LabelWhollyInTheMarginIsLeftToTheNextSheet) {
-    session.obj.obj_pube = 1;
+    session.part.obj.obj_pube = 1;
     add_point(session, 1184, 2100).pu_bez = "ABCD";  // the label begins 1.6 m in the second sheet
     test::end_points(session);
     EXPECT_THAT(plot(1, 1).all<LabelPlaced>(), IsEmpty());
@@ -189,8 +189,8 @@ TEST_F(PlotPageTest, LabelWhollyInTheMarginIsLeftToTheNextSheet) {
 class RemoteTargetTest : public PlotPageTest {
  protected:
     RemoteTargetTest() {
-        session.obj.obj_beob = 1;
-        session.obj.obj_pusi = 1;
+        session.part.obj.obj_beob = 1;
+        session.part.obj.obj_pusi = 1;
         session.settings.lenoriplo = 35;
     }
     void aim(const LineCoordinates& ends) {
@@ -237,14 +237,14 @@ TEST_F(RemoteTargetTest, SteepNameRunsDownFromItsTip) {
 }
 
 TEST_F(PlotPageTest, PlotSizesOfObservations) {
-    session.obj.obj_beob = 2;
+    session.part.obj.obj_beob = 2;
     session.settings.Stquerplo = 4;
     session.settings.faktorStrich = 3;
     LineRow& row = add_line(session, {1050, 2100, 1150, 2100});
     row.lin_typ_hin = 11;
     row.lin_typ_rueck = 11;
     row.lin_typ_seite = 1;
-    session.obj.obj_pusi = 1;
+    session.part.obj.obj_pusi = 1;
     const test::RecordedPage& page = plot(1, 1);
     // Signatures of class 3 have half a millimetre.
     EXPECT_THAT(lines_of(page), ElementsAre(Line{50.5F, 100, 100, 100}, Line{100, 102, 100, 98},
@@ -254,7 +254,7 @@ TEST_F(PlotPageTest, PlotSizesOfObservations) {
 }
 
 TEST_F(PlotPageTest, SignaturesAndLabelsKeepTheirWidth) {
-    session.obj.obj_pusi = 1;
+    session.part.obj.obj_pusi = 1;
     session.settings.faktorStrich = 3;
     session.settings.punkt_breite = 2;
     add_point(session, 1050, 2100).pu_signatur = 1;
@@ -266,7 +266,7 @@ TEST_F(PlotPageTest, SignaturesAndLabelsKeepTheirWidth) {
 }
 
 TEST_F(PlotPageTest, OnlyAColourPrinterKeepsTheFills) {
-    session.obj.obj_pusi = 1;
+    session.part.obj.obj_pusi = 1;
     add_point(session, 1050, 2100).pu_signatur = 1;
     session.printer.drucker_farbe = 2;
     const std::int32_t blue = rgb(0, 127, 255);
@@ -281,15 +281,15 @@ TEST_F(PlotPageTest, OnlyAColourPrinterKeepsTheFills) {
 
 TEST_F(PlotPageTest, EllipseWithinTheSheetIsHandedOverWholeAndCutAtItsEdge) {
     test::show_values(session, 7);
-    session.obj.obj_wert_lage = 3;
+    session.part.obj.obj_wert_lage = 3;
     session.vektor_massstab[3] = 1;  // a centimetre is 10 m
     PointRow& row = add_point(session, 1090, 2100);
     row.pu_wert_lage = -3;
     row.pu_wert_rechts = 2;
     row.pu_wert_hoch = 1;
     EXPECT_EQ(lines_of(plot(1, 1)).size(), 200U);
-    session.pu[1].pu_rechts = 1184.5;
-    ++session.tables_revision;
+    session.part.pu[1].pu_rechts = 1184.5;
+    ++session.part.tables_revision;
     for (const Line& line : lines_of(plot(1, 1))) {
         EXPECT_LE(line.x1, 184.5F);
         EXPECT_LE(line.x2, 184.5F);
@@ -316,9 +316,9 @@ class WholeNetworkTest : public PlotPageTest {
             point.pu_wert_rechts = i % 7 - 3;
             point.pu_wert_hoch = i % 5 - 2;
         }
-        session.obj.obj_beob = 2;
-        session.obj.obj_pusi = 1;
-        session.obj.obj_wert_lage = 1;
+        session.part.obj.obj_beob = 2;
+        session.part.obj.obj_pusi = 1;
+        session.part.obj.obj_wert_lage = 1;
     }
 
     std::vector<Segment> expected_on_sheet() {

@@ -92,8 +92,8 @@ class FrmTorvelOptionsTest : public TorvelFixture {
     }
 
     void new_test_limits_draw_the_picture_anew_without_reading_the_file() {
-        session_.obj.obj_test_beob = table_true;
-        session_.obj.obj_test = 1;
+        session_.part.obj.obj_test_beob = table_true;
+        session_.part.obj.obj_test = 1;
         const QRgb above = qRgb(0, 200, 77);
         const QRgb below = qRgb(200, 0, 77);
         session_.settings.stevrgb[1] = rgb(0, 200, 77);
@@ -101,7 +101,7 @@ class FrmTorvelOptionsTest : public TorvelFixture {
         window_->redraw();
         QVERIFY(picture_has(above));
         QVERIFY(!picture_has(below));
-        const std::uint64_t tables = session_.tables_revision;
+        const std::uint64_t tables = session_.part.tables_revision;
         remove_the_file();
         open_dialog();
         show_tab(*dialog(), DisplayTab::tests);
@@ -109,15 +109,15 @@ class FrmTorvelOptionsTest : public TorvelFixture {
         press("cmd_ok");
         QVERIFY(picture_has(below));
         QVERIFY(!picture_has(above));
-        QCOMPARE(session_.tables_revision, tables);
+        QCOMPARE(session_.part.tables_revision, tables);
         QCOMPARE(session_.window.mouse_pointer, 0);
     }
 
     void new_colours_draw_the_picture_anew_without_reading_the_file() {
-        session_.obj.obj_test_beob = table_true;
-        session_.obj.obj_test = 1;
+        session_.part.obj.obj_test_beob = table_true;
+        session_.part.obj.obj_test = 1;
         window_->redraw();
-        const std::uint64_t tables = session_.tables_revision;
+        const std::uint64_t tables = session_.part.tables_revision;
         remove_the_file();
         open_dialog();
         ChooserAnswers answers;
@@ -129,12 +129,12 @@ class FrmTorvelOptionsTest : public TorvelFixture {
         QVERIFY(!picture_has(qRgb(1, 99, 199)));
         press("cmd_ok");
         QVERIFY(picture_has(qRgb(1, 99, 199)));
-        QCOMPARE(session_.tables_revision, tables);
+        QCOMPARE(session_.part.tables_revision, tables);
     }
 
     void a_new_limit_draws_the_preview_anew_without_reading_the_file() {
-        session_.obj.obj_test_beob = table_true;
-        session_.obj.obj_test = 1;
+        session_.part.obj.obj_test_beob = table_true;
+        session_.part.obj.obj_test = 1;
         session_.settings.stevrgb[2] = rgb(200, 0, 77);
         action("m_plotten_ein")->trigger();
         QCOMPARE(session_.plotmodus, std::int16_t{1});
@@ -164,11 +164,11 @@ class FrmTorvelOptionsTest : public TorvelFixture {
 
     void ok_moves_the_extents_with_the_sizes_in_the_plot() {
         open_dialog();
-        const double before = session_.extents.gesamt_hw_max;
+        const double before = session_.part.extents.gesamt_hw_max;
         show_tab(*dialog(), DisplayTab::points_plot);
         type_and_enter(control<QLineEdit>(*dialog(), "txt_punktradius_plott"), "50");
         press("cmd_ok");
-        QVERIFY(session_.extents.gesamt_hw_max > before);
+        QVERIFY(session_.part.extents.gesamt_hw_max > before);
     }
 
     void more_sheets_than_can_be_counted_are_refused_on_ok_data() {
@@ -211,7 +211,7 @@ class FrmTorvelOptionsTest : public TorvelFixture {
             QCOMPARE(messages.seen[0].text,
                      text("Bitte übeprüfen Sie die angegebene Grundriss-Maßstabszahl"));
             press("cmd_abbrechen");
-            QCOMPARE(session_.plot.plot_massstab, 1e-6);
+            QCOMPARE(session_.part.plot.plot_massstab, 1e-6);
             QCOMPARE(session_.settings.punsigplo[0], 2.0F);
         }
         // The file can be read again in either case.
