@@ -185,6 +185,8 @@ void FrmTorvel::load() {
         }
         synchronise();
         show();
+        // What is asked from now on stands over the window.
+        wait_until_shown(*this, [this] { return !end_wanted_; });
         apply_size();
         profil_lesen(session_, run_.ini_datei);
         if (run_.is_project()) {

@@ -31,6 +31,7 @@ void FrmTorvel::build_gestures() {
         picture_->show_unfinished();
     };
     connect(picture_, &PictureWidget::redraw_missed, this, &FrmTorvel::make_up_redraw);
+    connect(picture_, &PictureWidget::redraw_wanted, this, &FrmTorvel::redraw_open_file);
     redraw_timer_.setSingleShot(true);
     connect(&redraw_timer_, &QTimer::timeout, this, &FrmTorvel::make_up_redraw);
     GestureHost host;

@@ -19,6 +19,7 @@ struct PictureOverlay {
     std::optional<QRectF> ghost;  ///< frame of the label that is being moved
     QPointF shift;                ///< how far the whole picture is being pushed
     bool sheets = false;          ///< the sheets of the plot are being moved
+    std::optional<QRectF> legend;  ///< empty box of the legend that moves with them
 
     bool operator==(const PictureOverlay&) const = default;
 };

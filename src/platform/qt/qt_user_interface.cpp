@@ -1,13 +1,16 @@
 #include "platform/qt/qt_user_interface.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileDialog>
 #include <QHeaderView>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
+#include <QThread>
 #include <QTreeView>
+#include <QWindow>
 #include <cstdio>
 
 namespace veldra {
@@ -86,6 +89,22 @@ void QtUserInterface::set_mouse_pointer(int pointer) {
     }
     // The pointer is to change before the work that follows; the user's input waits for its end.
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+void wait_until_shown(const QWidget& window, const std::function<bool()>& goes_on) {
+    constexpr int longest = 1000;  // milliseconds
+    constexpr unsigned long pause = 5;
+    QElapsedTimer waited;
+    waited.start();
+    const auto shown = [&window] {
+        return window.windowHandle() != nullptr && window.windowHandle()->isExposed();
+    };
+    while (!shown() && goes_on() && waited.elapsed() < longest) {
+        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        if (!shown()) {
+            QThread::msleep(pause);
+        }
+    }
 }
 
 void show_fatal_error(QWidget* window, const std::string& message) {

@@ -33,6 +33,10 @@ class QtUserInterface final : public UserInterface {
     QPointer<QWidget> picture_;
 };
 
+/// Serves the window system's events, but no input, until it has shown the window: only then is it
+/// known where the window stands. Waits a second at most, and no longer than `goes_on`.
+void wait_until_shown(const QWidget& window, const std::function<bool()>& goes_on);
+
 /// Shows the reason why the program cannot go on.
 void show_fatal_error(QWidget* window, const std::string& message);
 
