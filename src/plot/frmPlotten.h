@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "platform/qt/qt_user_interface.h"
+#include "platform/qt/session_editor.h"
 #include "plot/plot_options.h"
 #include "shell/lifecycle.h"
 
@@ -24,7 +25,7 @@ class PaperSymbol;
 
 /// The plot settings of the current network part, edited live. It stands beside its window, where
 /// it hides nothing of the picture if there is room.
-class FrmPlotten final : public QDialog {
+class FrmPlotten final : public QDialog, public SessionEditor {
     Q_OBJECT
 
  public:
@@ -42,6 +43,7 @@ class FrmPlotten final : public QDialog {
 
     void accept() override;
     void reject() override;
+    void give_up_edits() override;
 
  protected:
     void showEvent(QShowEvent* event) override;

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "platform/qt/session_editor.h"
 #include "settings/paths.h"
 #include "shell/fatal_error.h"
 #include "shell/file_commands.h"
@@ -200,6 +201,11 @@ void FrmTorvel::end_without_display() {
         return;
     }
     session_.work = nullptr;
+    for (QDialog* dialog : findChildren<QDialog*>()) {
+        if (auto* editor = dynamic_cast<SessionEditor*>(dialog)) {
+            editor->give_up_edits();
+        }
+    }
     QtUserInterface nobody(nullptr, nullptr);
     nobody.unattended = true;
     const Desk blind{
