@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "shell/session.h"
+#include "model/session.h"
 #include "view/viewport.h"
 
 namespace veldra {
@@ -31,8 +31,8 @@ bool zoom_to_band(Session& session, const WorldPoint& a, const WorldPoint& b);
 /// picture. False, and nothing happens, when it would go closer on a view of 10 m or less.
 bool zoom_about(Session& session, const WorldPoint& fixed, double factor);
 
-/// Makes the last zoom one step with those since `first`, which was the step to undo before it: undo
-/// goes back to the view before all of them.
+/// Makes the last zoom one step with those since `first`, which was the step to undo before it:
+/// undo goes back to the view before all of them.
 void join_zooms(Session& session, const Undo& first);
 
 /// Moves the view by metres of ground. It cannot be undone.
