@@ -4,7 +4,7 @@
 #include <QTimer>
 #include <array>
 
-#include "platform/qt/face_chooser.h"
+#include "platform/qt/choosers.h"
 #include "shell/session.h"
 #include "view/legend_options.h"
 
