@@ -12,6 +12,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "platform/qt/dialog_area.h"
+
 namespace veldra {
 
 FrmLogo::FrmLogo(QWidget* window, std::string& bestaetigung, ShownBy shown_by,
@@ -55,10 +57,14 @@ void FrmLogo::build(const std::string& version) {
 
     auto* column = new QVBoxLayout(this);
     column->setSizeConstraint(QLayout::SetFixedSize);
-    column->addWidget(logo);
-    column->addWidget(name, 0, Qt::AlignHCenter);
-    column->addWidget(purpose, 0, Qt::AlignHCenter);
-    column->addWidget(lbl_version_, 0, Qt::AlignHCenter);
+    auto* contents = new QWidget(this);
+    auto* shown = new QVBoxLayout(contents);
+    shown->setContentsMargins(0, 0, 0, 0);
+    shown->addWidget(logo);
+    shown->addWidget(name, 0, Qt::AlignHCenter);
+    shown->addWidget(purpose, 0, Qt::AlignHCenter);
+    shown->addWidget(lbl_version_, 0, Qt::AlignHCenter);
+    column->addWidget(new DialogArea(contents, this), 1);
     column->addSpacing(8);
     auto* row = new QHBoxLayout;
     if (shown_by_ == ShownBy::start) {
@@ -132,9 +138,19 @@ void centre_on(QWidget& dialog, const QWidget& window) {
     dialog.resize(dialog.sizeHint());  // adjustSize stops at two thirds of the screen
     const QPoint middle = window.frameGeometry().center();
     const QSize size = dialog.frameGeometry().size();
-    const int screen_left = window.screen()->availableGeometry().left();
-    dialog.move(std::max(screen_left, middle.x() - size.width() / 2),
-                std::max(0, middle.y() - size.height() / 2));
+    dialog.move(middle.x() - size.width() / 2, middle.y() - size.height() / 2);
+    keep_on_screen(dialog, *window.screen());
+}
+
+void keep_on_screen(QWidget& dialog, const QScreen& screen) {
+    const QRect room = screen.availableGeometry();
+    const QRect frame = dialog.frameGeometry();
+    const int left = std::min(frame.left(), room.right() + 1 - frame.width());
+    const int top = std::min(frame.top(), room.bottom() + 1 - frame.height());
+    const QPoint place(std::max(room.left(), left), std::max(0, top));
+    if (place != frame.topLeft()) {
+        dialog.move(place);
+    }
 }
 
 }  // namespace veldra

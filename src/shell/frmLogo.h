@@ -6,6 +6,7 @@
 class QCheckBox;
 class QLabel;
 class QPushButton;
+class QScreen;
 class QTimer;
 
 namespace veldra {
@@ -49,7 +50,10 @@ class FrmLogo final : public QDialog {
     bool activated_ = false;
 };
 
-/// Puts a dialog in the middle of its window, its top not above the screen.
+/// Puts a dialog in the middle of its window, as far as the screen has room for it there.
 void centre_on(QWidget& dialog, const QWidget& window);
+/// Moves a dialog so that its frame lies on the screen. What is larger begins at its left and top
+/// edges.
+void keep_on_screen(QWidget& dialog, const QScreen& screen);
 
 }  // namespace veldra

@@ -48,7 +48,9 @@ class FrmTorvelOptionsTest : public TorvelFixture {
     void cleanup() { close_down(); }
 
     void the_menu_opens_the_dialog_over_the_window() {
-        window_->move(300, 200);
+        window_->resize(600, 500);
+        const QRect screen = window_->screen()->availableGeometry();
+        window_->move(screen.center() - window_->frameGeometry().center() + window_->pos());
         open_dialog();
         QVERIFY(dialog() != nullptr);
         QVERIFY(dialog()->isVisible());
@@ -57,6 +59,16 @@ class FrmTorvelOptionsTest : public TorvelFixture {
         const QRect frame = dialog()->frameGeometry();
         QVERIFY(std::abs(frame.center().x() - middle.x()) <= 2);
         QVERIFY(frame.top() >= 0);
+    }
+
+    void the_dialog_stays_on_the_screen_that_its_window_leaves() {
+        for (const QPoint& place : {QPoint(300, 200), QPoint(700, 700), QPoint(-500, 100)}) {
+            window_->move(place);
+            open_dialog();
+            QVERIFY(dialog()->screen()->availableGeometry().contains(dialog()->frameGeometry()));
+            press("cmd_abbrechen");
+            QTRY_VERIFY(dialog() == nullptr);
+        }
     }
 
     void the_dialog_is_never_above_the_screen() {

@@ -22,6 +22,7 @@
 #include "platform/qt/qt_user_interface.h"
 #include "platform/qt/sample_picture.h"
 #include "settings/display_options.h"
+#include "shell/frmLogo.h"
 #include "shell/tables.h"
 
 namespace veldra {
@@ -249,6 +250,9 @@ void FontDialog::accept() {
 
 void FontDialog::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
+    if (parentWidget() != nullptr) {
+        centre_on(*this, *parentWidget()->window());
+    }
     lst_schriftart_->setFocus();
     lst_schriftart_->scrollToItem(lst_schriftart_->currentItem(),
                                   QAbstractItemView::PositionAtCenter);
