@@ -15,7 +15,9 @@
 #include "shell/former_part.h"
 #include "shell/hourglass.h"
 #include "shell/long_work.h"
+#include "shell/working_copies.h"
 #include "shell/write_back.h"
+#include "view/undo.h"
 #include "view/viewport.h"
 
 namespace veldra {
@@ -61,6 +63,8 @@ void datei_setzen(Session& session, const std::string& path) {
     session.graphikdatei = path;
     session.arbeitsdatei_basis = path;
     session.arbeitsdatei_suffix.clear();
+    session.arbeitskopien.clear();
+    session.arbeitsordner.reset();
     session.window.fenstertitel = "VELDRA [" + path + "]";
     session.titel[0].setTitelText(from_utf8(path));
 }
@@ -151,9 +155,7 @@ void datei_erneut_lesen(Session& session, const Desk& desk) {
     const std::string name = session.netz[session.netz_aktuell].netz_name;
     session.datei_geladen = 0;  // nothing is to be kept of what was read before
     session.arbeitsdatei_suffix.clear();
-    for (const char* suffix : {"_1", "_2"}) {
-        remove_file(session.arbeitsdatei_basis + suffix);
-    }
+    remove_own_copies(session);
     session.titel[0].setTitelText(from_utf8(session.graphikdatei));
     vektor_standard(session);
     read_whole_file_records(session, desk);
@@ -245,6 +247,34 @@ void zuletzt_menue(Session& session) {
         item.caption = "&" + std::to_string(i) + ": " + name;
         item.enabled = !name.empty();
     }
+}
+
+void forget_file(Session& session) {
+    close_document(session);
+    session.graphikdatei.clear();
+    session.arbeitsdatei_basis.clear();
+    session.netz.clear();
+    session.netz_aktuell = 0;
+    session.pu.clear();
+    session.lin.clear();
+    session.nuoff.clear();
+    ++session.tables_revision;
+    session.plotmodus = 0;
+    WindowState& window = session.window;
+    window.frm_netzteile_shown = false;
+    window.frm_massstab_shown = false;
+    window.lbl_legende_visible = false;
+    for (const MenuItem item : {MenuItem::m_ansicht_netzteile, MenuItem::m_ansicht_massstab}) {
+        window[item].enabled = false;
+        window[item].checked = false;
+    }
+    for (const ToolButton button : {ToolButton::netzteile, ToolButton::massstaebe}) {
+        window[button].enabled = false;
+    }
+    clear_undo(window);
+    const WindowState designed;
+    window.caption = designed.caption;
+    window.fenstertitel = designed.fenstertitel;
 }
 
 }  // namespace veldra
