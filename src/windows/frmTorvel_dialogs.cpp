@@ -14,6 +14,7 @@
 #include "windows/forms/frmNetzteile.h"
 #include "windows/forms/frmObjekte.h"
 #include "windows/frmTorvel.h"
+#include "windows/qt/dialog_place.h"
 
 namespace veldra {
 

@@ -17,9 +17,9 @@
 
 #include "plot/printer.h"
 #include "plot/trapped_call.h"
-#include "windows/forms/frmLogo.h"
 #include "windows/qt/dialog_area.h"
 #include "windows/qt/dialog_controls.h"
+#include "windows/qt/dialog_place.h"
 #include "windows/qt/entry_box.h"
 #include "windows/qt/paper_symbol.h"
 #include "windows/qt/qt_font.h"

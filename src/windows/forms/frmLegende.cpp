@@ -15,9 +15,9 @@
 
 #include "plot/application_printer.h"
 #include "text/codepage.h"
-#include "windows/forms/frmLogo.h"
 #include "windows/qt/dialog_area.h"
 #include "windows/qt/dialog_controls.h"
+#include "windows/qt/dialog_place.h"
 #include "windows/qt/entry_box.h"
 #include "windows/qt/qt_font.h"
 

@@ -6,7 +6,6 @@
 class QCheckBox;
 class QLabel;
 class QPushButton;
-class QScreen;
 class QTimer;
 
 namespace veldra {
@@ -49,11 +48,5 @@ class FrmLogo final : public QDialog {
     QTimer* timer_ = nullptr;
     bool activated_ = false;
 };
-
-/// Puts a dialog in the middle of its window, as far as the screen has room for it there.
-void centre_on(QWidget& dialog, const QWidget& window);
-/// Moves a dialog so that its frame lies on the screen. What is larger begins at its left and top
-/// edges.
-void keep_on_screen(QWidget& dialog, const QScreen& screen);
 
 }  // namespace veldra

@@ -11,8 +11,8 @@
 
 #include "dialogs/scale_bars.h"
 #include "text/length_units.h"
-#include "windows/forms/frmLogo.h"
 #include "windows/qt/dialog_area.h"
+#include "windows/qt/dialog_place.h"
 #include "windows/qt/picture_image.h"
 #include "windows/qt/sample_picture.h"
 

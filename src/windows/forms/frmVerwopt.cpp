@@ -16,9 +16,9 @@
 #include <cmath>
 
 #include "text/fatal_error.h"
-#include "windows/forms/frmLogo.h"
 #include "windows/qt/dialog_area.h"
 #include "windows/qt/dialog_controls.h"
+#include "windows/qt/dialog_place.h"
 #include "windows/qt/entry_box.h"
 
 namespace veldra {
