@@ -68,7 +68,7 @@ class Document {
     Document& operator=(const Document&) = delete;
 
     void begin(const Session& session) {
-        if (!printer_.begin_job({session.titel[0].getTitelText()})) {
+        if (!printer_.begin_job({session.part.titel[0].getTitelText()})) {
             throw FatalError(printer_.DeviceName() + ": Druckauftrag nicht begonnen");
         }
     }
@@ -133,7 +133,7 @@ class FilePlot {
             parts.push_back(part_number(session_, name));
         }
         if (parts.empty()) {
-            parts.push_back(session_.netz_aktuell);
+            parts.push_back(session_.part.netz_aktuell);
         }
         return parts;
     }
@@ -157,7 +157,7 @@ class FilePlot {
 
     void plot_part(std::int32_t part, bool first_copy, PlottedPart& result) {
         open_part(part);
-        const bool empty = session_.pu.count() < 1 && session_.lin.count() < 1;
+        const bool empty = session_.part.pu.count() < 1 && session_.part.lin.count() < 1;
         if (!empty) {
             std::int16_t abbruch = 0;
             PlotNetworkPart(session_, printer_, desk_, abbruch);
@@ -171,12 +171,12 @@ class FilePlot {
     }
 
     void read_part(std::int32_t part) {
-        session_.netz_aktuell = part;
+        session_.part.netz_aktuell = part;
         if (part > 0) {
             load_plot_settings(session_);
         }
         netzteil_daten_lesen(session_, selection_);
-        if (session_.pu.count() > 0 || session_.lin.count() > 0) {
+        if (session_.part.pu.count() > 0 || session_.part.lin.count() > 0) {
             settle_plot();
             if (part > 0) {
                 store_plot_settings(session_);
@@ -187,7 +187,7 @@ class FilePlot {
     }
 
     void settle_plot() {
-        PlotSettings& plot = session_.plot;
+        PlotSettings& plot = session_.part.plot;
         const PlotChoice& choice = task_.choice;
         const bool never_plotted = plot.plot_ausrichtung == unset;
         if (choice.denominator) {
@@ -226,23 +226,25 @@ class FilePlot {
         } else {
             choose_plot_scale(session_, desk_);
         }
-        session_.plot.plot_null_rechts = session_.extents.gesamt_rw_min;
-        session_.plot.plot_null_hoch = session_.extents.gesamt_hw_min;
+        session_.part.plot.plot_null_rechts = session_.part.extents.gesamt_rw_min;
+        session_.part.plot.plot_null_hoch = session_.part.extents.gesamt_hw_min;
     }
 
     void describe_part(bool empty, PlottedPart& result) {
-        if (session_.netz_aktuell > 0) {
-            result.name = to_utf8(session_.netz[session_.netz_aktuell].netz_name);
+        if (session_.part.netz_aktuell > 0) {
+            result.name = to_utf8(session_.netz[session_.part.netz_aktuell].netz_name);
         }
         result.empty = empty;
         if (empty) {
             remark(fmt::format("{}: Netzteil \"{}\" enthält keine darzustellenden Objekte",
                                session_.graphikdatei, result.name));
         } else {
-            result.sheets = {session_.plot.plot_blatt_rechts, session_.plot.plot_blatt_hoch};
+            result.sheets = {session_.part.plot.plot_blatt_rechts,
+                             session_.part.plot.plot_blatt_hoch};
             // The scale is kept as 1/M; a millionth is beyond what a denominator is given to.
             constexpr double precision = 1e6;
-            result.denominator = std::round(precision / session_.plot.plot_massstab) / precision;
+            result.denominator =
+                std::round(precision / session_.part.plot.plot_massstab) / precision;
         }
         if (task_.with_protocol) {
             PaperFonts fonts;

@@ -93,9 +93,9 @@ TEST_F(PlotJobTest, PrinterIsResetBeforeTheJobAndAfterItsEnd) {
 
 TEST_F(PlotJobTest, SheetsComeByColumnsFromBelow) {
     open();
-    session.plot.plot_blatt_auto = table_false;
-    session.plot.plot_blatt_rechts = 2;
-    session.plot.plot_blatt_hoch = 3;
+    session.part.plot.plot_blatt_auto = table_false;
+    session.part.plot.plot_blatt_rechts = 2;
+    session.part.plot.plot_blatt_hoch = 3;
     plotten_aktuell(session, desk);
     EXPECT_THAT(pages(),
                 ElementsAre("A Blatt 1.1 (2.3)", "A Blatt 1.2 (2.3)", "A Blatt 1.3 (2.3)",
@@ -104,11 +104,11 @@ TEST_F(PlotJobTest, SheetsComeByColumnsFromBelow) {
 
 TEST_F(PlotJobTest, AutomaticCountsFollowTheRealPaper) {
     open();
-    session.extents.gesamt_rw_max = 500;
-    session.plot.plot_blatt_rechts = 1;
+    session.part.extents.gesamt_rw_max = 500;
+    session.part.plot.plot_blatt_rechts = 1;
     plotten_aktuell(session, desk);
     // 500 m from the zero point at 0 on sheets of 184.5 m.
-    EXPECT_EQ(session.plot.plot_blatt_rechts, 3);
+    EXPECT_EQ(session.part.plot.plot_blatt_rechts, 3);
     EXPECT_EQ(pages().size(), 3U);
 }
 
@@ -184,9 +184,9 @@ TEST_F(PlotJobTest, EachPartIsReadOncePerCopy) {
     mark({true, true, false, false});
     const auto reads = [this](std::int16_t copies) {
         session.printer.exemplare = copies;
-        const std::uint64_t before = session.tables_revision;
+        const std::uint64_t before = session.part.tables_revision;
         plotten_alle(session, desk);
-        return session.tables_revision - before;
+        return session.part.tables_revision - before;
     };
     const std::uint64_t one = reads(1);
     const std::uint64_t three = reads(3);
@@ -208,30 +208,30 @@ TEST_F(PlotJobTest, EmptyPartLosesItsMarkSilently) {
 TEST_F(PlotJobTest, NoMarkedPartPrintsNothingAndReadsThePartInView) {
     open();
     mark({false, false, false, false});
-    const std::uint64_t before = session.tables_revision;
+    const std::uint64_t before = session.part.tables_revision;
     EXPECT_TRUE(plotten_alle(session, desk));
     EXPECT_THAT(pages(), IsEmpty());
-    EXPECT_GT(session.tables_revision, before);
-    EXPECT_EQ(session.pu.count(), 2);
+    EXPECT_GT(session.part.tables_revision, before);
+    EXPECT_EQ(session.part.pu.count(), 2);
     EXPECT_EQ(drawn, 1);
 }
 
 TEST_F(PlotJobTest, PartInViewIsAsBefore) {
     open();
     mark({false, true, false, true});
-    session.obj.obj_pube = 0;  // chosen in the window, not in the file
-    session.titel[2].setTitelText("Eigene Zeile");
-    session.plot.plot_legendenlage = 1;
+    session.part.obj.obj_pube = 0;  // chosen in the window, not in the file
+    session.part.titel[2].setTitelText("Eigene Zeile");
+    session.part.plot.plot_legendenlage = 1;
     session.view = {5, 7, 5 + 15000 * 0.01, 7 + 9000 * 0.01, 0.01};
     const Viewport view = session.view;
     plotten_alle(session, desk);
-    EXPECT_EQ(session.netz_aktuell, 1);
-    EXPECT_EQ(session.pu.count(), 2);
-    EXPECT_EQ(session.pu[1].pu_rechts, 10);
-    EXPECT_EQ(session.obj.obj_pube, 0);
-    EXPECT_EQ(session.titel[1].getTitelText(), "Titel von A");
-    EXPECT_EQ(session.titel[2].getTitelText(), "Eigene Zeile");
-    EXPECT_EQ(session.plot.plot_legendenlage, 1);
+    EXPECT_EQ(session.part.netz_aktuell, 1);
+    EXPECT_EQ(session.part.pu.count(), 2);
+    EXPECT_EQ(session.part.pu[1].pu_rechts, 10);
+    EXPECT_EQ(session.part.obj.obj_pube, 0);
+    EXPECT_EQ(session.part.titel[1].getTitelText(), "Titel von A");
+    EXPECT_EQ(session.part.titel[2].getTitelText(), "Eigene Zeile");
+    EXPECT_EQ(session.part.plot.plot_legendenlage, 1);
     EXPECT_NEAR(session.view.ansicht_rw_min, view.ansicht_rw_min, 1e-9);
     EXPECT_NEAR(session.view.ansicht_hw_max, view.ansicht_hw_max, 1e-9);
     EXPECT_NEAR(session.view.ansicht_masseinheit, 0.01, 1e-12);
@@ -257,11 +257,11 @@ TEST_F(PlotJobTest, TitleLinesOfThePartInViewDoNotStandInOtherLegends) {
 TEST_F(PlotJobTest, MovedLabelsReachTheFileBeforeItIsRead) {
     open();
     mark({true, false, false, false});
-    session.pu[1].pu_bez_rechts = 150;
-    session.pu[1].pu_bez_hoch = -30;
+    session.part.pu[1].pu_bez_rechts = 150;
+    session.part.pu[1].pu_bez_hoch = -30;
     plotten_alle(session, desk);
-    EXPECT_EQ(session.pu[1].pu_bez_rechts, 150);
-    EXPECT_EQ(session.pu[1].pu_bez_hoch, -30);
+    EXPECT_EQ(session.part.pu[1].pu_bez_rechts, 150);
+    EXPECT_EQ(session.part.pu[1].pu_bez_hoch, -30);
 }
 
 TEST_F(PlotJobTest, PartNeverPlottedGetsSettings) {
@@ -299,8 +299,8 @@ TEST_F(PlotJobTest, FailureLeavesAllLoopsAndRestoresThePart) {
     EXPECT_EQ(printer.pages_begun, 3);
     EXPECT_EQ(ui.texts.size(), 2U);  // the question and the message
     EXPECT_EQ(state(), ScriptedDocument::State::aborted);
-    EXPECT_EQ(session.netz_aktuell, 1);
-    EXPECT_EQ(session.pu[1].pu_rechts, 10);
+    EXPECT_EQ(session.part.netz_aktuell, 1);
+    EXPECT_EQ(session.part.pu[1].pu_rechts, 10);
 }
 
 TEST_F(PlotJobTest, DocumentThatDoesNotGetThroughIsReported) {
@@ -330,12 +330,12 @@ TEST_F(PlotJobTest, WithoutPrintersThereIsAMessage) {
 
 TEST_F(PlotJobTest, FatalErrorDropsTheDocument) {
     open();
-    session.obj.obj_beob = 1;
+    session.part.obj.obj_beob = 1;
     session.settings.faktorStrich = 32767;
     session.settings.punkt_breite = 2;
-    session.obj.obj_pusi = 0;
-    session.lin.lin_suchen({10, 20, 40, 60});
-    ++session.tables_revision;
+    session.part.obj.obj_pusi = 0;
+    session.part.lin.lin_suchen({10, 20, 40, 60});
+    ++session.part.tables_revision;
     EXPECT_THROW(plotten_aktuell(session, desk), FatalError);
     EXPECT_EQ(state(), ScriptedDocument::State::aborted);
 }
