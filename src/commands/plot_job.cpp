@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <functional>
+#include <utility>
 
 #include "commands/write_back.h"
 #include "drawing/fonts.h"
@@ -120,36 +121,23 @@ void plot_marked_part(Session& session, Printer& printer, const Desk& desk, std:
     PlotNetworkPart(session, printer, desk, abbruch);
 }
 
-/// The part in view, with what the user has chosen for it.
-class PartInView {
+/// As long as this lives, the session has a part of its own for the job; the part in view is put
+/// aside whole and comes back.
+class JobPart {
  public:
-    explicit PartInView(const Session& session)
-        : part_(session.part.netz_aktuell),
-          view_(session.view),
-          obj_(session.part.obj),
-          titel_(session.part.titel) {}
-
-    /// Its place in the tables of parts, its selection and its titles.
-    void choose(Session& session) const {
-        make_current(session, part_);
-        session.part.obj = obj_;
-        session.part.titel = titel_;
+    explicit JobPart(Session& session)
+        : session_(session), in_view_(std::exchange(session.part, begun_after(session.part))) {}
+    ~JobPart() {
+        // Whoever has looked at a part of the job must not take the one in view for it.
+        in_view_.tables_revision = session_.part.tables_revision + 1;
+        session_.part = std::move(in_view_);
     }
-
-    void restore(Session& session, const Desk& desk) const {
-        const Hourglass hourglass(session, desk.ui);
-        choose(session);
-        read_part(session);
-        divide_and_resolve(session, desk);
-        FitView(session, view_.ansicht_rw_min, view_.ansicht_hw_min, view_.ansicht_rw_max,
-                view_.ansicht_hw_max, 0);
-    }
+    JobPart(const JobPart&) = delete;
+    JobPart& operator=(const JobPart&) = delete;
 
  private:
-    std::int32_t part_;
-    Viewport view_;
-    ObjectSelection obj_;
-    std::array<Titelzeile, 4> titel_;
+    Session& session_;
+    Part in_view_;
 };
 
 /// Drops the document unless it was ended.
@@ -273,8 +261,8 @@ void PlotAllMarked(Session& session, Printer& printer, const Desk& desk, std::in
         arbeitskopie_schreiben(session);
     }
     store_plot_settings(session);
-    const PartInView in_view(session);
     try {
+        const JobPart part_of_job(session);
         trap_printer(desk.ui, abbruch, [&] {
             settle_marked_parts(session, desk);
             for (int copy = 1; copy <= session.printer.exemplare && abbruch == 0; ++copy) {
@@ -285,12 +273,11 @@ void PlotAllMarked(Session& session, Printer& printer, const Desk& desk, std::in
                 });
             }
         });
-        in_view.restore(session, desk);
     } catch (const FatalError& error) {
-        // The tables may hold half of another part; all that the user has moved was written.
-        in_view.choose(session);
+        // All that the user has moved was written.
         throw abandon_file(session, desk, error.what(), WorkingCopy::written);
     }
+    load_plot_settings(session);
 }
 
 bool plotten_aktuell(Session& session, const Desk& desk) {

@@ -18,9 +18,9 @@ PartOnPaper prepare_part(Session& session, Printer& printer, const Desk& desk);
 /// Throws FatalError when a count or a width leaves 16 bits.
 void PlotNetworkPart(Session& session, Printer& printer, const Desk& desk, std::int16_t& abbruch);
 
-/// Plots all marked parts: copy by copy, and in a copy part by part, each part read once. A part
-/// without points and lines loses its mark. The part in view is then read again and the view is as
-/// it was. `abbruch` as above; it ends all loops. Throws FatalError when a file cannot be read or
+/// Plots all marked parts: copy by copy, and in a copy part by part, each part read once, into a
+/// part of the job's own: the one in view stays as it is. A part without points and lines loses its
+/// mark. `abbruch` as above; it ends all loops. Throws FatalError when a file cannot be read or
 /// written.
 void PlotAllMarked(Session& session, Printer& printer, const Desk& desk, std::int16_t& abbruch);
 

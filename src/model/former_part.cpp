@@ -4,28 +4,29 @@
 
 namespace veldra {
 
+namespace {
+
+/// Hands over what belongs to the points of a part beside their rows.
+void move_labels(Part& from, Part& to) {
+    to.nuoff = std::move(from.nuoff);
+    to.lbl_pubez = std::move(from.lbl_pubez);
+    to.lbl_nubez = std::move(from.lbl_nubez);
+    to.lbl_pubez_placed = std::move(from.lbl_pubez_placed);
+}
+
+}  // namespace
+
 FormerPart::FormerPart(Session& session, Points points, const ObjectSelection& obj)
     : session_(session),
       points_(points),
-      netz_aktuell_(session.part.netz_aktuell),
       plotmodus_(session.plotmodus),
-      plot_(session.part.plot),
-      plot_merk_(session.part.plot_merk),
-      titel_(session.part.titel),
-      obj_(obj),
-      extents_(session.part.extents),
-      sheet_(session.part.sheet),
-      lin_(std::exchange(session.part.lin, LineTable())),
-      lbl_fzbez_(std::exchange(session.part.lbl_fzbez, {})) {
-    if (points == Points::copied) {
-        pu_ = session.part.pu.copy();
-    } else if (points == Points::moved) {
-        pu_ = std::exchange(session.part.pu, PointTable());
-        nuoff_ = std::exchange(session.part.nuoff, RowTable<NubezOffsetRow>());
-        lbl_pubez_ = std::exchange(session.part.lbl_pubez, {});
-        lbl_nubez_ = std::exchange(session.part.lbl_nubez, {});
+      part_(std::exchange(session.part, begun_after(session.part))) {
+    part_.obj = obj;
+    if (points == Points::moved) {
+        return;
     }
-    ++session.part.tables_revision;
+    session.part.pu = points == Points::copied ? part_.pu.copy() : std::move(part_.pu);
+    move_labels(part_, session.part);
 }
 
 FormerPart::~FormerPart() {
@@ -36,35 +37,21 @@ FormerPart::~FormerPart() {
 
 void FormerPart::replaced() {
     replaced_ = true;
-    lin_ = LineTable();
-    pu_ = PointTable();
+    part_ = Part();
 }
 
 void FormerPart::restore() {
-    session_.part.netz_aktuell = netz_aktuell_;
-    session_.plotmodus = plotmodus_;
-    session_.part.plot = plot_;
-    session_.part.plot_merk = plot_merk_;
-    session_.part.titel = std::move(titel_);
-    session_.part.obj = obj_;
-    session_.part.extents = extents_;
-    session_.part.sheet = sheet_;
-    session_.part.lin = std::move(lin_);
-    session_.part.lbl_fzbez = std::move(lbl_fzbez_);
-    restore_points();
-    ++session_.part.tables_revision;
-}
-
-void FormerPart::restore_points() {
+    Part& given_up = session_.part;
     if (points_ == Points::kept) {
-        return;
+        part_.pu = std::move(given_up.pu);
     }
-    session_.part.pu = std::move(pu_);
-    if (points_ == Points::moved) {
-        session_.part.nuoff = std::move(nuoff_);
-        session_.part.lbl_pubez = std::move(lbl_pubez_);
-        session_.part.lbl_nubez = std::move(lbl_nubez_);
+    if (points_ != Points::moved) {
+        move_labels(given_up, part_);
     }
+    // Whoever has looked at the part that was given up must not take this one for it.
+    part_.tables_revision = given_up.tables_revision + 1;
+    session_.part = std::move(part_);
+    session_.plotmodus = plotmodus_;
 }
 
 }  // namespace veldra

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
-#include <vector>
 
 #include "model/session.h"
 
@@ -30,25 +28,12 @@ class FormerPart {
 
  private:
     void restore();
-    void restore_points();
 
     Session& session_;
     Points points_;
     bool replaced_ = false;
-    std::int32_t netz_aktuell_;
     std::int16_t plotmodus_;
-    PlotSettings plot_;
-    PlotSettings plot_merk_;
-    std::array<Titelzeile, 4> titel_;
-    ObjectSelection obj_;
-    Extents extents_;
-    SheetGeometry sheet_;
-    LineTable lin_;
-    std::vector<Label> lbl_fzbez_;
-    PointTable pu_;
-    RowTable<NubezOffsetRow> nuoff_;
-    std::vector<Label> lbl_pubez_;
-    std::vector<Label> lbl_nubez_;
+    Part part_;
 };
 
 }  // namespace veldra

@@ -34,9 +34,9 @@ struct SheetGeometry {
     std::int16_t plot_auto_hoch = 1;
 };
 
-/// A network part as it has been read: its tables, its selection, its plot settings, and what follows
-/// from them. It can be moved as a whole, so that a reading that is given up leaves the former part
-/// as it was, and a plot can have a part of its own.
+/// A network part as it has been read: its tables, its selection, its plot settings, and what
+/// follows from them. It can be moved as a whole, so that a reading that is given up leaves the
+/// former part as it was, and a plot can have a part of its own.
 struct Part {
     /// Row of the table of parts; 0 in a file without parts.
     std::int32_t netz_aktuell = 0;
@@ -67,5 +67,9 @@ struct Part {
     /// Finds rows of pu and lin by place; brought into line with them before each use.
     ViewIndex view_index;
 };
+
+/// What a reading of another part, or of the same one by another selection, begins with: what was
+/// set for `former`, and no rows.
+[[nodiscard]] Part begun_after(const Part& former);
 
 }  // namespace veldra
