@@ -44,8 +44,10 @@ class ReasonKeeper final : public UserInterface {
 /// A driver may know a paper by another code, so what counts is the size that it then has.
 void choose_paper(Printer& printer, const PaperChoice& paper) {
     constexpr float tolerance = 20;  // twips: drivers count in points
-    const auto width = static_cast<float>(paper.width) * twips_per_millimetre;
-    const auto height = static_cast<float>(paper.height) * twips_per_millimetre;
+    // Whole twips, since a size that is carried across the end of a document is one of whole twips:
+    // so it is the same before and after.
+    const float width = std::nearbyint(static_cast<float>(paper.width) * twips_per_millimetre);
+    const float height = std::nearbyint(static_cast<float>(paper.height) * twips_per_millimetre);
     printer.set_PaperSize(paper.code);
     printer.set_Orientation(hochformat);
     if (paper.code == user_defined_paper_code) {
@@ -117,7 +119,9 @@ class FilePlot {
             choose_paper(printer_, *task_.choice.paper);
         }
         if (task_.grey) {
+            // The layers make grey what they can do without colour; the rest is left to the device.
             session_.printer.drucker_farbe = print_monochrome;
+            printer_.set_ColorMode(print_monochrome);
         }
         read_head(session_, task_.file);
     }
@@ -217,6 +221,11 @@ class FilePlot {
             plot.plot_blatt_hoch = choice.sheets->rows;
         }
         ComputeSheetDivision(session_, desk_);
+        if (choice.paper && !leaves_room(session_.sheet)) {
+            throw FatalError(fmt::format(
+                "--papier {} x {} mm: von den Blättern bleiben ohne Ränder weniger als 50 mm",
+                choice.paper->width, choice.paper->height));
+        }
     }
 
     /// A part without settings of its own is fitted to the paper as it is asked for.

@@ -59,6 +59,9 @@ struct PlotChoice {
     std::optional<PaperChoice> paper;
 };
 
+/// Whether sheets have a net area of at least 50 mm on each side.
+[[nodiscard]] bool leaves_room(const SheetGeometry& sheet);
+
 /// Throws UsageError, in German, for what cannot be understood or is out of its range.
 [[nodiscard]] PlotChoice parse_plot_choice(const PlotArguments& arguments);
 

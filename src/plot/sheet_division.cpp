@@ -215,7 +215,10 @@ void ComputePaperArea(Session& session, SheetPrinter* printer) {
         sheet.papier_breite = 0.2864;
         sheet.papier_hoehe = 0.1986;
     }
-    const std::int16_t heftrand = session.plot.plot_heftrand;
+    take_off_margins(sheet, session.plot.plot_heftrand);
+}
+
+void take_off_margins(SheetGeometry& sheet, std::int16_t heftrand) {
     sheet.rand_rechts = schmaler_rand;
     sheet.rand_unten = fuss_rand;
     sheet.rand_links = heftrand == heftrand_links ? binding_rand : schmaler_rand;

@@ -11,6 +11,7 @@ namespace veldra {
 /// The edge that is wider, to bind the sheets there.
 inline constexpr std::int16_t heftrand_oben = 1;
 inline constexpr std::int16_t heftrand_links = 2;
+inline constexpr std::int16_t kein_heftrand = 3;
 
 /// Printable area of a sheet, millimetres.
 struct PrintableArea {
@@ -31,6 +32,10 @@ class SheetPrinter {
 /// The printer serves while `drucker_ok` is -1; without one (null) fixed sizes of A4 stand in, and
 /// an orientation other than 1 and 2 starts from the sizes held so far.
 void ComputePaperArea(Session& session, SheetPrinter* printer);
+
+/// Sets the four margins for a binding margin and takes them off `papier_*`, which hold the
+/// printable area before and the net area afterwards, metres of paper.
+void take_off_margins(SheetGeometry& sheet, std::int16_t heftrand);
 
 /// Sheets that an extent (metres of ground) needs on one axis at the current plot scale: the extent
 /// on paper divided by the net length (metres of paper), whole part and one, at least 1. An extent

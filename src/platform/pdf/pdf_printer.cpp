@@ -115,7 +115,11 @@ void PdfPrinter::set_PaperSize(std::int16_t code) {
 }
 
 PdfPaper PdfPrinter::sheet() const {
-    PdfPaper paper{{upright_width_, upright_height_}, margin_across_, margin_up_, pixel_};
+    PdfPaper paper{{upright_width_, upright_height_},
+                   margin_across_,
+                   margin_up_,
+                   pixel_,
+                   colour_mode_ == print_monochrome};
     if (lying()) {
         std::swap(paper.size.width, paper.size.height);
         std::swap(paper.margin_across, paper.margin_up);
