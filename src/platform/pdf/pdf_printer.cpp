@@ -221,7 +221,7 @@ void PdfPrinter::NewPage() {
 void PdfPrinter::end_job() {
     try {
         NewPage();
-        if (document_ && !document_->pages().empty()) {
+        if (document_ && document_->pages().count() > 0) {
             guarded([&] { write_document(*document_, path_); });
         }
     } catch (...) {
@@ -240,7 +240,7 @@ void PdfPrinter::abort_job() noexcept {
 
 void PdfPrinter::EndDoc() {
     forget_paper();
-    const bool has_pages = page_ != nullptr || (document_ && !document_->pages().empty());
+    const bool has_pages = page_ != nullptr || (document_ && document_->pages().count() > 0);
     if (has_pages) {
         end_job();
     }
