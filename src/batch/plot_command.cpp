@@ -151,6 +151,7 @@ PlotTask task_for(const PlotArguments& arguments, const PlotChoice& choice,
     task.copies = arguments.copies;
     task.grey = arguments.grey;
     task.with_protocol = !arguments.protocol.empty();
+    task.most_sheets = arguments.most_sheets;
     return task;
 }
 
@@ -160,11 +161,25 @@ bool refused_anything(const FileResult& result) {
     });
 }
 
+/// Tells of the parts that were left out of a document; true if there are any.
+bool report_parts(const FileResult& result) {
+    bool any = false;
+    for (const PlottedPart& part : result.parts) {
+        if (!part.failure.empty()) {
+            remark(part.failure);
+            any = true;
+        }
+    }
+    return any;
+}
+
 int report_results(const std::vector<FileResult>& results) {
     int code = done;
     for (const FileResult& result : results) {
         if (!result.failure.empty()) {
             remark(result.failure);
+            code = failed;
+        } else if (report_parts(result)) {
             code = failed;
         } else if (code == done && refused_anything(result)) {
             code = records_refused;

@@ -10,9 +10,11 @@
 #include "batch/output.h"
 #include "graphikdatei/codepage.h"
 #include "plot/application_printer.h"
+#include "plot/job_size.h"
 #include "plot/paper_codes.h"
 #include "plot/plot_job.h"
 #include "plot/printer_adapters.h"
+#include "plot/sheet_division.h"
 #include "reference/reference_system.h"
 #include "shell/fatal_error.h"
 
@@ -92,17 +94,14 @@ class FilePlot {
         prepare();
         const std::vector<std::int32_t> parts = wanted_parts();
         std::vector<PlottedPart> plotted(parts.size());
-        settle_new_parts(parts);
+        settle_new_parts(parts, plotted);
+        survey(parts, plotted);
         Document document(printer_);
         document.begin(session_);
         for (int copy = 1; copy <= task_.copies; ++copy) {
             for (std::size_t i = 0; i < parts.size(); ++i) {
                 plot_part(parts[i], copy == 1, plotted[i]);
             }
-        }
-        if (std::all_of(plotted.begin(), plotted.end(),
-                        [](const PlottedPart& part) { return part.empty; })) {
-            throw FatalError(session_.graphikdatei + ": es gibt nichts zu plotten");
         }
         document.end();
         return plotted;
@@ -142,13 +141,66 @@ class FilePlot {
         return parts;
     }
 
+    /// Opens a part; one whose sheets cannot be counted gets its reason instead.
+    void try_part(std::int32_t part, PlottedPart& result) {
+        try {
+            open_part(part);
+            result.empty = nothing_to_plot();
+        } catch (const SheetOverflow& overflow) {
+            opened_ = -1;
+            result.name = part > 0 ? to_utf8(session_.netz[part].netz_name) : std::string();
+            result.failure = one_line(overflow.what());
+        }
+    }
+
     /// Choosing scale or orientation resets the printer, which would end an open document.
-    void settle_new_parts(const std::vector<std::int32_t>& parts) {
-        for (const std::int32_t part : parts) {
-            if (part == 0 || session_.netz[part].netz_ausrichtung == unset) {
-                open_part(part);
+    void settle_new_parts(const std::vector<std::int32_t>& parts,
+                          std::vector<PlottedPart>& plotted) {
+        for (std::size_t i = 0; i < parts.size(); ++i) {
+            if (parts[i] == 0 || session_.netz[parts[i]].netz_ausrichtung == unset) {
+                try_part(parts[i], plotted[i]);
             }
         }
+    }
+
+    /// Counts the sheets before anything is written. Throws FatalError if they are too many, or if
+    /// there are none.
+    void survey(const std::vector<std::int32_t>& parts, std::vector<PlottedPart>& plotted) {
+        JobSize size;
+        for (std::size_t i = 0; i < parts.size(); ++i) {
+            if (plotted[i].failure.empty()) {
+                try_part(parts[i], plotted[i]);
+            }
+            if (plotted[i].failure.empty() && !plotted[i].empty) {
+                size.add_part(session_, desk_, task_.copies);
+            }
+        }
+        if (size.sheets() == 0) {
+            refuse_nothing(plotted);
+        }
+        if (size.sheets() > task_.most_sheets) {
+            throw FatalError(fmt::format(
+                "{}: {} Blätter, höchstens {} (--hoechstens); am weitesten außen liegt {}",
+                session_.graphikdatei, size.sheets(), task_.most_sheets,
+                size.farthest_out(session_)));
+        }
+        if (size.sheets() > announced_sheets) {
+            remark(fmt::format("{}: {} Blätter; am weitesten außen liegt {}", session_.graphikdatei,
+                               size.sheets(), size.farthest_out(session_)));
+        }
+    }
+
+    [[noreturn]] void refuse_nothing(const std::vector<PlottedPart>& plotted) const {
+        for (const PlottedPart& part : plotted) {
+            if (!part.failure.empty()) {
+                throw FatalError(part.failure);
+            }
+        }
+        throw FatalError(session_.graphikdatei + ": es gibt nichts zu plotten");
+    }
+
+    [[nodiscard]] bool nothing_to_plot() const {
+        return session_.pu.count() < 1 && session_.lin.count() < 1;
     }
 
     /// Each part is read once for a copy; one that is open already is not read again.
@@ -160,8 +212,11 @@ class FilePlot {
     }
 
     void plot_part(std::int32_t part, bool first_copy, PlottedPart& result) {
+        if (!result.failure.empty()) {
+            return;
+        }
         open_part(part);
-        const bool empty = session_.pu.count() < 1 && session_.lin.count() < 1;
+        const bool empty = nothing_to_plot();
         if (!empty) {
             std::int16_t abbruch = 0;
             PlotNetworkPart(session_, printer_, desk_, abbruch);
@@ -180,7 +235,7 @@ class FilePlot {
             load_plot_settings(session_);
         }
         netzteil_daten_lesen(session_, selection_);
-        if (session_.pu.count() > 0 || session_.lin.count() > 0) {
+        if (!nothing_to_plot()) {
             settle_plot();
             if (part > 0) {
                 store_plot_settings(session_);

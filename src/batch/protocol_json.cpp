@@ -37,6 +37,10 @@ Json refused_json(const PartProtocol& protocol) {
 
 Json part_json(const PlottedPart& part) {
     Json json{{"netzteil", part.name}, {"leer", part.empty}};
+    if (!part.failure.empty()) {
+        json["fehler"] = part.failure;
+        return json;
+    }
     if (!part.empty) {
         json["massstab"] = part.denominator;
         json["blaetter"] = {{"rechts", part.sheets.columns}, {"hoch", part.sheets.rows}};

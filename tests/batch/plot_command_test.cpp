@@ -155,7 +155,10 @@ TEST_F(PlotCommand, MassstabIsTakenAsPeopleWriteIt) {
         EXPECT_EQ(run({file(), "--massstab", wrong, "-o", folder.path("p.pdf")}).exit_code, 2)
             << wrong;
     }
-    EXPECT_EQ(run({file(), "--massstab", "1", "-o", folder.path("p.pdf")}).exit_code, 0)
+    EXPECT_EQ(run({file(), "--netzteil", "Fertig", "--blaetter", "1x1", "--massstab", "1", "-o",
+                   folder.path("p.pdf")})
+                  .exit_code,
+              0)
         << "the largest scale of all";
 }
 
@@ -183,9 +186,8 @@ TEST_F(PlotCommand, PapersOfTheUserAreTheSameForNewPartsAndOthers) {
     ASSERT_EQ(all.size(), 2U);
     EXPECT_EQ(all[0].width, all[1].width);
     EXPECT_EQ(all[0].height, all[1].height);
-    const ShownPage alone = plot({"--netzteil", "Fertig", "--papier", "300.01x500.51",
-                                  "--ausrichtung", "hoch"})
-                                .at(0);
+    const ShownPage alone =
+        plot({"--netzteil", "Fertig", "--papier", "300.01x500.51", "--ausrichtung", "hoch"}).at(0);
     EXPECT_EQ(alone.width, all[0].width);
     EXPECT_EQ(alone.height, all[0].height);
     expect_size(alone, 300.01, 500.51);
@@ -437,6 +439,58 @@ TEST_F(PlotCommand, UnknownPartPrinterAndTooManySheetsAreFailures) {
     const ProgramRun sheets = run({huge, "--massstab", "1", "-o", folder.path("p.pdf")});
     EXPECT_EQ(sheets.exit_code, 1);
     EXPECT_THAT(sheets.err, HasSubstr("huge.dat"));
+}
+
+TEST_F(PlotCommand, ManySheetsAreToldAndTooManyRefusedBeforeAnythingIsWritten) {
+    const std::string input = file();
+    const std::string output = folder.path("p.pdf");
+    const auto sheets = [&](const char* counts, std::vector<std::string> options) {
+        options.insert(options.begin(), {input, "--netzteil", "Neu", "--massstab", "2000",
+                                         "--blaetter", counts, "-o", output});
+        return run(options);
+    };
+    const ProgramRun unsaid = sheets("20x10", {});
+    EXPECT_EQ(unsaid.exit_code, 0);
+    EXPECT_THAT(unsaid.err, IsEmpty());
+    const ProgramRun said = sheets("67x3", {});
+    EXPECT_EQ(said.exit_code, 0);
+    EXPECT_THAT(said.err, AllOf(HasSubstr("201 Blätter"), HasSubstr("Netzteil \"Neu\"")));
+    EXPECT_EQ(pages(output).size(), 201U);
+    std::filesystem::remove(output);
+    EXPECT_EQ(sheets("67x3", {"--hoechstens", "200"}).exit_code, 1);
+    EXPECT_EQ(sheets("67x3", {"--hoechstens", "401", "--exemplare", "2"}).exit_code, 1);
+    const ProgramRun refused = sheets("32767x32767", {});
+    EXPECT_EQ(refused.exit_code, 1);
+    EXPECT_THAT(refused.err,
+                AllOf(HasSubstr("1073676289 Blätter, höchstens 2000"), HasSubstr("Punkt \"")));
+    EXPECT_EQ(sheets("3x667", {}).exit_code, 1);
+    EXPECT_FALSE(std::filesystem::exists(output));
+    EXPECT_EQ(sheets("67x3", {"--hoechstens", "201"}).exit_code, 0);
+    EXPECT_EQ(sheets("1x1", {"--hoechstens", "0"}).exit_code, 2);
+}
+
+TEST_F(PlotCommand, PartWhoseSheetsCannotBeCountedDoesNotKeepTheOthers) {
+    const std::string wild = file(
+        "NETZTEIL gut\nMAßSTABGRUNDRISS 500 0 0 73\nPUNKTSIGNATUR 1 2 0 0 1 \"1\"\n"
+        "NETZTEIL wild\nMAßSTABGRUNDRISS 500 0 0 73\nPUNKTSIGNATUR 1 2 0 0 1 \"1\"\n"
+        "PUNKTSIGNATUR 3 2 0 0 1 \"2\"\nPUNKTSIGNATUR 99000000 2 0 0 1 \"Tippfehler\"\n",
+        "wild.dat");
+    const ProgramRun result =
+        run({wild, "--alle", "-o", folder.path("p.pdf"), "--protokoll", folder.path("p.json")});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_THAT(result.err, AllOf(HasSubstr("wild.dat"), HasSubstr("Überlauf"),
+                                  HasSubstr("Punkt \"Tippfehler\" (99000000.00, 2.00), Zeile 8 "
+                                            "(PUNKTSIGNATUR), Netzteil \"wild\"")));
+    EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1);
+    EXPECT_EQ(pages(folder.path("p.pdf")).size(), 1U);
+    const json parts = json::parse(file_bytes(folder.path("p.json")))["dateien"][0]["netzteile"];
+    ASSERT_EQ(parts.size(), 2U);
+    EXPECT_EQ(parts[0]["blaetter"]["rechts"], 1);
+    EXPECT_THAT(parts[1]["fehler"].get<std::string>(), HasSubstr("Tippfehler"));
+    const ProgramRun alone = run({wild, "--netzteil", "wild", "-o", folder.path("q.pdf")});
+    EXPECT_EQ(alone.exit_code, 1);
+    EXPECT_THAT(alone.err, HasSubstr("Tippfehler"));
+    EXPECT_FALSE(std::filesystem::exists(folder.path("q.pdf")));
 }
 
 TEST_F(PlotCommand, WrongUsageIsTold) {

@@ -26,8 +26,8 @@ struct PdfForm {
 };
 
 /// A document while its pages are drawn, one after the other. Pages go packed into intermediate
-/// files; what stays in memory is the fonts and the forms. Calls throw PrinterError when such a file
-/// or a font fails.
+/// files; what stays in memory is the fonts and the forms. Calls throw PrinterError when such a
+/// file or a font fails.
 class PdfDocument {
  public:
     struct Font {

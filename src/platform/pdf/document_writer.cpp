@@ -178,8 +178,7 @@ class DocumentFile {
 
     void write_page_tree() {
         writer_.begin_object(shared_.getRoot().getKey("/Pages").getObjectID());
-        writer_.write(
-            fmt::format("<< /Type /Pages /Count {} /Kids [", document_.pages().count()));
+        writer_.write(fmt::format("<< /Type /Pages /Count {} /Kids [", document_.pages().count()));
         for (NumberedWalk at = walk(); at.next();) {
             writer_.write(fmt::format("{} 0 R\n", at.number()));
         }
@@ -226,9 +225,8 @@ class DocumentFile {
             shown += 1 + group.sheets;
         }
         writer_.begin_object(outlines_.getObjectID());
-        writer_.write(
-            fmt::format("<< /Type /Outlines /First {} 0 R /Last {} 0 R /Count {} >>", first,
-                        previous, shown));
+        writer_.write(fmt::format("<< /Type /Outlines /First {} 0 R /Last {} 0 R /Count {} >>",
+                                  first, previous, shown));
         writer_.end_object();
     }
 

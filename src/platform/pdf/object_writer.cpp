@@ -21,9 +21,7 @@ std::string table_line(std::uint64_t place) {
 }  // namespace
 
 PdfObjectWriter::PdfObjectWriter(ReplacedFile& file, int shared)
-    : file_(file),
-      shared_places_(static_cast<std::size_t>(shared) + 1),
-      last_number_(shared) {
+    : file_(file), shared_places_(static_cast<std::size_t>(shared) + 1), last_number_(shared) {
     write("%PDF-1.6\n%\xBF\xF7\xA2\xFE\n");  // bytes above 127 mark a binary file
 }
 
@@ -92,8 +90,7 @@ void PdfObjectWriter::finish(std::string_view keys) {
     const std::size_t others = static_cast<std::size_t>(last_number_) + 1 - shared_places_.size();
     for (std::size_t done = 0; done < others; done += places_at_once) {
         const std::size_t count = std::min(places_at_once, others - done);
-        const std::string places =
-            other_places_.read(done * place_size, count * place_size);
+        const std::string places = other_places_.read(done * place_size, count * place_size);
         for (std::size_t i = 0; i < count; ++i) {
             std::uint64_t place = 0;
             std::memcpy(&place, places.data() + i * place_size, place_size);

@@ -50,8 +50,7 @@ bool PdfPageList::Walk::next() {
         return false;
     }
     ++passed_;
-    const auto head =
-        value_at<RecordHead>(list_.spool_.read(place_, sizeof(RecordHead)), 0);
+    const auto head = value_at<RecordHead>(list_.spool_.read(place_, sizeof(RecordHead)), 0);
     place_ += sizeof(RecordHead);
     const std::size_t pieces = head.pieces * sizeof(SpoolPiece);
     const std::string bytes = list_.spool_.read(place_, pieces + head.netzteil + head.blatt);
