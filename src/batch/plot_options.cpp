@@ -10,7 +10,7 @@
 
 #include <fmt/format.h>
 
-#include "graphikdatei/plain_decimal.h"
+#include "text/plain_decimal.h"
 #include "plot/paper_codes.h"
 #include "plot/printer.h"
 #include "plot/sheet_division.h"

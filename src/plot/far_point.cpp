@@ -6,11 +6,11 @@
 
 #include <fmt/format.h>
 
-#include "graphikdatei/codepage.h"
+#include "text/codepage.h"
 #include "graphikdatei/keywords.h"
 #include "graphikdatei/line_reader.h"
-#include "graphikdatei/tokens.h"
-#include "shell/fatal_error.h"
+#include "text/tokens.h"
+#include "text/fatal_error.h"
 
 namespace veldra {
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "shell/session.h"
+#include "model/session.h"
 
 namespace veldra {
 

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "plot/far_point.h"
-#include "shell/lifecycle.h"
-#include "shell/session.h"
+#include "commands/lifecycle.h"
+#include "model/session.h"
 
 namespace veldra {
 

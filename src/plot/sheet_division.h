@@ -2,10 +2,10 @@
 
 #include <cstdint>
 
-#include "drawing/text_measurer.h"
-#include "shell/fatal_error.h"
-#include "shell/session.h"
-#include "view/paper_text.h"
+#include "model/text_measurer.h"
+#include "text/fatal_error.h"
+#include "model/session.h"
+#include "model/paper_text.h"
 
 namespace veldra {
 
