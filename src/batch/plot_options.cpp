@@ -10,10 +10,10 @@
 
 #include <fmt/format.h>
 
-#include "text/plain_decimal.h"
 #include "plot/paper_codes.h"
 #include "plot/printer.h"
 #include "plot/sheet_division.h"
+#include "text/plain_decimal.h"
 
 namespace veldra::batch {
 

@@ -5,12 +5,12 @@
 #include <fmt/format.h>
 #include <qpdf/QPDF.hh>
 
-#include "text/codepage.h"
 #include "os/files.h"
 #include "pdf/document.h"
 #include "pdf/font_embedding.h"
 #include "pdf/object_writer.h"
 #include "pdf/pdf_name.h"
+#include "text/codepage.h"
 
 namespace veldra {
 

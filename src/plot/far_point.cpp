@@ -6,11 +6,11 @@
 
 #include <fmt/format.h>
 
-#include "text/codepage.h"
 #include "graphikdatei/keywords.h"
 #include "graphikdatei/line_reader.h"
-#include "text/tokens.h"
+#include "text/codepage.h"
 #include "text/fatal_error.h"
+#include "text/tokens.h"
 
 namespace veldra {
 
@@ -104,7 +104,8 @@ std::optional<FarPoint> point_farthest_out(const Session& session) {
 }
 
 std::string describe(const Session& session, const FarPoint& point) {
-    const std::string name = point.bez.empty() ? "ohne Bezeichnung" : '"' + to_utf8(point.bez) + '"';
+    const std::string name =
+        point.bez.empty() ? "ohne Bezeichnung" : '"' + to_utf8(point.bez) + '"';
     std::string text = fmt::format("Punkt {} ({:.2f}, {:.2f})", name, point.rechts, point.hoch);
     try {
         if (const std::string record = record_at(session, point); !record.empty()) {

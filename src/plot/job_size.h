@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 
-#include "plot/far_point.h"
 #include "commands/lifecycle.h"
 #include "model/session.h"
+#include "plot/far_point.h"
 
 namespace veldra {
 

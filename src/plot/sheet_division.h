@@ -2,10 +2,10 @@
 
 #include <cstdint>
 
+#include "model/paper_text.h"
+#include "model/session.h"
 #include "model/text_measurer.h"
 #include "text/fatal_error.h"
-#include "model/session.h"
-#include "model/paper_text.h"
 
 namespace veldra {
 
