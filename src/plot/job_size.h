@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "commands/lifecycle.h"
+#include "model/desk.h"
 #include "model/session.h"
 #include "plot/far_point.h"
 
