@@ -30,8 +30,9 @@ void count_as_own_copy(Session& session, const std::string& path);
 void remove_own_copies(Session& session);
 void remove_copies(const std::vector<OwnCopy>& copies);
 
-/// From now on the working copies of the open file go to a private folder among the temporary files,
-/// which is deleted when the file is left. For files in folders that take none. Throws FatalError.
+/// From now on the working copies of the open file go to a private folder among the temporary
+/// files, which is deleted when the file is left. For files in folders that take none. Throws
+/// FatalError.
 void keep_copies_aside(Session& session);
 
 /// `folder`/`name`, or with "-2", "-3" ... behind it: the first base whose working copy "_1" does

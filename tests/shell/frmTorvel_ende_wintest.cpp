@@ -305,9 +305,9 @@ class ProgramEndTest : public TorvelFixture {
             told = QString::fromUtf8(failure.what());
         };
         move_label();
-        QVERIFY(QDir().mkdir(path("ve_quadrat.dat_1")));
+        session_.arbeitsdatei_basis = path("fort/ve_quadrat.dat").toStdString();
         QVERIFY(window_->close());
-        QVERIFY(told.startsWith(path("ve_quadrat.dat_1: ") +
+        QVERIFY(told.startsWith(path("fort/ve_quadrat.dat_1: ") +
                                 text("Datei kann nicht geschrieben werden: ")));
         const QString copy = path("dokumente/Kelvara/ve_quadrat.dat_1");
         QVERIFY(told.contains(copy));

@@ -142,8 +142,8 @@ void ReplacedFile::open_temporary(const std::string& rights_of) {
     const std::string& model_path = copy ? rights_of : path_;
     struct stat model {};
     const bool known = ::stat(model_path.c_str(), &model) == 0;
-    handle_ = create_temporary_beside(path_, known || copy ? private_rights : usual_rights,
-                                      temporary_);
+    handle_ =
+        create_temporary_beside(path_, known || copy ? private_rights : usual_rights, temporary_);
     if (handle_ < 0) {
         const int error = errno;
         temporary_.clear();

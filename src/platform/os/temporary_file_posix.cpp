@@ -1,5 +1,3 @@
-#include "platform/os/temporary_file.h"
-
 #include <array>
 #include <cctype>
 #include <cerrno>
@@ -14,6 +12,7 @@
 #include <unistd.h>
 
 #include "platform/os/file_names.h"
+#include "platform/os/temporary_file.h"
 
 namespace veldra {
 
@@ -39,8 +38,8 @@ std::string random_text() {
 
 bool is_temporary_name(std::string_view name) {
     constexpr std::size_t end = temporary_mark.size() + random_letters;
-    if (name.size() <= end || name.substr(name.size() - end, temporary_mark.size()) !=
-                                  temporary_mark) {
+    if (name.size() <= end ||
+        name.substr(name.size() - end, temporary_mark.size()) != temporary_mark) {
         return false;
     }
     for (const char c : name.substr(name.size() - random_letters)) {
