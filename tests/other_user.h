@@ -11,8 +11,8 @@ constexpr uid_t bert = 64102;
 constexpr gid_t surveyors = 64201;  ///< the group of both
 constexpr gid_t others = 64202;
 
-/// For a process that may be anybody (root): this user, of one group or of two, as long as it lives.
-/// To be used in a child process, which the rest of the test does not notice.
+/// For a process that may be anybody (root): this user, of one group or of two, as long as it
+/// lives. To be used in a child process, which the rest of the test does not notice.
 class AsUser {
  public:
     explicit AsUser(uid_t user, gid_t group, gid_t second_group = 0) {

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
@@ -107,6 +108,27 @@ TEST_F(FileRights, NewFileHasWhatTheMaskLeaves) {
     EXPECT_EQ(code, 0);
 }
 
+TEST_F(FileRights, MaskOfTheProcessIsNeverChanged) {
+    testing_support::SteppedChild child([this] {
+        write_file(folder.path("new"));
+        write_file(path);
+        write_file(path + "_1", NamedBy::program_as_new, path);
+        const FileLock lock(path);
+        return 0;
+    });
+    if (child.exit_code() == not_permitted) {
+        GTEST_SKIP() << "this system lets no process step another one";
+    }
+    int calls = 0;
+    while (child.step()) {
+        const auto call = child.beginning_call();
+        calls += call ? 1 : 0;
+        EXPECT_NE(call.value_or(-1), SYS_umask);
+    }
+    EXPECT_EQ(child.exit_code(), 0);
+    EXPECT_GT(calls, 10);
+}
+
 TEST_F(FileRights, GroupStaysWhereTheWriterBelongsToIt) {
     const int code = as_several_users([this] {
         share(anna, others, 0640);
@@ -189,8 +211,8 @@ TEST_F(FileRights, LossOfOwnerAndGroupIsKnownBeforehand) {
     EXPECT_EQ(code, 0);
 }
 
-/// A list that names one more user, in the form of the system: version, then kind, rights and number
-/// of each entry.
+/// A list that names one more user, in the form of the system: version, then kind, rights and
+/// number of each entry.
 std::string access_list_naming(uid_t named) {
     struct Entry {
         std::uint16_t tag;
@@ -198,8 +220,11 @@ std::string access_list_naming(uid_t named) {
         std::uint32_t id;
     };
     constexpr std::uint32_t nobody = 0xFFFFFFFFU;
-    const Entry entries[] = {{0x01, 6, nobody}, {0x02, 6, named},  {0x04, 0, nobody},
-                             {0x10, 6, nobody}, {0x20, 0, nobody}};
+    const Entry entries[] = {{0x01, 6, nobody},
+                             {0x02, 6, named},
+                             {0x04, 0, nobody},
+                             {0x10, 6, nobody},
+                             {0x20, 0, nobody}};
     const std::uint32_t version = 2;
     std::string list(reinterpret_cast<const char*>(&version), sizeof version);
     return list.append(reinterpret_cast<const char*>(entries), sizeof entries);

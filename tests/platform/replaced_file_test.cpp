@@ -60,8 +60,9 @@ TEST_F(Replaced, LinkOfTheUserIsFollowed) {
 TEST_F(Replaced, LinkThatLeadsNowhereIsAnError) {
     std::filesystem::create_symlink("fehlt", folder.path("link"));
     EXPECT_EQ(write(folder.path("link")),
-              folder.path("link") + ": Datei kann nicht geschrieben werden: die symbolische "
-                                    "Verknüpfung führt zu keiner Datei");
+              folder.path("link") +
+                  ": Datei kann nicht geschrieben werden: die symbolische "
+                  "Verknüpfung führt zu keiner Datei");
     EXPECT_TRUE(std::filesystem::is_symlink(folder.path("link")));
     EXPECT_EQ(files(), 1U);
 }
@@ -70,8 +71,9 @@ TEST_F(Replaced, LoopOfLinksIsAnError) {
     std::filesystem::create_symlink("b", folder.path("a"));
     std::filesystem::create_symlink("a", folder.path("b"));
     EXPECT_EQ(write(folder.path("a")),
-              folder.path("a") + ": Datei kann nicht geschrieben werden: zu viele symbolische "
-                                 "Verknüpfungen");
+              folder.path("a") +
+                  ": Datei kann nicht geschrieben werden: zu viele symbolische "
+                  "Verknüpfungen");
     EXPECT_EQ(files(), 2U);
 }
 

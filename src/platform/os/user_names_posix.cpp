@@ -1,9 +1,9 @@
-#include "platform/os/user_names.h"
-
 #include <array>
 
 #include <grp.h>
 #include <pwd.h>
+
+#include "platform/os/user_names.h"
 
 namespace veldra {
 
