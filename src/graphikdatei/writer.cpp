@@ -4,15 +4,15 @@
 #include <utility>
 #include <vector>
 
-#include "graphikdatei/codepage.h"
 #include "graphikdatei/keywords.h"
 #include "graphikdatei/line_reader.h"
-#include "graphikdatei/numbers.h"
 #include "graphikdatei/part_filter.h"
-#include "graphikdatei/tokens.h"
-#include "platform/os/files.h"
-#include "shell/long_work.h"
-#include "shell/working_copies.h"
+#include "graphikdatei/working_copies.h"
+#include "model/long_work.h"
+#include "os/files.h"
+#include "text/codepage.h"
+#include "text/numbers.h"
+#include "text/tokens.h"
 
 namespace veldra {
 

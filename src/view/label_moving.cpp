@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <string>
 
-#include "reference/districts.h"
+#include "drawing/districts.h"
+#include "model/undo.h"
 #include "view/pointing.h"
-#include "view/undo.h"
 
 namespace veldra {
 
