@@ -14,9 +14,9 @@
 #include "windows/forms/frmDarstellungen_points.h"
 #include "windows/forms/frmDarstellungen_tests.h"
 #include "windows/forms/frmDarstellungen_vectors.h"
-#include "windows/forms/frmLogo.h"
 #include "windows/qt/dialog_area.h"
 #include "windows/qt/dialog_controls.h"
+#include "windows/qt/dialog_place.h"
 #include "windows/qt/wrapped_tabs.h"
 
 namespace veldra {

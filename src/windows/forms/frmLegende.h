@@ -6,7 +6,7 @@
 
 #include "dialogs/legend_options.h"
 #include "model/session.h"
-#include "windows/qt/face_chooser.h"
+#include "windows/qt/choosers.h"
 
 class QCheckBox;
 class QGridLayout;

@@ -14,9 +14,9 @@
 #include <utility>
 
 #include "dialogs/boundary_options.h"
-#include "windows/forms/frmLogo.h"
 #include "windows/qt/dialog_area.h"
 #include "windows/qt/dialog_controls.h"
+#include "windows/qt/dialog_place.h"
 
 namespace veldra {
 
