@@ -90,10 +90,15 @@ class FilePlot {
           desk_{printer.measurer(), ui_, [] {}, &printer},
           selection_(selection_change(task.file)) {}
 
-    std::vector<PlottedPart> run() {
+    PlottedFile run() {
         prepare();
         const std::vector<std::int32_t> parts = wanted_parts();
-        std::vector<PlottedPart> plotted(parts.size());
+        PlottedFile file;
+        std::vector<PlottedPart>& plotted = file.parts;
+        plotted.resize(parts.size());
+        if (task_.with_protocol) {
+            file.ledger = ledger_of(working_path(session_));
+        }
         settle_new_parts(parts, plotted);
         survey(parts, plotted);
         Document document(printer_);
@@ -104,7 +109,7 @@ class FilePlot {
             }
         }
         document.end();
-        return plotted;
+        return file;
     }
 
  private:
@@ -328,7 +333,7 @@ class FilePlot {
 
 }  // namespace
 
-std::vector<PlottedPart> plot_file(const PlotTask& task, Printer& printer) {
+PlottedFile plot_file(const PlotTask& task, Printer& printer) {
     try {
         return FilePlot(task, printer).run();
     } catch (const PrinterError& error) {

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "batch/line_ledger.h"
 #include "batch/plot_options.h"
 #include "batch/plot_protocol.h"
 #include "plot/printer.h"
@@ -32,11 +33,17 @@ struct PlottedPart {
     std::optional<PartProtocol> protocol;
 };
 
+/// What became of a file.
+struct PlottedFile {
+    std::vector<PlottedPart> parts;
+    std::optional<LineLedger> ledger;  ///< of all its lines, with a protocol
+};
+
 /// Plots a file on the current printer as one document: copy by copy, and in a copy part by part.
 /// Nothing is written beside the document. A job of many sheets is told on the standard error
 /// before it starts; a part whose sheets cannot be counted is left out. Throws FatalError when the
 /// file cannot be read, when there is nothing to plot or too much, and when the printer or its file
 /// does not take the document, which then is dropped.
-[[nodiscard]] std::vector<PlottedPart> plot_file(const PlotTask& task, Printer& printer);
+[[nodiscard]] PlottedFile plot_file(const PlotTask& task, Printer& printer);
 
 }  // namespace veldra::batch
