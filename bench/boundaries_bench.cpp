@@ -49,14 +49,14 @@ void look(Session& session, double share) {
     constexpr double centre_rechts = 32287000;
     constexpr double centre_hoch = 5603000;
     constexpr double width = 230000;
-    session.obj.obj_bezu = 2;
-    session.obj.obj_bezu_elli = 4;
-    session.obj.obj_bezu_abbi = 2;
-    session.obj.obj_verw = 7;
+    session.part.obj.obj_bezu = 2;
+    session.part.obj.obj_bezu_elli = 4;
+    session.part.obj.obj_bezu_abbi = 2;
+    session.part.obj.obj_verw = 7;
     const double w = width * share;
     session.view = {centre_rechts - w / 2, centre_hoch - w * 5 / 16, centre_rechts + w / 2,
                     centre_hoch + w * 5 / 16, w / (1600 * 15)};
-    session.extents = {
+    session.part.extents = {
         centre_rechts - w, centre_hoch - w, centre_rechts + w, centre_hoch + w, 0, 0};
 }
 

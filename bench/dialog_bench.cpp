@@ -145,8 +145,8 @@ void draw_samples_of_tab(benchmark::State& state) {
 
 void redraw_after_a_test_limit(benchmark::State& state) {
     OpenNetwork& open = open_network();
-    open.session.obj.obj_test_beob = table_true;
-    open.session.obj.obj_test = 2;
+    open.session.part.obj.obj_test_beob = table_true;
+    open.session.part.obj.obj_test = 2;
     for (auto _ : state) {
         const double limit = open.session.settings.stnvwert[1];
         open.session.settings.stnvwert[1] = limit == 1.0 ? 1.5 : 1.0;

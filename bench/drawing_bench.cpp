@@ -37,7 +37,7 @@ struct OpenNetwork {
 
     /// Shows the whole part, or the middle tenth of its width and height.
     void show(bool whole) {
-        const Extents& e = session.extents;
+        const Extents& e = session.part.extents;
         if (whole) {
             FitView(session, e.gesamt_rw_min, e.gesamt_hw_min, e.gesamt_rw_max, e.gesamt_hw_max, 1);
             return;

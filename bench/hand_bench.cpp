@@ -43,7 +43,7 @@ struct OpenPicture {
 
     /// Goes to the middle of the part: all of it, or a tenth, a hundredth of its width and height.
     void look_at(double part) {
-        const Extents& e = session.extents;
+        const Extents& e = session.part.extents;
         const double share = part / 2;
         const double rw = (e.gesamt_rw_min + e.gesamt_rw_max) / 2;
         const double hw = (e.gesamt_hw_min + e.gesamt_hw_max) / 2;
@@ -76,7 +76,7 @@ void click_beside_all_labels(benchmark::State& state) {
     for (auto _ : state) {
         benchmark::DoNotOptimize(open.picture.label_at({1, 1}));
     }
-    state.counters["labels"] = static_cast<double>(open.session.lbl_pubez_placed.size());
+    state.counters["labels"] = static_cast<double>(open.session.part.lbl_pubez_placed.size());
 }
 
 void drag_rubber_band(OpenPicture& open, benchmark::State& state) {

@@ -82,15 +82,15 @@ void all_passes(benchmark::State& state) {
         punkt_lesen(session);
         beob_lesen(session);
         wert_lesen(session);
-        benchmark::DoNotOptimize(session.lin.count());
+        benchmark::DoNotOptimize(session.part.lin.count());
     }
 }
 
 /// Ellipses are shown before and after.
 void begin_selection(Session& session, std::int64_t points) {
     bench::use_large_file(session, points);
-    session.obj.obj_puwe = 7;
-    derive_value_modes(session.obj);
+    session.part.obj.obj_puwe = 7;
+    derive_value_modes(session.part.obj);
     punkt_lesen(session);
 }
 
@@ -108,7 +108,7 @@ void revocable_change_of_selection(benchmark::State& state) {
     Session session;
     begin_selection(session, state.range(0));
     for (auto _ : state) {
-        FormerPart former(session, FormerPart::Points::copied, session.obj);
+        FormerPart former(session, FormerPart::Points::copied, session.part.obj);
         beob_lesen(session);
         wert_lesen(session);
         former.replaced();

@@ -35,15 +35,15 @@ class SessionOnFile : public ::testing::Test {
     /// Header, point and observation pass with a kind of observation.
     void read_observations(std::string_view utf8, std::int16_t obj_beob) {
         read_points(utf8);
-        session.obj.obj_beob = obj_beob;
+        session.part.obj.obj_beob = obj_beob;
         beob_lesen(session);
     }
 
     /// Header, point and value pass with a choice of values.
     void read_values(std::string_view utf8, std::int16_t obj_puwe) {
         read_points(utf8);
-        session.obj.obj_puwe = obj_puwe;
-        derive_value_modes(session.obj);
+        session.part.obj.obj_puwe = obj_puwe;
+        derive_value_modes(session.part.obj);
         wert_lesen(session);
     }
 

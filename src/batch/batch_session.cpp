@@ -54,7 +54,7 @@ void read_head(Session& session, const FileOptions& options) {
     kopf_lesen(session);
     maxima_lesen(session);
     if (options.part) {
-        session.netz_aktuell = part_number(session, *options.part);
+        session.part.netz_aktuell = part_number(session, *options.part);
         load_plot_settings(session);
     }
 }
@@ -78,7 +78,7 @@ void show_sheets(Session& session, const Desk& desk) {
     session.plotmodus = 1;
     ComputeSheetDivision(session, desk);
     const TargetBox sheets = plot_ground(session);
-    const Extents& extents = session.extents;
+    const Extents& extents = session.part.extents;
     FitView(session, std::min(sheets.xmin, extents.gesamt_rw_min),
             std::min(sheets.ymin, extents.gesamt_hw_min),
             std::max(sheets.xmax, extents.gesamt_rw_max),

@@ -108,7 +108,7 @@ void command_bezirk(const FileOptions& options, const PictureOptions& picture) {
     const Viewport& view = session.view;
     const DistrictGrid& grid = district_grid(session, {view.ansicht_rw_min, view.ansicht_hw_min,
                                                        view.ansicht_rw_max, view.ansicht_hw_max});
-    write_to_standard_output(district_json(session.obj, grid));
+    write_to_standard_output(district_json(session.part.obj, grid));
 }
 
 void command_koordinaten(const TransformationOptions& options) {
@@ -184,7 +184,7 @@ void command_grenzen(const std::string& input, const std::string& output) {
 }
 
 void load_boundaries(Session& session) {
-    if (session.obj.obj_verw == 0) {
+    if (session.part.obj.obj_verw == 0) {
         return;
     }
     const BoundaryLines* lines = boundary_lines(session);

@@ -73,7 +73,7 @@ class Document {
     Document& operator=(const Document&) = delete;
 
     void begin(const Session& session) {
-        if (!printer_.begin_job({session.titel[0].getTitelText()})) {
+        if (!printer_.begin_job({session.part.titel[0].getTitelText()})) {
             throw FatalError(printer_.DeviceName() + ": Druckauftrag nicht begonnen");
         }
     }
@@ -143,7 +143,7 @@ class FilePlot {
             parts.push_back(part_number(session_, name));
         }
         if (parts.empty()) {
-            parts.push_back(session_.netz_aktuell);
+            parts.push_back(session_.part.netz_aktuell);
         }
         return parts;
     }
@@ -207,7 +207,7 @@ class FilePlot {
     }
 
     [[nodiscard]] bool nothing_to_plot() const {
-        return session_.pu.count() < 1 && session_.lin.count() < 1;
+        return session_.part.pu.count() < 1 && session_.part.lin.count() < 1;
     }
 
     /// Each part is read once for a copy; one that is open already is not read again.
@@ -237,7 +237,7 @@ class FilePlot {
     }
 
     void read_part(std::int32_t part) {
-        session_.netz_aktuell = part;
+        session_.part.netz_aktuell = part;
         if (part > 0) {
             load_plot_settings(session_);
         }
@@ -253,7 +253,7 @@ class FilePlot {
     }
 
     void settle_plot() {
-        PlotSettings& plot = session_.plot;
+        PlotSettings& plot = session_.part.plot;
         const PlotChoice& choice = task_.choice;
         const bool never_plotted = plot.plot_ausrichtung == unset;
         if (choice.denominator) {
@@ -283,7 +283,7 @@ class FilePlot {
             plot.plot_blatt_hoch = choice.sheets->rows;
         }
         ComputeSheetDivision(session_, desk_);
-        if (choice.paper && !leaves_room(session_.sheet)) {
+        if (choice.paper && !leaves_room(session_.part.sheet)) {
             throw FatalError(fmt::format(
                 "--papier {} x {} mm: von den Blättern bleiben ohne Ränder weniger als 50 mm",
                 choice.paper->width, choice.paper->height));
@@ -297,23 +297,25 @@ class FilePlot {
         } else {
             choose_plot_scale(session_, desk_);
         }
-        session_.plot.plot_null_rechts = session_.extents.gesamt_rw_min;
-        session_.plot.plot_null_hoch = session_.extents.gesamt_hw_min;
+        session_.part.plot.plot_null_rechts = session_.part.extents.gesamt_rw_min;
+        session_.part.plot.plot_null_hoch = session_.part.extents.gesamt_hw_min;
     }
 
     void describe_part(bool empty, PlottedPart& result) {
-        if (session_.netz_aktuell > 0) {
-            result.name = to_utf8(session_.netz[session_.netz_aktuell].netz_name);
+        if (session_.part.netz_aktuell > 0) {
+            result.name = to_utf8(session_.netz[session_.part.netz_aktuell].netz_name);
         }
         result.empty = empty;
         if (empty) {
             remark(fmt::format("{}: Netzteil \"{}\" enthält keine darzustellenden Objekte",
                                session_.graphikdatei, result.name));
         } else {
-            result.sheets = {session_.plot.plot_blatt_rechts, session_.plot.plot_blatt_hoch};
+            result.sheets = {session_.part.plot.plot_blatt_rechts,
+                             session_.part.plot.plot_blatt_hoch};
             // The scale is kept as 1/M; a millionth is beyond what a denominator is given to.
             constexpr double precision = 1e6;
-            result.denominator = std::round(precision / session_.plot.plot_massstab) / precision;
+            result.denominator =
+                std::round(precision / session_.part.plot.plot_massstab) / precision;
         }
         if (task_.with_protocol) {
             PaperFonts fonts;
@@ -328,7 +330,8 @@ class FilePlot {
 
     std::int64_t count_empty_sheets(const PartOnPaper& part) {
         std::int64_t empty = 0;
-        SheetPlace place{1, session_.plot.plot_blatt_rechts, 1, session_.plot.plot_blatt_hoch};
+        SheetPlace place{1, session_.part.plot.plot_blatt_rechts, 1,
+                         session_.part.plot.plot_blatt_hoch};
         for (int column = 1; column <= place.columns; ++column) {
             for (int row = 1; row <= place.rows; ++row) {
                 place.column = static_cast<std::int16_t>(column);

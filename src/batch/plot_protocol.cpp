@@ -108,11 +108,11 @@ class RecordCounter {
  public:
     RecordCounter(Session& session, const RowsOnSheets& rows, const RecordSource& source)
         : session_(session),
-          obj_(session.obj),
+          obj_(session.part.obj),
           rows_(rows),
           source_(source),
-          signature_rows_(session.pu),
-          change_rows_(session.pu) {}
+          signature_rows_(session.part.pu),
+          change_rows_(session.part.pu) {}
 
     void count(Record& record) {
         switch (record.initial()) {
@@ -277,9 +277,9 @@ class RecordCounter {
         if (obj_.obj_beob != choice) {
             return Outcome::hidden();
         }
-        const LineTable::Found found = session_.lin.lin_suchen(ends);
+        const LineTable::Found found = session_.part.lin.lin_suchen(ends);
         const std::int32_t row = std::abs(found.index);
-        const bool ray_in_row = session_.lin[row].lin_typ_seite == orientation;
+        const bool ray_in_row = session_.part.lin[row].lin_typ_seite == orientation;
         if (is_ray && !ray_in_row) {
             return Outcome::refused("auf der Linie liegt schon eine andere Beobachtung");
         }
@@ -379,14 +379,14 @@ class RecordCounter {
 
     [[nodiscard]] std::int32_t row_at(Record& record) const {
         const Position position = read_position(record);
-        return session_.pu.punkt_finden(position.rechts, position.hoch);
+        return session_.part.pu.punkt_finden(position.rechts, position.hoch);
     }
 
     [[nodiscard]] Outcome position_row(std::int32_t row) const {
-        return value_row(session_.pu[row].pu_wert_lage, rows_.position_values, row);
+        return value_row(session_.part.pu[row].pu_wert_lage, rows_.position_values, row);
     }
     [[nodiscard]] Outcome height_row(std::int32_t row) const {
-        return value_row(session_.pu[row].pu_wert_hoehe, rows_.height_values, row);
+        return value_row(session_.part.pu[row].pu_wert_hoehe, rows_.height_values, row);
     }
 
     /// `state` is the value's kind, negative at new points. A pen of no width hides its group.

@@ -77,9 +77,9 @@ struct PartProtocol {
 };
 
 /// Reads the file once more and tells of each record of the current part what became of it on the
-/// sheets of `session.plot`. The tables must have been read and the sheets been counted. A record
-/// whose object another record shares (a second direction along a line) fares as that object does.
-/// The labels in the session are placed anew. Throws FatalError when the file cannot be read.
+/// sheets of `session.part.plot`. The tables must have been read and the sheets been counted. A
+/// record whose object another record shares (a second direction along a line) fares as that object
+/// does. The labels in the session are placed anew. Throws FatalError when the file cannot be read.
 [[nodiscard]] PartProtocol count_part(Session& session, const PaperFonts& fonts,
                                       TextMeasurer& measurer);
 

@@ -45,8 +45,8 @@ class AllSheets {
  public:
     explicit AllSheets(Session& session) : session_(session), blatt_(session.blatt) {
         SheetPlace last;
-        last.column = session.plot.plot_blatt_rechts;
-        last.row = session.plot.plot_blatt_hoch;
+        last.column = session.part.plot.plot_blatt_rechts;
+        last.row = session.part.plot.plot_blatt_hoch;
         set_sheet_window(session, last);
         const SheetWindow upper_right = session.blatt;
         set_sheet_window(session, {});
@@ -67,8 +67,8 @@ class AllSheets {
 RowsOnSheets rows_on_sheets(Session& session, const PaperFonts& fonts, TextMeasurer& measurer) {
     const AllSheets all_sheets(session);
     const LayerFrame frame = paper_frame(session, fonts, measurer);
-    const RowMarks no_points(static_cast<std::size_t>(session.pu.count()) + 1);
-    const RowMarks no_lines(static_cast<std::size_t>(session.lin.count()) + 1);
+    const RowMarks no_points(static_cast<std::size_t>(session.part.pu.count()) + 1);
+    const RowMarks no_lines(static_cast<std::size_t>(session.part.lin.count()) + 1);
     RowsOnSheets rows{no_lines, no_points, no_points, no_points, no_points};
     const auto draw = [&](auto layer, RowMarks& marks) {
         MarkingTarget target(marks, rows.labels);

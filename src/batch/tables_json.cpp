@@ -122,26 +122,26 @@ std::string tables_json(const Session& session) {
     Json tables;
     tables["graphikdatei"] = session.graphikdatei;
     tables["netz_anzahl"] = session.netz.count();
-    tables["netz_aktuell"] = session.netz_aktuell;
+    tables["netz_aktuell"] = session.part.netz_aktuell;
     tables["netz"] = rows_json(session.netz);
-    tables["plot"] = plot_json(session.plot);
+    tables["plot"] = plot_json(session.part.plot);
     tables["vektor_massstab"] = slots_json(session.vektor_massstab);
     tables["vektor_massstab_plot"] = slots_json(session.vektor_massstab_plot);
     tables["max_ap"] = maxima_json(session.max_ap);
     tables["max_np"] = maxima_json(session.max_np);
     tables["titel"] = Json::array();
-    for (const Titelzeile& line : session.titel) {
+    for (const Titelzeile& line : session.part.titel) {
         tables["titel"].push_back(to_utf8(line.getTitelText()));
     }
-    tables["obj"] = selection_json(session.obj);
-    tables["pu_anzahl"] = session.pu.count();
-    tables["pu_anzahl_signatur"] = session.pu.pu_anzahl_signatur;
-    tables["pu"] = rows_json(session.pu);
-    tables["lin_anzahl"] = session.lin.count();
-    tables["fernziel_anzahl"] = session.lin.fernziel_anzahl;
-    tables["lin"] = rows_json(session.lin);
-    tables["nuoff_anzahl"] = session.nuoff.count();
-    tables["nuoff"] = rows_json(session.nuoff);
+    tables["obj"] = selection_json(session.part.obj);
+    tables["pu_anzahl"] = session.part.pu.count();
+    tables["pu_anzahl_signatur"] = session.part.pu.pu_anzahl_signatur;
+    tables["pu"] = rows_json(session.part.pu);
+    tables["lin_anzahl"] = session.part.lin.count();
+    tables["fernziel_anzahl"] = session.part.lin.fernziel_anzahl;
+    tables["lin"] = rows_json(session.part.lin);
+    tables["nuoff_anzahl"] = session.part.nuoff.count();
+    tables["nuoff"] = rows_json(session.part.nuoff);
     return tables.dump(1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 

@@ -52,8 +52,8 @@ std::string comparable(const std::string& path) {
 }
 
 void clear_part_titles(Session& session) {
-    for (std::size_t i = 1; i < session.titel.size(); ++i) {
-        session.titel[i].setTitelText("");
+    for (std::size_t i = 1; i < session.part.titel.size(); ++i) {
+        session.part.titel[i].setTitelText("");
     }
 }
 
@@ -66,7 +66,7 @@ void datei_setzen(Session& session, const std::string& path) {
     session.arbeitskopien.clear();
     session.arbeitsordner.reset();
     session.window.fenstertitel = "VELDRA [" + path + "]";
-    session.titel[0].setTitelText(from_utf8(path));
+    session.part.titel[0].setTitelText(from_utf8(path));
 }
 
 bool may_open(const std::string& path, const Desk& desk) {
@@ -115,7 +115,7 @@ void datei_neu_laden(Session& session, const std::string& path, OpenedBy opened_
     datei_setzen(session, new_path);
     zuletzt_aktualisieren(session);
     if (opened_by == OpenedBy::recent_menu) {
-        set_selection_defaults(session.obj);
+        set_selection_defaults(session.part.obj);
     }
     vektor_standard(session);
     datei_lesen(session, desk);
@@ -140,7 +140,7 @@ std::int32_t part_named(const Session& session, const std::string& name) {
             return i;
         }
     }
-    return session.netz_aktuell;
+    return session.part.netz_aktuell;
 }
 
 }  // namespace
@@ -152,15 +152,15 @@ void datei_lesen(Session& session, const Desk& desk) {
 }
 
 void datei_erneut_lesen(Session& session, const Desk& desk) {
-    const std::string name = session.netz[session.netz_aktuell].netz_name;
+    const std::string name = session.netz[session.part.netz_aktuell].netz_name;
     session.datei_geladen = 0;  // nothing is to be kept of what was read before
     session.arbeitsdatei_suffix.clear();
     remove_own_copies(session);
-    session.titel[0].setTitelText(from_utf8(session.graphikdatei));
+    session.part.titel[0].setTitelText(from_utf8(session.graphikdatei));
     vektor_standard(session);
     read_whole_file_records(session, desk);
     if (session.netz.count() > 0) {
-        session.netz_aktuell = part_named(session, name);
+        session.part.netz_aktuell = part_named(session, name);
         load_plot_settings(session);
     }
     netzteil_lesen(session, desk);
@@ -169,11 +169,11 @@ void datei_erneut_lesen(Session& session, const Desk& desk) {
 
 void netzteil_daten_lesen(Session& session, const SelectionChange& change) {
     clear_part_titles(session);
-    set_selection_defaults(session.obj);
+    set_selection_defaults(session.part.obj);
     punkt_lesen(session);
     if (change) {
-        change(session.obj);
-        derive_value_modes(session.obj);
+        change(session.part.obj);
+        derive_value_modes(session.part.obj);
     }
     beob_lesen(session);
     wert_lesen(session);
@@ -188,7 +188,7 @@ void netzteil_lesen(Session& session, const Desk& desk, const SelectionChange& c
 
 void erstansicht(Session& session, const Desk& desk) {
     constexpr std::int16_t with_margin = 1;
-    const Extents& extents = session.extents;
+    const Extents& extents = session.part.extents;
     FitView(session, extents.gesamt_rw_min, extents.gesamt_hw_min, extents.gesamt_rw_max,
             extents.gesamt_hw_max, with_margin);
     desk.redraw();
@@ -197,7 +197,7 @@ void erstansicht(Session& session, const Desk& desk) {
 }
 
 void netzteil_anzeigen(Session& session, std::int32_t part, const Desk& desk) {
-    if (part == session.netz_aktuell) {
+    if (part == session.part.netz_aktuell) {
         return;
     }
     {
@@ -205,8 +205,8 @@ void netzteil_anzeigen(Session& session, std::int32_t part, const Desk& desk) {
         arbeitskopie_schreiben(session);
     }
     store_plot_settings(session);
-    FormerPart former(session, FormerPart::Points::moved, session.obj);
-    session.netz_aktuell = part;
+    FormerPart former(session, FormerPart::Points::moved, session.part.obj);
+    session.part.netz_aktuell = part;
     load_plot_settings(session);
     session.plotmodus = 0;
     expect_readings(session.work, readings_of_a_part);
@@ -254,11 +254,11 @@ void forget_file(Session& session) {
     session.graphikdatei.clear();
     session.arbeitsdatei_basis.clear();
     session.netz.clear();
-    session.netz_aktuell = 0;
-    session.pu.clear();
-    session.lin.clear();
-    session.nuoff.clear();
-    ++session.tables_revision;
+    session.part.netz_aktuell = 0;
+    session.part.pu.clear();
+    session.part.lin.clear();
+    session.part.nuoff.clear();
+    ++session.part.tables_revision;
     session.plotmodus = 0;
     WindowState& window = session.window;
     window.frm_netzteile_shown = false;

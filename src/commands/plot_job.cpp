@@ -49,13 +49,14 @@ std::int16_t fitted_points(const Session& session, Printer& printer, const FontS
 
 /// Name of the current part, for a reader of the document.
 std::string part_name(const Session& session) {
-    return session.netz.count() > 0 ? session.netz[session.netz_aktuell].netz_name : std::string();
+    return session.netz.count() > 0 ? session.netz[session.part.netz_aktuell].netz_name
+                                    : std::string();
 }
 
 void plot_sheets(Session& session, Printer& printer, UserInterface& ui, const PartOnPaper& part) {
     SheetPlace place;
-    place.columns = session.plot.plot_blatt_rechts;
-    place.rows = session.plot.plot_blatt_hoch;
+    place.columns = session.part.plot.plot_blatt_rechts;
+    place.rows = session.part.plot.plot_blatt_hoch;
     for (int column = 1; column <= place.columns; ++column) {
         for (int row = 1; row <= place.rows; ++row) {
             place.column = static_cast<std::int16_t>(column);
@@ -79,7 +80,7 @@ void read_part(Session& session) {
 }
 
 void make_current(Session& session, std::int32_t part) {
-    session.netz_aktuell = part;
+    session.part.netz_aktuell = part;
     load_plot_settings(session);
 }
 
@@ -99,8 +100,8 @@ void visit_marked(Session& session, Visit&& visit) {
 }
 
 void clear_part_titles(Session& session) {
-    for (std::size_t i = 1; i < session.titel.size(); ++i) {
-        session.titel[i].setTitelText("");
+    for (std::size_t i = 1; i < session.part.titel.size(); ++i) {
+        session.part.titel[i].setTitelText("");
     }
 }
 
@@ -108,16 +109,16 @@ void clear_part_titles(Session& session) {
 class PartInView {
  public:
     explicit PartInView(const Session& session)
-        : part_(session.netz_aktuell),
+        : part_(session.part.netz_aktuell),
           view_(session.view),
-          obj_(session.obj),
-          titel_(session.titel) {}
+          obj_(session.part.obj),
+          titel_(session.part.titel) {}
 
     /// Its place in the tables of parts, its selection and its titles.
     void choose(Session& session) const {
         make_current(session, part_);
-        session.obj = obj_;
-        session.titel = titel_;
+        session.part.obj = obj_;
+        session.part.titel = titel_;
     }
 
     void restore(Session& session, const Desk& desk) const {
@@ -151,13 +152,13 @@ class MarkedParts {
         }
         store_plot_settings(session_);
         in_view_.emplace(session_);
-        selection_ = session_.obj;
+        selection_ = session_.part.obj;
         JobSize size;
         keep_file_whole([&] {
             const Hourglass hourglass(session_, desk_.ui);
             visit([&](std::int32_t part) { survey_part(part, size); });
         });
-        session_.obj = selection_;
+        session_.part.obj = selection_;
         return size;
     }
 
@@ -206,7 +207,7 @@ class MarkedParts {
     }
 
     [[nodiscard]] bool is_empty() const {
-        return session_.pu.count() < 1 && session_.lin.count() < 1;
+        return session_.part.pu.count() < 1 && session_.part.lin.count() < 1;
     }
 
     /// Parts that have never been plotted get their settings.
@@ -216,7 +217,7 @@ class MarkedParts {
             if (session_.netz[part].netz_ausrichtung == -99) {
                 netzteil_lesen(session_, desk_);
                 store_plot_settings(session_);
-                selection_ = session_.obj;
+                selection_ = session_.part.obj;
             } else {
                 read(part);
             }
@@ -266,7 +267,7 @@ class Document {
     Document& operator=(const Document&) = delete;
 
     bool begin(const Session& session) {
-        open_ = printer_.begin_job({session.titel[0].getTitelText()});
+        open_ = printer_.begin_job({session.part.titel[0].getTitelText()});
         return open_;
     }
     void end() {
@@ -285,8 +286,8 @@ class StandIn {
     explicit StandIn(Session& session)
         : session_(session),
           printer_(session.printer),
-          plot_(session.plot),
-          sheet_(session.sheet),
+          plot_(session.part.plot),
+          sheet_(session.part.sheet),
           entry_(session.window[MenuItem::m_optionen_drucker]) {
         constexpr std::int16_t colours = 2;
         session.printer.drucker_ok = table_true;
@@ -294,8 +295,8 @@ class StandIn {
     }
     ~StandIn() {
         session_.printer = printer_;
-        session_.plot = plot_;
-        session_.sheet = sheet_;
+        session_.part.plot = plot_;
+        session_.part.sheet = sheet_;
         session_.window[MenuItem::m_optionen_drucker] = entry_;
     }
     StandIn(const StandIn&) = delete;
@@ -417,7 +418,7 @@ PlotPaper plot_paper(Session& session, const Desk& desk) {
     constexpr std::int16_t a4 = 9;
     constexpr float a4_short = 210 * twips_per_millimetre;
     constexpr float a4_long = 297 * twips_per_millimetre;
-    const bool lying = session.plot.plot_ausrichtung == querformat;
+    const bool lying = session.part.plot.plot_ausrichtung == querformat;
     PlotPaper paper{a4, lying ? a4_long : a4_short, lying ? a4_short : a4_long, 0, 0};
     ComputePaperArea(session, desk);
     if (session.printer.drucker_ok == table_true && desk.printer != nullptr) {
@@ -426,7 +427,7 @@ PlotPaper plot_paper(Session& session, const Desk& desk) {
             paper = {printer.PaperSize(), printer.Width(), printer.Height(), 0, 0};
         });
     }
-    const SheetGeometry& sheet = session.sheet;
+    const SheetGeometry& sheet = session.part.sheet;
     paper.printable_width = (sheet.papier_breite + sheet.rand_links + sheet.rand_rechts) * 1000;
     paper.printable_height = (sheet.papier_hoehe + sheet.rand_oben + sheet.rand_unten) * 1000;
     return paper;

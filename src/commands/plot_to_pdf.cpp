@@ -36,7 +36,7 @@ void take_paper(PdfPrinter& device, const PlotPaper& paper, std::int16_t orienta
 void plot_als_pdf(Session& session, const std::string& path, const Desk& desk) {
     PdfPrinter device([&path] { return std::optional(path); });
     try {
-        take_paper(device, plot_paper(session, desk), session.plot.plot_ausrichtung);
+        take_paper(device, plot_paper(session, desk), session.part.plot.plot_ausrichtung);
         plot_on_device(session, device, desk);
     } catch (const PrinterError& error) {
         throw FatalError(error.what());

@@ -46,13 +46,13 @@ std::string limit_text(double value) {
 
 /// Computes the extents anew; false, and they stay, if the sheets cannot be counted then.
 bool take_extents(Session& session, TextMeasurer& measurer, Printer* printer) {
-    const Extents before = session.extents;
+    const Extents before = session.part.extents;
     PaperTextOnDesk paper_text(session, measurer, printer);
     ComputeExtents(session, paper_text);
-    if (!(session.plot.plot_massstab > 0) || sheets_can_be_counted(session)) {
+    if (!(session.part.plot.plot_massstab > 0) || sheets_can_be_counted(session)) {
         return true;
     }
-    session.extents = before;
+    session.part.extents = before;
     return false;
 }
 
@@ -61,7 +61,7 @@ bool take_extents(Session& session, TextMeasurer& measurer, Printer* printer) {
 double display_begin(Session& session) {
     standard_vektor_lage(session, save);
     standard_vektor_hoehe(session, save);
-    return session.plot.plot_massstab;
+    return session.part.plot.plot_massstab;
 }
 
 void display_standard(Session& session, DisplayTab tab) {
@@ -75,7 +75,7 @@ bool display_accept(Session& session, TextMeasurer& measurer, Printer* printer) 
     for (const DefaultHelper helper : tab_helpers) {
         helper(session, save);
     }
-    session.plot_merk.plot_massstab = session.plot.plot_massstab;
+    session.part.plot_merk.plot_massstab = session.part.plot.plot_massstab;
     return true;
 }
 
@@ -83,7 +83,7 @@ void display_reject(Session& session, double plot_massstab) {
     for (const DefaultHelper helper : tab_helpers) {
         helper(session, restore);
     }
-    session.plot.plot_massstab = plot_massstab;
+    session.part.plot.plot_massstab = plot_massstab;
 }
 
 std::string number_text(double value, std::string_view mask) {

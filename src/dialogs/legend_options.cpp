@@ -15,10 +15,10 @@ namespace veldra {
 namespace {
 
 const Titelzeile& title_of(const Session& session, std::size_t line) {
-    return session.titel[line - 1];
+    return session.part.titel[line - 1];
 }
 Titelzeile& title_of(Session& session, std::size_t line) {
-    return session.titel[line - 1];
+    return session.part.titel[line - 1];
 }
 
 bool works(const Session& session, const Printer* printer) {
@@ -63,7 +63,7 @@ void legend_accept(Session& session, const std::array<LegendEntry, legend_line_c
         title_of(session, line).setTitelText(entry.standard ? std::string() : entry.text);
     }
     if (position >= 1 && position <= 4) {
-        session.plot.plot_legendenlage = position;
+        session.part.plot.plot_legendenlage = position;
     }
 }
 

@@ -115,12 +115,12 @@ bool shows_values(const ObjectSelection& obj) {
 
 void fit_empty_part(Session& session, SelectionLeft left) {
     constexpr std::int16_t with_margin = 1;
-    const Extents& extents = session.extents;
+    const Extents& extents = session.part.extents;
     FitView(session, extents.gesamt_rw_min, extents.gesamt_hw_min, extents.gesamt_rw_max,
             extents.gesamt_hw_max, with_margin);
     if (left == SelectionLeft::by_ok) {
-        session.plot.plot_null_rechts = extents.gesamt_rw_min;
-        session.plot.plot_null_hoch = extents.gesamt_hw_min;
+        session.part.plot.plot_null_rechts = extents.gesamt_rw_min;
+        session.part.plot.plot_null_hoch = extents.gesamt_hw_min;
     }
 }
 
@@ -130,7 +130,7 @@ void read_part_anew(Session& session, const ObjectSelection& before, const Desk&
                     const std::function<void()>& settle) {
     constexpr int readings = 2;
     const Hourglass hourglass(session, desk.ui);
-    const bool values = shows_values(before) || shows_values(session.obj);
+    const bool values = shows_values(before) || shows_values(session.part.obj);
     FormerPart former(session, values ? FormerPart::Points::copied : FormerPart::Points::kept,
                       before);
     expect_readings(session.work, readings);
@@ -179,17 +179,17 @@ void settle_test(ObjectSelection& obj) {
 }
 
 void choose_reference_system(Session& session, std::int16_t obj_bezu) {
-    session.obj.obj_bezu = obj_bezu;
+    session.part.obj.obj_bezu = obj_bezu;
     ResolveSystem(session);
 }
 
 void choose_ellipsoid(Session& session, std::int32_t obj_bezu_elli) {
-    session.obj.obj_bezu_elli = obj_bezu_elli;
+    session.part.obj.obj_bezu_elli = obj_bezu_elli;
     ResolveSystem(session);
 }
 
 void choose_mapping(Session& session, std::int32_t obj_bezu_abbi) {
-    session.obj.obj_bezu_abbi = obj_bezu_abbi;
+    session.part.obj.obj_bezu_abbi = obj_bezu_abbi;
     ResolveSystem(session);
 }
 
@@ -218,12 +218,12 @@ void step_meridian(ObjectSelection& obj, int step) {
 
 void auswahl_uebernehmen(Session& session, const ObjectSelection& before, SelectionLeft left,
                          const Desk& desk) {
-    derive_value_modes(session.obj);
+    derive_value_modes(session.part.obj);
     if (session.datei_geladen != 1) {
         return;
     }
     read_part_anew(session, before, desk, [&session, left] {
-        if (session.pu.count() == 0 && session.lin.count() == 0) {
+        if (session.part.pu.count() == 0 && session.part.lin.count() == 0) {
             fit_empty_part(session, left);
         }
     });
@@ -235,7 +235,7 @@ void grenzwert_uebernehmen(Session& session, double before, const Desk& desk) {
         return;
     }
     FormerLimit former(session, before);
-    read_part_anew(session, session.obj, desk, [] {});
+    read_part_anew(session, session.part.obj, desk, [] {});
     former.replaced();
     desk.redraw();
 }

@@ -32,8 +32,8 @@ std::int16_t typed_count(std::string_view text) {
 
 void RefreshSheetCounts(Session& session, PlotOptions& options, const WorldPoint& from,
                         const WorldPoint& to) {
-    SheetGeometry& sheet = session.sheet;
-    PlotSettings& plot = session.plot;
+    SheetGeometry& sheet = session.part.sheet;
+    PlotSettings& plot = session.part.plot;
     sheet.plot_auto_rechts =
         sheet_count(session, to.rechts - from.rechts, sheet.papier_breite, "plot_auto_rechts");
     sheet.plot_auto_hoch =
@@ -48,8 +48,8 @@ void RefreshSheetCounts(Session& session, PlotOptions& options, const WorldPoint
 
 /// Counts from the zero point that OK would leave behind.
 void refresh(Session& session, PlotOptions& options) {
-    const Extents& extents = session.extents;
-    const PlotSettings& plot = session.plot;
+    const Extents& extents = session.part.extents;
+    const PlotSettings& plot = session.part.plot;
     const WorldPoint from = options.null_anpassen
                                 ? WorldPoint{extents.gesamt_rw_min, extents.gesamt_hw_min}
                                 : WorldPoint{plot.plot_null_rechts, plot.plot_null_hoch};
@@ -59,18 +59,18 @@ void refresh(Session& session, PlotOptions& options) {
 /// Runs a change; if it leads to more sheets than can be counted, all is as it was before.
 template <typename Change>
 bool attempt(Session& session, PlotOptions& options, Change&& change) {
-    const PlotSettings plot = session.plot;
-    const SheetGeometry sheet = session.sheet;
-    const Extents extents = session.extents;
+    const PlotSettings plot = session.part.plot;
+    const SheetGeometry sheet = session.part.sheet;
+    const Extents extents = session.part.extents;
     const PlotOptions shown = options;
     try {
         change();
         refresh(session, options);
         return true;
     } catch (const FatalError&) {
-        session.plot = plot;
-        session.sheet = sheet;
-        session.extents = extents;
+        session.part.plot = plot;
+        session.part.sheet = sheet;
+        session.part.extents = extents;
         options = shown;
         return false;
     }
@@ -84,8 +84,8 @@ void turn_paper(Session& session, const Desk& desk) {
 }
 
 bool has_open_part(const Session& session) {
-    return session.datei_geladen == 1 && session.netz_aktuell >= 1 &&
-           session.netz_aktuell <= session.netz.count();
+    return session.datei_geladen == 1 && session.part.netz_aktuell >= 1 &&
+           session.part.netz_aktuell <= session.netz.count();
 }
 
 }  // namespace
@@ -110,7 +110,7 @@ PlotOptions open_plot_options(Session& session, const Desk& desk) {
     clear_undo(session.window);
     CheckPrinter(session, desk.printer);
     ComputePaperArea(session, desk);
-    const PlotSettings& plot = session.plot;
+    const PlotSettings& plot = session.part.plot;
     PlotOptions options;
     options.massstab = plot_scale_denominator(plot.plot_massstab);
     options.blatt_auto = plot.plot_blatt_auto == table_true;
@@ -119,7 +119,8 @@ PlotOptions open_plot_options(Session& session, const Desk& desk) {
     options.blatt_hoch = count_text(plot.plot_blatt_hoch);
     options.netzteil_offen = has_open_part(session);
     if (options.netzteil_offen) {
-        options.netzteil_plotten = session.netz[session.netz_aktuell].netz_plotmarke != table_false;
+        options.netzteil_plotten =
+            session.netz[session.part.netz_aktuell].netz_plotmarke != table_false;
     }
     // Counts that cannot be told now stay as they are until there is another scale.
     static_cast<void>(attempt(session, options, [] {}));
@@ -130,7 +131,7 @@ bool choose_plot_scale(Session& session, const Desk& desk, PlotOptions& options,
                        std::string_view text) {
     const ScaleEntry entry = ground_scale_entry(text);
     return entry.valid && attempt(session, options, [&] {
-               session.plot.plot_massstab = 1 / entry.value;
+               session.part.plot.plot_massstab = 1 / entry.value;
                ComputeExtents(session, desk);
                options.massstab = entry.text;
            });
@@ -139,7 +140,7 @@ bool choose_plot_scale(Session& session, const Desk& desk, PlotOptions& options,
 bool choose_plot_format(Session& session, const Desk& desk, PlotOptions& options,
                         std::int16_t format) {
     const bool taken = attempt(session, options, [&] {
-        session.plot.plot_ausrichtung = static_cast<std::int16_t>(format + 1);
+        session.part.plot.plot_ausrichtung = static_cast<std::int16_t>(format + 1);
         turn_paper(session, desk);
     });
     if (!taken) {
@@ -151,7 +152,7 @@ bool choose_plot_format(Session& session, const Desk& desk, PlotOptions& options
 bool choose_binding_margin(Session& session, const Desk& desk, PlotOptions& options,
                            std::int16_t margin) {
     return attempt(session, options, [&] {
-        session.plot.plot_heftrand = margin;
+        session.part.plot.plot_heftrand = margin;
         ComputePaperArea(session, desk);
     });
 }
@@ -170,11 +171,11 @@ bool accept_plot_options(Session& session, const Desk& desk, PlotOptions& option
         return false;
     }
     const Hourglass hourglass(session, desk.ui);
-    PlotSettings& plot = session.plot;
+    PlotSettings& plot = session.part.plot;
     if (options.blatt_auto) {
         plot.plot_blatt_auto = table_true;
-        plot.plot_blatt_rechts = session.sheet.plot_auto_rechts;
-        plot.plot_blatt_hoch = session.sheet.plot_auto_hoch;
+        plot.plot_blatt_rechts = session.part.sheet.plot_auto_rechts;
+        plot.plot_blatt_hoch = session.part.sheet.plot_auto_hoch;
     } else {
         plot.plot_blatt_auto = table_false;
         plot.plot_blatt_rechts = typed_count(options.blatt_rechts);
@@ -184,14 +185,14 @@ bool accept_plot_options(Session& session, const Desk& desk, PlotOptions& option
     plot_merken(session, 2);
     ComputeExtents(session, desk);
     if (options.null_anpassen) {
-        plot.plot_null_rechts = session.extents.gesamt_rw_min;
-        plot.plot_null_hoch = session.extents.gesamt_hw_min;
+        plot.plot_null_rechts = session.part.extents.gesamt_rw_min;
+        plot.plot_null_hoch = session.part.extents.gesamt_hw_min;
     }
     const Viewport view = session.view;
     FitView(session, view.ansicht_rw_min, view.ansicht_hw_min, view.ansicht_rw_max,
             view.ansicht_hw_max, 0);
     if (options.netzteil_offen) {
-        session.netz[session.netz_aktuell].netz_plotmarke =
+        session.netz[session.part.netz_aktuell].netz_plotmarke =
             options.netzteil_plotten ? table_true : table_false;
     }
     return true;

@@ -106,13 +106,13 @@ bool is_drawn(const MaximumBar& bar) {
 }  // namespace
 
 std::size_t shown_position_slot(const Session& session) {
-    const std::int16_t kind = session.obj.obj_wert_lage;
+    const std::int16_t kind = session.part.obj.obj_wert_lage;
     return kind >= 1 && kind <= 3 ? static_cast<std::size_t>(kind) : 0;
 }
 
 std::size_t shown_height_slot(const Session& session) {
     constexpr std::size_t before_height = 3;
-    const std::int16_t kind = session.obj.obj_wert_hoehe;
+    const std::int16_t kind = session.part.obj.obj_wert_hoehe;
     return kind >= 1 && kind <= 3 ? static_cast<std::size_t>(kind) + before_height : 0;
 }
 

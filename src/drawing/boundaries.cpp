@@ -99,7 +99,7 @@ std::string boundary_path(const Session& session, const std::string& datei) {
 
 const BoundaryLines* boundary_lines(Session& session) {
     BoundaryCache& cache = boundary_cache(session);
-    if (session.obj.obj_bezu <= 0) {
+    if (session.part.obj.obj_bezu <= 0) {
         return nullptr;
     }
     const Settings& settings = session.settings;
@@ -108,7 +108,7 @@ const BoundaryLines* boundary_lines(Session& session) {
     inputs.stamp = file_stamp(inputs.path);
     inputs.chain =
         chain_setup(session, {settings.verw_elli, settings.verw_abbi}, settings.verw_datum);
-    const std::optional<BoundaryCode> end = boundary_end(session.obj.obj_verw);
+    const std::optional<BoundaryCode> end = boundary_end(session.part.obj.obj_verw);
     if (cache.inputs == inputs && reaches(cache, end)) {
         return &cache.lines;
     }
@@ -147,8 +147,8 @@ void draw_boundary_lines(const BoundaryLines& lines, const std::optional<Boundar
 void DrawBoundaries(Session& session, const LayerFrame& frame, DrawingTarget& target) {
     const BoundaryLines* lines = boundary_lines(session);
     if (lines != nullptr) {
-        draw_boundary_lines(*lines, boundary_end(session.obj.obj_verw), session.settings, frame,
-                            target);
+        draw_boundary_lines(*lines, boundary_end(session.part.obj.obj_verw), session.settings,
+                            frame, target);
     }
 }
 

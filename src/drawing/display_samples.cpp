@@ -27,9 +27,9 @@ Session sample_session(const Session& live, const SampleSize& size) {
     sample.settings = live.settings;
     sample.vektor_massstab = live.vektor_massstab;
     sample.view = {0, 0, size.width, size.height, 1};
-    sample.plot.plot_massstab = 0.0254 / twips_per_inch;
-    sample.obj.obj_pube = 1;
-    sample.obj.obj_pusi = 1;
+    sample.part.plot.plot_massstab = 0.0254 / twips_per_inch;
+    sample.part.obj.obj_pube = 1;
+    sample.part.obj.obj_pusi = 1;
     return sample;
 }
 
@@ -68,7 +68,7 @@ LayerFrame sample_frame(const Session& sample, TextMeasurer& measurer, SampleMed
 }
 
 PointRow& add_point(Session& sample, double x, double y) {
-    return sample.pu[sample.pu.punkt_neu(x, y)];
+    return sample.part.pu[sample.part.pu.punkt_neu(x, y)];
 }
 
 void set_class(PointRow& point, std::size_t klasse) {
@@ -99,8 +99,8 @@ LineRow& add_line_across(Session& sample, const SampleSize& size) {
         set_class(point, 1);
         point.pu_signatur = 1;
     }
-    sample.pu.close_signature_rows();
-    LineRow& row = sample.lin[sample.lin.lin_suchen(ends).index];
+    sample.part.pu.close_signature_rows();
+    LineRow& row = sample.part.lin[sample.part.lin.lin_suchen(ends).index];
     row.lin_klasse_von = 1;
     row.lin_klasse_nach = 1;
     return row;
@@ -148,13 +148,13 @@ PointSample draw_point_sample(const Session& session, TextMeasurer& measurer, Dr
         point.pu_signatur = i == 3 ? -1 : 1;
         point.pu_bez = i == chosen ? point_text : "";
     }
-    sample.pu.close_signature_rows();
+    sample.part.pu.close_signature_rows();
     const LayerFrame frame = sample_frame(sample, measurer, medium);
     DrawPointSignatures(sample, frame, target);
     DrawPointLabels(sample, frame, target);
     const std::size_t row = chosen + 1;
-    if (row < sample.lbl_pubez.size()) {
-        result.pubez = sample.lbl_pubez[row];
+    if (row < sample.part.lbl_pubez.size()) {
+        result.pubez = sample.part.lbl_pubez[row];
     }
     result.pubez_font = frame.point_font;
     result.nubez = district_label(frame, result, size);
@@ -180,10 +180,10 @@ void draw_observation_sample(const Session& session, TextMeasurer& measurer, Dra
         case ObservationSample::orientation:
             row.lin_typ_seite = orientation;
             row.lin_fernziel.set("Fernziel");
-            sample.pu.clear();
+            sample.part.pu.clear();
             set_class(add_point(sample, size.width / 10, std::floor(size.height / 2)), 1);
-            sample.pu[1].pu_signatur = 1;
-            sample.pu.close_signature_rows();
+            sample.part.pu[1].pu_signatur = 1;
+            sample.part.pu.close_signature_rows();
             break;
     }
     const LayerFrame frame = sample_frame(sample, measurer, medium);
@@ -229,7 +229,7 @@ void draw_vector_sample(const Session& session, TextMeasurer& measurer, DrawingT
         point.pu_wert_hoehe = state;
         point.pu_wert_dh = value;
     }
-    sample.pu.close_signature_rows();
+    sample.part.pu.close_signature_rows();
     const LayerFrame frame = sample_frame(sample, measurer, SampleMedium::screen);
     DrawPointSignatures(sample, frame, target);
     if (slot == ellipses) {
@@ -246,8 +246,8 @@ void draw_test_sample(const Session& session, TextMeasurer& measurer, DrawingTar
     sample.settings.stevwert = {0, 1};
     sample.settings.stnvwert = {0, 1, 2, 3};
     sample.settings.stepwert = {0, 1, 2};
-    sample.obj.obj_test_beob = table_true;
-    sample.obj.obj_test = statistic == 0 ? std::int16_t{1} : statistic;
+    sample.part.obj.obj_test_beob = table_true;
+    sample.part.obj.obj_test = statistic == 0 ? std::int16_t{1} : statistic;
     TestValues values;
     if (statistic == 1) {
         values.ev = number == 1 ? 2 : 0;  // the first class of EV is the one above the limit

@@ -203,8 +203,8 @@ NodeLabels::NodeLabels(const Session& session, const LayerFrame& frame, const Di
       frame_(frame),
       grid_(grid),
       face_(frame.measurer->face_metrics(frame.district_font)) {
-    for (std::int32_t i = 1; i <= session.nuoff.count(); ++i) {
-        moved_[session.nuoff[i].nuoff_bez] = i;
+    for (std::int32_t i = 1; i <= session.part.nuoff.count(); ++i) {
+        moved_[session.part.nuoff[i].nuoff_bez] = i;
     }
 }
 
@@ -212,12 +212,12 @@ Label NodeLabels::label(std::size_t node) const {
     double x = grid_.grid_rechts[node];
     double y = grid_.grid_hoch[node];
     std::string caption = blank_caption;
-    if (session_.obj.obj_nbez == district_numbers::at_nodes) {
+    if (session_.part.obj.obj_nbez == district_numbers::at_nodes) {
         const std::string& number = grid_.grid_bez[node];
-        caption = caption_of(session_.obj.obj_nube, number);
+        caption = caption_of(session_.part.obj.obj_nube, number);
         if (const auto found = moved_.find(number); found != moved_.end()) {
-            x = session_.nuoff[found->second].nuoff_rechts;
-            y = session_.nuoff[found->second].nuoff_hoch;
+            x = session_.part.nuoff[found->second].nuoff_rechts;
+            y = session_.part.nuoff[found->second].nuoff_hoch;
         }
     }
     const LabelSize size = label_size(frame_, face_, frame_.district_font, caption);

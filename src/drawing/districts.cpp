@@ -7,7 +7,7 @@
 namespace veldra {
 
 DistrictInputs district_inputs(const Session& session, const TargetBox& area) {
-    const ObjectSelection& obj = session.obj;
+    const ObjectSelection& obj = session.part.obj;
     DistrictInputs inputs;
     inputs.obj_nube = obj.obj_nube;
     inputs.obj_bezu = obj.obj_bezu;
@@ -53,8 +53,8 @@ void DrawGrid(Session& session, const LayerFrame& frame, DrawingTarget& target,
         return;
     }
     const auto labels = static_cast<std::size_t>(grid.nodes()) + 1;
-    if (!grid.grid_zu_gross && session.lbl_nubez.size() < labels) {
-        session.lbl_nubez.resize(labels);
+    if (!grid.grid_zu_gross && session.part.lbl_nubez.size() < labels) {
+        session.part.lbl_nubez.resize(labels);
     }
     const NodeLabels node_labels(session, frame, grid);
     visit_grid(
@@ -68,7 +68,7 @@ void DrawGrid(Session& session, const LayerFrame& frame, DrawingTarget& target,
             }
         },
         [&](std::size_t node) {
-            Label& label = session.lbl_nubez[node];
+            Label& label = session.part.lbl_nubez[node];
             label = node_labels.label(node);
             if (frame.gap && overlap(ground_of(label, frame), *frame.gap)) {
                 label.visible = false;
@@ -81,7 +81,7 @@ void DrawGrid(Session& session, const LayerFrame& frame, DrawingTarget& target,
 }
 
 void HideGridLabels(Session& session) {
-    for (Label& label : session.lbl_nubez) {
+    for (Label& label : session.part.lbl_nubez) {
         label.visible = false;
         label.enabled = false;
     }
@@ -89,8 +89,8 @@ void HideGridLabels(Session& session) {
 
 NumbezOffset FindNumbezOffset(const Session& session, std::string_view name) {
     NumbezOffset found;
-    for (std::int32_t i = 1; i <= session.nuoff.count(); ++i) {
-        const NubezOffsetRow& row = session.nuoff[i];
+    for (std::int32_t i = 1; i <= session.part.nuoff.count(); ++i) {
+        const NubezOffsetRow& row = session.part.nuoff[i];
         if (row.nuoff_bez == name) {
             found = {i, row.nuoff_rechts, row.nuoff_hoch};
         }

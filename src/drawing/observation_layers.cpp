@@ -26,11 +26,12 @@ class ObservationLayer {
     ObservationLayer(Session& session, const LayerFrame& frame, DrawingTarget& target)
         : session_(session),
           settings_(session.settings),
-          obj_(session.obj),
+          obj_(session.part.obj),
           frame_(frame),
           surface_(frame, target),
-          index_(session.view_index) {
-        session.view_index.refresh(session.pu, session.lin, session.tables_revision);
+          index_(session.part.view_index) {
+        session.part.view_index.refresh(session.part.pu, session.part.lin,
+                                        session.part.tables_revision);
         options_.length = frame.lenori;
         options_.tested = obj_.obj_test_beob != table_false;
         options_.signatures = obj_.obj_pusi == 1;
@@ -84,10 +85,10 @@ class PlainObservations : public ObservationLayer {
 
     void draw(ObservationForm form) {
         horizontal_ = form == ObservationForm::horizontal;
-        index_.visit_lines(session_.lin, surface_.visible_ground(), margin_beyond_line(),
+        index_.visit_lines(session_.part.lin, surface_.visible_ground(), margin_beyond_line(),
                            [this](std::int32_t i) {
                                surface_.target().begin_row(i);
-                               draw_row(session_.lin[i]);
+                               draw_row(session_.part.lin[i]);
                            });
         surface_.style(solid);
     }
@@ -146,10 +147,10 @@ class TestedObservations : public ObservationLayer {
             ground.reset();
         }
         std::int32_t last_drawn = 0;
-        index_.visit_lines(session_.lin, ground, margin_beyond_line(), [&](std::int32_t i) {
-            if (is_drawn(session_.lin[i])) {
+        index_.visit_lines(session_.part.lin, ground, margin_beyond_line(), [&](std::int32_t i) {
+            if (is_drawn(session_.part.lin[i])) {
                 surface_.target().begin_row(i);
-                draw_row(session_.lin[i]);
+                draw_row(session_.part.lin[i]);
                 last_drawn = i;
             }
         });
@@ -189,9 +190,9 @@ class TestedObservations : public ObservationLayer {
     /// The layer ends with the pen of its last row, which later layers go on with; so it must be
     /// set even when that row was out of view.
     void leave_pen_of_last_row(std::int32_t last_drawn) {
-        for (std::int32_t i = session_.lin.count(); i > last_drawn; --i) {
-            if (is_drawn(session_.lin[i])) {
-                set_backward_style(session_.lin[i]);
+        for (std::int32_t i = session_.part.lin.count(); i > last_drawn; --i) {
+            if (is_drawn(session_.part.lin[i])) {
+                set_backward_style(session_.part.lin[i]);
                 return;
             }
         }
@@ -209,7 +210,7 @@ class Orientations : public ObservationLayer {
         const double margin = ground ? reach() : 0;
         bool follows_hidden_row = false;
         for (const std::int32_t i : index_.orientations()) {
-            const LineRow& row = session_.lin[i];
+            const LineRow& row = session_.part.lin[i];
             if (ground && !is_near(*ground, row, margin)) {
                 follows_hidden_row = true;
                 continue;

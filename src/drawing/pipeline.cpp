@@ -29,7 +29,7 @@ void set_caption(Session& session) {
     WindowState& window = session.window;
     window.caption = window.fenstertitel;
     if (session.netz.count() > 0) {
-        window.caption += " (" + to_utf8(session.netz[session.netz_aktuell].netz_name) + ")";
+        window.caption += " (" + to_utf8(session.netz[session.part.netz_aktuell].netz_name) + ")";
     }
     window.caption += ": " + to_utf8(BuildTitle(session, title_code::objects));
 }
@@ -41,7 +41,7 @@ bool colours_residuals(const ObjectSelection& obj) {
 }
 
 void draw_residuals(Session& session, const LayerFrame& frame, DrawingTarget& target, int kind) {
-    if (colours_residuals(session.obj)) {
+    if (colours_residuals(session.part.obj)) {
         DrawTestResiduals(session, frame, target, kind);
     } else {
         DrawVectors(session, frame, target, kind);
@@ -98,7 +98,7 @@ void withdraw_commands(WindowState& window, PictureMode mode) {
 void report_empty(Session& session, UserInterface& ui) {
     std::string text = "Datei enthält keine darzustellenden Objekte";
     if (session.netz.count() > 0) {
-        NetworkPartRow& part = session.netz[session.netz_aktuell];
+        NetworkPartRow& part = session.netz[session.part.netz_aktuell];
         part.netz_plotmarke = table_false;
         text = "Netzteil " + to_utf8(part.netz_name) + " enthält keine darzustellenden Objekte";
     }
@@ -107,9 +107,9 @@ void report_empty(Session& session, UserInterface& ui) {
 
 /// Rows that the layers of the selection run through, each for itself; 1 at least.
 double rows_to_draw(const Session& session) {
-    const ObjectSelection& obj = session.obj;
-    const double lines = session.lin.count();
-    const double points = session.pu.count();
+    const ObjectSelection& obj = session.part.obj;
+    const double lines = session.part.lin.count();
+    const double points = session.part.pu.count();
     double rows = obj.obj_beob >= 1 && obj.obj_beob <= 3 ? lines : 0;
     for (const bool drawn : {obj.obj_pusi != 0, obj.obj_wert_lage != 0, obj.obj_wert_hoehe != 0}) {
         rows += drawn ? points : 0;
@@ -120,17 +120,17 @@ double rows_to_draw(const Session& session) {
 
 /// Labels of an older view would stand at wrong places.
 void hide_labels(Session& session) {
-    for (Label& label : session.lbl_pubez) {
+    for (Label& label : session.part.lbl_pubez) {
         label.visible = false;
     }
-    session.lbl_pubez_placed.clear();
+    session.part.lbl_pubez_placed.clear();
     HideGridLabels(session);
 }
 
 }  // namespace
 
 void draw_observations(Session& session, const LayerFrame& frame, DrawingTarget& target) {
-    const ObjectSelection& obj = session.obj;
+    const ObjectSelection& obj = session.part.obj;
     if (obj.obj_beob < 1 || obj.obj_beob > 3) {
         return;
     }
@@ -147,13 +147,13 @@ void draw_observations(Session& session, const LayerFrame& frame, DrawingTarget&
 }
 
 void draw_signatures(Session& session, const LayerFrame& frame, DrawingTarget& target) {
-    if (session.obj.obj_pusi != 0) {
+    if (session.part.obj.obj_pusi != 0) {
         DrawPointSignatures(session, frame, target);
     }
 }
 
 void draw_position_values(Session& session, const LayerFrame& frame, DrawingTarget& target) {
-    switch (session.obj.obj_wert_lage) {
+    switch (session.part.obj.obj_wert_lage) {
         case 1:
             DrawVectors(session, frame, target, 1);
             break;
@@ -169,7 +169,7 @@ void draw_position_values(Session& session, const LayerFrame& frame, DrawingTarg
 }
 
 void draw_height_values(Session& session, const LayerFrame& frame, DrawingTarget& target) {
-    switch (session.obj.obj_wert_hoehe) {
+    switch (session.part.obj.obj_wert_hoehe) {
         case 1:
             DrawVectors(session, frame, target, 4);
             break;
@@ -212,9 +212,9 @@ void draw_boundaries_or_report(Session& session, UserInterface& ui,
 bool draw_or_give_up(Session& session, DrawingTarget& target,
                      const std::function<void(DrawingTarget&)>& draw) {
     const double rows = rows_to_draw(session);
-    session.view_index.begin_counting();
+    session.part.view_index.begin_counting();
     WatchedTarget watched(target, session.work, [&session, rows] {
-        return static_cast<double>(session.view_index.rows_passed()) / rows;
+        return static_cast<double>(session.part.view_index.rows_passed()) / rows;
     });
     try {
         draw(watched);
@@ -233,7 +233,7 @@ void begin_picture(Session& session, UserInterface& ui) {
 }
 
 void end_picture(Session& session, UserInterface& ui, PictureMode mode) {
-    if (session.pu.count() > 0 || session.lin.count() > 0) {
+    if (session.part.pu.count() > 0 || session.part.lin.count() > 0) {
         offer_commands(session.window, mode);
     } else {
         withdraw_commands(session.window, mode);
@@ -245,10 +245,10 @@ void end_picture(Session& session, UserInterface& ui, PictureMode mode) {
 bool DrawAll(Session& session, DrawingTarget& target, TextMeasurer& measurer, UserInterface& ui) {
     begin_picture(session, ui);
     const LayerFrame frame = screen_frame(session, measurer);
-    session.lbl_pubez_font = frame.point_font;
-    session.lbl_nubez_font = frame.district_font;
+    session.part.lbl_pubez_font = frame.point_font;
+    session.part.lbl_nubez_font = frame.district_font;
     const bool whole = draw_or_give_up(session, target, [&](DrawingTarget& watched) {
-        if (session.obj.obj_verw != 0) {
+        if (session.part.obj.obj_verw != 0) {
             draw_boundaries_or_report(session, ui,
                                       [&] { DrawBoundaries(session, frame, watched); });
         }

@@ -26,7 +26,7 @@ class PointLabels {
  public:
     PointLabels(Session& session, const LayerFrame& frame, DrawingTarget& target)
         : session_(session),
-          obj_(session.obj),
+          obj_(session.part.obj),
           frame_(frame),
           surface_(frame, target),
           target_(target),
@@ -41,17 +41,19 @@ class PointLabels {
     void draw() {
         set_dot_pen();
         hide_all();
-        session_.view_index.refresh(session_.pu, session_.lin, session_.tables_revision);
-        const std::int32_t last_point = session_.pu.pu_anzahl_signatur;
+        session_.part.view_index.refresh(session_.part.pu, session_.part.lin,
+                                         session_.part.tables_revision);
+        const std::int32_t last_point = session_.part.pu.pu_anzahl_signatur;
         const bool epochs = obj_.obj_wert_lage == 1 || obj_.obj_wert_hoehe == 1;
-        session_.view_index.visit_points(session_.pu, ground_, margin(epochs), [&](std::int32_t i) {
-            target_.begin_row(i);
-            if (i <= last_point) {
-                place_point_label(i);
-            } else if (epochs) {
-                place_epoch_label(i);
-            }
-        });
+        session_.part.view_index.visit_points(session_.part.pu, ground_, margin(epochs),
+                                              [&](std::int32_t i) {
+                                                  target_.begin_row(i);
+                                                  if (i <= last_point) {
+                                                      place_point_label(i);
+                                                  } else if (epochs) {
+                                                      place_epoch_label(i);
+                                                  }
+                                              });
     }
 
  private:
@@ -65,19 +67,19 @@ class PointLabels {
     }
 
     void hide_all() {
-        std::vector<Label>& labels = session_.lbl_pubez;
-        for (const std::int32_t i : session_.lbl_pubez_placed) {
+        std::vector<Label>& labels = session_.part.lbl_pubez;
+        for (const std::int32_t i : session_.part.lbl_pubez_placed) {
             if (static_cast<std::size_t>(i) < labels.size()) {
                 labels[static_cast<std::size_t>(i)].visible = false;
             }
         }
-        session_.lbl_pubez_placed.clear();
-        labels.resize(static_cast<std::size_t>(session_.pu.count()) + 1);
+        session_.part.lbl_pubez_placed.clear();
+        labels.resize(static_cast<std::size_t>(session_.part.pu.count()) + 1);
     }
 
     /// How far a label of the usual length and place, or a dot, lies from its point.
     [[nodiscard]] ViewIndex::PointMargin margin(bool epochs) const {
-        const ViewIndex& index = session_.view_index;
+        const ViewIndex& index = session_.part.view_index;
         const Settings& settings = session_.settings;
         const double offset = std::max({ViewIndex::usual_label_offset, std::abs(settings.stanplt),
                                         std::abs(settings.stanptp)}) /
@@ -98,7 +100,7 @@ class PointLabels {
     }
 
     void place_point_label(std::int32_t i) {
-        const PointRow& row = session_.pu[i];
+        const PointRow& row = session_.part.pu[i];
         if (obj_.obj_pube == 1 && !row.pu_bez.empty()) {
             place(i, row, ShortPointNumber(row.pu_bez), {});
         } else {
@@ -110,7 +112,7 @@ class PointLabels {
     }
 
     void place_epoch_label(std::int32_t i) {
-        const PointRow& row = session_.pu[i];
+        const PointRow& row = session_.part.pu[i];
         if (LabelAnchor::is_position_change(row) || LabelAnchor::is_height_change(row)) {
             const bool shown = obj_.obj_epbe == table_true && !row.pu_bez.empty();
             place(i, row, shown ? row.pu_bez : blank_caption, anchor_.offset(row));
@@ -131,7 +133,7 @@ class PointLabels {
         if (!is_in_view(left, top, size)) {
             return;
         }
-        Label& label = session_.lbl_pubez[static_cast<std::size_t>(i)];
+        Label& label = session_.part.lbl_pubez[static_cast<std::size_t>(i)];
         label.caption = caption;
         label.left = static_cast<float>(left - frame_.origin_rechts);
         label.top = static_cast<float>(top - frame_.origin_hoch);
@@ -139,7 +141,7 @@ class PointLabels {
         label.height = size.height;
         label.visible = true;
         label.enabled = true;
-        session_.lbl_pubez_placed.push_back(i);
+        session_.part.lbl_pubez_placed.push_back(i);
         target_.LabelPlaced(LabelArray::lbl_pubez, i, label, frame_.point_font, colour_);
     }
 
@@ -178,14 +180,15 @@ void DrawPointSignatures(Session& session, const LayerFrame& frame, DrawingTarge
     target.ForeColor(black);
     const std::int32_t control_point = toned(frame, control_point_fill);
     const std::int32_t new_point = toned(frame, new_point_fill);
-    session.view_index.refresh(session.pu, session.lin, session.tables_revision);
+    session.part.view_index.refresh(session.part.pu, session.part.lin,
+                                    session.part.tables_revision);
     ViewIndex::PointMargin margin;
     for (const float radius : frame.punsig) {
         margin.fixed = std::max(margin.fixed, std::abs(static_cast<double>(radius)));
     }
-    session.view_index.visit_points(
-        session.pu, surface.visible_ground(), margin, [&](std::int32_t i) {
-            const PointRow& row = session.pu[i];
+    session.part.view_index.visit_points(
+        session.part.pu, surface.visible_ground(), margin, [&](std::int32_t i) {
+            const PointRow& row = session.part.pu[i];
             if (row.pu_signatur == 1 || row.pu_signatur == -1) {
                 target.begin_row(i);
                 target.FillStyle(0);

@@ -42,7 +42,7 @@ std::string scale_text(double massstab) {
 }
 
 std::string object_summary(const Session& session, bool with_scales) {
-    const ObjectSelection& obj = session.obj;
+    const ObjectSelection& obj = session.part.obj;
     std::string title(chosen(observation_names, obj.obj_beob));
     if (!title.empty() && obj.obj_test_beob == table_true) {
         title += chosen(obj.obj_beob == 1 ? position_tests : height_tests, obj.obj_test);
@@ -74,11 +74,11 @@ std::string BuildTitle(const Session& session, int code) {
         case title_code::legend_line_3: {
             const std::string objects = object_summary(session, true);
             return session.netz.count() > 0
-                       ? session.netz[session.netz_aktuell].netz_name + ": " + objects
+                       ? session.netz[session.part.netz_aktuell].netz_name + ": " + objects
                        : objects;
         }
         case title_code::legend_line_4:
-            return "Grundriss " + scale_text(session.plot.plot_massstab);
+            return "Grundriss " + scale_text(session.part.plot.plot_massstab);
         default:
             return object_summary(session, code == title_code::objects_with_scales);
     }

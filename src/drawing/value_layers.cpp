@@ -30,12 +30,13 @@ class ValueLayer {
     ValueLayer(Session& session, const LayerFrame& frame, DrawingTarget& target, int kind)
         : session_(session),
           settings_(session.settings),
-          obj_(session.obj),
+          obj_(session.part.obj),
           surface_(frame, target),
           slot_(checked_slot(kind)),
           kind_(kind),
           scale_(value_scale(session, kind)) {
-        session.view_index.refresh(session.pu, session.lin, session.tables_revision);
+        session.part.view_index.refresh(session.part.pu, session.part.lin,
+                                        session.part.tables_revision);
     }
 
  protected:
@@ -63,15 +64,16 @@ class ValueLayer {
 
     template <typename Visit>
     void visit_visible(Visit&& visit) {
-        const ViewIndex& index = session_.view_index;
+        const ViewIndex& index = session_.part.view_index;
         const ViewIndex::PointMargin margin{
             std::abs(epoch_shift(session_, index.largest_epoch())) +
                 std::abs(static_cast<double>(surface_.frame().punkt_klein)),
             std::abs(scale_)};
-        index.visit_points(session_.pu, surface_.visible_ground(), margin, [&](std::int32_t i) {
-            surface_.target().begin_row(i);
-            visit(i);
-        });
+        index.visit_points(session_.part.pu, surface_.visible_ground(), margin,
+                           [&](std::int32_t i) {
+                               surface_.target().begin_row(i);
+                               visit(i);
+                           });
     }
 
     Session& session_;
@@ -90,7 +92,7 @@ class Vectors : public ValueLayer {
     void draw() {
         surface_.style(solid);
         visit_visible([this](std::int32_t i) {
-            if (is_shown(session_.pu[i])) {
+            if (is_shown(session_.part.pu[i])) {
                 draw_row(i);
             }
         });
@@ -118,7 +120,7 @@ class Vectors : public ValueLayer {
     /// row between that was out of view.
     [[nodiscard]] Tip kept_end(std::int32_t i) const {
         for (std::int32_t before = i - 1; before > last_row_; --before) {
-            const PointRow& row = session_.pu[before];
+            const PointRow& row = session_.part.pu[before];
             if (is_shown(row) && row.pu_epoche >= 0) {
                 return tip_of(row);
             }
@@ -127,7 +129,7 @@ class Vectors : public ValueLayer {
     }
 
     void draw_row(std::int32_t i) {
-        const PointRow& row = session_.pu[i];
+        const PointRow& row = session_.part.pu[i];
         if (row.pu_epoche < 0) {
             return;
         }
@@ -157,7 +159,7 @@ class TestResiduals : public ValueLayer {
             return;
         }
         visit_visible([this](std::int32_t i) {
-            const PointRow& row = session_.pu[i];
+            const PointRow& row = session_.part.pu[i];
             if (!is_shown(row)) {
                 return;
             }
@@ -209,14 +211,14 @@ class Ellipses : public ValueLayer {
         : ValueLayer(session, frame, target, ellipses) {}
 
     void draw() {
-        if (width_of(-ellipses) < 1 || !session_.view_index.has_ellipses()) {
+        if (width_of(-ellipses) < 1 || !session_.part.view_index.has_ellipses()) {
             return;
         }
         if (surface_.visible_ground()) {
             set_pen();  // later layers go on with it, even when no ellipse is in view
         }
         visit_visible([this](std::int32_t i) {
-            const PointRow& row = session_.pu[i];
+            const PointRow& row = session_.part.pu[i];
             if (row.pu_wert_lage == -ellipses) {
                 set_pen();
                 DrawErrorEllipse(surface_, row.pu_rechts, row.pu_hoch, row.pu_wert_rechts * scale_,

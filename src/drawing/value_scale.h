@@ -11,14 +11,14 @@ namespace veldra {
 /// Metres of ground for a centimetre of a value, by its slot 1 to 6: values are drawn at the
 /// slot's own scale on a map of the part's plot scale.
 [[nodiscard]] inline double value_scale(const Session& session, int slot) {
-    return session.vektor_massstab[static_cast<std::size_t>(slot)] / session.plot.plot_massstab /
-           100;
+    return session.vektor_massstab[static_cast<std::size_t>(slot)] /
+           session.part.plot.plot_massstab / 100;
 }
 
 /// Metres of ground by which the height value of an epoch stands east of its point: a millimetre
 /// of the map for each epoch.
 [[nodiscard]] inline double epoch_shift(const Session& session, std::int16_t epoche) {
-    return epoche / session.plot.plot_massstab / 1000;
+    return epoche / session.part.plot.plot_massstab / 1000;
 }
 
 /// Offset of a label's anchor from its point, metres of ground.

@@ -55,8 +55,8 @@ void read_plot_scale(Session& session, Record& record, const RecordSource& sourc
     if (!record.word(2).found() || denominator < 1) {
         return;
     }
-    session.plot = read_plot_settings(denominator, record, source);
-    if (session.netz_aktuell > 0) {
+    session.part.plot = read_plot_settings(denominator, record, source);
+    if (session.part.netz_aktuell > 0) {
         store_plot_settings(session);
     }
 }
@@ -78,8 +78,8 @@ void open_part(Session& session, const Record& record, const RecordSource& sourc
     if (!record.has_rest()) {
         throw source.error(5, keyword::netzteil);
     }
-    session.netz_aktuell = session.netz.append();
-    session.netz[session.netz_aktuell].netz_name = record.rest();
+    session.part.netz_aktuell = session.netz.append();
+    session.netz[session.part.netz_aktuell].netz_name = record.rest();
 }
 
 void read_record(Session& session, Record& record, const RecordSource& source) {
@@ -91,7 +91,7 @@ void read_record(Session& session, Record& record, const RecordSource& source) {
             break;
         case 'V':
             if (record.is(keyword::verfahrenlegende) && record.has_rest()) {
-                session.titel[0].setTitelText(std::string(record.rest()));
+                session.part.titel[0].setTitelText(std::string(record.rest()));
             }
             break;
         case 'M':
@@ -120,8 +120,8 @@ void close_part_list(WindowState& window) {
 void kopf_lesen(Session& session) {
     close_part_list(session.window);
     session.netz.clear();
-    session.netz_aktuell = 0;
-    session.plot = PlotSettings{};
+    session.part.netz_aktuell = 0;
+    session.part.plot = PlotSettings{};
 
     RecordSource source(working_path(session), "NVM", session.work);
     std::string_view line;
@@ -131,7 +131,7 @@ void kopf_lesen(Session& session) {
     }
 
     if (session.netz.count() >= 1) {
-        session.netz_aktuell = 1;
+        session.part.netz_aktuell = 1;
         load_plot_settings(session);
         session.window[MenuItem::m_ansicht_netzteile].enabled = true;
         session.window[MenuItem::m_ansicht_netzteile].checked = true;

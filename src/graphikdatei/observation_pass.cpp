@@ -132,7 +132,7 @@ void set_end_class(LineTable& lines, std::int16_t klasse, std::int32_t index) {
 
 void add_directed(Session& session, const TestTriple& triple, std::int32_t index,
                   std::int16_t type) {
-    LineRow& row = session.lin[std::abs(index)];
+    LineRow& row = session.part.lin[std::abs(index)];
     (index > 0 ? row.lin_typ_hin : row.lin_typ_rueck) = type;
     beob_werte(triple, session.settings.stndwert,
                index > 0 ? forward_values(row) : backward_values(row));
@@ -140,7 +140,7 @@ void add_directed(Session& session, const TestTriple& triple, std::int32_t index
 
 void add_undirected(Session& session, const TestTriple& triple, std::int32_t index,
                     std::int16_t type) {
-    LineRow& row = session.lin[std::abs(index)];
+    LineRow& row = session.part.lin[std::abs(index)];
     row.lin_typ_seite = type;
     beob_werte(triple, session.settings.stndwert, undirected_values(row));
 }
@@ -205,7 +205,7 @@ struct PendingObservation {
 /// Stores observations in their order, each some records after it was read.
 class DelayedStore {
  public:
-    explicit DelayedStore(Session& session) : session_(session), classes_(session.pu) {}
+    explicit DelayedStore(Session& session) : session_(session), classes_(session.part.pu) {}
 
     void add(Record& record, Kind kind) {
         if (waiting_.is_full()) {
@@ -230,7 +230,7 @@ class DelayedStore {
     }
 
     void read(Record& record, PendingObservation& pending) const {
-        session_.lin.prefetch(pending.line);
+        session_.part.lin.prefetch(pending.line);
         classes_.prefetch(pending.from);
         classes_.prefetch(pending.to);
         if (pending.kind.storage != Storage::ray) {
@@ -241,13 +241,13 @@ class DelayedStore {
     }
 
     void prefetch_rows(const PendingObservation& pending) const {
-        session_.lin.prefetch_row(pending.line);
+        session_.part.lin.prefetch_row(pending.line);
         classes_.prefetch_row(pending.from);
         classes_.prefetch_row(pending.to);
     }
 
     void store(const PendingObservation& pending) {
-        const LineTable::Found found = session_.lin.lin_suchen(pending.line);
+        const LineTable::Found found = session_.part.lin.lin_suchen(pending.line);
         if (found.same) {
             return;
         }
@@ -256,11 +256,11 @@ class DelayedStore {
             add_orientation(pending, found.index);
             return;
         }
-        if (session_.lin[std::abs(found.index)].lin_typ_seite == orientation) {
+        if (session_.part.lin[std::abs(found.index)].lin_typ_seite == orientation) {
             return;
         }
-        set_end_class(session_.lin, classes_.class_of(pending.from), found.index);
-        set_end_class(session_.lin, classes_.class_of(pending.to), -found.index);
+        set_end_class(session_.part.lin, classes_.class_of(pending.from), found.index);
+        set_end_class(session_.part.lin, classes_.class_of(pending.to), -found.index);
         if (kind.storage == Storage::directed) {
             add_directed(session_, pending.triple, found.index, kind.type);
         } else {
@@ -272,15 +272,15 @@ class DelayedStore {
         if (index < 0) {
             return;
         }
-        LineRow& row = session_.lin[index];
+        LineRow& row = session_.part.lin[index];
         if (row.lin_typ_seite != 0 || row.lin_typ_hin != 0 || row.lin_typ_rueck != 0) {
             return;
         }
         row.lin_typ_seite = orientation;
-        set_end_class(session_.lin, classes_.class_of(pending.from), index);
+        set_end_class(session_.part.lin, classes_.class_of(pending.from), index);
         if (pending.target) {
             row.lin_fernziel.set(*pending.target);
-            ++session_.lin.fernziel_anzahl;
+            ++session_.part.lin.fernziel_anzahl;
         }
     }
 
@@ -295,7 +295,7 @@ void read_vector(Session& session, Record& record, const RecordSource& source) {
         std::swap(ends.x1, ends.x2);
         std::swap(ends.y1, ends.y2);
     }
-    const LineTable::Found found = session.lin.lin_suchen(ends);
+    const LineTable::Found found = session.part.lin.lin_suchen(ends);
     if (found.same) {
         return;
     }
@@ -304,7 +304,7 @@ void read_vector(Session& session, Record& record, const RecordSource& source) {
     }
     lin_klasse_setzen(session, ends.x1, ends.y1, found.index);
     lin_klasse_setzen(session, ends.x2, ends.y2, -found.index);
-    LineRow& row = session.lin[found.index];
+    LineRow& row = session.part.lin[found.index];
     row.lin_typ_hin = direction;
     row.lin_typ_seite = gps;
     row.lin_typ_rueck = direction;
@@ -319,16 +319,16 @@ void read_vector(Session& session, Record& record, const RecordSource& source) {
 }  // namespace
 
 void lin_klasse_setzen(Session& session, double rechts, double hoch, std::int32_t index) {
-    if (const std::int32_t point = session.pu.punkt_finden(rechts, hoch); point != 0) {
-        set_end_class(session.lin, punkt_klasse(session.pu[point]), index);
+    if (const std::int32_t point = session.part.pu.punkt_finden(rechts, hoch); point != 0) {
+        set_end_class(session.part.lin, punkt_klasse(session.part.pu[point]), index);
     }
 }
 
 void beob_lesen(Session& session) {
-    session.lbl_fzbez.clear();
-    session.lin.clear();
-    ++session.tables_revision;
-    const std::int16_t choice = session.obj.obj_beob;
+    session.part.lbl_fzbez.clear();
+    session.part.lin.clear();
+    ++session.part.tables_revision;
+    const std::int16_t choice = session.part.obj.obj_beob;
     if (choice < 1 || choice > 3) {
         return;
     }
@@ -354,7 +354,7 @@ void beob_lesen(Session& session) {
         }
     }
     plain.finish();
-    session.lbl_fzbez.resize(static_cast<std::size_t>(session.lin.fernziel_anzahl) + 1);
+    session.part.lbl_fzbez.resize(static_cast<std::size_t>(session.part.lin.fernziel_anzahl) + 1);
 }
 
 }  // namespace veldra

@@ -11,7 +11,8 @@ namespace veldra {
 class PartFilter {
  public:
     explicit PartFilter(const Session& session)
-        : name_(session.netz[session.netz_aktuell].netz_name), inside_(session.netz_aktuell == 0) {}
+        : name_(session.netz[session.part.netz_aktuell].netz_name),
+          inside_(session.part.netz_aktuell == 0) {}
 
     /// To be asked about each line first: true if the line opens a part, and then the line is done.
     bool opens_part(const Record& record) {

@@ -14,11 +14,11 @@ namespace veldra {
 namespace {
 
 void reset_points(Session& session) {
-    session.pu.clear();
-    session.nuoff.clear();
-    session.lbl_pubez.clear();
-    session.lbl_nubez.clear();
-    ++session.tables_revision;
+    session.part.pu.clear();
+    session.part.nuoff.clear();
+    session.part.lbl_pubez.clear();
+    session.part.lbl_nubez.clear();
+    ++session.part.tables_revision;
 }
 
 /// A signature record that has been read and waits for its row.
@@ -201,7 +201,7 @@ int title_line(const Record& record) {
 void read_title(Session& session, const Record& record) {
     const int line = title_line(record);
     if (line > 0 && record.has_rest()) {
-        session.titel[static_cast<std::size_t>(line)].setTitelText(std::string(record.rest()));
+        session.part.titel[static_cast<std::size_t>(line)].setTitelText(std::string(record.rest()));
     }
 }
 
@@ -210,8 +210,8 @@ void read_title(Session& session, const Record& record) {
 void punkt_lesen(Session& session) {
     reset_points(session);
     PartFilter part(session);
-    Signatures signatures(session.pu);
-    DistrictLabels districts(session.nuoff);
+    Signatures signatures(session.part.pu);
+    DistrictLabels districts(session.part.nuoff);
     RecordSource source(working_path(session), "NPOT", session.work);
     std::string_view line;
     while (source.next(line)) {
@@ -232,7 +232,7 @@ void punkt_lesen(Session& session) {
                 break;
             case 'O':
                 if (record.is(keyword::objekte)) {
-                    read_selection(session.obj, record);
+                    read_selection(session.part.obj, record);
                 }
                 break;
             case 'T':
@@ -243,7 +243,7 @@ void punkt_lesen(Session& session) {
         }
     }
     signatures.finish();
-    session.pu.close_signature_rows();
+    session.part.pu.close_signature_rows();
 }
 
 }  // namespace veldra

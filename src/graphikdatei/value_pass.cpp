@@ -17,15 +17,15 @@ constexpr std::int16_t residuals = 2;
 constexpr std::int16_t errors = 3;
 
 void reset_values(Session& session) {
-    ++session.tables_revision;
-    if (!session.pu.values_read) {
-        session.pu.values_read = true;
+    ++session.part.tables_revision;
+    if (!session.part.pu.values_read) {
+        session.part.pu.values_read = true;
         return;
     }
-    session.pu.drop_value_rows();
+    session.part.pu.drop_value_rows();
     const PointRow empty;
-    for (std::int32_t i = 1; i <= session.pu.count(); ++i) {
-        PointRow& point = session.pu[i];
+    for (std::int32_t i = 1; i <= session.part.pu.count(); ++i) {
+        PointRow& point = session.part.pu[i];
         point.pu_wert_lage = empty.pu_wert_lage;
         point.pu_wert_hoehe = empty.pu_wert_hoehe;
         point.pu_wert_rechts = empty.pu_wert_rechts;
@@ -60,9 +60,9 @@ void wert_statistik(Record& record, int n, double ev_grenze, double& ev_slot, do
 class ValueReader {
  public:
     ValueReader(Session& session, const RecordSource& source)
-        : points_(session.pu),
-          mode_lage_(session.obj.obj_wert_lage),
-          mode_hoehe_(session.obj.obj_wert_hoehe),
+        : points_(session.part.pu),
+          mode_lage_(session.part.obj.obj_wert_lage),
+          mode_hoehe_(session.part.obj.obj_wert_hoehe),
           ev_grenze_(session.settings.stndwert),
           source_(source) {}
 

@@ -71,23 +71,23 @@ std::string district_label_line(const NubezOffsetRow& row) {
 /// All that the session holds of the current part's own records.
 void write_part_block(ReplacedFile& out, const Session& session, FollowedWriting& writing) {
     constexpr std::int32_t often = 4096;
-    for (std::size_t i = 1; i < session.titel.size(); ++i) {
-        const std::string& text = session.titel[i].getTitelText();
+    for (std::size_t i = 1; i < session.part.titel.size(); ++i) {
+        const std::string& text = session.part.titel[i].getTitelText();
         if (!text.empty()) {
             write_line(out, "Titel" + std::to_string(i + 1) + " " + text);
         }
     }
-    write_line(out, selection_line(session.obj));
-    for (std::int32_t i = 1; i <= session.pu.count(); ++i) {
+    write_line(out, selection_line(session.part.obj));
+    for (std::int32_t i = 1; i <= session.part.pu.count(); ++i) {
         if (i % often == 0) {
             writing.goes_on();
         }
-        if (session.pu[i].pu_signatur != 0) {
-            write_line(out, signature_line(session.pu[i]));
+        if (session.part.pu[i].pu_signatur != 0) {
+            write_line(out, signature_line(session.part.pu[i]));
         }
     }
-    for (std::int32_t i = 1; i <= session.nuoff.count(); ++i) {
-        write_line(out, district_label_line(session.nuoff[i]));
+    for (std::int32_t i = 1; i <= session.part.nuoff.count(); ++i) {
+        write_line(out, district_label_line(session.part.nuoff[i]));
     }
 }
 
@@ -223,8 +223,8 @@ void write_working_copy(Session& session, const std::string& target) {
     ReplacedFile out(target, replaces ? NamedBy::program : NamedBy::program_as_new,
                      session.graphikdatei);
     enum class State : std::uint8_t { outside, block_due, inside };
-    State state = session.netz_aktuell == 0 ? State::block_due : State::outside;
-    const std::string& name = session.netz[session.netz_aktuell].netz_name;
+    State state = session.part.netz_aktuell == 0 ? State::block_due : State::outside;
+    const std::string& name = session.netz[session.part.netz_aktuell].netz_name;
     std::string_view line;
     while (in.next(line)) {
         if (state == State::block_due) {
@@ -259,10 +259,10 @@ void write_final_form(Session& session, const std::string& target) {
     const bool copy = is_own_copy(session, target);
     ReplacedFile out(target, copy ? NamedBy::program : NamedBy::user,
                      copy ? session.graphikdatei : std::string());
-    write_line(out, "VerfahrenLegende " + session.titel[0].getTitelText());
+    write_line(out, "VerfahrenLegende " + session.part.titel[0].getTitelText());
     write_line(out, vector_scale_line(session));
-    if (session.netz_aktuell == 0) {
-        write_plot_scale(out, session.plot);
+    if (session.part.netz_aktuell == 0) {
+        write_plot_scale(out, session.part.plot);
     }
     copy_in_final_form(session, in, out);
     out.commit();

@@ -23,12 +23,12 @@ PlotSettings plot_settings_of(const NetworkPartRow& row) {
 }
 
 void load_plot_settings(Session& session) {
-    session.plot = plot_settings_of(session.netz[session.netz_aktuell]);
+    session.part.plot = plot_settings_of(session.netz[session.part.netz_aktuell]);
 }
 
 void store_plot_settings(Session& session) {
-    NetworkPartRow& row = session.netz[session.netz_aktuell];
-    const PlotSettings& plot = session.plot;
+    NetworkPartRow& row = session.netz[session.part.netz_aktuell];
+    const PlotSettings& plot = session.part.plot;
     row.netz_massstab = plot.plot_massstab;
     row.netz_ausrichtung = plot.plot_ausrichtung;
     row.netz_heftrand = plot.plot_heftrand;
@@ -42,8 +42,8 @@ void store_plot_settings(Session& session) {
 
 void plot_merken(Session& session, int code) {
     constexpr int save = 2;
-    PlotSettings& to = code == save ? session.plot_merk : session.plot;
-    const PlotSettings& from = code == save ? session.plot : session.plot_merk;
+    PlotSettings& to = code == save ? session.part.plot_merk : session.part.plot;
+    const PlotSettings& from = code == save ? session.part.plot : session.part.plot_merk;
     to.plot_massstab = from.plot_massstab;
     to.plot_ausrichtung = from.plot_ausrichtung;
     to.plot_heftrand = from.plot_heftrand;

@@ -6,14 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "model/label.h"
 #include "model/layer_memory.h"
+#include "model/part.h"
 #include "model/settings.h"
 #include "model/settings_twins.h"
-#include "model/tables.h"
-#include "model/text_measurer.h"
-#include "model/titelzeile.h"
-#include "model/view_index.h"
 #include "model/window_state.h"
 #include "os/file_identity.h"
 
@@ -29,16 +25,6 @@ struct Viewport {
     double ansicht_rw_max = 0;
     double ansicht_hw_max = 0;
     double ansicht_masseinheit = 1;  ///< metres of ground a twip
-};
-
-/// Box around everything shown, and smallest bare coordinates.
-struct Extents {
-    double gesamt_rw_min = 0;
-    double gesamt_hw_min = 0;
-    double gesamt_rw_max = 0;
-    double gesamt_hw_max = 0;
-    double roh_rw_min = 0;
-    double roh_hw_min = 0;
 };
 
 /// Size of the picture, in twips.
@@ -83,18 +69,6 @@ struct LegendBox {
     double legende_hw_max = 0;
 };
 
-/// Net area of a sheet and its margins, metres of paper.
-struct SheetGeometry {
-    double papier_breite = 0;
-    double papier_hoehe = 0;
-    double rand_links = 0;
-    double rand_oben = 0;
-    double rand_rechts = 0;
-    double rand_unten = 0;
-    std::int16_t plot_auto_rechts = 1;
-    std::int16_t plot_auto_hoch = 1;
-};
-
 /// A line of text in the legend of the preview, placed as a label.
 struct LegendText {
     Label label;
@@ -107,10 +81,10 @@ struct OwnCopy {
     FileIdentity identity;
 };
 
-/// Everything the program knows while it runs: the open file's tables, the selection, the view,
-/// the settings. There is no other state; two sessions never touch each other.
+/// Everything the program knows while it runs: the open file, its part in view, the viewport, the
+/// settings. There is no other state; two sessions never touch each other.
 struct Session {
-    // The file. Paths are the system's bytes; `titel` and the tables hold Windows-1252.
+    // The file. Paths are the system's bytes; titles and tables hold Windows-1252.
     std::string graphikdatei;
     std::string arbeitsdatei_suffix;  ///< "", "_1" or "_2"
     /// Working copies are this path and the suffix; usually the graphic file itself.
@@ -125,51 +99,27 @@ struct Session {
     std::string bestaetigung;  ///< "N": the logo of the start closes by itself; else ""
 
     RowTable<NetworkPartRow> netz;
-    std::int32_t netz_aktuell = 0;
-    PlotSettings plot;
-    PlotSettings plot_merk;
+    Part part;  ///< the part in view
     std::array<double, 7> vektor_massstab{0.5, 0.5, 0.5, 0.5, 0.5, 0.5, 0.5};
     std::array<double, 7> vektor_massstab_plot{0.5, 0.5, 0.5, 0.5, 0.5, 0.5, 0.5};
     std::array<Maximum, 7> max_ap;
     std::array<Maximum, 7> max_np;
-    std::array<Titelzeile, 4> titel;
-    ObjectSelection obj;
-    PointTable pu;
-    LineTable lin;
-    RowTable<NubezOffsetRow> nuoff;
-    /// Counts the rebuilds of pu and lin, so that what is derived from them knows its age.
-    std::uint64_t tables_revision = 0;
-
-    // Labels, by the index of their row. Element 0 is the measuring sample.
-    std::vector<Label> lbl_pubez;
-    std::vector<Label> lbl_fzbez;
-    std::vector<Label> lbl_nubez;
-
-    // Fonts in which the last drawing placed labels.
-    FontSpec lbl_pubez_font;
-    FontSpec lbl_nubez_font;
     /// Box of the legend in the preview; shown while `window.lbl_legende_visible`.
     Label lbl_legende;
     std::vector<LegendText> legende_texte;
 
-    /// Rows of lbl_pubez that the last drawing placed, in their order; all others are hidden.
-    std::vector<std::int32_t> lbl_pubez_placed;
-    /// Finds rows of pu and lin by place; brought into line with them before each use.
-    ViewIndex view_index;
     // Reference data of the last drawing: `district_cache()`, `boundary_cache()`.
     LayerMemory districts;
     LayerMemory boundaries;
 
     // The view.
     Viewport view;
-    Extents extents;
     PictureSize picture;
     std::int16_t plotmodus = 0;
 
     Settings settings;
     SettingsTwins twins;
     PrinterState printer;
-    SheetGeometry sheet;
     SheetWindow blatt;
     LegendBox legende;
     WindowState window;

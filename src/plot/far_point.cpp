@@ -19,11 +19,11 @@ namespace {
 /// Calls `visit` for the coordinates of all points and of the ends of lines.
 template <typename Visit>
 void visit_places(const Session& session, Visit&& visit) {
-    for (std::int32_t i = 1; i <= session.pu.count(); ++i) {
-        visit(session.pu[i].pu_rechts, session.pu[i].pu_hoch);
+    for (std::int32_t i = 1; i <= session.part.pu.count(); ++i) {
+        visit(session.part.pu[i].pu_rechts, session.part.pu[i].pu_hoch);
     }
-    for (std::int32_t i = 1; i <= session.lin.count(); ++i) {
-        const LineCoordinates ends = session.lin[i].lin_schluessel.coordinates();
+    for (std::int32_t i = 1; i <= session.part.lin.count(); ++i) {
+        const LineCoordinates ends = session.part.lin[i].lin_schluessel.coordinates();
         visit(ends.x1, ends.y1);
         visit(ends.x2, ends.y2);
     }
@@ -90,12 +90,13 @@ std::optional<FarPoint> point_farthest_out(const Session& session) {
             farthest.hoch = h;
         }
     });
-    farthest.in_netzteil = session.netz_aktuell > 0 && session.netz_aktuell <= session.netz.count();
+    farthest.in_netzteil =
+        session.part.netz_aktuell > 0 && session.part.netz_aktuell <= session.netz.count();
     if (farthest.in_netzteil) {
-        farthest.netzteil = session.netz[session.netz_aktuell].netz_name;
+        farthest.netzteil = session.netz[session.part.netz_aktuell].netz_name;
     }
-    for (std::int32_t i = 1; i <= session.pu.count() && farthest.bez.empty(); ++i) {
-        const PointRow& row = session.pu[i];
+    for (std::int32_t i = 1; i <= session.part.pu.count() && farthest.bez.empty(); ++i) {
+        const PointRow& row = session.part.pu[i];
         if (is_near(row.pu_rechts, farthest.rechts) && is_near(row.pu_hoch, farthest.hoch)) {
             farthest.bez = trim(row.pu_bez);
         }

@@ -10,8 +10,8 @@ namespace veldra {
 void JobSize::add_part(Session& session, const Desk& desk, int copies) {
     ComputePaperArea(session, desk);
     count_plot_sheets(session);
-    const std::int64_t of_part =
-        std::int64_t{session.plot.plot_blatt_rechts} * session.plot.plot_blatt_hoch * copies;
+    const std::int64_t of_part = std::int64_t{session.part.plot.plot_blatt_rechts} *
+                                 session.part.plot.plot_blatt_hoch * copies;
     sheets_ += of_part;
     if (of_part > most_) {
         most_ = of_part;

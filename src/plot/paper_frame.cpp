@@ -16,7 +16,7 @@ FontSpec sized(FontSpec font, std::int16_t points) {
 }  // namespace
 
 double ground_of_paper(const Session& session, double millimetres) {
-    return millimetres / session.plot.plot_massstab / 1000;
+    return millimetres / session.part.plot.plot_massstab / 1000;
 }
 
 TargetBox sheet_window(const Session& session) {

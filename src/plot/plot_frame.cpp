@@ -52,7 +52,7 @@ class Frame {
           page_(printer.page()),
           legend_(legend),
           place_(place),
-          net_(net_area(session.sheet)) {}
+          net_(net_area(session.part.sheet)) {}
 
     void draw() {
         page_.DrawStyle(solid);
@@ -95,7 +95,7 @@ class Frame {
               settings.nubsizplo);
         if (place_.columns > 1 || place_.rows > 1) {
             constexpr float digit_height = 1.9F;
-            print(session_.titel[0].getTitelText() + ", " + sheet_title(place_), net_.left,
+            print(session_.part.titel[0].getTitelText() + ", " + sheet_title(place_), net_.left,
                   net_.foot - 4, {"Times New Roman", 0, 0, 0, 0}, digit_height);
         }
     }
@@ -135,11 +135,12 @@ class Frame {
 
 /// The ground under a legend of this size.
 LegendBox legend_box(const Session& session, const LegendSize& legend) {
-    const PlotSettings& plot = session.plot;
+    const PlotSettings& plot = session.part.plot;
     const double s = plot.plot_massstab;
     const double right =
-        plot.plot_null_rechts + plot.plot_blatt_rechts * session.sheet.papier_breite / s;
-    const double top = plot.plot_null_hoch + plot.plot_blatt_hoch * session.sheet.papier_hoehe / s;
+        plot.plot_null_rechts + plot.plot_blatt_rechts * session.part.sheet.papier_breite / s;
+    const double top =
+        plot.plot_null_hoch + plot.plot_blatt_hoch * session.part.sheet.papier_hoehe / s;
     const double w = legend.width / s / 1000;
     const double h = legend.height / s / 1000;
     if (!has_legend(plot.plot_legendenlage)) {
@@ -208,8 +209,8 @@ FontSpec title_font(const Titelzeile& zeile) {
 
 std::vector<LegendLine> legend_lines(const Session& session) {
     std::vector<LegendLine> lines;
-    for (std::size_t i = 0; i < session.titel.size(); ++i) {
-        const Titelzeile& zeile = session.titel[i];
+    for (std::size_t i = 0; i < session.part.titel.size(); ++i) {
+        const Titelzeile& zeile = session.part.titel[i];
         std::string text = zeile.getTitelText();
         if (text.empty() && i == 1) {
             continue;
@@ -224,20 +225,20 @@ std::vector<LegendLine> legend_lines(const Session& session) {
 }
 
 void count_plot_sheets(Session& session) {
-    PlotSettings& plot = session.plot;
-    const Extents& extents = session.extents;
+    PlotSettings& plot = session.part.plot;
+    const Extents& extents = session.part.extents;
     if (plot.plot_blatt_auto == table_true) {
         plot.plot_blatt_rechts = sheet_count(session, extents.gesamt_rw_max - plot.plot_null_rechts,
-                                             session.sheet.papier_breite, "plot_blatt_rechts");
+                                             session.part.sheet.papier_breite, "plot_blatt_rechts");
         plot.plot_blatt_hoch = sheet_count(session, extents.gesamt_hw_max - plot.plot_null_hoch,
-                                           session.sheet.papier_hoehe, "plot_blatt_hoch");
+                                           session.part.sheet.papier_hoehe, "plot_blatt_hoch");
     }
     plot.plot_blatt_rechts = std::max<std::int16_t>(plot.plot_blatt_rechts, 1);
     plot.plot_blatt_hoch = std::max<std::int16_t>(plot.plot_blatt_hoch, 1);
 }
 
 LegendSize ComputeLegendSize(Session& session, PaperTextSize& paper_text) {
-    const SheetGeometry& sheet = session.sheet;
+    const SheetGeometry& sheet = session.part.sheet;
     LegendSize legend = legend_in(session, paper_text, 1, sheet.papier_breite * 1000);
     // Without a sheet there is nothing to fit on.
     const bool has_sheet = sheet.papier_breite > 0 && sheet.papier_hoehe > 0;
@@ -255,13 +256,13 @@ LegendSize ComputeLegendSize(Session& session, PaperTextSize& paper_text) {
 
 std::optional<PagePoint> legend_corner(const Session& session, const LegendSize& legend,
                                        const SheetPlace& place) {
-    const std::int16_t lage = session.plot.plot_legendenlage;
+    const std::int16_t lage = session.part.plot.plot_legendenlage;
     const bool on_this_sheet = place.column == (at_the_right(lage) ? place.columns : 1) &&
                                place.row == (at_the_top(lage) ? place.rows : 1);
     if (!has_legend(lage) || !on_this_sheet) {
         return std::nullopt;
     }
-    const NetArea net = net_area(session.sheet);
+    const NetArea net = net_area(session.part.sheet);
     return PagePoint{at_the_right(lage) ? net.right - legend.width : net.left,
                      at_the_top(lage) ? net.top : net.bottom - legend.height};
 }

@@ -28,7 +28,7 @@ class BoundaryStrips {
           corner_(page_corner),
           sheet_(frame.window.value_or(sheet_window(session))),
           legend_(legend_ground(session)),
-          scale_(session.plot.plot_massstab * 1000),
+          scale_(session.part.plot.plot_massstab * 1000),
           pixel_(page.pixel_size()) {}
 
     void set_pen(std::size_t level) {
@@ -111,9 +111,9 @@ class PlottedDistricts {
         if (grid.grid_zu_gross) {
             return;
         }
-        if (session_.obj.obj_nbez == district_numbers::at_nodes) {
+        if (session_.part.obj.obj_nbez == district_numbers::at_nodes) {
             number_nodes(grid);
-        } else if (session_.obj.obj_nbez == district_numbers::on_edges) {
+        } else if (session_.part.obj.obj_nbez == district_numbers::on_edges) {
             number_edges(grid);
         }
     }
@@ -184,7 +184,7 @@ class PlottedDistricts {
 }  // namespace
 
 std::optional<TargetBox> legend_ground(const Session& session) {
-    const std::int16_t place = session.plot.plot_legendenlage;
+    const std::int16_t place = session.part.plot.plot_legendenlage;
     if (place < 1 || place > 4) {
         return std::nullopt;
     }
@@ -202,7 +202,7 @@ void PlotBoundaries(Session& session, const LayerFrame& frame, PageTarget& page,
     BoundaryStrips strips(session, frame, page, {page_left, page_top});
     const std::optional<TargetBox> ground = strips.sheet();
     visit_boundaries(
-        *lines, boundary_end(session.obj.obj_verw), {frame.origin_rechts, frame.origin_hoch},
+        *lines, boundary_end(session.part.obj.obj_verw), {frame.origin_rechts, frame.origin_hoch},
         ground,
         [&](std::size_t level) {
             strips.set_pen(level);
@@ -226,7 +226,7 @@ void PlotDistrictSquares(Session& session, const LayerFrame& frame, PageTarget& 
 }
 
 void PlotDistricts(Session& session, const LayerFrame& frame, PageTarget& page) {
-    switch (session.obj.obj_nube) {
+    switch (session.part.obj.obj_nube) {
         case districts::tk25:
         case districts::tk50:
         case districts::tk100:

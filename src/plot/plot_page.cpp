@@ -35,8 +35,8 @@ void draw_layers(Session& session, const LayerFrame& frame, PageTarget& page) {
 }  // namespace
 
 void set_sheet_window(Session& session, const SheetPlace& place) {
-    const PlotSettings& plot = session.plot;
-    const SheetGeometry& sheet = session.sheet;
+    const PlotSettings& plot = session.part.plot;
+    const SheetGeometry& sheet = session.part.sheet;
     const double s = plot.plot_massstab;
     session.blatt.blatt_rw_min =
         plot.plot_null_rechts + (place.column - 1) * sheet.papier_breite / s;
@@ -46,9 +46,9 @@ void set_sheet_window(Session& session, const SheetPlace& place) {
 }
 
 PageGround page_ground(const Session& session) {
-    const double s = session.plot.plot_massstab;
+    const double s = session.part.plot.plot_massstab;
     const SheetWindow& blatt = session.blatt;
-    const SheetGeometry& sheet = session.sheet;
+    const SheetGeometry& sheet = session.part.sheet;
     return {blatt.blatt_rw_min - sheet.rand_links / s, blatt.blatt_hw_max + sheet.rand_oben / s,
             blatt.blatt_rw_max + sheet.rand_rechts / s, blatt.blatt_hw_min - sheet.rand_unten / s};
 }
@@ -62,7 +62,7 @@ void PlotPage(Session& session, Printer& printer, UserInterface& ui, const PartO
     PlotFrame(session, printer, part.legend, place);
     const LayerFrame frame = paper_frame(session, part.fonts, printer.measurer());
     page.begin_layer(PageLayer::boundaries);
-    if (session.obj.obj_verw != 0) {
+    if (session.part.obj.obj_verw != 0) {
         const PageGround ground = page_ground(session);
         draw_boundaries_or_report(
             session, ui, [&] { PlotBoundaries(session, frame, page, ground.left, ground.top); });

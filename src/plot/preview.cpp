@@ -141,7 +141,7 @@ void place_legend(Session& session, const LayerFrame& frame, const Desk& desk,
 /// Numbers on the edges of the sheets in view, unless they are too small to be seen.
 void place_edge_numbers(Session& session, const LayerFrame& frame, DrawingTarget* target) {
     constexpr double smallest_height = 2;  // pixels
-    if (session.obj.obj_nube == 0 || session.obj.obj_nbez != district_numbers::on_edges) {
+    if (session.part.obj.obj_nube == 0 || session.part.obj.obj_nbez != district_numbers::on_edges) {
         return;
     }
     HideGridLabels(session);
@@ -158,11 +158,11 @@ void place_edge_numbers(Session& session, const LayerFrame& frame, DrawingTarget
             const DistrictGrid grid = build_district_grid(district_inputs(session, sheet));
             for (EdgeLabel& edge : edge_labels(grid, sheet, legend, frame)) {
                 ++index;
-                if (session.lbl_nubez.size() <= index) {
-                    session.lbl_nubez.resize(index + 1);
+                if (session.part.lbl_nubez.size() <= index) {
+                    session.part.lbl_nubez.resize(index + 1);
                 }
                 // They cannot be dragged, so they stay disabled.
-                Label& label = session.lbl_nubez[index];
+                Label& label = session.part.lbl_nubez[index];
                 label = label_at(frame, std::move(edge.caption), edge.box);
                 if (target != nullptr) {
                     target->LabelPlaced(LabelArray::lbl_nubez, static_cast<std::int32_t>(index),
@@ -254,13 +254,13 @@ bool PreviewAll(Session& session, DrawingTarget& target, const Desk& desk) {
     begin_picture(session, desk.ui);
     divide_into_sheets(session, desk);
     const LayerFrame frame = fitted_frame(session, desk);
-    session.lbl_pubez_font = frame.point_font;
-    session.lbl_nubez_font = frame.district_font;
+    session.part.lbl_pubez_font = frame.point_font;
+    session.part.lbl_nubez_font = frame.district_font;
     const std::optional<TargetBox> legend = measured_legend(session, desk);
     LayerFrame beneath = frame;
     beneath.gap = legend;
     const bool whole = draw_or_give_up(session, target, [&](DrawingTarget& watched) {
-        if (session.obj.obj_verw != 0) {
+        if (session.part.obj.obj_verw != 0) {
             draw_boundaries_or_report(session, desk.ui,
                                       [&] { DrawBoundaries(session, beneath, watched); });
         }
@@ -299,7 +299,7 @@ void draw_sheet_frames(const Session& session, DrawingTarget& target) {
 }
 
 bool legend_cuts_layers(const Session& session) {
-    const bool has_lines = session.obj.obj_nube != 0 || session.obj.obj_verw != 0;
+    const bool has_lines = session.part.obj.obj_nube != 0 || session.part.obj.obj_verw != 0;
     return session.plotmodus == 1 && has_lines && legend_ground(session).has_value();
 }
 

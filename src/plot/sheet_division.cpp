@@ -28,7 +28,7 @@ bool within_16_bits(double value) {
 
 /// Sheets on one axis before they are a number of 16 bits.
 double sheets_on_axis(const Session& session, double extent, double net) {
-    return std::trunc(extent * session.plot.plot_massstab / net) + 1;
+    return std::trunc(extent * session.part.plot.plot_massstab / net) + 1;
 }
 
 std::int16_t narrow_or_overflow(const Session& session, double value, const char* field) {
@@ -48,7 +48,7 @@ std::optional<PrintableArea> area_of_printer(Session& session, SheetPrinter* pri
         return std::nullopt;
     }
     try {
-        return printer->printable_area(session.plot.plot_ausrichtung);
+        return printer->printable_area(session.part.plot.plot_ausrichtung);
     } catch (const PrinterError&) {
         mark_printer_unavailable(session);
         return std::nullopt;
@@ -58,7 +58,7 @@ std::optional<PrintableArea> area_of_printer(Session& session, SheetPrinter* pri
 class SheetDivision {
  public:
     SheetDivision(Session& session, PaperTextSize& paper_text, SheetPrinter* printer)
-        : session_(session), plot_(session.plot), paper_text_(paper_text), printer_(printer) {}
+        : session_(session), plot_(session.part.plot), paper_text_(paper_text), printer_(printer) {}
 
     void run() {
         if (plot_.plot_ausrichtung != -99) {
@@ -69,8 +69,8 @@ class SheetDivision {
             } else {
                 choose_orientation();
             }
-            plot_.plot_null_rechts = session_.extents.gesamt_rw_min;
-            plot_.plot_null_hoch = session_.extents.gesamt_hw_min;
+            plot_.plot_null_rechts = session_.part.extents.gesamt_rw_min;
+            plot_.plot_null_hoch = session_.part.extents.gesamt_hw_min;
             plot_.plot_blatt_auto = table_true;
             count_sheets();
         }
@@ -104,16 +104,16 @@ class SheetDivision {
         std::optional<Extents>& known = extents_at_[index];
         if (!known) {
             compute_extents();
-            known = session_.extents;
+            known = session_.part.extents;
         }
-        session_.extents = *known;
+        session_.part.extents = *known;
     }
 
     [[nodiscard]] double width() const {
-        return session_.extents.gesamt_rw_max - session_.extents.gesamt_rw_min;
+        return session_.part.extents.gesamt_rw_max - session_.part.extents.gesamt_rw_min;
     }
     [[nodiscard]] double height() const {
-        return session_.extents.gesamt_hw_max - session_.extents.gesamt_hw_min;
+        return session_.part.extents.gesamt_hw_max - session_.part.extents.gesamt_hw_min;
     }
 
     void set_scale(std::size_t index) {
@@ -124,7 +124,7 @@ class SheetDivision {
     /// which the bare coordinates alone are too wide are passed over without measuring labels.
     std::size_t largest_fitting_scale(const BareSpan& bare) {
         ComputePaperArea(session_, printer_);
-        const SheetGeometry& sheet = session_.sheet;
+        const SheetGeometry& sheet = session_.part.sheet;
         for (std::size_t index = ApplyScaleList().size() - 1;; --index) {
             set_scale(index);
             const double s = plot_.plot_massstab;
@@ -158,7 +158,7 @@ class SheetDivision {
 
     std::int16_t sheets_of_extents() {
         ComputePaperArea(session_, printer_);
-        const SheetGeometry& sheet = session_.sheet;
+        const SheetGeometry& sheet = session_.part.sheet;
         const int across = sheet_count(session_, width(), sheet.papier_breite, "plot_auto_rechts");
         const int up = sheet_count(session_, height(), sheet.papier_hoehe, "plot_auto_hoch");
         reset_printer();
@@ -185,8 +185,8 @@ class SheetDivision {
     }
 
     void count_sheets() {
-        SheetGeometry& sheet = session_.sheet;
-        const Extents& extents = session_.extents;
+        SheetGeometry& sheet = session_.part.sheet;
+        const Extents& extents = session_.part.extents;
         sheet.plot_auto_rechts =
             sheet_count(session_, extents.gesamt_rw_max - plot_.plot_null_rechts,
                         sheet.papier_breite, "plot_auto_rechts");
@@ -208,8 +208,8 @@ class SheetDivision {
 }  // namespace
 
 void ComputePaperArea(Session& session, SheetPrinter* printer) {
-    SheetGeometry& sheet = session.sheet;
-    const std::int16_t ausrichtung = session.plot.plot_ausrichtung;
+    SheetGeometry& sheet = session.part.sheet;
+    const std::int16_t ausrichtung = session.part.plot.plot_ausrichtung;
     if (const auto area = area_of_printer(session, printer)) {
         sheet.papier_breite = static_cast<double>(area->breite) * 0.001;
         sheet.papier_hoehe = static_cast<double>(area->hoehe) * 0.001;
@@ -220,7 +220,7 @@ void ComputePaperArea(Session& session, SheetPrinter* printer) {
         sheet.papier_breite = 0.2864;
         sheet.papier_hoehe = 0.1986;
     }
-    take_off_margins(sheet, session.plot.plot_heftrand);
+    take_off_margins(sheet, session.part.plot.plot_heftrand);
 }
 
 void take_off_margins(SheetGeometry& sheet, std::int16_t heftrand) {
@@ -239,9 +239,9 @@ std::int16_t sheet_count(const Session& session, double extent, double net, cons
 }
 
 bool sheets_can_be_counted(const Session& session) {
-    const Extents& extents = session.extents;
-    const PlotSettings& plot = session.plot;
-    const SheetGeometry& sheet = session.sheet;
+    const Extents& extents = session.part.extents;
+    const PlotSettings& plot = session.part.plot;
+    const SheetGeometry& sheet = session.part.sheet;
     const double across = extents.gesamt_rw_max - plot.plot_null_rechts;
     const double up = extents.gesamt_hw_max - plot.plot_null_hoch;
     return within_16_bits(sheets_on_axis(session, across, sheet.papier_breite)) &&

@@ -46,7 +46,7 @@ std::string kilometre_square_number(std::int16_t obj_nube, const PlanePoint& cor
 }  // namespace
 
 std::string SheetNumberText(const Session& session) {
-    const ObjectSelection& obj = session.obj;
+    const ObjectSelection& obj = session.part.obj;
     const bool map_sheets = obj.obj_nube == districts::tk25 || obj.obj_nube == districts::tk50 ||
                             obj.obj_nube == districts::tk100;
     const bool squares = obj.obj_nube == districts::klv || obj.obj_nube == districts::alk;

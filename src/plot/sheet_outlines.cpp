@@ -14,8 +14,8 @@ struct SheetSides {
 };
 
 SheetSides sheet_sides(const Session& session) {
-    const double s = session.plot.plot_massstab;
-    return {session.sheet.papier_breite / s, session.sheet.papier_hoehe / s};
+    const double s = session.part.plot.plot_massstab;
+    return {session.part.sheet.papier_breite / s, session.part.sheet.papier_hoehe / s};
 }
 
 struct IndexRange {
@@ -51,18 +51,18 @@ void visit_edges(double origin, double length, int count, double from, double to
 }  // namespace
 
 TargetBox plot_ground(const Session& session) {
-    const PlotSettings& plot = session.plot;
+    const PlotSettings& plot = session.part.plot;
     const double s = plot.plot_massstab;
-    const SheetGeometry& sheet = session.sheet;
+    const SheetGeometry& sheet = session.part.sheet;
     return {plot.plot_null_rechts, plot.plot_null_hoch,
             plot.plot_null_rechts + plot.plot_blatt_rechts * sheet.papier_breite / s,
             plot.plot_null_hoch + plot.plot_blatt_hoch * sheet.papier_hoehe / s};
 }
 
 TargetBox sheet_ground(const Session& session, std::int64_t column, std::int64_t row) {
-    const PlotSettings& plot = session.plot;
+    const PlotSettings& plot = session.part.plot;
     const double s = plot.plot_massstab;
-    const SheetGeometry& sheet = session.sheet;
+    const SheetGeometry& sheet = session.part.sheet;
     const auto c = static_cast<double>(column);
     const auto r = static_cast<double>(row);
     return {plot.plot_null_rechts + (c - 1) * sheet.papier_breite / s,
@@ -72,7 +72,7 @@ TargetBox sheet_ground(const Session& session, std::int64_t column, std::int64_t
 }
 
 SheetRange sheets_in(const Session& session, const TargetBox& area) {
-    const PlotSettings& plot = session.plot;
+    const PlotSettings& plot = session.part.plot;
     const SheetSides sides = sheet_sides(session);
     const IndexRange columns = sheets_along(plot.plot_null_rechts, sides.breite,
                                             plot.plot_blatt_rechts, area.xmin, area.xmax);
@@ -82,9 +82,9 @@ SheetRange sheets_in(const Session& session, const TargetBox& area) {
 }
 
 std::vector<Segment> sheet_outlines(const Session& session) {
-    const PlotSettings& plot = session.plot;
-    const double width = session.sheet.papier_breite / plot.plot_massstab;
-    const double height = session.sheet.papier_hoehe / plot.plot_massstab;
+    const PlotSettings& plot = session.part.plot;
+    const double width = session.part.sheet.papier_breite / plot.plot_massstab;
+    const double height = session.part.sheet.papier_hoehe / plot.plot_massstab;
     if (!(plot.plot_massstab > 0 && width > 0 && height > 0)) {
         return {};
     }

@@ -56,7 +56,7 @@ std::int32_t district_strip(const Session& session, const ReferencePoint& point)
 
 ReferencePoint reference_point(const Session& session) {
     constexpr double metres_per_number = 1000000.0;
-    const Extents& extents = session.extents;
+    const Extents& extents = session.part.extents;
     ReferencePoint point;
     point.rechts = (extents.gesamt_rw_min + extents.gesamt_rw_max) / 2;
     point.hoch = (extents.gesamt_hw_min + extents.gesamt_hw_max) / 2;
@@ -68,7 +68,7 @@ ReferencePoint reference_point(const Session& session) {
 
 ChainSetup chain_setup(const Session& session, const PlaneSystem& reference,
                        const std::array<DatumRow, 3>& rows) {
-    const ObjectSelection& obj = session.obj;
+    const ObjectSelection& obj = session.part.obj;
     ChainSetup setup;
     setup.document = {obj.obj_bezu_elli, obj.obj_bezu_abbi};
     setup.number = reference_point(session).number;
@@ -80,8 +80,8 @@ ChainSetup chain_setup(const Session& session, const PlaneSystem& reference,
 }
 
 void ResolveSystem(Session& session) {
-    ObjectSelection& obj = session.obj;
-    if (session.pu.count() == 0 && session.lin.count() == 0) {
+    ObjectSelection& obj = session.part.obj;
+    if (session.part.pu.count() == 0 && session.part.lin.count() == 0) {
         obj.obj_bezu = unset;
         return;
     }

@@ -97,8 +97,8 @@ void standard_grenzen(Session& session, int code) {
 void standard_legende(Session& session) {
     constexpr float first_size = 3.5F;
     const Titelzeile standard;
-    for (Titelzeile& zeile : session.titel) {
-        const bool first = &zeile == session.titel.data();
+    for (Titelzeile& zeile : session.part.titel) {
+        const bool first = &zeile == session.part.titel.data();
         zeile.setTitelSize(first ? first_size : standard.getTitelSize());
         zeile.setTitelFont(standard.getTitelFont());
         zeile.setTitelBold(standard.getTitelBold());

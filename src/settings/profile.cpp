@@ -68,10 +68,10 @@ Key title_key(std::string_view stem, std::size_t line, Value (Titelzeile::*get)(
     return {
         std::string(stem) + std::to_string(line),
         [index, get, form](const Session& session) {
-            return form.text((session.titel[index].*get)());
+            return form.text((session.part.titel[index].*get)());
         },
         [index, get, set, form](Session& session, std::string_view text, const ErrorPlace& place) {
-            Titelzeile& zeile = session.titel[index];
+            Titelzeile& zeile = session.part.titel[index];
             Argument value = (zeile.*get)();
             form.take(text, place, value);
             (zeile.*set)(std::move(value));

@@ -65,8 +65,8 @@ class ExtentsPass {
     ExtentsPass(Session& session, PaperTextSize& paper_text)
         : session_(session),
           settings_(session.settings),
-          obj_(session.obj),
-          plot_massstab_(session.plot.plot_massstab),
+          obj_(session.part.obj),
+          plot_massstab_(session.part.plot.plot_massstab),
           paper_text_(paper_text),
           anchor_(session),
           position_scale_(value_scale(session, obj_.obj_wert_lage)),
@@ -89,8 +89,8 @@ class ExtentsPass {
         box_.grow(0.01, 0.01);
         ensure_span(box_.rw_min, box_.rw_max);
         ensure_span(box_.hw_min, box_.hw_max);
-        session_.extents = {box_.rw_min, box_.hw_min, box_.rw_max,
-                            box_.hw_max, raw_.rw_min, raw_.hw_min};
+        session_.part.extents = {box_.rw_min, box_.hw_min, box_.rw_max,
+                                 box_.hw_max, raw_.rw_min, raw_.hw_min};
     }
 
  private:
@@ -116,8 +116,8 @@ class ExtentsPass {
     }
 
     void widen_by_lines() {
-        for (std::int32_t i = 1; i <= session_.lin.count(); ++i) {
-            const LineRow& row = session_.lin[i];
+        for (std::int32_t i = 1; i <= session_.part.lin.count(); ++i) {
+            const LineRow& row = session_.part.lin[i];
             const LineCoordinates ends = row.lin_schluessel.coordinates();
             widen_by_end(ends.x1, ends.y1, radius(row.lin_klasse_von));
             if (obj_.obj_beob == 1 && row.lin_typ_seite == orientation) {
@@ -154,8 +154,8 @@ class ExtentsPass {
     }
 
     void widen_by_points() {
-        for (std::int32_t i = 1; i <= session_.pu.count(); ++i) {
-            const PointRow& row = session_.pu[i];
+        for (std::int32_t i = 1; i <= session_.part.pu.count(); ++i) {
+            const PointRow& row = session_.part.pu[i];
             widen_by_end(row.pu_rechts, row.pu_hoch, radius(punkt_klasse(row)));
             widen_by_position_value(row, i);
             widen_by_height_value(row);
@@ -227,7 +227,7 @@ class ExtentsPass {
     /// Ellipses come last, since most of them then lie inside and need not be sampled.
     void widen_by_ellipses() {
         for (const std::int32_t i : ellipses_) {
-            const PointRow& row = session_.pu[i];
+            const PointRow& row = session_.part.pu[i];
             const double a = row.pu_wert_rechts * position_scale_;
             const double b = row.pu_wert_hoch * position_scale_;
             if (!box_.holds_circle(row.pu_rechts, row.pu_hoch,
@@ -301,17 +301,17 @@ void ComputeExtents(Session& session, TextMeasurer& measurer) {
 
 BareSpan bare_span(const Session& session) {
     Box box;
-    const bool has_lines = session.obj.obj_beob >= 1 && session.obj.obj_beob <= 3;
-    for (std::int32_t i = 1; has_lines && i <= session.lin.count(); ++i) {
-        const LineRow& row = session.lin[i];
+    const bool has_lines = session.part.obj.obj_beob >= 1 && session.part.obj.obj_beob <= 3;
+    for (std::int32_t i = 1; has_lines && i <= session.part.lin.count(); ++i) {
+        const LineRow& row = session.part.lin[i];
         const LineCoordinates ends = row.lin_schluessel.coordinates();
         box.widen(ends.x1, ends.y1);
-        if (session.obj.obj_beob != 1 || row.lin_typ_seite != orientation) {
+        if (session.part.obj.obj_beob != 1 || row.lin_typ_seite != orientation) {
             box.widen(ends.x2, ends.y2);
         }
     }
-    for (std::int32_t i = 1; i <= session.pu.count(); ++i) {
-        box.widen(session.pu[i].pu_rechts, session.pu[i].pu_hoch);
+    for (std::int32_t i = 1; i <= session.part.pu.count(); ++i) {
+        box.widen(session.part.pu[i].pu_rechts, session.part.pu[i].pu_hoch);
     }
     return {box.rw_max - box.rw_min, box.hw_max - box.hw_min};
 }

@@ -6,9 +6,9 @@
 
 namespace veldra {
 
-/// Fills `session.extents` with the box around everything that the selection shows at the current
-/// plot scale: signatures, vectors, ellipses and labels with their sizes on paper, at least 5 m
-/// wide and high. The viewport stays. Linear in the rows of the tables.
+/// Fills `session.part.extents` with the box around everything that the selection shows at the
+/// current plot scale: signatures, vectors, ellipses and labels with their sizes on paper, at least
+/// 5 m wide and high. The viewport stays. Linear in the rows of the tables.
 void ComputeExtents(Session& session, PaperTextSize& paper_text);
 /// The same with estimated text sizes, as long as there is no printer.
 void ComputeExtents(Session& session, TextMeasurer& measurer);

@@ -14,9 +14,9 @@ namespace {
 const std::vector<Label>* labels_of(const Session& session, LabelArray array) {
     switch (array) {
         case LabelArray::lbl_pubez:
-            return &session.lbl_pubez;
+            return &session.part.lbl_pubez;
         case LabelArray::lbl_nubez:
-            return &session.lbl_nubez;
+            return &session.part.lbl_nubez;
         case LabelArray::lbl_fzbez:
             break;
     }
@@ -42,8 +42,8 @@ double picture_y(const Session& session, double hoch) {
 }
 
 void drop_point_label(Session& session, std::int32_t i, const MouseWay& moved) {
-    PointRow& row = session.pu[i];
-    Label& label = session.lbl_pubez[static_cast<std::size_t>(i)];
+    PointRow& row = session.part.pu[i];
+    Label& label = session.part.lbl_pubez[static_cast<std::size_t>(i)];
     store_undo(session.window, {undo_kind::point_label, i, {row.pu_bez_rechts, row.pu_bez_hoch}},
                undo_caption::point_label);
     const WorldPoint anchor = label_anchor(session, i);
@@ -54,7 +54,7 @@ void drop_point_label(Session& session, std::int32_t i, const MouseWay& moved) {
     row.pu_bez_hoch = (static_cast<double>(label.top) - a_h - moved.south) / height * 100;
     label.left = static_cast<float>(height * row.pu_bez_rechts / 100 + a_r);
     label.top = static_cast<float>(height * row.pu_bez_hoch / 100 + a_h);
-    session.view_index.label_moved(i);
+    session.part.view_index.label_moved(i);
 }
 
 /// The stored place of the district label `i`, with the text that it is stored under.
@@ -70,25 +70,25 @@ DistrictPlace district_place(const Session& session, std::int32_t i) {
 
 /// Puts a district label's lower left corner on the place of its row.
 void set_on_place(Session& session, std::int32_t i, const NubezOffsetRow& row) {
-    Label& label = session.lbl_nubez[static_cast<std::size_t>(i)];
+    Label& label = session.part.lbl_nubez[static_cast<std::size_t>(i)];
     label.left = static_cast<float>(picture_x(session, row.nuoff_rechts));
     label.top =
         static_cast<float>(static_cast<double>(label.height) + picture_y(session, row.nuoff_hoch));
 }
 
 void drop_district_label(Session& session, std::int32_t i, const MouseWay& moved) {
-    const Label& label = session.lbl_nubez[static_cast<std::size_t>(i)];
+    const Label& label = session.part.lbl_nubez[static_cast<std::size_t>(i)];
     DistrictPlace place = district_place(session, i);
     const DistrictGrid& grid = district_cache(session).grid;
     Undo step{undo_kind::district_label, i, {place.stored.rechts, place.stored.hoch}};
     if (!place.stored.found()) {
         const auto node = static_cast<std::size_t>(i);
         step.undo_wert = {grid.grid_rechts[node], grid.grid_hoch[node]};
-        place.stored.row = session.nuoff.append();
-        session.nuoff[place.stored.row].nuoff_bez = place.key;
+        place.stored.row = session.part.nuoff.append();
+        session.part.nuoff[place.stored.row].nuoff_bez = place.key;
     }
     store_undo(session.window, step, undo_caption::district_label);
-    NubezOffsetRow& row = session.nuoff[place.stored.row];
+    NubezOffsetRow& row = session.part.nuoff[place.stored.row];
     row.nuoff_rechts = static_cast<double>(label.left) + session.view.ansicht_rw_min + moved.east;
     row.nuoff_hoch = static_cast<double>(label.top) + session.view.ansicht_hw_min - moved.south -
                      static_cast<double>(label.height);
@@ -97,25 +97,25 @@ void drop_district_label(Session& session, std::int32_t i, const MouseWay& moved
 
 /// A label that was dropped out of view may have been hidden by a drawing since.
 void show_again(Session& session, std::int32_t i) {
-    Label& label = session.lbl_pubez[static_cast<std::size_t>(i)];
+    Label& label = session.part.lbl_pubez[static_cast<std::size_t>(i)];
     if (!label.visible) {
         label.visible = true;
         label.enabled = true;
-        std::vector<std::int32_t>& placed = session.lbl_pubez_placed;
+        std::vector<std::int32_t>& placed = session.part.lbl_pubez_placed;
         placed.insert(std::upper_bound(placed.begin(), placed.end(), i), i);
     }
 }
 
 void undo_point_label(Session& session, const Undo& step) {
     const std::int32_t i = step.undo_index;
-    if (i < 1 || i > session.pu.count()) {
+    if (i < 1 || i > session.part.pu.count()) {
         return;
     }
-    PointRow& row = session.pu[i];
+    PointRow& row = session.part.pu[i];
     row.pu_bez_rechts = step.undo_wert[0];
     row.pu_bez_hoch = step.undo_wert[1];
-    session.view_index.label_moved(i);
-    Label& label = session.lbl_pubez[static_cast<std::size_t>(i)];
+    session.part.view_index.label_moved(i);
+    Label& label = session.part.lbl_pubez[static_cast<std::size_t>(i)];
     const bool moved = row.pu_bez_rechts != 0;
     const double off_r = moved ? row.pu_bez_rechts : session.settings.stanplt;
     const double off_h = moved ? row.pu_bez_hoch : session.settings.stanptp;
@@ -134,7 +134,7 @@ void undo_district_label(Session& session, const Undo& step) {
     if (!stored.found()) {
         return;
     }
-    NubezOffsetRow& row = session.nuoff[stored.row];
+    NubezOffsetRow& row = session.part.nuoff[stored.row];
     row.nuoff_rechts = step.undo_wert[0];
     row.nuoff_hoch = step.undo_wert[1];
     set_on_place(session, i, row);

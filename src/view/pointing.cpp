@@ -51,11 +51,11 @@ void write_vector(InfoText& info, char letter, double rechts, double hoch) {
 
 /// The row that the values of a later epoch are counted from; row 0 has none.
 const PointRow& epoch_before(const Session& session, std::int32_t i) {
-    return session.pu[session.pu[i].pu_epoche > 0 ? i - 1 : 0];
+    return session.part.pu[session.part.pu[i].pu_epoche > 0 ? i - 1 : 0];
 }
 
 std::string change_text(const Session& session, std::int32_t i) {
-    const PointRow& row = session.pu[i];
+    const PointRow& row = session.part.pu[i];
     const PointRow& before = epoch_before(session, i);
     const bool position = LabelAnchor::is_position_change(row);
     InfoText info;
@@ -109,13 +109,13 @@ std::string value_text(const PointRow& row) {
 }  // namespace
 
 WorldPoint label_anchor(const Session& session, std::int32_t i) {
-    const PointRow& row = session.pu[i];
+    const PointRow& row = session.part.pu[i];
     const AnchorOffset offset = LabelAnchor(session).offset(row);
     return {row.pu_rechts + offset.rechts, row.pu_hoch + offset.hoch};
 }
 
 std::string point_info(const Session& session, std::int32_t i) {
-    const PointRow& row = session.pu[i];
+    const PointRow& row = session.part.pu[i];
     if (LabelAnchor::is_position_change(row) || LabelAnchor::is_height_change(row)) {
         return change_text(session, i);
     }
@@ -139,7 +139,7 @@ PicturePoint place_point_info(const Session& session, std::int32_t i, float widt
 bool is_node_label(const Session& session, std::int32_t i) {
     constexpr std::int16_t on_the_edge = 2;
     const DistrictGrid& grid = district_cache(session).grid;
-    const bool on_sheets = session.plotmodus == 1 && session.obj.obj_nbez == on_the_edge;
+    const bool on_sheets = session.plotmodus == 1 && session.part.obj.obj_nbez == on_the_edge;
     return !on_sheets && i >= 1 && static_cast<std::size_t>(i) < grid.grid_bez.size() &&
            !grid.grid_bez[static_cast<std::size_t>(i)].empty();
 }

@@ -85,7 +85,7 @@ void shift_view(Session& session, ShiftTo direction) {
 }
 
 void show_whole(Session& session) {
-    const Extents& extents = session.extents;
+    const Extents& extents = session.part.extents;
     FitView(session, extents.gesamt_rw_min, extents.gesamt_hw_min, extents.gesamt_rw_max,
             extents.gesamt_hw_max, with_margin);
     clear_undo(session.window);

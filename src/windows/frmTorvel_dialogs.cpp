@@ -46,7 +46,7 @@ void FrmTorvel::open_object_selection() {
         return;
     }
     clear_undo(session_.window);
-    const auto take = [this, before = session_.obj](SelectionLeft left) {
+    const auto take = [this, before = session_.part.obj](SelectionLeft left) {
         perform([&] { revocable([&] { auswahl_uebernehmen(session_, before, left, desk()); }); });
     };
     auto* dialog = new FrmObjekte(this, session_, take);

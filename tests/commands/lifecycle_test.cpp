@@ -46,8 +46,8 @@ TEST_F(Lifecycle, OpeningReadsThePartFitsTheViewAndDraws) {
     EXPECT_EQ(session.datei_geladen, 1);
     EXPECT_EQ(session.graphikdatei, path);
     EXPECT_EQ(session.window.fenstertitel, "VELDRA [" + path + "]");
-    EXPECT_EQ(session.titel[0].getTitelText(), "Netz");
-    EXPECT_EQ(session.pu.count(), 2);
+    EXPECT_EQ(session.part.titel[0].getTitelText(), "Netz");
+    EXPECT_EQ(session.part.pu.count(), 2);
     EXPECT_EQ(drawn, 1);
     EXPECT_LT(session.view.ansicht_rw_min, 10.0);
     EXPECT_GT(session.view.ansicht_rw_max, 40.0);
@@ -62,9 +62,9 @@ TEST_F(Lifecycle, OpeningTheOpenFileWritesItBackAndMovesItToTheTop) {
     const std::string other = make_file("b.dat", two_parts);
     open(path);
     open(other);
-    session.pu[1].pu_bez_rechts = 50;
+    session.part.pu[1].pu_bez_rechts = 50;
     open(other);
-    EXPECT_EQ(session.pu[1].pu_bez_rechts, 50.0);
+    EXPECT_EQ(session.part.pu[1].pu_bez_rechts, 50.0);
     EXPECT_EQ(recent(1), other);
     EXPECT_EQ(recent(2), path);
     EXPECT_EQ(recent(3), "");
@@ -103,10 +103,10 @@ TEST_F(Lifecycle, RecentFileOpensAndMovesUp) {
     const std::string b = make_file("b.dat", "PUNKTSIGNATUR 1 2 0 0 1\n");
     open(a);
     open(b);
-    session.obj.obj_pube = 0;
+    session.part.obj.obj_pube = 0;
     datei_alt_oeffnen(session, 2, desk);
     EXPECT_EQ(session.graphikdatei, a);
-    EXPECT_EQ(session.obj.obj_pube, 1);
+    EXPECT_EQ(session.part.obj.obj_pube, 1);
     EXPECT_EQ(recent(1), a);
     EXPECT_EQ(recent(2), b);
 }
@@ -143,28 +143,28 @@ TEST_F(Lifecycle, RecentNameOfThreeCharactersDoesNothing) {
 
 TEST_F(Lifecycle, FileWithoutPartNeverShowsTheDialogOfParts) {
     open(make_file("a.dat", "PUNKTSIGNATUR 1 2 0 0 1\nDISTANZ 1 2 3 4\n"));
-    EXPECT_EQ(session.netz_aktuell, 0);
+    EXPECT_EQ(session.part.netz_aktuell, 0);
     EXPECT_FALSE(session.window.frm_netzteile_shown);
     EXPECT_FALSE(session.window[MenuItem::m_ansicht_netzteile].enabled);
-    EXPECT_EQ(session.pu.count(), 1);
+    EXPECT_EQ(session.part.pu.count(), 1);
 }
 
 TEST_F(Lifecycle, LabelMovesSurviveTheChangeOfPart) {
     const std::string path = make_file("a.dat", two_parts);
     open(path);
-    session.pu[2].pu_bez_rechts = 70;
-    session.pu[2].pu_bez_hoch = -30;
+    session.part.pu[2].pu_bez_rechts = 70;
+    session.part.pu[2].pu_bez_hoch = -30;
     netzteil_anzeigen(session, 2, desk);
-    EXPECT_EQ(session.netz_aktuell, 2);
-    EXPECT_EQ(session.plot.plot_massstab, 1.0 / 500);
-    EXPECT_EQ(session.obj.obj_beob, 2);
+    EXPECT_EQ(session.part.netz_aktuell, 2);
+    EXPECT_EQ(session.part.plot.plot_massstab, 1.0 / 500);
+    EXPECT_EQ(session.part.obj.obj_beob, 2);
     EXPECT_EQ(session.arbeitsdatei_suffix, "_1");
     EXPECT_EQ(testing_support::file_bytes(path), from_utf8(two_parts));
     netzteil_anzeigen(session, 1, desk);
     EXPECT_EQ(session.arbeitsdatei_suffix, "_2");
-    EXPECT_EQ(session.pu[2].pu_bez_rechts, 70.0);
-    EXPECT_EQ(session.pu[2].pu_bez_hoch, -30.0);
-    EXPECT_EQ(session.plot.plot_massstab, 1.0 / 1000);
+    EXPECT_EQ(session.part.pu[2].pu_bez_rechts, 70.0);
+    EXPECT_EQ(session.part.pu[2].pu_bez_hoch, -30.0);
+    EXPECT_EQ(session.part.plot.plot_massstab, 1.0 / 1000);
 }
 
 TEST_F(Lifecycle, ChangeOfPartEndsThePlotMode) {
@@ -210,7 +210,7 @@ TEST_F(Lifecycle, RequiredTokenAsEmptyQuotesCountsAsMissing) {
                   "NETZTEIL A\nOBJEKTE 1 1 0 0 0 0 0 1 0 1 0 1 1\nPUNKTSIGNATUR 1 2 0 0 \"\"\n"
                   "PUNKTSIGNATUR 5 6 0 0 1\n");
     open(path);
-    EXPECT_EQ(session.pu.count(), 1);
+    EXPECT_EQ(session.part.pu.count(), 1);
     arbeitskopie_schreiben(session);
     EXPECT_THAT(testing_support::file_bytes(path + "_1"),
                 HasSubstr("\r\nPUNKTSIGNATUR 1 2 0 0 \"\"\r\n"));

@@ -42,7 +42,7 @@ TEST_F(LongWorkOnFile, PassesTellOfTheirReading) {
     punkt_lesen(session);
     // Each pass reads one window of the file and finds its end.
     EXPECT_EQ(work.calls, 4);
-    EXPECT_EQ(session.pu.count(), 1);
+    EXPECT_EQ(session.part.pu.count(), 1);
 }
 
 TEST_F(LongWorkOnFile, APassThatIsGivenUpThrows) {
@@ -71,14 +71,14 @@ TEST_F(LongWorkOnFile, AForgottenFileLeavesNothing) {
     session.window.lbl_legende_visible = true;
     session.plotmodus = 1;
     session.window.fenstertitel = "VELDRA [x]";
-    const std::uint64_t revision = session.tables_revision;
+    const std::uint64_t revision = session.part.tables_revision;
     forget_file(session);
     EXPECT_TRUE(session.graphikdatei.empty());
     EXPECT_EQ(session.datei_geladen, 0);
     EXPECT_EQ(session.netz.count(), 0);
-    EXPECT_EQ(session.netz_aktuell, 0);
-    EXPECT_EQ(session.pu.count(), 0);
-    EXPECT_GT(session.tables_revision, revision);
+    EXPECT_EQ(session.part.netz_aktuell, 0);
+    EXPECT_EQ(session.part.pu.count(), 0);
+    EXPECT_GT(session.part.tables_revision, revision);
     EXPECT_EQ(session.window.caption, "VELDRA - [keine Graphikdatei eröffnet]");
     EXPECT_EQ(session.window.fenstertitel, "VELDRA - [keine Graphikdatei eröffnet]");
     EXPECT_EQ(session.window.undo.undo_art, 0);
@@ -247,95 +247,95 @@ constexpr const char* two_parts_to_read =
 
 TEST_F(LongWorkOnDesk, AnotherPartGivenUpAnywhereLeavesTheFormerOne) {
     open(two_parts_to_read);
-    session.pu[2].pu_bez_rechts = 70;
-    session.obj.obj_pube = 0;
+    session.part.pu[2].pu_bez_rechts = 70;
+    session.part.obj.obj_pube = 0;
     session.plotmodus = 1;
-    session.plot.plot_null_rechts = 12;
-    session.nuoff[session.nuoff.append()].nuoff_bez = "35005600";
-    session.lbl_pubez.resize(3);
-    session.lbl_pubez[2].caption = "2";
+    session.part.plot.plot_null_rechts = 12;
+    session.part.nuoff[session.part.nuoff.append()].nuoff_bez = "35005600";
+    session.part.lbl_pubez.resize(3);
+    session.part.lbl_pubez[2].caption = "2";
     drawn = 0;
-    const Extents extents = session.extents;
+    const Extents extents = session.part.extents;
     const int times =
         give_up_everywhere([this] { netzteil_anzeigen(session, 2, desk); },
                            [&] {
-                               EXPECT_EQ(session.netz_aktuell, 1);
+                               EXPECT_EQ(session.part.netz_aktuell, 1);
                                EXPECT_EQ(session.datei_geladen, 1);
                                EXPECT_EQ(session.plotmodus, 1);
-                               EXPECT_EQ(session.pu.count(), 2);
-                               EXPECT_EQ(session.pu[2].pu_bez_rechts, 70);
-                               EXPECT_EQ(session.pu.punkt_finden(40, 60), 2);
-                               EXPECT_EQ(session.lin.count(), 1);
-                               EXPECT_EQ(session.nuoff.count(), 1);
-                               EXPECT_EQ(session.obj.obj_pube, 0);
-                               EXPECT_EQ(session.obj.obj_beob, 1);
-                               EXPECT_EQ(session.titel[1].getTitelText(), "erstes");
-                               EXPECT_EQ(session.plot.plot_massstab, 1.0 / 1000);
-                               EXPECT_EQ(session.plot.plot_null_rechts, 12);
-                               EXPECT_EQ(session.lbl_pubez.at(2).caption, "2");
-                               EXPECT_EQ(session.extents.gesamt_rw_max, extents.gesamt_rw_max);
+                               EXPECT_EQ(session.part.pu.count(), 2);
+                               EXPECT_EQ(session.part.pu[2].pu_bez_rechts, 70);
+                               EXPECT_EQ(session.part.pu.punkt_finden(40, 60), 2);
+                               EXPECT_EQ(session.part.lin.count(), 1);
+                               EXPECT_EQ(session.part.nuoff.count(), 1);
+                               EXPECT_EQ(session.part.obj.obj_pube, 0);
+                               EXPECT_EQ(session.part.obj.obj_beob, 1);
+                               EXPECT_EQ(session.part.titel[1].getTitelText(), "erstes");
+                               EXPECT_EQ(session.part.plot.plot_massstab, 1.0 / 1000);
+                               EXPECT_EQ(session.part.plot.plot_null_rechts, 12);
+                               EXPECT_EQ(session.part.lbl_pubez.at(2).caption, "2");
+                               EXPECT_EQ(session.part.extents.gesamt_rw_max, extents.gesamt_rw_max);
                                EXPECT_EQ(ui.pointers.back(), 0);
                                EXPECT_EQ(drawn, 0);
                            });
     // A writing and three readings, each with its window and its end. What is given up amid the
     // writing ends with it.
     EXPECT_EQ(times, 8);
-    EXPECT_EQ(session.netz_aktuell, 2);
-    EXPECT_EQ(session.obj.obj_beob, 2);
-    EXPECT_EQ(session.pu.count(), 1);
+    EXPECT_EQ(session.part.netz_aktuell, 2);
+    EXPECT_EQ(session.part.obj.obj_beob, 2);
+    EXPECT_EQ(session.part.pu.count(), 1);
     EXPECT_EQ(drawn, 1);
     netzteil_anzeigen(session, 1, desk);
-    EXPECT_EQ(session.pu[2].pu_bez_rechts, 70);
-    EXPECT_EQ(session.nuoff.count(), 1);
+    EXPECT_EQ(session.part.pu[2].pu_bez_rechts, 70);
+    EXPECT_EQ(session.part.nuoff.count(), 1);
 }
 
 TEST_F(LongWorkOnDesk, AnotherSelectionGivenUpAnywhereLeavesTheFormerOne) {
     open(two_parts_to_read);
-    session.obj.obj_puwe = 7;
-    auswahl_uebernehmen(session, session.obj, SelectionLeft::by_ok, desk);
-    ASSERT_EQ(session.pu[1].pu_wert_lage, -3);
-    session.pu[2].pu_bez_rechts = 70;
-    const ObjectSelection before = session.obj;
+    session.part.obj.obj_puwe = 7;
+    auswahl_uebernehmen(session, session.part.obj, SelectionLeft::by_ok, desk);
+    ASSERT_EQ(session.part.pu[1].pu_wert_lage, -3);
+    session.part.pu[2].pu_bez_rechts = 70;
+    const ObjectSelection before = session.part.obj;
     drawn = 0;
     const auto choose = [this] {
-        session.obj.obj_puwe = 8;
-        session.obj.obj_beob = 2;
+        session.part.obj.obj_puwe = 8;
+        session.part.obj.obj_beob = 2;
     };
     choose();
     const int times = give_up_everywhere(
         [&] { auswahl_uebernehmen(session, before, SelectionLeft::by_ok, desk); },
         [&] {
-            EXPECT_EQ(session.obj.obj_puwe, 7);
-            EXPECT_EQ(session.obj.obj_wert_lage, 3);
-            EXPECT_EQ(session.obj.obj_wert_hoehe, 0);
-            EXPECT_EQ(session.obj.obj_beob, 1);
-            EXPECT_EQ(session.lin.count(), 1);
-            EXPECT_EQ(session.pu[1].pu_wert_lage, -3);
-            EXPECT_EQ(session.pu[1].pu_wert_rechts, 1.5);
-            EXPECT_EQ(session.pu[2].pu_bez_rechts, 70);
-            EXPECT_EQ(session.pu.punkt_finden(40, 60), 2);
+            EXPECT_EQ(session.part.obj.obj_puwe, 7);
+            EXPECT_EQ(session.part.obj.obj_wert_lage, 3);
+            EXPECT_EQ(session.part.obj.obj_wert_hoehe, 0);
+            EXPECT_EQ(session.part.obj.obj_beob, 1);
+            EXPECT_EQ(session.part.lin.count(), 1);
+            EXPECT_EQ(session.part.pu[1].pu_wert_lage, -3);
+            EXPECT_EQ(session.part.pu[1].pu_wert_rechts, 1.5);
+            EXPECT_EQ(session.part.pu[2].pu_bez_rechts, 70);
+            EXPECT_EQ(session.part.pu.punkt_finden(40, 60), 2);
             EXPECT_EQ(drawn, 0);
             choose();
         });
     EXPECT_EQ(times, 4);
-    EXPECT_EQ(session.obj.obj_beob, 2);
-    EXPECT_EQ(session.lin.count(), 0);
-    EXPECT_EQ(session.pu[1].pu_wert_lage, 0);
-    EXPECT_EQ(session.pu[2].pu_bez_rechts, 70);
+    EXPECT_EQ(session.part.obj.obj_beob, 2);
+    EXPECT_EQ(session.part.lin.count(), 0);
+    EXPECT_EQ(session.part.pu[1].pu_wert_lage, 0);
+    EXPECT_EQ(session.part.pu[2].pu_bez_rechts, 70);
     EXPECT_EQ(drawn, 1);
 }
 
 TEST_F(LongWorkOnDesk, AnotherSelectionWithoutValuesKeepsThePoints) {
     open(two_parts_to_read);
-    const PointRow* const row = &session.pu[1];
-    const ObjectSelection before = session.obj;
-    session.obj.obj_beob = 2;
+    const PointRow* const row = &session.part.pu[1];
+    const ObjectSelection before = session.part.obj;
+    session.part.obj.obj_beob = 2;
     EndsAt work(1);
     session.work = &work;
     EXPECT_THROW(auswahl_uebernehmen(session, before, SelectionLeft::by_ok, desk), WorkCancelled);
-    EXPECT_EQ(&session.pu[1], row);
-    EXPECT_EQ(session.obj.obj_beob, 1);
-    EXPECT_EQ(session.lin.count(), 1);
+    EXPECT_EQ(&session.part.pu[1], row);
+    EXPECT_EQ(session.part.obj.obj_beob, 1);
+    EXPECT_EQ(session.part.lin.count(), 1);
 }
 
 TEST_F(LongWorkOnDesk, ANewLimitGivenUpAnywhereLeavesTheFormerOne) {
@@ -353,12 +353,12 @@ TEST_F(LongWorkOnDesk, ANewLimitGivenUpAnywhereLeavesTheFormerOne) {
         [&] {
             EXPECT_EQ(session.settings.stndwert, 0.5);
             EXPECT_EQ(session.twins.settings.stndwert, 0.5);
-            EXPECT_EQ(session.lin[1].lin_nv_seite, 9.0);
+            EXPECT_EQ(session.part.lin[1].lin_nv_seite, 9.0);
             EXPECT_EQ(drawn, 0);
         });
     EXPECT_EQ(times, 4);
     EXPECT_EQ(session.settings.stndwert, 7);
-    EXPECT_EQ(session.lin[1].lin_nv_seite, -99);
+    EXPECT_EQ(session.part.lin[1].lin_nv_seite, -99);
     EXPECT_EQ(drawn, 1);
 }
 

@@ -57,7 +57,7 @@ TEST_F(PlotJobOnPdf, MarkedPartNeverPlottedBeforeIsPlotted) {
     ASSERT_EQ(pages.size(), 1U);
     expect_new_part(pages[0]);
     EXPECT_DOUBLE_EQ(session.netz[2].netz_massstab, 1.0 / 250);
-    EXPECT_EQ(session.netz_aktuell, 1);
+    EXPECT_EQ(session.part.netz_aktuell, 1);
 }
 
 TEST_F(PlotJobOnPdf, MarkedPartNeverPlottedStandsAmongOthersAndCopies) {

@@ -93,9 +93,9 @@ TEST_F(PlotJobTest, PrinterIsResetBeforeTheJobAndAfterItsEnd) {
 
 TEST_F(PlotJobTest, SheetsComeByColumnsFromBelow) {
     open();
-    session.plot.plot_blatt_auto = table_false;
-    session.plot.plot_blatt_rechts = 2;
-    session.plot.plot_blatt_hoch = 3;
+    session.part.plot.plot_blatt_auto = table_false;
+    session.part.plot.plot_blatt_rechts = 2;
+    session.part.plot.plot_blatt_hoch = 3;
     plotten_aktuell(session, desk);
     EXPECT_THAT(pages(),
                 ElementsAre("A Blatt 1.1 (2.3)", "A Blatt 1.2 (2.3)", "A Blatt 1.3 (2.3)",
@@ -104,11 +104,11 @@ TEST_F(PlotJobTest, SheetsComeByColumnsFromBelow) {
 
 TEST_F(PlotJobTest, AutomaticCountsFollowTheRealPaper) {
     open();
-    session.extents.gesamt_rw_max = 500;
-    session.plot.plot_blatt_rechts = 1;
+    session.part.extents.gesamt_rw_max = 500;
+    session.part.plot.plot_blatt_rechts = 1;
     plotten_aktuell(session, desk);
     // 500 m from the zero point at 0 on sheets of 184.5 m.
-    EXPECT_EQ(session.plot.plot_blatt_rechts, 3);
+    EXPECT_EQ(session.part.plot.plot_blatt_rechts, 3);
     EXPECT_EQ(pages().size(), 3U);
 }
 
@@ -184,9 +184,9 @@ TEST_F(PlotJobTest, EachPartIsReadOncePerCopyAndOnceForItsSheets) {
     mark({true, true, false, false});
     const auto reads = [this](std::int16_t copies) {
         session.printer.exemplare = copies;
-        const std::uint64_t before = session.tables_revision;
+        const std::uint64_t before = session.part.tables_revision;
         plotten_alle(session, desk);
-        return session.tables_revision - before;
+        return session.part.tables_revision - before;
     };
     const std::uint64_t one = reads(1);
     const std::uint64_t three = reads(3);
@@ -199,15 +199,15 @@ TEST_F(PlotJobTest, EachPartIsReadOncePerCopyAndOnceForItsSheets) {
 TEST_F(PlotJobTest, ManySheetsAreAskedAboutWithThePointFarthestOut) {
     // 20 columns of 10 rows are 200 sheets, 67 columns of 3 rows are 201.
     open();
-    session.plot.plot_blatt_auto = table_false;
-    session.plot.plot_blatt_rechts = 20;
-    session.plot.plot_blatt_hoch = 10;
+    session.part.plot.plot_blatt_auto = table_false;
+    session.part.plot.plot_blatt_rechts = 20;
+    session.part.plot.plot_blatt_hoch = 10;
     EXPECT_TRUE(plotten_aktuell(session, desk));
     EXPECT_THAT(ui.texts, IsEmpty());
     EXPECT_EQ(pages().size(), 200U);
     printer.documents.clear();
-    session.plot.plot_blatt_rechts = 67;
-    session.plot.plot_blatt_hoch = 3;
+    session.part.plot.plot_blatt_rechts = 67;
+    session.part.plot.plot_blatt_hoch = 3;
     ui.answer = false;
     EXPECT_FALSE(plotten_aktuell(session, desk));
     EXPECT_THAT(printer.documents, IsEmpty());
@@ -246,7 +246,7 @@ TEST_F(PlotJobTest, AllMarkedPartsTogetherAreAskedAbout) {
 TEST_F(PlotJobTest, ADeclinedJobLeavesThePartInView) {
     open(wild_parts);
     mark({true, true, false});
-    session.obj.obj_pube = 0;
+    session.part.obj.obj_pube = 0;
     // "alle" is asked with Yes first, the many sheets with No.
     struct YesThenNo final : UserInterface {
         bool message_box(MessageStyle style, const std::string&, const std::string&) override {
@@ -257,9 +257,9 @@ TEST_F(PlotJobTest, ADeclinedJobLeavesThePartInView) {
     const Desk asking{measurer, answers, [] {}, &printer};
     EXPECT_FALSE(plotten_alle(session, asking));
     EXPECT_THAT(printer.documents, IsEmpty());
-    EXPECT_EQ(session.netz_aktuell, 1);
-    EXPECT_EQ(session.pu.count(), 2);
-    EXPECT_EQ(session.obj.obj_pube, 0);
+    EXPECT_EQ(session.part.netz_aktuell, 1);
+    EXPECT_EQ(session.part.pu.count(), 2);
+    EXPECT_EQ(session.part.obj.obj_pube, 0);
 }
 
 TEST_F(PlotJobTest, PartWithTooManySheetsToCountIsToldAndTheOthersArePlotted) {
@@ -291,30 +291,30 @@ TEST_F(PlotJobTest, EmptyPartLosesItsMarkSilently) {
 TEST_F(PlotJobTest, NoMarkedPartPrintsNothingAndReadsThePartInView) {
     open();
     mark({false, false, false, false});
-    const std::uint64_t before = session.tables_revision;
+    const std::uint64_t before = session.part.tables_revision;
     EXPECT_TRUE(plotten_alle(session, desk));
     EXPECT_THAT(pages(), IsEmpty());
-    EXPECT_GT(session.tables_revision, before);
-    EXPECT_EQ(session.pu.count(), 2);
+    EXPECT_GT(session.part.tables_revision, before);
+    EXPECT_EQ(session.part.pu.count(), 2);
     EXPECT_EQ(drawn, 1);
 }
 
 TEST_F(PlotJobTest, PartInViewIsAsBefore) {
     open();
     mark({false, true, false, true});
-    session.obj.obj_pube = 0;  // chosen in the window, not in the file
-    session.titel[2].setTitelText("Eigene Zeile");
-    session.plot.plot_legendenlage = 1;
+    session.part.obj.obj_pube = 0;  // chosen in the window, not in the file
+    session.part.titel[2].setTitelText("Eigene Zeile");
+    session.part.plot.plot_legendenlage = 1;
     session.view = {5, 7, 5 + 15000 * 0.01, 7 + 9000 * 0.01, 0.01};
     const Viewport view = session.view;
     plotten_alle(session, desk);
-    EXPECT_EQ(session.netz_aktuell, 1);
-    EXPECT_EQ(session.pu.count(), 2);
-    EXPECT_EQ(session.pu[1].pu_rechts, 10);
-    EXPECT_EQ(session.obj.obj_pube, 0);
-    EXPECT_EQ(session.titel[1].getTitelText(), "Titel von A");
-    EXPECT_EQ(session.titel[2].getTitelText(), "Eigene Zeile");
-    EXPECT_EQ(session.plot.plot_legendenlage, 1);
+    EXPECT_EQ(session.part.netz_aktuell, 1);
+    EXPECT_EQ(session.part.pu.count(), 2);
+    EXPECT_EQ(session.part.pu[1].pu_rechts, 10);
+    EXPECT_EQ(session.part.obj.obj_pube, 0);
+    EXPECT_EQ(session.part.titel[1].getTitelText(), "Titel von A");
+    EXPECT_EQ(session.part.titel[2].getTitelText(), "Eigene Zeile");
+    EXPECT_EQ(session.part.plot.plot_legendenlage, 1);
     EXPECT_NEAR(session.view.ansicht_rw_min, view.ansicht_rw_min, 1e-9);
     EXPECT_NEAR(session.view.ansicht_hw_max, view.ansicht_hw_max, 1e-9);
     EXPECT_NEAR(session.view.ansicht_masseinheit, 0.01, 1e-12);
@@ -332,16 +332,16 @@ TEST_F(PlotJobTest, EachTitleLineOfThePartInViewIsAsBeforeAmongPartsWithTheirOwn
         "PUNKTSIGNATUR 10 20 0 0 1 \"5\"\nPUNKTSIGNATUR 40 60 0 0 0 \"6\"\n");
     mark({true, true, true});
     const auto titles = [this] {
-        return std::vector<std::string>{session.titel[1].getTitelText(),
-                                        session.titel[2].getTitelText(),
-                                        session.titel[3].getTitelText()};
+        return std::vector<std::string>{session.part.titel[1].getTitelText(),
+                                        session.part.titel[2].getTitelText(),
+                                        session.part.titel[3].getTitelText()};
     };
     plotten_alle(session, desk);
     EXPECT_THAT(titles(), ElementsAre("A zwei", "A drei", "A vier"));
     netzteil_anzeigen(session, 2, desk);
-    session.titel[3].setTitelText("eigene vierte");
+    session.part.titel[3].setTitelText("eigene vierte");
     plotten_alle(session, desk);
-    EXPECT_EQ(session.netz_aktuell, 2);
+    EXPECT_EQ(session.part.netz_aktuell, 2);
     EXPECT_THAT(titles(), ElementsAre("B zwei", "", "eigene vierte"));
 }
 
@@ -363,11 +363,11 @@ TEST_F(PlotJobTest, TitleLinesOfThePartInViewDoNotStandInOtherLegends) {
 TEST_F(PlotJobTest, MovedLabelsReachTheFileBeforeItIsRead) {
     open();
     mark({true, false, false, false});
-    session.pu[1].pu_bez_rechts = 150;
-    session.pu[1].pu_bez_hoch = -30;
+    session.part.pu[1].pu_bez_rechts = 150;
+    session.part.pu[1].pu_bez_hoch = -30;
     plotten_alle(session, desk);
-    EXPECT_EQ(session.pu[1].pu_bez_rechts, 150);
-    EXPECT_EQ(session.pu[1].pu_bez_hoch, -30);
+    EXPECT_EQ(session.part.pu[1].pu_bez_rechts, 150);
+    EXPECT_EQ(session.part.pu[1].pu_bez_hoch, -30);
 }
 
 TEST_F(PlotJobTest, PartNeverPlottedGetsSettings) {
@@ -405,8 +405,8 @@ TEST_F(PlotJobTest, FailureLeavesAllLoopsAndRestoresThePart) {
     EXPECT_EQ(printer.pages_begun, 3);
     EXPECT_EQ(ui.texts.size(), 2U);  // the question and the message
     EXPECT_EQ(state(), ScriptedDocument::State::aborted);
-    EXPECT_EQ(session.netz_aktuell, 1);
-    EXPECT_EQ(session.pu[1].pu_rechts, 10);
+    EXPECT_EQ(session.part.netz_aktuell, 1);
+    EXPECT_EQ(session.part.pu[1].pu_rechts, 10);
 }
 
 TEST_F(PlotJobTest, DocumentThatDoesNotGetThroughIsReported) {
@@ -436,12 +436,12 @@ TEST_F(PlotJobTest, WithoutPrintersThereIsAMessage) {
 
 TEST_F(PlotJobTest, FatalErrorDropsTheDocument) {
     open();
-    session.obj.obj_beob = 1;
+    session.part.obj.obj_beob = 1;
     session.settings.faktorStrich = 32767;
     session.settings.punkt_breite = 2;
-    session.obj.obj_pusi = 0;
-    session.lin.lin_suchen({10, 20, 40, 60});
-    ++session.tables_revision;
+    session.part.obj.obj_pusi = 0;
+    session.part.lin.lin_suchen({10, 20, 40, 60});
+    ++session.part.tables_revision;
     EXPECT_THROW(plotten_aktuell(session, desk), FatalError);
     EXPECT_EQ(state(), ScriptedDocument::State::aborted);
 }

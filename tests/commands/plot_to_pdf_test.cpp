@@ -104,8 +104,8 @@ TEST_F(PlotToPdf, SheetsAreThoseOfTheApplicationPrinterWithItsMargins) {
 TEST_F(PlotToPdf, LyingPaperOfAnotherSize) {
     open();
     printer.set_PaperSize(8);
-    session.plot.plot_ausrichtung = 2;
-    session.plot.plot_heftrand = 3;
+    session.part.plot.plot_ausrichtung = 2;
+    session.part.plot.plot_heftrand = 3;
     settle();
     const auto pages = plotted();
     ASSERT_EQ(pages.size(), 1U);
@@ -153,9 +153,9 @@ TEST_F(PlotToPdf, PrinterAndSettingsStayAndOneCopyIsPlotted) {
     state.drucker_farbe = 1;
     state.druck_in_datei = table_true;
     state.merk_format = 270;
-    session.plot.plot_blatt_auto = table_false;
-    session.plot.plot_blatt_rechts = 2;
-    session.plot.plot_blatt_hoch = 2;
+    session.part.plot.plot_blatt_auto = table_false;
+    session.part.plot.plot_blatt_rechts = 2;
+    session.part.plot.plot_blatt_hoch = 2;
     settle();
     const std::string caption = session.window[MenuItem::m_optionen_drucker].caption;
     const auto pages = plotted();
@@ -170,7 +170,7 @@ TEST_F(PlotToPdf, PrinterAndSettingsStayAndOneCopyIsPlotted) {
     EXPECT_EQ(printer.Orientation(), 1);
     EXPECT_EQ(printer.PaperSize(), 9);
     EXPECT_EQ(printer.PaperBin(), 7);
-    const PlotSettings& plot = session.plot;
+    const PlotSettings& plot = session.part.plot;
     EXPECT_EQ(plot.plot_massstab, 0.001);
     EXPECT_EQ(plot.plot_ausrichtung, 1);
     EXPECT_EQ(plot.plot_heftrand, 2);
@@ -180,7 +180,7 @@ TEST_F(PlotToPdf, PrinterAndSettingsStayAndOneCopyIsPlotted) {
     EXPECT_EQ(plot.plot_blatt_hoch, 2);
     EXPECT_EQ(plot.plot_null_rechts, 0);
     EXPECT_EQ(plot.plot_null_hoch, 0);
-    EXPECT_EQ(session.netz_aktuell, 1);
+    EXPECT_EQ(session.part.netz_aktuell, 1);
     EXPECT_EQ(session.window.mouse_pointer, 0);
     EXPECT_THAT(ui.texts, IsEmpty());
     EXPECT_EQ(drawn, 1);
@@ -216,16 +216,16 @@ TEST_F(PlotToPdf, FailureAmongTheSheetsLeavesTheOldFileAndTheSettings) {
     // A pen of 2 times 32767 pixels is too wide for 16 bits.
     session.settings.faktorStrich = 32767;
     session.settings.punkt_breite = 2;
-    session.obj.obj_pusi = 0;
-    session.lin.lin_suchen({10, 20, 40, 60});
-    ++session.tables_revision;
+    session.part.obj.obj_pusi = 0;
+    session.part.lin.lin_suchen({10, 20, 40, 60});
+    ++session.part.tables_revision;
     session.printer.exemplare = 2;
     EXPECT_THAT(message(), HasSubstr("Überlauf"));
     EXPECT_EQ(testing_support::file_bytes(file), "alt");
     EXPECT_THAT(files(), ElementsAre("plan.pdf", "ve.dat"));
     EXPECT_EQ(session.printer.exemplare, 2);
     EXPECT_EQ(session.printer.drucker_ok, table_true);
-    EXPECT_EQ(session.plot.plot_massstab, 0.001);
+    EXPECT_EQ(session.part.plot.plot_massstab, 0.001);
     EXPECT_EQ(session.window.mouse_pointer, 0);
     EXPECT_EQ(drawn, 1);
 }

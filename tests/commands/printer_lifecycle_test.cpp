@@ -30,9 +30,9 @@ TEST_F(PrinterLifecycle, PartIsDividedIntoSheetsOfTheApplicationPrinter) {
     take_printer(session, &printer);
     open();
     // A4 upright with 5 mm on each side, bound on the left.
-    EXPECT_EQ(session.plot.plot_ausrichtung, 1);
-    EXPECT_NEAR(session.sheet.papier_breite, 0.200 - 0.0155, 1e-9);
-    EXPECT_NEAR(session.sheet.papier_hoehe, 0.287 - 0.0125, 1e-9);
+    EXPECT_EQ(session.part.plot.plot_ausrichtung, 1);
+    EXPECT_NEAR(session.part.sheet.papier_breite, 0.200 - 0.0155, 1e-9);
+    EXPECT_NEAR(session.part.sheet.papier_hoehe, 0.287 - 0.0125, 1e-9);
     EXPECT_GT(printer.heights_measured, 0);
 }
 
@@ -41,7 +41,7 @@ TEST_F(PrinterLifecycle, PrinterThatDoesNotWorkIsLeftAlone) {
     take_printer(session, &printer);
     printer.clear_calls();
     open();
-    EXPECT_NEAR(session.sheet.papier_breite, 0.1967 - 0.0155, 1e-9);
+    EXPECT_NEAR(session.part.sheet.papier_breite, 0.1967 - 0.0155, 1e-9);
     EXPECT_THAT(printer.calls, ::testing::IsEmpty());
     EXPECT_EQ(printer.heights_measured, 0);
 }

@@ -64,9 +64,9 @@ class WriteBack : public testing_support::SessionOnFile {
     /// Opens the file and moves the label of point 2 and the sheets of part A.
     void open_and_move() {
         datei_neu_laden(session, path, OpenedBy::open_command, desk);
-        session.pu[2].pu_bez_rechts = 70;
-        session.pu[2].pu_bez_hoch = -30;
-        session.plot.plot_null_rechts = 3.5;
+        session.part.pu[2].pu_bez_rechts = 70;
+        session.part.pu[2].pu_bez_hoch = -30;
+        session.part.plot.plot_null_rechts = 3.5;
     }
 
     /// From now on no copy finds a place beside the file.
@@ -323,14 +323,14 @@ TEST_F(WriteBack, SelectionThatCannotBeReadLeavesTheMoves) {
                   "GPS-RAUMVEKTOR 10 20 10 60 0\nGPS-RAUMVEKTOR 10 60 10 20 0\n"
                   "NETZTEIL B\n"));
     open_and_move();
-    const ObjectSelection before = session.obj;
-    session.obj.obj_beob = 3;
+    const ObjectSelection before = session.part.obj;
+    session.part.obj.obj_beob = 3;
     const std::string text =
         failure([&] { auswahl_uebernehmen(session, before, SelectionLeft::by_ok, desk); });
     EXPECT_THAT(text, StartsWith("Laufzeitfehler '9'"));
     EXPECT_THAT(text, HasSubstr("Ihr Stand bleibt in der Arbeitskopie\n" + path + "_1"));
     EXPECT_TRUE(holds_all_changes(path + "_1"));
-    EXPECT_EQ(before.obj_beob, session.obj.obj_beob);
+    EXPECT_EQ(before.obj_beob, session.part.obj.obj_beob);
 }
 
 TEST_F(WriteBack, PlotOfAPartThatCannotBeReadLeavesTheMovesOfThePartInView) {
@@ -454,16 +454,16 @@ TEST_F(WriteBack, EndFreesTheFileForOthers) {
 TEST_F(WriteBack, RewrittenFileIsReadAnewOnRequestAndKeepsThePart) {
     datei_neu_laden(session, path, OpenedBy::open_command, desk);
     netzteil_anzeigen(session, 2, desk);
-    session.pu[1].pu_bez_rechts = 70;
+    session.part.pu[1].pu_bez_rechts = 70;
     rewrite_file("NETZTEIL C\nPUNKTSIGNATUR 1 2 0 0 1\nNETZTEIL B\nPUNKTSIGNATUR 5 6 0 0 1\n");
     geaenderte_datei_pruefen(session, desk);
     ASSERT_EQ(ui.styles.size(), 1U);
     EXPECT_EQ(ui.styles[0], MessageStyle::question_yes_no);
     EXPECT_EQ(session.netz.count(), 2);
-    EXPECT_EQ(session.netz_aktuell, 2);
-    ASSERT_EQ(session.pu.count(), 1);
-    EXPECT_EQ(session.pu[1].pu_rechts, 5);
-    EXPECT_EQ(session.pu[1].pu_bez_rechts, 0);
+    EXPECT_EQ(session.part.netz_aktuell, 2);
+    ASSERT_EQ(session.part.pu.count(), 1);
+    EXPECT_EQ(session.part.pu[1].pu_rechts, 5);
+    EXPECT_EQ(session.part.pu[1].pu_bez_rechts, 0);
     EXPECT_FALSE(datei_vorhanden(path + "_1"));
     EXPECT_EQ(session.datei_geladen, 1);
     geaenderte_datei_pruefen(session, desk);
@@ -502,7 +502,7 @@ TEST_F(WriteBack, FileOpenElsewhereIsToldBeforeTheOpenOneIsLeft) {
     EXPECT_THAT(ui.texts[0], HasSubstr(other_path));
     EXPECT_THAT(ui.texts[0], HasSubstr(" auf "));  // who has it open
     EXPECT_EQ(session.graphikdatei, path);
-    EXPECT_EQ(session.pu[2].pu_bez_rechts, 70);
+    EXPECT_EQ(session.part.pu[2].pu_bez_rechts, 70);
     EXPECT_EQ(file_bytes(path), from_utf8(parts_with_two_points));
     ui.answer = true;
     datei_neu_laden(session, other_path, OpenedBy::open_command, desk);
@@ -514,7 +514,7 @@ TEST_F(WriteBack, OpeningTheOpenFileAgainIsNotAClashWithItself) {
     open_and_move();
     datei_neu_laden(session, path, OpenedBy::open_command, desk);
     EXPECT_TRUE(ui.texts.empty());
-    EXPECT_EQ(session.pu[2].pu_bez_rechts, 70);
+    EXPECT_EQ(session.part.pu[2].pu_bez_rechts, 70);
     FileWatch other;
     EXPECT_FALSE(other.reserve(path));
 }

@@ -15,12 +15,12 @@ TEST(DisplayOptions, OpeningSavesTheScalesThatAGraphicFileHasSet) {
     session.vektor_massstab[2] = session.vektor_massstab_plot[2] = 0.25;
     session.vektor_massstab[5] = session.vektor_massstab_plot[5] = 0.125;
     session.settings.vektAdrw[1] = 6;
-    session.plot.plot_massstab = 0.002;
+    session.part.plot.plot_massstab = 0.002;
     const double massstab = display_begin(session);
     for (const DisplayTab tab : {DisplayTab::vectors_position, DisplayTab::vectors_height}) {
         display_standard(session, tab);
     }
-    session.plot.plot_massstab = 0.001;
+    session.part.plot.plot_massstab = 0.001;
     EXPECT_EQ(session.vektor_massstab[2], 0.5);
     EXPECT_EQ(session.settings.vektAdrw[1], 3);
     display_reject(session, massstab);
@@ -28,7 +28,7 @@ TEST(DisplayOptions, OpeningSavesTheScalesThatAGraphicFileHasSet) {
     EXPECT_EQ(session.vektor_massstab_plot[2], 0.25);
     EXPECT_EQ(session.vektor_massstab[5], 0.125);
     EXPECT_EQ(session.settings.vektAdrw[1], 6);
-    EXPECT_EQ(session.plot.plot_massstab, 0.002);
+    EXPECT_EQ(session.part.plot.plot_massstab, 0.002);
 }
 
 TEST(DisplayOptions, EachTabHasTheDefaultsOfItsOwnGroup) {
@@ -75,9 +75,9 @@ TEST(DisplayOptions, AcceptingSavesAllGroupsAndTheScale) {
     session.settings.stndwert = 0.7;
     session.settings.grenzrgb[2] = 8;
     session.vektor_massstab[4] = 2;
-    session.plot.plot_massstab = 0.004;
+    session.part.plot.plot_massstab = 0.004;
     EXPECT_TRUE(display_accept(session, measurer, nullptr));
-    EXPECT_EQ(session.plot_merk.plot_massstab, 0.004);
+    EXPECT_EQ(session.part.plot_merk.plot_massstab, 0.004);
     EXPECT_EQ(session.twins.settings, session.settings);
     EXPECT_EQ(session.twins.vektor_massstab[4], 2);
 }
@@ -308,18 +308,18 @@ TEST(DisplayOptions, MoreSheetsThanCanBeCountedAreNotKept) {
     Session session;
     test::FakeMeasurer measurer;
     session.datei_geladen = 1;
-    session.sheet.papier_breite = session.sheet.papier_hoehe = 0.2;
-    session.plot.plot_massstab = 1;
-    session.extents.gesamt_rw_max = 77;
+    session.part.sheet.papier_breite = session.part.sheet.papier_hoehe = 0.2;
+    session.part.plot.plot_massstab = 1;
+    session.part.extents.gesamt_rw_max = 77;
     // Without points the part is a square of 5 m round 0; the sheets begin 7 km before it.
-    session.plot.plot_null_rechts = -7000;
+    session.part.plot.plot_null_rechts = -7000;
     EXPECT_FALSE(display_accept(session, measurer, nullptr));
-    EXPECT_EQ(session.plot_merk.plot_massstab, -99.0);
-    EXPECT_EQ(session.extents.gesamt_rw_max, 77);
-    session.plot.plot_null_rechts = -6000;
+    EXPECT_EQ(session.part.plot_merk.plot_massstab, -99.0);
+    EXPECT_EQ(session.part.extents.gesamt_rw_max, 77);
+    session.part.plot.plot_null_rechts = -6000;
     EXPECT_TRUE(display_accept(session, measurer, nullptr));
-    EXPECT_EQ(session.plot_merk.plot_massstab, 1);
-    EXPECT_EQ(session.extents.gesamt_rw_max, 2.5);
+    EXPECT_EQ(session.part.plot_merk.plot_massstab, 1);
+    EXPECT_EQ(session.part.extents.gesamt_rw_max, 2.5);
 }
 
 TEST(DisplayOptions, PointClassesHaveTheirLabels) {

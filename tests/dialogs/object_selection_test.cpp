@@ -253,13 +253,13 @@ constexpr const char* two_kinds =
 
 TEST_F(SelectionTaken, ReadsTheChosenObservationsAndKeepsThePointsAndTheView) {
     open(two_kinds);
-    ASSERT_EQ(session.lin.count(), 1);
-    session.pu[1].pu_bez_rechts = 77;
+    ASSERT_EQ(session.part.lin.count(), 1);
+    session.part.pu[1].pu_bez_rechts = 77;
     const Viewport before = session.view;
-    session.obj.obj_beob = 2;
-    auswahl_uebernehmen(session, session.obj, SelectionLeft::by_ok, desk);
-    EXPECT_EQ(session.lin.count(), 2);
-    EXPECT_EQ(session.pu[1].pu_bez_rechts, 77);
+    session.part.obj.obj_beob = 2;
+    auswahl_uebernehmen(session, session.part.obj, SelectionLeft::by_ok, desk);
+    EXPECT_EQ(session.part.lin.count(), 2);
+    EXPECT_EQ(session.part.pu[1].pu_bez_rechts, 77);
     EXPECT_EQ(session.view.ansicht_rw_min, before.ansicht_rw_min);
     EXPECT_EQ(session.view.ansicht_masseinheit, before.ansicht_masseinheit);
     EXPECT_EQ(drawn, 1);
@@ -276,52 +276,53 @@ TEST_F(SelectionTaken, RunsTheTwoPassesOfTheSelectionOnly) {
         "PUNKTSIGNATUR 3500000 5600000 0 0 1 \"anders\"\n"
         "PUNKTSIGNATUR 3500900 5600900 0 0 1 \"neu\"\n"
         "DISTANZ 3500000 5600000 3500100 5600000\nDISTANZ 3500000 5600000 3500100 5600100\n");
-    const double scale = session.plot.plot_massstab;
-    const std::string title = session.titel[0].getTitelText();
-    auswahl_uebernehmen(session, session.obj, SelectionLeft::by_ok, desk);
+    const double scale = session.part.plot.plot_massstab;
+    const std::string title = session.part.titel[0].getTitelText();
+    auswahl_uebernehmen(session, session.part.obj, SelectionLeft::by_ok, desk);
     // Header and point pass stayed away.
-    EXPECT_EQ(session.titel[0].getTitelText(), title);
-    EXPECT_EQ(session.titel[1].getTitelText(), "");
-    EXPECT_EQ(session.plot.plot_massstab, scale);
-    EXPECT_EQ(session.pu.count(), 3);
-    EXPECT_EQ(session.pu[1].pu_bez, "1");
-    EXPECT_EQ(session.nuoff.count(), 0);
-    EXPECT_EQ(session.obj.obj_beob, 1);
+    EXPECT_EQ(session.part.titel[0].getTitelText(), title);
+    EXPECT_EQ(session.part.titel[1].getTitelText(), "");
+    EXPECT_EQ(session.part.plot.plot_massstab, scale);
+    EXPECT_EQ(session.part.pu.count(), 3);
+    EXPECT_EQ(session.part.pu[1].pu_bez, "1");
+    EXPECT_EQ(session.part.nuoff.count(), 0);
+    EXPECT_EQ(session.part.obj.obj_beob, 1);
     // The other two read what is there now.
-    EXPECT_EQ(session.lin.count(), 2);
+    EXPECT_EQ(session.part.lin.count(), 2);
 }
 
 TEST_F(SelectionTaken, DerivesTheValueModes) {
     open(two_kinds);
-    session.obj.obj_puwe = 6;
-    auswahl_uebernehmen(session, session.obj, SelectionLeft::by_closing, desk);
-    EXPECT_EQ(session.obj.obj_wert_lage, 2);
-    EXPECT_EQ(session.obj.obj_wert_hoehe, 2);
-    EXPECT_EQ(session.pu[1].pu_wert_lage, -2);  // the record without a flag belongs to a new point
+    session.part.obj.obj_puwe = 6;
+    auswahl_uebernehmen(session, session.part.obj, SelectionLeft::by_closing, desk);
+    EXPECT_EQ(session.part.obj.obj_wert_lage, 2);
+    EXPECT_EQ(session.part.obj.obj_wert_hoehe, 2);
+    EXPECT_EQ(session.part.pu[1].pu_wert_lage,
+              -2);  // the record without a flag belongs to a new point
 }
 
 TEST_F(SelectionTaken, ExtentsFollowTheSelection) {
     open(two_kinds);
-    session.extents = Extents();
-    auswahl_uebernehmen(session, session.obj, SelectionLeft::by_ok, desk);
-    EXPECT_EQ(session.extents.roh_rw_min, 3500000);
-    EXPECT_EQ(session.extents.roh_hw_min, 5600000);
+    session.part.extents = Extents();
+    auswahl_uebernehmen(session, session.part.obj, SelectionLeft::by_ok, desk);
+    EXPECT_EQ(session.part.extents.roh_rw_min, 3500000);
+    EXPECT_EQ(session.part.extents.roh_hw_min, 5600000);
 }
 
 TEST_F(SelectionTaken, EmptyPartIsFittedAndByOkMovesTheZeroPoint) {
     open("HÖHENUNTERSCHIED 3500000 5600000 3500100 5600100\n");
-    ASSERT_EQ(session.lin.count(), 0);
+    ASSERT_EQ(session.part.lin.count(), 0);
     session.view = Viewport();
-    session.plot.plot_null_rechts = 1;
-    session.plot.plot_null_hoch = 2;
-    auswahl_uebernehmen(session, session.obj, SelectionLeft::by_closing, desk);
+    session.part.plot.plot_null_rechts = 1;
+    session.part.plot.plot_null_hoch = 2;
+    auswahl_uebernehmen(session, session.part.obj, SelectionLeft::by_closing, desk);
     // Nothing gives the square from -2.5 to 2.5, with a margin of 5 %: -2.75 to 2.75 at least.
     EXPECT_LE(session.view.ansicht_hw_min, -2.75);
     EXPECT_GE(session.view.ansicht_hw_max, 2.75);
-    EXPECT_EQ(session.plot.plot_null_rechts, 1);
-    auswahl_uebernehmen(session, session.obj, SelectionLeft::by_ok, desk);
-    EXPECT_EQ(session.plot.plot_null_rechts, -2.5);
-    EXPECT_EQ(session.plot.plot_null_hoch, -2.5);
+    EXPECT_EQ(session.part.plot.plot_null_rechts, 1);
+    auswahl_uebernehmen(session, session.part.obj, SelectionLeft::by_ok, desk);
+    EXPECT_EQ(session.part.plot.plot_null_rechts, -2.5);
+    EXPECT_EQ(session.part.plot.plot_null_hoch, -2.5);
     EXPECT_EQ(drawn, 2);
 }
 
@@ -330,65 +331,65 @@ TEST_F(SelectionTaken, ANewLimitRunsTheTwoPassesAndKeepsTheRest) {
         "PUNKTSIGNATUR 3500000 5600000 0 0 1 \"1\"\nPUNKTSIGNATUR 3500100 5600000 0 0 1 \"2\"\n"
         "DISTANZ 3500000 5600000 3500100 5600000 5.0 9.0 8.0\n"
         "LAGERESTKLAFFUNGEN 3500000 5600000 2.0 3.0 1 5.0 6.0 5.2 6.2\n");
-    session.obj.obj_puwe = 4;
-    auswahl_uebernehmen(session, session.obj, SelectionLeft::by_ok, desk);
-    ASSERT_EQ(session.lin[1].lin_nv_seite, 9.0);
-    ASSERT_EQ(session.pu[1].pu_nv_lage, 6.0);
-    session.pu[1].pu_bez_rechts = 77;
+    session.part.obj.obj_puwe = 4;
+    auswahl_uebernehmen(session, session.part.obj, SelectionLeft::by_ok, desk);
+    ASSERT_EQ(session.part.lin[1].lin_nv_seite, 9.0);
+    ASSERT_EQ(session.part.pu[1].pu_nv_lage, 6.0);
+    session.part.pu[1].pu_bez_rechts = 77;
     const Viewport view = session.view;
     drawn = 0;
     session.settings.stndwert = 5.1;
-    session.extents = Extents();
+    session.part.extents = Extents();
     grenzwert_uebernehmen(session, 0.5, desk);
-    EXPECT_EQ(session.lin[1].lin_ev_seite, 5.0);
-    EXPECT_EQ(session.lin[1].lin_nv_seite, -99.0);
-    EXPECT_EQ(session.lin[1].lin_ep_seite, -99.0);
-    EXPECT_EQ(session.pu[1].pu_ev_lage, 5.0);
-    EXPECT_EQ(session.pu[1].pu_nv_lage, -99.0);
-    EXPECT_EQ(session.pu[1].pu_bez_rechts, 77);
-    EXPECT_EQ(session.extents.roh_rw_min, 3500000);
+    EXPECT_EQ(session.part.lin[1].lin_ev_seite, 5.0);
+    EXPECT_EQ(session.part.lin[1].lin_nv_seite, -99.0);
+    EXPECT_EQ(session.part.lin[1].lin_ep_seite, -99.0);
+    EXPECT_EQ(session.part.pu[1].pu_ev_lage, 5.0);
+    EXPECT_EQ(session.part.pu[1].pu_nv_lage, -99.0);
+    EXPECT_EQ(session.part.pu[1].pu_bez_rechts, 77);
+    EXPECT_EQ(session.part.extents.roh_rw_min, 3500000);
     EXPECT_EQ(session.view.ansicht_masseinheit, view.ansicht_masseinheit);
-    EXPECT_EQ(session.obj.obj_puwe, 4);
+    EXPECT_EQ(session.part.obj.obj_puwe, 4);
     EXPECT_EQ(drawn, 1);
     EXPECT_EQ(ui.pointers.back(), 0);
 }
 
 TEST_F(SelectionTaken, ANewLimitMovesNoEmptyView) {
     open("HÖHENUNTERSCHIED 3500000 5600000 3500100 5600100\n");
-    ASSERT_EQ(session.lin.count(), 0);
+    ASSERT_EQ(session.part.lin.count(), 0);
     session.view = Viewport();
-    session.plot.plot_null_rechts = 1;
+    session.part.plot.plot_null_rechts = 1;
     session.settings.stndwert = 2;
     grenzwert_uebernehmen(session, 0.5, desk);
     EXPECT_EQ(session.view.ansicht_masseinheit, Viewport().ansicht_masseinheit);
-    EXPECT_EQ(session.plot.plot_null_rechts, 1);
+    EXPECT_EQ(session.part.plot.plot_null_rechts, 1);
     EXPECT_EQ(drawn, 1);
 }
 
 TEST_F(SelectionTaken, WithoutAFileOnlyTheModesFollow) {
-    session.obj.obj_puwe = 8;
-    auswahl_uebernehmen(session, session.obj, SelectionLeft::by_ok, desk);
-    EXPECT_EQ(session.obj.obj_wert_hoehe, 3);
+    session.part.obj.obj_puwe = 8;
+    auswahl_uebernehmen(session, session.part.obj, SelectionLeft::by_ok, desk);
+    EXPECT_EQ(session.part.obj.obj_wert_hoehe, 3);
     EXPECT_EQ(drawn, 0);
     EXPECT_TRUE(ui.pointers.empty());
 }
 
 TEST_F(SelectionTaken, AnotherSystemIsSettledAtOnce) {
     open(two_kinds);
-    ASSERT_EQ(session.obj.obj_bezu, 1);
-    ASSERT_EQ(session.obj.obj_nube_meridian, 3);
+    ASSERT_EQ(session.part.obj.obj_bezu, 1);
+    ASSERT_EQ(session.part.obj.obj_nube_meridian, 3);
     choose_reference_system(session, 0);
-    EXPECT_EQ(session.obj.obj_bezu, 0);
-    EXPECT_EQ(session.obj.obj_nube_meridian, -99);
+    EXPECT_EQ(session.part.obj.obj_bezu, 0);
+    EXPECT_EQ(session.part.obj.obj_nube_meridian, -99);
     choose_reference_system(session, 3);
-    EXPECT_EQ(session.obj.obj_bezu, 3);
-    EXPECT_EQ(session.obj.obj_nube_meridian, 3);
+    EXPECT_EQ(session.part.obj.obj_bezu, 3);
+    EXPECT_EQ(session.part.obj.obj_nube_meridian, 3);
     choose_ellipsoid(session, 5);
-    EXPECT_EQ(session.obj.obj_bezu_elli, 5);
+    EXPECT_EQ(session.part.obj.obj_bezu_elli, 5);
     // A mapping into zones does not go with coordinates in strips.
     choose_mapping(session, 2);
-    EXPECT_EQ(session.obj.obj_bezu_abbi, 1);
-    EXPECT_EQ(session.obj.obj_bezu_elli, 1);
+    EXPECT_EQ(session.part.obj.obj_bezu_abbi, 1);
+    EXPECT_EQ(session.part.obj.obj_bezu_elli, 1);
 }
 
 }  // namespace

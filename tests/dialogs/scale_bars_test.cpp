@@ -16,7 +16,7 @@ using ::testing::ElementsAre;
 class ScaleBars : public testing::Test {
  protected:
     ScaleBars() {
-        session.plot.plot_massstab = 0.001;
+        session.part.plot.plot_massstab = 0.001;
         session.vektor_massstab.fill(0.5);
         // A centimetre of value at 1:0.5... is 0.5 / 0.001 / 100 = 5 m of ground: 500 twips.
         session.view.ansicht_masseinheit = 0.01;
@@ -156,7 +156,7 @@ TEST_F(ScaleBars, BarBeyondThePictureEndsOutOfSight) {
 }
 
 TEST_F(ScaleBars, PartWithoutAPlotScaleHasNoBars) {
-    session.plot.plot_massstab = -99;
+    session.part.plot.plot_massstab = -99;
     session.max_np[1].wert = 2;
     EXPECT_FALSE(bars().unit);
     EXPECT_EQ(bars().np.length, 0);
@@ -165,8 +165,8 @@ TEST_F(ScaleBars, PartWithoutAPlotScaleHasNoBars) {
 TEST_F(ScaleBars, ShownKindsFollowTheSelection) {
     EXPECT_EQ(shown_position_slot(session), 0U);
     EXPECT_EQ(shown_height_slot(session), 0U);
-    session.obj.obj_wert_lage = 3;
-    session.obj.obj_wert_hoehe = 2;
+    session.part.obj.obj_wert_lage = 3;
+    session.part.obj.obj_wert_hoehe = 2;
     EXPECT_EQ(shown_position_slot(session), 3U);
     EXPECT_EQ(shown_height_slot(session), 5U);
 }
@@ -183,7 +183,7 @@ TEST_F(ScaleBars, OpeningChecksTheEntryAndDisablesTheButton) {
 }
 
 TEST_F(ScaleBars, PreviewDisablesEntryAndButton) {
-    session.pu.punkt_neu(0, 0);
+    session.part.pu.punkt_neu(0, 0);
     test::RecordingInterface ui;
     for (const bool shown : {false, true}) {
         session.window[MenuItem::m_ansicht_massstab].checked = shown;

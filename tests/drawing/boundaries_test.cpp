@@ -42,11 +42,11 @@ class BoundariesTest : public test::LayerFixture {
         session.settings.grenzdrw = {0, 17, 16, 15, 14, 13, 12, 11};
         session.settings.grenzrgb = {0, 101, 102, 103, 104, 105, 106, 107};
         session.view = {2570000, 5620000, 2571000, 5620800, 1};
-        session.extents = {2570000, 5620000, 2571000, 5620800, 0, 0};
-        session.obj.obj_bezu = 1;
-        session.obj.obj_bezu_elli = 1;
-        session.obj.obj_bezu_abbi = 1;
-        session.obj.obj_verw = 7;
+        session.part.extents = {2570000, 5620000, 2571000, 5620800, 0, 0};
+        session.part.obj.obj_bezu = 1;
+        session.part.obj.obj_bezu_elli = 1;
+        session.part.obj.obj_bezu_abbi = 1;
+        session.part.obj.obj_verw = 7;
     }
 
     void use_file(std::string_view bytes, const std::string& name = "grenzen.dat") {
@@ -111,7 +111,7 @@ TEST_F(BoundariesTest, PenOfTheLevelThenItsLines) {
 }
 
 TEST_F(BoundariesTest, FirstLevelStopsAtTheFirstRbzHeaderAndReadsNothingBehind) {
-    session.obj.obj_verw = 1;
+    session.part.obj.obj_verw = 1;
     const std::string file = std::string(three_levels) + "@ 5 Land x LND\r\n2 2570010 5620010\r\n";
     EXPECT_EQ(draw(file), (pen(1) + Lines{"Line 10 10 20 10"}));
     EXPECT_EQ(boundary_cache(session).lines.vertices.size(), 2U);
@@ -129,7 +129,7 @@ TEST_F(BoundariesTest, EachLevelEndsAtTheFirstHeaderOfTheNext) {
     const std::array<std::size_t, 8> lines{0, 1, 2, 4, 5, 6, 7, 8};
     for (std::int16_t level = 1; level <= 7; ++level) {
         boundary_cache(session) = {};
-        session.obj.obj_verw = level;
+        session.part.obj.obj_verw = level;
         EXPECT_EQ(only(draw(), "Line").size(), lines[static_cast<std::size_t>(level)]) << level;
     }
     EXPECT_EQ(only(rounded(), "DrawWidth"),
@@ -158,7 +158,7 @@ TEST_F(BoundariesTest, PolylineGoesOnBehindAHeaderInTheNewPen) {
 }
 
 TEST_F(BoundariesTest, LowerCaseCodeMatches) {
-    session.obj.obj_verw = 2;
+    session.part.obj.obj_verw = 2;
     EXPECT_EQ(draw("@ a b c lnd\n2 2570010 5620010\n1 2570020 5620010\n@ a b c kRs\n"
                    "2 2570030 5620030\n1 2570040 5620030\n"),
               (pen(1) + Lines{"Line 10 10 20 10"}));
@@ -210,9 +210,9 @@ TEST_F(BoundariesTest, FirstVertexOutsideTheDomainDoesNotFallBackToTheCorner) {
 
 TEST_F(BoundariesTest, LocalAndUnsetSystemsDrawNothing) {
     use_file(three_levels);
-    session.obj.obj_bezu = 0;
+    session.part.obj.obj_bezu = 0;
     EXPECT_EQ(draw(), Lines{});
-    session.obj.obj_bezu = -99;
+    session.part.obj.obj_bezu = -99;
     EXPECT_EQ(draw(), Lines{});
 }
 
@@ -239,7 +239,7 @@ TEST_F(BoundariesTest, UnreadableFileIsNamedOnceAndThePictureGoesOn) {
         EXPECT_NE(std::string(error.what()).find("Verzeichnis"), std::string::npos);
     }
     test::add_point(session, 2570100, 5620100).pu_signatur = 1;
-    session.obj.obj_pusi = 1;
+    session.part.obj.obj_pusi = 1;
     MessageCounter ui;
     DrawAll(session, target, measurer, ui);
     DrawAll(session, target, measurer, ui);
@@ -339,17 +339,17 @@ TEST_F(BoundariesTest, EachInputOfTheTransformationCounts) {
     };
     EXPECT_TRUE(changes([this] { session.settings.verw_datum[0].dlam0 = 1; }));
     EXPECT_TRUE(changes([this] { session.settings.verw_elli = 2; }));
-    EXPECT_TRUE(changes([this] { session.obj.obj_bezu_elli = 3; }));
-    EXPECT_TRUE(changes([this] { session.extents.gesamt_rw_max += 2000000; }));
+    EXPECT_TRUE(changes([this] { session.part.obj.obj_bezu_elli = 3; }));
+    EXPECT_TRUE(changes([this] { session.part.extents.gesamt_rw_max += 2000000; }));
     EXPECT_FALSE(changes([this] { session.settings.verw_datum[1].dlam0 = 2; }));
-    EXPECT_TRUE(changes([this] { session.obj.obj_bezu = 2; }));
+    EXPECT_TRUE(changes([this] { session.part.obj.obj_bezu = 2; }));
     EXPECT_TRUE(changes([this] { session.settings.verw_abbi = 2; }));
 }
 
 TEST_F(BoundariesTest, KeptPolylinesServeOtherLevels) {
     use_file(three_levels);
     const auto lines = [this](std::int16_t level) {
-        session.obj.obj_verw = level;
+        session.part.obj.obj_verw = level;
         return only(draw(), "Line").size();
     };
     EXPECT_EQ(lines(2), 2U);
@@ -366,9 +366,9 @@ TEST_F(BoundariesTest, KeptPolylinesOfAFileOutOfOrderAreNotUsedBeyondTheirEnd) {
     use_file(
         "@ a b c LND\n2 2570010 5620010\n1 2570020 5620010\n@ a b c GEM\n2 2570030 5620010\n"
         "1 2570040 5620010\n@ a b c RBZ\n2 2570050 5620010\n1 2570060 5620010\n");
-    session.obj.obj_verw = 3;
+    session.part.obj.obj_verw = 3;
     EXPECT_EQ(only(draw(), "Line").size(), 1U);
-    session.obj.obj_verw = 1;
+    session.part.obj.obj_verw = 1;
     EXPECT_EQ(only(draw(), "Line").size(), 2U);
 }
 

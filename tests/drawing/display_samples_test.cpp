@@ -217,9 +217,9 @@ TEST_F(DisplaySamples, BoundariesHaveThePenOfTheirLevel) {
 TEST_F(DisplaySamples, SamplesLeaveTheSessionAlone) {
     draw_point_sample(session, measurer, target, size, SampleMedium::plot, 2);
     draw_vector_sample(session, measurer, target, size, 1, true, 1);
-    EXPECT_EQ(session.pu.count(), 0);
-    EXPECT_EQ(session.plot.plot_massstab, -99.0);
-    EXPECT_TRUE(session.lbl_pubez_placed.empty());
+    EXPECT_EQ(session.part.pu.count(), 0);
+    EXPECT_EQ(session.part.plot.plot_massstab, -99.0);
+    EXPECT_TRUE(session.part.lbl_pubez_placed.empty());
 }
 
 TEST_F(DisplaySamples, UnreasonableSizesAreDrawnToo) {

@@ -18,13 +18,13 @@ class DistrictsTest : public test::LayerFixture {
     DistrictsTest() {
         session.settings.numbez_datum = {};
         session.view = {2570500, 5618500, 2573500, 5620500, 1};
-        session.extents = {2570500, 5618500, 2573500, 5620500, 0, 0};
-        session.obj.obj_bezu = 1;
-        session.obj.obj_bezu_elli = 1;
-        session.obj.obj_bezu_abbi = 1;
-        session.obj.obj_nube_meridian = 2;
-        session.obj.obj_nube = districts::klv;
-        session.obj.obj_nbez = 1;
+        session.part.extents = {2570500, 5618500, 2573500, 5620500, 0, 0};
+        session.part.obj.obj_bezu = 1;
+        session.part.obj.obj_bezu_elli = 1;
+        session.part.obj.obj_bezu_abbi = 1;
+        session.part.obj.obj_nube_meridian = 2;
+        session.part.obj.obj_nube = districts::klv;
+        session.part.obj.obj_nbez = 1;
     }
 
     [[nodiscard]] TargetBox area() const {
@@ -68,7 +68,7 @@ class DistrictsTest : public test::LayerFixture {
         return found;
     }
     void move_label(const std::string& name, double rechts, double hoch) {
-        NubezOffsetRow& row = session.nuoff[session.nuoff.append()];
+        NubezOffsetRow& row = session.part.nuoff[session.part.nuoff.append()];
         row = {name, rechts, hoch};
     }
 };
@@ -83,12 +83,12 @@ TEST_F(DistrictsTest, PenComesFirstInTheColourOfTheLabels) {
 }
 
 TEST_F(DistrictsTest, NoKindSetsThePenAndNothingElse) {
-    session.obj.obj_nube = 0;
+    session.part.obj.obj_nube = 0;
     EXPECT_EQ(draw().size(), 3U);
 }
 
 TEST_F(DistrictsTest, LocalSystemDrawsNoGrid) {
-    session.obj.obj_bezu = 0;
+    session.part.obj.obj_bezu = 0;
     EXPECT_EQ(draw().size(), 3U);
 }
 
@@ -122,12 +122,12 @@ TEST_F(DistrictsTest, LabelsStandAboveAndRightOfTheNodesInTheView) {
                                              {11, "25725620 ", 1500, 1700},
                                              {14, "25735619 ", 2500, 700},
                                              {15, "25735620 ", 2500, 1700}}));
-    const Label& label = session.lbl_nubez[6];
+    const Label& label = session.part.lbl_nubez[6];
     EXPECT_TRUE(label.visible);
     EXPECT_TRUE(label.enabled);
     EXPECT_EQ(label.width, 900);
     EXPECT_EQ(label.height, 200);
-    EXPECT_FALSE(session.lbl_nubez[5].visible);
+    EXPECT_FALSE(session.part.lbl_nubez[5].visible);
 }
 
 TEST_F(DistrictsTest, LinesAndNumbersLeaveAGapOut) {
@@ -160,12 +160,12 @@ TEST_F(DistrictsTest, LinesAndNumbersLeaveAGapOut) {
                                                        {2500, 500, 3000, 500},
                                                        {2500, 1500, 2500, 2000},
                                                        {2500, 1500, 3000, 1500}}));
-    EXPECT_FALSE(session.lbl_nubez[6].visible);
-    EXPECT_FALSE(session.lbl_nubez[6].enabled);
-    EXPECT_TRUE(session.lbl_nubez[7].visible);
-    EXPECT_FALSE(session.lbl_nubez[10].visible);
-    EXPECT_TRUE(session.lbl_nubez[11].visible);
-    EXPECT_TRUE(session.lbl_nubez[14].visible);
+    EXPECT_FALSE(session.part.lbl_nubez[6].visible);
+    EXPECT_FALSE(session.part.lbl_nubez[6].enabled);
+    EXPECT_TRUE(session.part.lbl_nubez[7].visible);
+    EXPECT_FALSE(session.part.lbl_nubez[10].visible);
+    EXPECT_TRUE(session.part.lbl_nubez[11].visible);
+    EXPECT_TRUE(session.part.lbl_nubez[14].visible);
 }
 
 TEST_F(DistrictsTest, LabelIsAnnouncedBetweenTheLinesOfItsNodeWithFontAndColour) {
@@ -188,13 +188,13 @@ TEST_F(DistrictsTest, LabelIsAnnouncedBetweenTheLinesOfItsNodeWithFontAndColour)
 }
 
 TEST_F(DistrictsTest, AlkPutsTheHundredsOfBothAxesFirst) {
-    session.obj.obj_nube = districts::alk;
+    session.part.obj.obj_nube = districts::alk;
     EXPECT_EQ(labels().front(), (Placed{6, " 25567119", 500, 700}));
 }
 
 TEST_F(DistrictsTest, OnlyAtTheEdgeMeansBlanksOnTheScreen) {
     for (const int choice : {0, 2}) {
-        session.obj.obj_nbez = static_cast<std::int16_t>(choice);
+        session.part.obj.obj_nbez = static_cast<std::int16_t>(choice);
         EXPECT_EQ(labels().front(), (Placed{6, "     ", 500, 700}));
     }
 }
@@ -205,7 +205,7 @@ TEST_F(DistrictsTest, MovedLabelStandsAtItsPlace) {
     const auto placed = labels();
     EXPECT_EQ(placed[2], (Placed{10, "25725619 ", 1300, 1000}));
     EXPECT_EQ(placed[5], (Placed{15, "25735620 ", -500, -300}));
-    session.obj.obj_nbez = 2;
+    session.part.obj.obj_nbez = 2;
     EXPECT_EQ(labels()[2], (Placed{10, "     ", 1500, 700})) << "blanks stay at their node";
 }
 
@@ -233,17 +233,17 @@ TEST_F(DistrictsTest, LargeGridHasLinesAndNoLabels) {
     EXPECT_TRUE(district_cache(session).grid.grid_zu_gross);
     EXPECT_EQ(only(described(target), "Label"), Lines{});
     EXPECT_GT(only(described(target), "Line").size(), 70000U);
-    EXPECT_LE(session.lbl_nubez.size(), 1U);
+    EXPECT_LE(session.part.lbl_nubez.size(), 1U);
 }
 
 TEST_F(DistrictsTest, LabelsAreHiddenByTheNextDrawingAndNeverUnloaded) {
     draw();
-    const std::size_t loaded = session.lbl_nubez.size();
+    const std::size_t loaded = session.part.lbl_nubez.size();
     EXPECT_EQ(loaded, 5U * 4U + 1U);
-    session.obj.obj_nube = 0;
+    session.part.obj.obj_nube = 0;
     draw();
-    EXPECT_EQ(session.lbl_nubez.size(), loaded);
-    for (const Label& label : session.lbl_nubez) {
+    EXPECT_EQ(session.part.lbl_nubez.size(), loaded);
+    for (const Label& label : session.part.lbl_nubez) {
         EXPECT_FALSE(label.visible);
         EXPECT_FALSE(label.enabled);
     }
@@ -270,10 +270,10 @@ TEST_F(DistrictsTest, GridIsBuiltAgainWhenAnythingChangesThatItDependsOn) {
     };
     EXPECT_TRUE(changes([this] { session.view.ansicht_rw_max += 1000; }));
     EXPECT_TRUE(changes([this] { session.settings.numbez_datum[0].dphi0 = 1; }));
-    EXPECT_TRUE(changes([this] { session.obj.obj_nube_meridian = 3; }));
-    EXPECT_TRUE(changes([this] { session.obj.obj_nube = districts::tk25; }));
-    EXPECT_TRUE(changes([this] { session.obj.obj_bezu_elli = 2; }));
-    EXPECT_TRUE(changes([this] { session.obj.obj_bezu = 0; }));
+    EXPECT_TRUE(changes([this] { session.part.obj.obj_nube_meridian = 3; }));
+    EXPECT_TRUE(changes([this] { session.part.obj.obj_nube = districts::tk25; }));
+    EXPECT_TRUE(changes([this] { session.part.obj.obj_bezu_elli = 2; }));
+    EXPECT_TRUE(changes([this] { session.part.obj.obj_bezu = 0; }));
 }
 
 TEST_F(DistrictsTest, GreyFrameDrawsGridAndLabelsInGrey) {
@@ -286,7 +286,7 @@ TEST_F(DistrictsTest, GreyFrameDrawsGridAndLabelsInGrey) {
 }
 
 TEST_F(DistrictsTest, SheetIsNamedAtItsSouthWestCorner) {
-    session.obj.obj_nube = districts::tk25;
+    session.part.obj.obj_nube = districts::tk25;
     session.view = {2568000, 5617000, 2572000, 5621000, 1};
     // The corner of sheet 5208 at 50°42' and 7°00' lies in this view.
     const auto placed = labels();

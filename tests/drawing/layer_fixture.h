@@ -17,8 +17,8 @@ class LayerFixture : public testing::Test {
  protected:
     LayerFixture() {
         show_nothing(session);
-        session.obj.obj_pusi = 1;
-        session.plot.plot_massstab = 0.001;
+        session.part.obj.obj_pusi = 1;
+        session.part.plot.plot_massstab = 0.001;
         session.view = {1000, 2000, 1150, 2090, 0.01};
     }
 

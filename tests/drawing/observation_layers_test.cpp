@@ -21,7 +21,7 @@ class ObservationLayersTest : public test::LayerFixture {
         return described(target);
     }
     Lines tested(ObservationForm form = ObservationForm::horizontal) {
-        session.obj.obj_test_beob = table_true;
+        session.part.obj.obj_test_beob = table_true;
         DrawTestObservations(session, frame(), target, form);
         return described(target);
     }
@@ -83,7 +83,7 @@ TEST_F(ObservationLayersTest, ClassOutOfRangeIsARangeError) {
 }
 
 TEST_F(ObservationLayersTest, EndsGetDotsWithoutSignatures) {
-    session.obj.obj_pusi = 0;
+    session.part.obj.obj_pusi = 0;
     add_line(session, {1000, 2000, 1100, 2000});
     EXPECT_EQ(plain(), pen(2, 1, 0) + Lines{"Line 0 0 50 0"} + pen(2, 1, 0) +
                            Lines{"Line 50 0 100 0"} + dot_pen() +
@@ -103,7 +103,7 @@ TEST_F(ObservationLayersTest, HeightFormSkipsNothing) {
 TEST_F(ObservationLayersTest, SevenDigitCoordinatesSurviveTheNarrowing) {
     session.view.ansicht_rw_min = 32500000;
     session.view.ansicht_hw_min = 5700000;
-    session.obj.obj_pusi = 0;
+    session.part.obj.obj_pusi = 0;
     add_line(session, {32500001.25, 5700002.5, 32500003.25, 5700002.75});
     EXPECT_EQ(only(plain(), "Line"),
               (Lines{"Line 1.25 2.5 2.25 2.625", "Line 2.25 2.625 3.25 2.75"}));
@@ -145,15 +145,15 @@ TEST_F(ObservationLayersTest, TestByNvAndEpTakesTheirValues) {
     row.lin_typ_hin = 12;
     row.lin_nv_hin = 2;
     row.lin_ep_hin = 4;
-    session.obj.obj_test = 2;
+    session.part.obj.obj_test = 2;
     EXPECT_EQ(tested()[1], "DrawWidth 3");
     target = {};
-    session.obj.obj_test = 3;
+    session.part.obj.obj_test = 3;
     EXPECT_EQ(tested()[1], "DrawWidth 5");
 }
 
 TEST_F(ObservationLayersTest, TestedObservationHasNoStrokeAndGetsDots) {
-    session.obj.obj_pusi = 0;
+    session.part.obj.obj_pusi = 0;
     add_line(session, {1000, 2000, 1090, 2000}).lin_typ_seite = 1;
     const Lines lines = tested(ObservationForm::height_and_gps);
     EXPECT_EQ(only(lines, "Line").size(), 3U);
@@ -204,7 +204,7 @@ TEST_F(ObservationLayersTest, SoutheastwardOrientationTurnsClockwise) {
 }
 
 TEST_F(ObservationLayersTest, OrientationGetsADotAtItsFirstPointOnly) {
-    session.obj.obj_pusi = 0;
+    session.part.obj.obj_pusi = 0;
     add_line(session, {1000, 2000, 1600, 2000}).lin_typ_seite = 10;
     add_line(session, {1000, 2000, 1100, 2050});
     EXPECT_EQ(orientations(), dot_pen() + Lines{"Circle 0 0 0.15"} + pen(0, 1, 0) +
@@ -213,7 +213,7 @@ TEST_F(ObservationLayersTest, OrientationGetsADotAtItsFirstPointOnly) {
 }
 
 TEST_F(ObservationLayersTest, WidthFactorMultipliesEveryWidth) {
-    session.obj.obj_pusi = 0;
+    session.part.obj.obj_pusi = 0;
     session.settings.punkt_breite = 2;
     add_line(session, {1000, 2000, 1100, 2000}).lin_typ_seite = 1;
     LayerFrame wide = frame();
@@ -226,7 +226,7 @@ TEST_F(ObservationLayersTest, WidthFactorMultipliesEveryWidth) {
 }
 
 TEST_F(ObservationLayersTest, WindowClipsLinesAndLeavesDotsOutsideOut) {
-    session.obj.obj_pusi = 0;
+    session.part.obj.obj_pusi = 0;
     add_line(session, {1000, 2000, 1100, 2000});
     LayerFrame sheet = frame();
     sheet.window = TargetBox{1010, 1990, 1040, 2010};

@@ -39,8 +39,8 @@ class DrawAllTest : public test::LayerFixture {
         return described(target);
     }
     void add_part(const char* name) {
-        session.netz_aktuell = session.netz.append();
-        session.netz[session.netz_aktuell].netz_name = name;
+        session.part.netz_aktuell = session.netz.append();
+        session.netz[session.part.netz_aktuell].netz_name = name;
     }
     [[nodiscard]] bool enabled(MenuItem item) const { return session.window[item].enabled; }
     [[nodiscard]] bool enabled(ToolButton button) const { return session.window[button].enabled; }
@@ -54,9 +54,9 @@ class DrawAllTest : public test::LayerFixture {
 };
 
 TEST_F(DrawAllTest, LayersLieOverEachOtherInTheirOrder) {
-    session.obj.obj_pusi = 1;
-    session.obj.obj_pube = 1;
-    session.obj.obj_beob = 1;
+    session.part.obj.obj_pusi = 1;
+    session.part.obj.obj_pube = 1;
+    session.part.obj.obj_beob = 1;
     show_values(session, 4);
     PointRow& point = add_point(session, 1010, 2020);
     point.pu_signatur = 1;
@@ -89,7 +89,7 @@ TEST_F(DrawAllTest, LayersLieOverEachOtherInTheirOrder) {
 }
 
 TEST_F(DrawAllTest, SignaturesAreLeftOutWhenOff) {
-    session.obj.obj_pusi = 0;
+    session.part.obj.obj_pusi = 0;
     add_point(session, 1010, 2020).pu_signatur = 1;
     end_points(session);
     EXPECT_EQ(only(draw(), "Circle"), Lines{"Circle 10 20 0.15"});
@@ -98,21 +98,21 @@ TEST_F(DrawAllTest, SignaturesAreLeftOutWhenOff) {
 TEST_F(DrawAllTest, HeightAndGpsObservationsDrawNoOrientationStubs) {
     add_line(session, {1000, 2000, 1000, 2100}).lin_typ_seite = 10;
     for (const auto beob : std::initializer_list<std::int16_t>{2, 3}) {
-        session.obj.obj_beob = beob;
+        session.part.obj.obj_beob = beob;
         for (const std::int16_t tested : {table_false, table_true}) {
-            session.obj.obj_test_beob = tested;
+            session.part.obj.obj_test_beob = tested;
             const Lines lines = draw();
             EXPECT_TRUE(only(lines, "TextRotated").empty());
             EXPECT_EQ(only(lines, "Line").size(), tested == table_true ? 3U : 2U);
         }
     }
-    session.obj.obj_beob = 1;
+    session.part.obj.obj_beob = 1;
     EXPECT_EQ(only(draw(), "TextRotated").size(), 1U);
 }
 
 TEST_F(DrawAllTest, TestedObservationsAreDrawnInThirds) {
-    session.obj.obj_beob = 1;
-    session.obj.obj_test_beob = table_true;
+    session.part.obj.obj_beob = 1;
+    session.part.obj.obj_test_beob = table_true;
     add_line(session, {1000, 2000, 1090, 2000});
     EXPECT_EQ(only(draw(), "Line").size(), 3U);
 }
@@ -130,19 +130,19 @@ void add_residuals(Session& session) {
 
 TEST_F(DrawAllTest, ResidualsAreColouredByTestWhenTheyStandAlone) {
     add_residuals(session);
-    session.obj.obj_test_restkl = table_true;
+    session.part.obj.obj_test_restkl = table_true;
     const std::string green = fmt::format("ForeColor {}", rgb(0, 255, 0));
     for (const auto puwe : std::initializer_list<std::int16_t>{4, 5}) {
         show_values(session, puwe);
         EXPECT_EQ(only(draw(), green).size(), 1U);
     }
-    session.obj.obj_test_restkl = table_false;
+    session.part.obj.obj_test_restkl = table_false;
     EXPECT_TRUE(only(draw(), green).empty());
 }
 
 TEST_F(DrawAllTest, BothResidualsTogetherAreNeverColouredThoughTheTitleSaysSo) {
     add_residuals(session);
-    session.obj.obj_test_restkl = table_true;
+    session.part.obj.obj_test_restkl = table_true;
     show_values(session, 6);
     const Lines lines = draw();
     EXPECT_TRUE(only(lines, fmt::format("ForeColor {}", rgb(0, 255, 0))).empty());
@@ -169,14 +169,14 @@ TEST_F(DrawAllTest, ValuesAreDrawnByTheirKinds) {
         show_values(session, c.puwe);
         row.pu_wert_lage = c.lage;
         row.pu_wert_hoehe = c.hoehe;
-        ++session.tables_revision;
+        ++session.part.tables_revision;
         EXPECT_EQ(only(draw(), "Line").size(), c.lines) << c.puwe;
     }
 }
 
 TEST_F(DrawAllTest, CaptionNamesPartAndContent) {
     session.window.fenstertitel = "VELDRA - netz.dat";
-    session.obj.obj_beob = 2;
+    session.part.obj.obj_beob = 2;
     add_point(session, 1010, 2020);
     draw();
     EXPECT_EQ(session.window.caption, "VELDRA - netz.dat: Höhenbeobachtungen");
@@ -268,9 +268,9 @@ TEST_F(DrawAllTest, EmptyPartIsReportedAndLosesItsMark) {
 }
 
 TEST_F(DrawAllTest, BoundariesAndGridNeedAReferenceSystem) {
-    session.obj.obj_verw = 3;
-    session.obj.obj_nube = 1;
-    session.obj.obj_bezu = 0;
+    session.part.obj.obj_verw = 3;
+    session.part.obj.obj_nube = 1;
+    session.part.obj.obj_bezu = 0;
     add_point(session, 1010, 2020);
     end_points(session);
     EXPECT_TRUE(only(draw(), "Line").empty());

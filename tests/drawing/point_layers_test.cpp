@@ -45,7 +45,7 @@ TEST_F(PointLayersTest, PenIsSetEvenWithoutPoints) {
 }
 
 TEST_F(PointLayersTest, PointWithoutFlagHasALabelAndNoCircle) {
-    session.obj.obj_pube = 1;
+    session.part.obj.obj_pube = 1;
     add_point(session, 1010, 2020).pu_bez = "A1";
     end_points(session);
     EXPECT_EQ(only(signatures(), "Circle"), Lines{});
@@ -70,7 +70,7 @@ TEST_F(PointLayersTest, GreyFrameDrawsSignaturesInGrey) {
 }
 
 TEST_F(PointLayersTest, StandardOffsetIsAPercentageOfTheLabelHeight) {
-    session.obj.obj_pube = 1;
+    session.part.obj.obj_pube = 1;
     session.settings.stanptp = -25;
     add_point(session, 1010, 2020).pu_bez = "3251001250";
     end_points(session);
@@ -79,7 +79,7 @@ TEST_F(PointLayersTest, StandardOffsetIsAPercentageOfTheLabelHeight) {
 }
 
 TEST_F(PointLayersTest, MovedLabelKeepsItsOffset) {
-    session.obj.obj_pube = 1;
+    session.part.obj.obj_pube = 1;
     PointRow& row = add_point(session, 1010, 2020);
     row.pu_bez = "A";
     row.pu_bez_rechts = -150;
@@ -89,7 +89,7 @@ TEST_F(PointLayersTest, MovedLabelKeepsItsOffset) {
 }
 
 TEST_F(PointLayersTest, OffsetEastOfZeroMeansStandardPlaceWhateverTheOffsetNorth) {
-    session.obj.obj_pube = 1;
+    session.part.obj.obj_pube = 1;
     PointRow& row = add_point(session, 1010, 2020);
     row.pu_bez = "A";
     row.pu_bez_hoch = 50;
@@ -98,18 +98,18 @@ TEST_F(PointLayersTest, OffsetEastOfZeroMeansStandardPlaceWhateverTheOffsetNorth
 }
 
 TEST_F(PointLayersTest, FourBlanksAreACaptionWithAHeight) {
-    session.obj.obj_pube = 1;
+    session.part.obj.obj_pube = 1;
     add_point(session, 1010, 2020);
     end_points(session);
     EXPECT_EQ(only(labels(), "Label"), Lines{"Label lbl_pubez 1 '    ' 11.2 20 4 2"});
-    const Label& label = session.lbl_pubez[1];
+    const Label& label = session.part.lbl_pubez[1];
     EXPECT_TRUE(label.visible);
     EXPECT_TRUE(label.enabled);
     EXPECT_EQ(label.height, 2);
 }
 
 TEST_F(PointLayersTest, OnlyDotsAndBlankLabelsRemainWithLabelsAndSignaturesOff) {
-    session.obj.obj_pusi = 0;
+    session.part.obj.obj_pusi = 0;
     add_point(session, 1010, 2020).pu_bez = "A";
     add_point(session, 1030, 2020).pu_bez = "B";
     end_points(session);
@@ -119,7 +119,7 @@ TEST_F(PointLayersTest, OnlyDotsAndBlankLabelsRemainWithLabelsAndSignaturesOff) 
 }
 
 TEST_F(PointLayersTest, LabelIsAnnouncedWithFontAndColour) {
-    session.obj.obj_pube = 1;
+    session.part.obj.obj_pube = 1;
     session.settings.pubfon = "Courier New";
     session.settings.pubgrascr = 12;
     session.settings.pubbol = table_true;
@@ -136,7 +136,7 @@ TEST_F(PointLayersTest, LabelIsAnnouncedWithFontAndColour) {
 
 TEST_F(PointLayersTest, EpochLabelStandsAtTheVectorEndWithItsTextAsItIs) {
     show_values(session, 1);
-    session.obj.obj_epbe = table_true;
+    session.part.obj.obj_epbe = table_true;
     add_point(session, 1010, 2020).pu_bez = "7";
     end_points(session);
     PointRow& epoch = add_point(session, 1010, 2020);
@@ -150,7 +150,7 @@ TEST_F(PointLayersTest, EpochLabelStandsAtTheVectorEndWithItsTextAsItIs) {
 
 TEST_F(PointLayersTest, EpochLabelOfAHeightStandsAtTheBarTop) {
     show_values(session, 2);
-    session.obj.obj_epbe = table_true;
+    session.part.obj.obj_epbe = table_true;
     end_points(session);
     PointRow& epoch = add_point(session, 1010, 2020);
     epoch.pu_wert_hoehe = 4;
@@ -170,14 +170,14 @@ TEST_F(PointLayersTest, EpochLabelsAreBlankWhenSwitchedOffOrEmpty) {
     epoch.pu_bez = "90";
     EXPECT_EQ(only(labels(), "Label"), Lines{"Label lbl_pubez 1 '    ' 11.2 20 4 2"});
     target = {};
-    session.obj.obj_epbe = table_true;
+    session.part.obj.obj_epbe = table_true;
     epoch.pu_bez = "";
     EXPECT_EQ(only(labels(), "Label"), Lines{"Label lbl_pubez 1 '    ' 11.2 20 4 2"});
 }
 
 TEST_F(PointLayersTest, ValueRowsWithoutChangeHaveNoLabel) {
     show_values(session, 4);
-    session.obj.obj_pube = 1;
+    session.part.obj.obj_pube = 1;
     end_points(session);
     add_point(session, 1010, 2020).pu_wert_lage = 2;
     EXPECT_EQ(only(labels(), "Label"), Lines{});
@@ -190,26 +190,26 @@ TEST_F(PointLayersTest, EachRunHidesTheLabelsOfTheRunBefore) {
     end_points(session);
     add_point(session, 1010, 2020).pu_wert_lage = 1;
     labels();
-    ASSERT_TRUE(session.lbl_pubez[1].visible);
-    EXPECT_EQ(session.lbl_pubez_placed, std::vector<std::int32_t>{1});
+    ASSERT_TRUE(session.part.lbl_pubez[1].visible);
+    EXPECT_EQ(session.part.lbl_pubez_placed, std::vector<std::int32_t>{1});
     show_values(session, 0);
     labels();
-    EXPECT_FALSE(session.lbl_pubez[1].visible);
-    EXPECT_TRUE(session.lbl_pubez_placed.empty());
+    EXPECT_FALSE(session.part.lbl_pubez[1].visible);
+    EXPECT_TRUE(session.part.lbl_pubez_placed.empty());
 }
 
 TEST_F(PointLayersTest, LabelTableFollowsThePointTable) {
-    session.obj.obj_pube = 1;
+    session.part.obj.obj_pube = 1;
     add_point(session, 1010, 2020).pu_bez = "A";
     add_point(session, 1020, 2020).pu_bez = "B";
     end_points(session);
     labels();
-    ASSERT_EQ(session.lbl_pubez.size(), 3U);
-    EXPECT_FALSE(session.lbl_pubez[0].visible);
-    session.pu.clear();
-    ++session.tables_revision;
+    ASSERT_EQ(session.part.lbl_pubez.size(), 3U);
+    EXPECT_FALSE(session.part.lbl_pubez[0].visible);
+    session.part.pu.clear();
+    ++session.part.tables_revision;
     labels();
-    EXPECT_EQ(session.lbl_pubez.size(), 1U);
+    EXPECT_EQ(session.part.lbl_pubez.size(), 1U);
 }
 
 }  // namespace

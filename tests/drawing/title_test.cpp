@@ -26,29 +26,29 @@ TEST_F(BuildTitleTest, IsEmptyWhenNothingIsShown) {
 TEST_F(BuildTitleTest, NamesTheObservations) {
     const char* names[] = {"Lagebeobachtungen", "Höhenbeobachtungen", "GPS-Raumvektoren"};
     for (std::int16_t beob = 1; beob <= 3; ++beob) {
-        session.obj.obj_beob = beob;
+        session.part.obj.obj_beob = beob;
         EXPECT_EQ(title(), names[beob - 1]);
     }
 }
 
 TEST_F(BuildTitleTest, TestOfObservationsFollowsTheirName) {
-    session.obj.obj_test_beob = table_true;
+    session.part.obj.obj_test_beob = table_true;
     const char* titles[3][3] = {
         {"Lagebeobachtungen, EV", "Lagebeobachtungen, NV", "Lagebeobachtungen, EP"},
         {"Höhenbeobachtungen, EV", "Höhenbeobachtungen, NV", "Höhenbeobachtungen, EH"},
         {"GPS-Raumvektoren, EV", "GPS-Raumvektoren, NV", "GPS-Raumvektoren, EH"}};
     for (std::int16_t beob = 1; beob <= 3; ++beob) {
         for (std::int16_t kind = 1; kind <= 3; ++kind) {
-            session.obj.obj_beob = beob;
-            session.obj.obj_test = kind;
+            session.part.obj.obj_beob = beob;
+            session.part.obj.obj_test = kind;
             EXPECT_EQ(title(), titles[beob - 1][kind - 1]);
         }
     }
 }
 
 TEST_F(BuildTitleTest, NoTestWithoutANameBeforeIt) {
-    session.obj.obj_test_beob = table_true;
-    session.obj.obj_test_restkl = table_true;
+    session.part.obj.obj_test_beob = table_true;
+    session.part.obj.obj_test_restkl = table_true;
     EXPECT_EQ(title(), "");
     test::show_values(session, 7);
     EXPECT_EQ(title(), "Lagefehlerellipsen");
@@ -72,13 +72,13 @@ TEST_F(BuildTitleTest, NamesTheValues) {
 
 TEST_F(BuildTitleTest, TestOfResidualsFollowsEachOfThemEvenWhenNotColoured) {
     test::show_values(session, 6);
-    session.obj.obj_test_restkl = table_true;
-    session.obj.obj_test = 3;
+    session.part.obj.obj_test_restkl = table_true;
+    session.part.obj.obj_test = 3;
     EXPECT_EQ(title(), "Lagerestklaffungen, EP, Höhenrestklaffungen, EH");
 }
 
 TEST_F(BuildTitleTest, ScalesFollowTheirValues) {
-    session.obj.obj_beob = 1;
+    session.part.obj.obj_beob = 1;
     test::show_values(session, 3);
     session.vektor_massstab[1] = 1 / 2.5;
     session.vektor_massstab[4] = 1.0 / 20;
@@ -88,7 +88,7 @@ TEST_F(BuildTitleTest, ScalesFollowTheirValues) {
 
 TEST_F(BuildTitleTest, ScaleComesAfterTheTest) {
     test::show_values(session, 4);
-    session.obj.obj_test_restkl = table_true;
+    session.part.obj.obj_test_restkl = table_true;
     EXPECT_EQ(title(1), "Lagerestklaffungen, EV 1: 2");
 }
 

@@ -86,7 +86,7 @@ TEST_F(ValueLayersTest, VectorScaleIsThatOfItsKind) {
 }
 
 TEST_F(ValueLayersTest, WidthZeroHidesChangeVectorsOfControlPointsAndTheirDots) {
-    session.obj.obj_pusi = 0;
+    session.part.obj.obj_pusi = 0;
     session.settings.vektAdrw[1] = 0;
     position_value(2, -1, 1);
     position_value(1, 1, -1);
@@ -95,7 +95,7 @@ TEST_F(ValueLayersTest, WidthZeroHidesChangeVectorsOfControlPointsAndTheirDots) 
 }
 
 TEST_F(ValueLayersTest, EpochsOfAPointFormOneChainOfThreePieces) {
-    session.obj.obj_pusi = 0;
+    session.part.obj.obj_pusi = 0;
     position_value(1, 0, -1);
     position_value(2, 1, -1).pu_epoche = 1;
     position_value(0, 3, -1).pu_epoche = 2;
@@ -140,7 +140,7 @@ TEST_F(ValueLayersTest, KindOutOfRangeIsARangeError) {
 }
 
 TEST_F(ValueLayersTest, TestedResidualColoursItsComponents) {
-    session.obj.obj_test = 2;
+    session.part.obj.obj_test = 2;
     PointRow& row = position_value(2, -1, 2);
     row.pu_nv_lage = 0.5;   // class 1
     row.pu_nv_hoehe = 2.5;  // class 3
@@ -151,14 +151,14 @@ TEST_F(ValueLayersTest, TestedResidualColoursItsComponents) {
 }
 
 TEST_F(ValueLayersTest, TestedResidualOfANewPointIsItsResultantOnly) {
-    session.obj.obj_pusi = 0;
+    session.part.obj.obj_pusi = 0;
     position_value(2, -1, -2);
     EXPECT_EQ(residuals(2), Lines{"DrawStyle 0"} + pen(1, 0) + Lines{"Line 10 20 20 15"} +
                                 dot_pen() + Lines{"Circle 10 20 0.15"});
 }
 
 TEST_F(ValueLayersTest, TestedHeightResidualTakesTheFirstSetOfTestValues) {
-    session.obj.obj_test = 1;
+    session.part.obj.obj_test = 1;
     PointRow& row = height_value(2, 5);
     row.pu_ev_lage = 5;    // class 2
     row.pu_ev_hoehe = 50;  // not looked at
@@ -186,7 +186,7 @@ TEST_F(ValueLayersTest, SwitchedOffGroupHasNoTestedResiduals) {
 }
 
 TEST_F(ValueLayersTest, EllipseIsTracedByTwoHundredLines) {
-    session.obj.obj_pusi = 0;
+    session.part.obj.obj_pusi = 0;
     position_value(4, 1, -3).pu_wert_dh = 100;
     const Lines lines = ellipses();
     EXPECT_EQ(Lines(lines.begin(), lines.begin() + 3),
@@ -201,7 +201,7 @@ TEST_F(ValueLayersTest, EllipsesOfControlPointsAreNotDrawn) {
 }
 
 TEST_F(ValueLayersTest, EllipsesWithAWidthBelowOneAreSwitchedOff) {
-    session.obj.obj_pusi = 0;
+    session.part.obj.obj_pusi = 0;
     session.settings.vektNdrw[3] = 0;
     position_value(4, 1, -3);
     EXPECT_EQ(ellipses(), Lines{});

@@ -26,7 +26,7 @@ class WatchedDrawing : public LayerFixture {
             row.pu_bez = "1";
         }
         end_points(session);
-        session.obj.obj_pube = 1;
+        session.part.obj.obj_pube = 1;
     }
 
     CountingWork work;
@@ -53,14 +53,14 @@ TEST_F(WatchedDrawing, WithoutAListenerEverythingIsDrawn) {
 TEST_F(WatchedDrawing, GivenUpAmongTheSignaturesThereAreNoLabels) {
     add_points(2000);
     DrawAll(session, target, measurer, ui);
-    EXPECT_EQ(session.lbl_pubez_placed.size(), 2000U);
+    EXPECT_EQ(session.part.lbl_pubez_placed.size(), 2000U);
     session.work = &work;
     work.last_call = 1;
     DrawAll(session, target, measurer, ui);
     EXPECT_EQ(work.calls, 1);
-    EXPECT_TRUE(session.lbl_pubez_placed.empty());
-    EXPECT_FALSE(session.lbl_pubez[1].visible);
-    EXPECT_FALSE(session.lbl_pubez[2000].visible);
+    EXPECT_TRUE(session.part.lbl_pubez_placed.empty());
+    EXPECT_FALSE(session.part.lbl_pubez[1].visible);
+    EXPECT_FALSE(session.part.lbl_pubez[2000].visible);
 }
 
 TEST_F(WatchedDrawing, GivenUpAmongTheLabelsThereAreNone) {
@@ -69,8 +69,8 @@ TEST_F(WatchedDrawing, GivenUpAmongTheLabelsThereAreNone) {
     work.last_call = 3;  // the third time is behind 2000 signatures and 1072 labels
     DrawAll(session, target, measurer, ui);
     EXPECT_EQ(work.calls, 3);
-    EXPECT_TRUE(session.lbl_pubez_placed.empty());
-    EXPECT_FALSE(session.lbl_pubez[1].visible);
+    EXPECT_TRUE(session.part.lbl_pubez_placed.empty());
+    EXPECT_FALSE(session.part.lbl_pubez[1].visible);
 }
 
 TEST_F(WatchedDrawing, GivenUpTheCommandsAreOfferedAndTheNextDrawingIsWhole) {
@@ -83,7 +83,7 @@ TEST_F(WatchedDrawing, GivenUpTheCommandsAreOfferedAndTheNextDrawingIsWhole) {
     EXPECT_TRUE(session.window[MenuItem::m_torvel_ansicht].enabled);
     session.work = nullptr;
     DrawAll(session, target, measurer, ui);
-    EXPECT_EQ(session.lbl_pubez_placed.size(), 2000U);
+    EXPECT_EQ(session.part.lbl_pubez_placed.size(), 2000U);
 }
 
 }  // namespace

@@ -87,7 +87,7 @@ void add_head(std::string& text, const Session& session) {
                             n.netz_blatt_auto, n.netz_blatt_rechts, n.netz_blatt_hoch,
                             n.netz_null_rechts, n.netz_null_hoch, n.netz_plotmarke);
     }
-    for (const auto& title : session.titel) {
+    for (const auto& title : session.part.titel) {
         text += title.getTitelText() + '\n';
     }
     for (const double scale : session.vektor_massstab) {
@@ -140,12 +140,12 @@ void reset_session(Session& session, const std::string& path) {
     for (const char* suffix : {"_1", "_2"}) {
         remove_file(path + suffix);
     }
-    for (auto& title : session.titel) {
+    for (auto& title : session.part.titel) {
         title.setTitelText("");
     }
-    session.titel[0].setTitelText("Titel");
+    session.part.titel[0].setTitelText("Titel");
     vektor_standard(session);
-    session.obj = ObjectSelection();
+    session.part.obj = ObjectSelection();
 }
 
 void set_file(Session& session, std::string_view bytes) {
@@ -164,11 +164,11 @@ bool runs(const std::function<void()>& step) {
 std::string tables_text(const Session& session) {
     std::string text;
     add_head(text, session);
-    add_selection(text, session.obj);
-    add_points(text, session.pu);
-    add_lines(text, session.lin);
-    for (std::int32_t i = 1; i <= session.nuoff.count(); ++i) {
-        const NubezOffsetRow& row = session.nuoff[i];
+    add_selection(text, session.part.obj);
+    add_points(text, session.part.pu);
+    add_lines(text, session.part.lin);
+    for (std::int32_t i = 1; i <= session.part.nuoff.count(); ++i) {
+        const NubezOffsetRow& row = session.part.nuoff[i];
         text += fmt::format("'{}' {} {}\n", row.nuoff_bez, row.nuoff_rechts, row.nuoff_hoch);
     }
     return text;

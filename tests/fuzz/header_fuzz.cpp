@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     fuzz::require(session.netz.count() <= fuzz::line_count(bytes), "a part has a line");
-    fuzz::require(session.netz_aktuell == (session.netz.count() > 0 ? 1 : 0),
+    fuzz::require(session.part.netz_aktuell == (session.netz.count() > 0 ? 1 : 0),
                   "the first part is the current one");
     const std::string once = fuzz::tables_text(session);
     fuzz::reset_session(session, session.graphikdatei);

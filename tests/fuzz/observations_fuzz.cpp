@@ -10,11 +10,11 @@ namespace {
 using namespace veldra;
 
 void check_lines(Session& session, std::string_view bytes) {
-    const std::int32_t count = session.lin.count();
+    const std::int32_t count = session.part.lin.count();
     fuzz::require(count <= fuzz::line_count(bytes), "a row has a line");
-    fuzz::require(session.lin.fernziel_anzahl <= count, "remote targets belong to rows");
+    fuzz::require(session.part.lin.fernziel_anzahl <= count, "remote targets belong to rows");
     for (std::int32_t i = 1; i <= count; ++i) {
-        const LineRow& row = session.lin[i];
+        const LineRow& row = session.part.lin[i];
         fuzz::require(!row.lin_schluessel.ends_equal(), "a line has two ends");
         fuzz::require(row.lin_klasse_von >= 0 && row.lin_klasse_von <= 3 &&
                           row.lin_klasse_nach >= 0 && row.lin_klasse_nach <= 3,
@@ -36,7 +36,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     for (std::int16_t kind = 0; kind <= 3; ++kind) {
-        session.obj.obj_beob = kind;
+        session.part.obj.obj_beob = kind;
         if (!fuzz::runs([&] { beob_lesen(session); })) {
             continue;
         }

@@ -11,11 +11,11 @@ namespace {
 using namespace veldra;
 
 void check_points(const Session& session, std::string_view bytes) {
-    fuzz::require(session.pu.count() + session.nuoff.count() <= fuzz::line_count(bytes),
+    fuzz::require(session.part.pu.count() + session.part.nuoff.count() <= fuzz::line_count(bytes),
                   "a row has a line");
-    for (std::int32_t i = 1; i <= session.pu.count(); ++i) {
-        const PointRow& point = session.pu[i];
-        fuzz::require(session.pu.punkt_finden(point.pu_rechts, point.pu_hoch) == i,
+    for (std::int32_t i = 1; i <= session.part.pu.count(); ++i) {
+        const PointRow& point = session.part.pu[i];
+        fuzz::require(session.part.pu.punkt_finden(point.pu_rechts, point.pu_hoch) == i,
                       "each point is found, and only once");
         fuzz::require(point.pu_art_lage >= 0 && point.pu_art_lage <= 9 && point.pu_art_hoehe >= 0 &&
                           point.pu_art_hoehe <= 9,
@@ -33,10 +33,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     constexpr std::int32_t most_parts = 3;
-    const std::int32_t first = session.netz_aktuell;
+    const std::int32_t first = session.part.netz_aktuell;
     for (std::int32_t part = first; part <= std::min(session.netz.count(), most_parts); ++part) {
         fuzz::set_file(session, bytes);
-        session.netz_aktuell = part;
+        session.part.netz_aktuell = part;
         if (!fuzz::runs([&] { punkt_lesen(session); })) {
             continue;
         }

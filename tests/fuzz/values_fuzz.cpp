@@ -16,15 +16,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         })) {
         return 0;
     }
-    const std::int32_t points = session.pu.count();
+    const std::int32_t points = session.part.pu.count();
     for (std::int16_t choice = 0; choice <= 8; ++choice) {
-        session.obj.obj_puwe = choice;
-        derive_value_modes(session.obj);
+        session.part.obj.obj_puwe = choice;
+        derive_value_modes(session.part.obj);
         if (!fuzz::runs([&] { wert_lesen(session); })) {
             continue;
         }
-        fuzz::require(session.pu.pu_anzahl_signatur == points, "the points stay");
-        fuzz::require(session.pu.count() - points <= fuzz::line_count(bytes), "a row has a line");
+        fuzz::require(session.part.pu.pu_anzahl_signatur == points, "the points stay");
+        fuzz::require(session.part.pu.count() - points <= fuzz::line_count(bytes),
+                      "a row has a line");
         const std::string once = fuzz::tables_text(session);
         wert_lesen(session);
         fuzz::require(fuzz::tables_text(session) == once, "the pass can be repeated");

@@ -43,7 +43,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                   "unknown records and parts keep their places");
 
     arbeitskopie_schreiben(session);
-    fuzz::require(!columns_fit(session.pu) ||
+    fuzz::require(!columns_fit(session.part.pu) ||
                       fuzz::file_bytes(session.graphikdatei + "_2") == fuzz::file_bytes(first),
                   "the same state gives the same copy");
     return 0;

@@ -15,11 +15,11 @@ class EdgesOfRanges : public testing_support::SessionOnFile {
     std::string written_plot_scale(const PlotSettings& settings) {
         use_file("NETZTEIL A\nPUNKTSIGNATUR 1 2 0 0 1\n");
         vektor_standard(session);
-        set_selection_defaults(session.obj);
+        set_selection_defaults(session.part.obj);
         kopf_lesen(session);
         punkt_lesen(session);
         session.datei_geladen = 1;
-        session.plot = settings;
+        session.part.plot = settings;
         endfassung_schreiben(session);
         const std::string text = file_text();
         const std::size_t begin = text.find("MaßstabGrundriss ");
@@ -56,12 +56,12 @@ TEST_F(EdgesOfRanges, AScaleOf1IsOneAndLessIsNone) {
 TEST_F(EdgesOfRanges, PointKindsReachTo9) {
     use_file("PUNKTSIGNATUR 1 2 9 9 1\nPUNKTSIGNATUR 3 4 10 10 1\nPUNKTSIGNATUR 5 6 -1 -1 1\n");
     punkt_lesen(session);
-    ASSERT_EQ(session.pu.count(), 3);
-    EXPECT_EQ(session.pu[1].pu_art_lage, 9);
-    EXPECT_EQ(session.pu[1].pu_art_hoehe, 9);
+    ASSERT_EQ(session.part.pu.count(), 3);
+    EXPECT_EQ(session.part.pu[1].pu_art_lage, 9);
+    EXPECT_EQ(session.part.pu[1].pu_art_hoehe, 9);
     for (const std::int32_t row : {2, 3}) {
-        EXPECT_EQ(session.pu[row].pu_art_lage, 0);
-        EXPECT_EQ(session.pu[row].pu_art_hoehe, 0);
+        EXPECT_EQ(session.part.pu[row].pu_art_lage, 0);
+        EXPECT_EQ(session.part.pu[row].pu_art_hoehe, 0);
     }
 }
 
@@ -71,15 +71,15 @@ TEST_F(EdgesOfRanges, EvOnTheLimitShowsTheOtherTests) {
         "DISTANZ 1 2 3 4 2.5 1.5 0.5\nDISTANZ 1 2 5 6 2.4 1.5 0.5\n"
         "RICHTUNG 1 2 3 4 2.5 1.75 0.25\n",
         1);
-    ASSERT_EQ(session.lin.count(), 2);
-    EXPECT_EQ(session.lin[1].lin_ev_seite, 2.5);
-    EXPECT_EQ(session.lin[1].lin_nv_seite, 1.5);
-    EXPECT_EQ(session.lin[1].lin_ep_seite, 0.5);
-    EXPECT_EQ(session.lin[1].lin_nv_hin, 1.75);
-    EXPECT_EQ(session.lin[1].lin_ep_hin, 0.25);
-    EXPECT_EQ(session.lin[2].lin_ev_seite, 2.4);
-    EXPECT_EQ(session.lin[2].lin_nv_seite, -99.0);
-    EXPECT_EQ(session.lin[2].lin_ep_seite, -99.0);
+    ASSERT_EQ(session.part.lin.count(), 2);
+    EXPECT_EQ(session.part.lin[1].lin_ev_seite, 2.5);
+    EXPECT_EQ(session.part.lin[1].lin_nv_seite, 1.5);
+    EXPECT_EQ(session.part.lin[1].lin_ep_seite, 0.5);
+    EXPECT_EQ(session.part.lin[1].lin_nv_hin, 1.75);
+    EXPECT_EQ(session.part.lin[1].lin_ep_hin, 0.25);
+    EXPECT_EQ(session.part.lin[2].lin_ev_seite, 2.4);
+    EXPECT_EQ(session.part.lin[2].lin_nv_seite, -99.0);
+    EXPECT_EQ(session.part.lin[2].lin_ep_seite, -99.0);
 }
 
 TEST_F(EdgesOfRanges, EvOfAResidualOnTheLimitShowsItsNv) {
@@ -88,11 +88,11 @@ TEST_F(EdgesOfRanges, EvOfAResidualOnTheLimitShowsItsNv) {
         "LAGERESTKLAFFUNGEN 1 2 3 4 1 2.5 1.5 2.4 1.75\n"
         "HÖHENRESTKLAFFUNGEN 1 2 3 1 9 9\n",
         4);
-    ASSERT_EQ(session.pu.count(), 1);
-    EXPECT_EQ(session.pu[1].pu_ev_lage, 2.5);
-    EXPECT_EQ(session.pu[1].pu_nv_lage, 1.5);
-    EXPECT_EQ(session.pu[1].pu_ev_hoehe, 2.4);
-    EXPECT_EQ(session.pu[1].pu_nv_hoehe, -99.0);
+    ASSERT_EQ(session.part.pu.count(), 1);
+    EXPECT_EQ(session.part.pu[1].pu_ev_lage, 2.5);
+    EXPECT_EQ(session.part.pu[1].pu_nv_lage, 1.5);
+    EXPECT_EQ(session.part.pu[1].pu_ev_hoehe, 2.4);
+    EXPECT_EQ(session.part.pu[1].pu_nv_hoehe, -99.0);
 }
 
 }  // namespace

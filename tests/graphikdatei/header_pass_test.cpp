@@ -42,7 +42,7 @@ TEST_F(HeaderPass, TenPartsMakePartOneCurrentAndShowTheDialog) {
     }
     read(text);
     EXPECT_EQ(session.netz.count(), 10);
-    EXPECT_EQ(session.netz_aktuell, 1);
+    EXPECT_EQ(session.part.netz_aktuell, 1);
     EXPECT_TRUE(session.window.frm_netzteile_shown);
     EXPECT_TRUE(session.window[MenuItem::m_ansicht_netzteile].enabled);
     EXPECT_TRUE(session.window[MenuItem::m_ansicht_netzteile].checked);
@@ -53,8 +53,8 @@ TEST_F(HeaderPass, EmptyFileLeavesEverythingAtDefault) {
     session.window.frm_netzteile_shown = true;
     read("");
     EXPECT_EQ(session.netz.count(), 0);
-    EXPECT_EQ(session.netz_aktuell, 0);
-    EXPECT_EQ(session.plot.plot_massstab, -99.0);
+    EXPECT_EQ(session.part.netz_aktuell, 0);
+    EXPECT_EQ(session.part.plot.plot_massstab, -99.0);
     EXPECT_FALSE(session.window.frm_netzteile_shown);
     EXPECT_FALSE(session.window[MenuItem::m_ansicht_netzteile].enabled);
 }
@@ -117,8 +117,8 @@ TEST_F(HeaderPass, ScaleAboveTheFirstPartSetsTheCurrentSettingsOnly) {
     read("MAßSTABGRUNDRISS 2000 1 2 22\nNETZTEIL A\n");
     EXPECT_EQ(session.netz[1].netz_massstab, -99.0);
     read("MAßSTABGRUNDRISS 2000 1 2 22\nPUNKTSIGNATUR 1 2 0 0 1\n");
-    EXPECT_EQ(session.plot.plot_massstab, 1.0 / 2000);
-    EXPECT_EQ(session.plot.plot_null_hoch, 2.0);
+    EXPECT_EQ(session.part.plot.plot_massstab, 1.0 / 2000);
+    EXPECT_EQ(session.part.plot.plot_null_hoch, 2.0);
 }
 
 TEST_F(HeaderPass, LaterScaleOfAPartReplacesTheEarlier) {
@@ -145,13 +145,13 @@ TEST_F(HeaderPass, VectorScalesNeedAllSixAndZeroLeavesASlot) {
 }
 
 TEST_F(HeaderPass, TitleIsTakenWhereverItStandsAndTheLastWins) {
-    session.titel[0].setTitelText("/pfad");
+    session.part.titel[0].setTitelText("/pfad");
     read("VERFAHRENLEGENDE\n");
-    EXPECT_EQ(session.titel[0].getTitelText(), "/pfad");
+    EXPECT_EQ(session.part.titel[0].getTitelText(), "/pfad");
     read("VERFAHRENLEGENDE  eins \nNETZTEIL A\nVerf zwei Wörter\n");
-    EXPECT_EQ(to_utf8(session.titel[0].getTitelText()), "zwei Wörter");
+    EXPECT_EQ(to_utf8(session.part.titel[0].getTitelText()), "zwei Wörter");
     read("VERFAHRENLEGENDE  \n");
-    EXPECT_EQ(session.titel[0].getTitelText(), "");
+    EXPECT_EQ(session.part.titel[0].getTitelText(), "");
 }
 
 TEST_F(HeaderPass, PartLineThatEndsWithItsKeywordIsFatal) {
@@ -202,7 +202,7 @@ TEST_F(HeaderPass, ReadingAgainGivesTheSame) {
     kopf_lesen(session);
     kopf_lesen(session);
     EXPECT_EQ(session.netz.count(), 2);
-    EXPECT_EQ(session.plot.plot_massstab, 1.0 / 1000);
+    EXPECT_EQ(session.part.plot.plot_massstab, 1.0 / 1000);
 }
 
 }  // namespace

@@ -26,7 +26,7 @@ class WorkingCopies : public testing_support::SessionOnFile {
     void open() {
         read_points(one_part);
         session.datei_geladen = 1;
-        session.titel[1].setTitelText("neu");
+        session.part.titel[1].setTitelText("neu");
     }
 
     /// Names of the files there are, in order.
@@ -141,7 +141,7 @@ TEST_F(WorkingCopies, FileMayItselfBeALink) {
     std::filesystem::rename(file, folder.path("sub/real.dat"));
     std::filesystem::create_symlink("sub/real.dat", file);
     session.datei_geladen = 1;
-    session.titel[1].setTitelText("neu");
+    session.part.titel[1].setTitelText("neu");
     arbeitskopie_schreiben(session);
     endfassung_schreiben(session);
     EXPECT_TRUE(std::filesystem::is_symlink(file));
@@ -174,7 +174,7 @@ TEST_F(WorkingCopies, LongestNamesAreWrittenAsAnyOther) {
         kopf_lesen(session);
         punkt_lesen(session);
         session.datei_geladen = 1;
-        session.titel[1].setTitelText("neu");
+        session.part.titel[1].setTitelText("neu");
         arbeitskopie_schreiben(session);
         arbeitskopie_schreiben(session);
         endfassung_schreiben(session);

@@ -101,7 +101,7 @@ class WriteFaults : public testing_support::SessionOnFile,
         read_points(text);
         session.datei_geladen = 1;
         arbeitskopie_schreiben(session);
-        session.titel[1].setTitelText("neu");
+        session.part.titel[1].setTitelText("neu");
         before = snapshot(folder.path());
         write();
         after = snapshot(folder.path());

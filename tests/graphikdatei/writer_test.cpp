@@ -20,9 +20,9 @@ class Writer : public testing_support::SessionOnFile {
     }
 
     void reopen() {
-        session.titel[0].setTitelText("Titel");
+        session.part.titel[0].setTitelText("Titel");
         vektor_standard(session);
-        set_selection_defaults(session.obj);
+        set_selection_defaults(session.part.obj);
         kopf_lesen(session);
         punkt_lesen(session);
         session.datei_geladen = 1;
@@ -136,7 +136,7 @@ TEST_F(Writer, ScaleFollowsItsPartAndUnplottedPartsHaveNone) {
 
 TEST_F(Writer, PartInTheLastLineGetsNoBlock) {
     open("NETZTEIL B\nx\nNETZTEIL A\n");
-    session.netz_aktuell = 2;
+    session.part.netz_aktuell = 2;
     punkt_lesen(session);
     arbeitskopie_schreiben(session);
     EXPECT_EQ(copy_text("_1"), "NETZTEIL B\r\nx\r\nNETZTEIL A\r\n");
@@ -171,18 +171,18 @@ TEST_F(Writer, AbbreviatedTitleIsDroppedByBothWriters) {
 
 TEST_F(Writer, LabelWithAQuoteIsCutAtItWhenReadBack) {
     open("NETZTEIL A\nPUNKTSIGNATUR 1 2 0 0 1 a\"b\nx\n");
-    EXPECT_EQ(session.pu[1].pu_bez, "a\"b");
+    EXPECT_EQ(session.part.pu[1].pu_bez, "a\"b");
     close();
     reopen();
-    EXPECT_EQ(session.pu[1].pu_bez, "a");
+    EXPECT_EQ(session.part.pu[1].pu_bez, "a");
 }
 
 TEST_F(Writer, OffsetsOfAPointWithoutLabelDoNotSurvive) {
     open("NETZTEIL A\nPUNKTSIGNATUR 1 2 0 0 1 \"\" 5 6\nx\n");
-    EXPECT_EQ(session.pu[1].pu_bez_rechts, 5.0);
+    EXPECT_EQ(session.part.pu[1].pu_bez_rechts, 5.0);
     close();
     reopen();
-    EXPECT_EQ(session.pu[1].pu_bez_rechts, 0.0);
+    EXPECT_EQ(session.part.pu[1].pu_bez_rechts, 0.0);
 }
 
 TEST_F(Writer, DistrictNameIsWrittenWithItsBlankAndReadBack) {
@@ -190,7 +190,7 @@ TEST_F(Writer, DistrictNameIsWrittenWithItsBlankAndReadBack) {
     close();
     EXPECT_THAT(file_text(), HasSubstr("NumbezOffset L 5308      100.000      200.000\r\n"));
     reopen();
-    EXPECT_EQ(session.nuoff[1].nuoff_bez, "L 5308");
+    EXPECT_EQ(session.part.nuoff[1].nuoff_bez, "L 5308");
 }
 
 TEST_F(Writer, OverlongLineVanishesLikeABlankOne) {
@@ -207,7 +207,7 @@ TEST_F(Writer, EmptyFileBecomesItsHead) {
 
 TEST_F(Writer, PartsOfOneNameAreWrittenTogether) {
     open("NETZTEIL A\nPUNKTSIGNATUR 1 1 0 0 1\nNETZTEIL A\nPUNKTSIGNATUR 2 2 0 0 1\nx\n");
-    EXPECT_EQ(session.pu.count(), 2);
+    EXPECT_EQ(session.part.pu.count(), 2);
     arbeitskopie_schreiben(session);
     const std::string block = std::string(default_selection) +
                               "Punktsignatur         1.000        1.000 0 0 1 \r\n"

@@ -18,9 +18,10 @@ using test::end_points;
 std::vector<std::int32_t> lines_in(const Session& session, const std::optional<TargetBox>& box,
                                    double margin = 0) {
     ViewIndex index;
-    index.refresh(session.pu, session.lin, session.tables_revision);
+    index.refresh(session.part.pu, session.part.lin, session.part.tables_revision);
     std::vector<std::int32_t> rows;
-    index.visit_lines(session.lin, box, margin, [&](std::int32_t row) { rows.push_back(row); });
+    index.visit_lines(session.part.lin, box, margin,
+                      [&](std::int32_t row) { rows.push_back(row); });
     return rows;
 }
 
@@ -29,13 +30,14 @@ using Rows = std::vector<std::int32_t>;
 class ViewIndexTest : public test::LayerFixture {
  protected:
     const ViewIndex& index() {
-        session.view_index.refresh(session.pu, session.lin, session.tables_revision);
-        return session.view_index;
+        session.part.view_index.refresh(session.part.pu, session.part.lin,
+                                        session.part.tables_revision);
+        return session.part.view_index;
     }
     std::vector<std::int32_t> points_in(const std::optional<TargetBox>& box,
                                         const ViewIndex::PointMargin& margin = {}) {
         std::vector<std::int32_t> rows;
-        index().visit_points(session.pu, box, margin,
+        index().visit_points(session.part.pu, box, margin,
                              [&](std::int32_t row) { rows.push_back(row); });
         return rows;
     }
@@ -91,8 +93,8 @@ TEST_F(ViewIndexTest, RowsWithUnusualLabelsAreAlwaysVisited) {
     for (int i = 0; i < 300; ++i) {
         add_point(session, 1000 + i, 1000);
     }
-    session.pu[7].pu_bez = std::string(41, 'x');
-    session.pu[280].pu_bez_rechts = 401;
+    session.part.pu[7].pu_bez = std::string(41, 'x');
+    session.part.pu[280].pu_bez_rechts = 401;
     EXPECT_EQ(points_in(TargetBox{0, 0, 10, 10}), (Rows{7, 280}));
     EXPECT_EQ(index().longest_usual_label(), 0U);
 }
@@ -102,11 +104,11 @@ TEST_F(ViewIndexTest, MovedLabelIsVisitedUntilTheNextRebuild) {
     add_point(session, 1001, 1000);
     const TargetBox box{0, 0, 10, 10};
     EXPECT_EQ(points_in(box), (Rows{}));
-    session.view_index.label_moved(2);
-    session.view_index.label_moved(0);
-    session.view_index.label_moved(3);
+    session.part.view_index.label_moved(2);
+    session.part.view_index.label_moved(0);
+    session.part.view_index.label_moved(3);
     EXPECT_EQ(points_in(box), (Rows{2}));
-    ++session.tables_revision;
+    ++session.part.tables_revision;
     EXPECT_EQ(points_in(box), (Rows{}));
 }
 
@@ -114,7 +116,7 @@ TEST_F(ViewIndexTest, MovedLabelOfTheFirstRowIsVisited) {
     add_point(session, 1000, 1000);
     const TargetBox box{0, 0, 10, 10};
     EXPECT_EQ(points_in(box), (Rows{}));
-    session.view_index.label_moved(1);
+    session.part.view_index.label_moved(1);
     EXPECT_EQ(points_in(box), (Rows{1}));
 }
 
@@ -122,12 +124,12 @@ TEST_F(ViewIndexTest, IsRebuiltWhenTheTablesChange) {
     add_point(session, 0, 0);
     const TargetBox box{0, 0, 10, 10};
     EXPECT_EQ(points_in(box), (Rows{1}));
-    session.pu[1].pu_rechts = 100;
+    session.part.pu[1].pu_rechts = 100;
     EXPECT_EQ(points_in(box), (Rows{1}));  // not told
-    ++session.tables_revision;
+    ++session.part.tables_revision;
     EXPECT_EQ(points_in(box), (Rows{}));
     // A row more is seen even without a new revision.
-    session.pu.punkt_neu(5, 5);
+    session.part.pu.punkt_neu(5, 5);
     EXPECT_EQ(points_in(box), (Rows{2}));
 }
 
@@ -247,8 +249,8 @@ class CulledPicture : public test::LayerFixture,
 };
 
 void CulledPicture::add_values(PointRow& row) {
-    const int lage = session.obj.obj_wert_lage;
-    const int hoehe = session.obj.obj_wert_hoehe;
+    const int lage = session.part.obj.obj_wert_lage;
+    const int hoehe = session.part.obj.obj_wert_hoehe;
     if (lage == 2) {
         row.pu_wert_lage = pick({0, 2, -2});
     } else if (lage == 3) {
@@ -271,8 +273,8 @@ void CulledPicture::add_epochs(double rechts, double hoch) {
             continue;  // the chain goes on from the epoch before
         }
         PointRow& row = add_point(session, rechts, hoch);
-        const bool change_of_position = session.obj.obj_wert_lage == 1 && pick({0, 1}) == 0;
-        if (!change_of_position && session.obj.obj_wert_hoehe == 1) {
+        const bool change_of_position = session.part.obj.obj_wert_lage == 1 && pick({0, 1}) == 0;
+        if (!change_of_position && session.part.obj.obj_wert_hoehe == 1) {
             row.pu_wert_hoehe = static_cast<std::int16_t>(4 * flag);
         } else {
             row.pu_wert_lage = flag;
@@ -303,19 +305,20 @@ void CulledPicture::fill_tables(unsigned seed) {
         add_values(row);
     }
     end_points(session);
-    for (int i = 0; i < 200 && (session.obj.obj_wert_lage == 1 || session.obj.obj_wert_hoehe == 1);
+    for (int i = 0;
+         i < 200 && (session.part.obj.obj_wert_lage == 1 || session.part.obj.obj_wert_hoehe == 1);
          ++i) {
-        const PointRow& at = session.pu[1 + i];
+        const PointRow& at = session.part.pu[1 + i];
         add_epochs(at.pu_rechts, at.pu_hoch);
     }
     for (int i = 0; i < 1500; ++i) {
-        const PointRow& from = session.pu[1 + (i * 7) % 700];
+        const PointRow& from = session.part.pu[1 + (i * 7) % 700];
         LineRow& row =
             add_line(session, {from.pu_rechts, from.pu_hoch, from.pu_rechts + between(-150, 150),
                                from.pu_hoch + between(-150, 150)});
         row.lin_typ_hin = pick({0, 11, 12});
         row.lin_typ_rueck = pick({0, 11});
-        row.lin_typ_seite = session.obj.obj_beob == 1 ? pick({0, 1, 2, 10}) : pick({0, 1, 2});
+        row.lin_typ_seite = session.part.obj.obj_beob == 1 ? pick({0, 1, 2, 10}) : pick({0, 1, 2});
         row.lin_klasse_von = pick({0, 1, 2, 3});
         row.lin_ev_hin = between(0, 150);
         row.lin_ev_rueck = between(0, 150);
@@ -336,12 +339,12 @@ void expect_same(const test::Lines& culled, const test::Lines& whole) {
 
 TEST_P(CulledPicture, IsThatOfTheWholePicture) {
     const auto [puwe, variant] = GetParam();
-    session.obj.obj_pube = 1;
-    session.obj.obj_pusi = static_cast<std::int16_t>(variant % 2);
-    session.obj.obj_beob = static_cast<std::int16_t>(1 + variant % 3);
-    session.obj.obj_test_beob = variant >= 3 ? table_true : table_false;
-    session.obj.obj_test_restkl = session.obj.obj_test_beob;
-    session.obj.obj_epbe = table_true;
+    session.part.obj.obj_pube = 1;
+    session.part.obj.obj_pusi = static_cast<std::int16_t>(variant % 2);
+    session.part.obj.obj_beob = static_cast<std::int16_t>(1 + variant % 3);
+    session.part.obj.obj_test_beob = variant >= 3 ? table_true : table_false;
+    session.part.obj.obj_test_restkl = session.part.obj.obj_test_beob;
+    session.part.obj.obj_epbe = table_true;
     test::show_values(session, static_cast<std::int16_t>(puwe));
     if (variant == 4) {
         session.settings.vektAdrw[1] = 0;
@@ -363,8 +366,8 @@ INSTANTIATE_TEST_SUITE_P(RandomNetworks, CulledPicture,
                          testing::Combine(testing::Range(0, 9), testing::Range(0, 6)));
 
 TEST_F(ViewIndexTest, NegativeTypesKeepEveryRow) {
-    session.obj.obj_beob = 2;
-    session.obj.obj_test_beob = table_true;
+    session.part.obj.obj_beob = 2;
+    session.part.obj.obj_test_beob = table_true;
     LineRow& first = add_line(session, {1000, 2000, 1010, 2000});
     first.lin_typ_rueck = 11;
     first.lin_ev_rueck = 50;
@@ -377,18 +380,18 @@ TEST_F(ViewIndexTest, NegativeTypesKeepEveryRow) {
 }
 
 TEST_F(ViewIndexTest, LabelsOutOfViewStayHidden) {
-    session.obj.obj_pube = 1;
+    session.part.obj.obj_pube = 1;
     add_point(session, 1010, 2010).pu_bez = "A";
     add_point(session, 1900, 2010).pu_bez = "B";
     end_points(session);
     test::RecordingInterface desktop;
     DrawAll(session, target, measurer, desktop);
-    EXPECT_TRUE(session.lbl_pubez[2].visible);
+    EXPECT_TRUE(session.part.lbl_pubez[2].visible);
     target.set_visible_box(TargetBox{0, 0, 150, 90});
     DrawAll(session, target, measurer, desktop);
-    EXPECT_TRUE(session.lbl_pubez[1].visible);
-    EXPECT_FALSE(session.lbl_pubez[2].visible);
-    EXPECT_EQ(session.lbl_pubez_placed, (Rows{1}));
+    EXPECT_TRUE(session.part.lbl_pubez[1].visible);
+    EXPECT_FALSE(session.part.lbl_pubez[2].visible);
+    EXPECT_EQ(session.part.lbl_pubez_placed, (Rows{1}));
 }
 
 }  // namespace

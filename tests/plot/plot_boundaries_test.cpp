@@ -30,15 +30,15 @@ class PlotBoundariesTest : public testing::Test {
         session.settings.grenzdrw = {0, 4, 3, 2, 1, 1, 1, 1};
         session.settings.grenzrgb = {0, rgb(30, 60, 90), 2, 3, 4, 5, 6, 7};
         session.settings.faktorStrich = 2;
-        session.plot.plot_massstab = 0.001;
-        session.plot.plot_legendenlage = 4;
+        session.part.plot.plot_massstab = 0.001;
+        session.part.plot.plot_legendenlage = 4;
         session.blatt = {2570000, 5620000, 2570200, 5620280};
-        session.extents = {2570000, 5620000, 2570200, 5620280, 0, 0};
+        session.part.extents = {2570000, 5620000, 2570200, 5620280, 0, 0};
         session.legende = {2570150, 5620000, 2570200, 5620050};
-        session.obj.obj_bezu = 1;
-        session.obj.obj_bezu_elli = 1;
-        session.obj.obj_bezu_abbi = 1;
-        session.obj.obj_verw = 7;
+        session.part.obj.obj_bezu = 1;
+        session.part.obj.obj_bezu_elli = 1;
+        session.part.obj.obj_bezu_abbi = 1;
+        session.part.obj.obj_verw = 7;
     }
 
     void use_file(std::string_view bytes) {
@@ -159,7 +159,7 @@ TEST_F(PlotBoundariesTest, SheetAndLegendClipOneSegment) {
 }
 
 TEST_F(PlotBoundariesTest, WithoutALegendNothingIsCovered) {
-    session.plot.plot_legendenlage = 0;
+    session.part.plot.plot_legendenlage = 0;
     use_line({{160, 10}, {190, 40}});
     EXPECT_THAT(axes(), ElementsAre("160 10 190 40"));
 }
@@ -184,9 +184,9 @@ TEST_F(PlotBoundariesTest, LineWithoutABeginningComesFromTheSheetsCorner) {
 
 TEST_F(PlotBoundariesTest, LocalSystemAndMissingFileDrawNothing) {
     use_line({{20, 20}, {30, 20}});
-    session.obj.obj_bezu = 0;
+    session.part.obj.obj_bezu = 0;
     EXPECT_THAT(axes(), IsEmpty());
-    session.obj.obj_bezu = 1;
+    session.part.obj.obj_bezu = 1;
     session.settings.verw_datei += ".fehlt";
     EXPECT_THAT(axes(), IsEmpty());
 }

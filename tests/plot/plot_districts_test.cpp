@@ -30,21 +30,21 @@ class PlotDistrictsTest : public testing::Test {
     PlotDistrictsTest() {
         test::show_nothing(session);
         session.settings.numbez_datum = {};
-        session.plot.plot_massstab = 0.0001;
-        session.plot.plot_legendenlage = 1;
-        session.plot.plot_null_rechts = 2570500;
-        session.plot.plot_null_hoch = 5618500;
-        session.plot.plot_blatt_rechts = 1;
-        session.plot.plot_blatt_hoch = 1;
-        session.sheet.papier_breite = 0.3;
-        session.sheet.papier_hoehe = 0.2;
+        session.part.plot.plot_massstab = 0.0001;
+        session.part.plot.plot_legendenlage = 1;
+        session.part.plot.plot_null_rechts = 2570500;
+        session.part.plot.plot_null_hoch = 5618500;
+        session.part.plot.plot_blatt_rechts = 1;
+        session.part.plot.plot_blatt_hoch = 1;
+        session.part.sheet.papier_breite = 0.3;
+        session.part.sheet.papier_hoehe = 0.2;
         session.blatt = {2570500, 5618500, 2573500, 5620500};
-        session.extents = {2570500, 5618500, 2573500, 5620500, 0, 0};
-        session.obj.obj_bezu = 1;
-        session.obj.obj_bezu_elli = 1;
-        session.obj.obj_bezu_abbi = 1;
-        session.obj.obj_nube_meridian = 2;
-        session.obj.obj_nube = districts::klv;
+        session.part.extents = {2570500, 5618500, 2573500, 5620500, 0, 0};
+        session.part.obj.obj_bezu = 1;
+        session.part.obj.obj_bezu_elli = 1;
+        session.part.obj.obj_bezu_abbi = 1;
+        session.part.obj.obj_nube_meridian = 2;
+        session.part.obj.obj_nube = districts::klv;
     }
 
     /// Covers a part of the sheet, metres from its corner.
@@ -113,22 +113,22 @@ TEST_F(PlotDistrictsTest, PenIsThinTimesTheFactor) {
 
 TEST_F(PlotDistrictsTest, GreyUnlessThePrinterHasColour) {
     session.settings.nubcolor = rgb(30, 60, 90);
-    session.obj.obj_nbez = 1;
+    session.part.obj.obj_nbez = 1;
     session.printer.drucker_farbe = 1;
     const RecordedPage page = plot();
     EXPECT_EQ(page.all<operation::ForeColor>().at(0).colour, rgb(60, 60, 60));
     EXPECT_EQ(page.all<operation::LabelPlaced>().at(0).colour, rgb(60, 60, 60));
-    session.obj.obj_nbez = 2;
+    session.part.obj.obj_nbez = 2;
     EXPECT_EQ(plot().all<test::page::Print>().at(0).colour, rgb(60, 60, 60));
 }
 
 TEST_F(PlotDistrictsTest, NoKindAndLocalSystemDrawNothing) {
-    session.obj.obj_nbez = 2;
-    session.obj.obj_nube = 0;
+    session.part.obj.obj_nbez = 2;
+    session.part.obj.obj_nube = 0;
     EXPECT_THAT(lines(), IsEmpty());
     EXPECT_THAT(texts(), IsEmpty());
-    session.obj.obj_nube = districts::klv;
-    session.obj.obj_bezu = 0;
+    session.part.obj.obj_nube = districts::klv;
+    session.part.obj.obj_bezu = 0;
     EXPECT_THAT(lines(), IsEmpty());
     EXPECT_THAT(texts(), IsEmpty());
 }
@@ -161,18 +161,18 @@ TEST_F(PlotDistrictsTest, LineThroughTheLegendShowsOnBothSides) {
 
 TEST_F(PlotDistrictsTest, WithoutALegendNothingIsCovered) {
     cover({1000, 400, 1400, 600});
-    session.plot.plot_legendenlage = 5;
+    session.part.plot.plot_legendenlage = 5;
     EXPECT_EQ(lines().size(), 17U);
 }
 
 // Numbers at the nodes.
 
 TEST_F(PlotDistrictsTest, NodesOnTheLowerAndLeftEdgeHaveTheirNumbers) {
-    session.plot.plot_null_rechts = 2571000;
-    session.plot.plot_null_hoch = 5619000;
+    session.part.plot.plot_null_rechts = 2571000;
+    session.part.plot.plot_null_hoch = 5619000;
     session.blatt = {2571000, 5619000, 2574000, 5621000};
-    session.extents = {2571000, 5619000, 2574000, 5621000, 0, 0};
-    session.obj.obj_nbez = 1;
+    session.part.extents = {2571000, 5619000, 2574000, 5621000, 0, 0};
+    session.part.obj.obj_nbez = 1;
     const std::vector<std::string> found = labels();
     EXPECT_THAT(found, Contains("25715619 @0 20"));
     EXPECT_THAT(found, Contains("25725619 @1000 20"));
@@ -180,7 +180,7 @@ TEST_F(PlotDistrictsTest, NodesOnTheLowerAndLeftEdgeHaveTheirNumbers) {
 }
 
 TEST_F(PlotDistrictsTest, NumbersStandAtTheNodes) {
-    session.obj.obj_nbez = 1;
+    session.part.obj.obj_nbez = 1;
     EXPECT_THAT(labels(),
                 ElementsAre("25715619 @500 520", "25715620 @500 1520", "25725619 @1500 520",
                             "25725620 @1500 1520", "25735619 @2500 520", "25735620 @2500 1520"));
@@ -188,35 +188,35 @@ TEST_F(PlotDistrictsTest, NumbersStandAtTheNodes) {
 }
 
 TEST_F(PlotDistrictsTest, NumbersOfTheAlkHaveTheHundredsFirst) {
-    session.obj.obj_nbez = 1;
-    session.obj.obj_nube = districts::alk;
+    session.part.obj.obj_nbez = 1;
+    session.part.obj.obj_nube = districts::alk;
     EXPECT_EQ(labels().at(0), " 25567119@500 520");
 }
 
 TEST_F(PlotDistrictsTest, MovedNumberStandsAtItsPlace) {
-    session.obj.obj_nbez = 1;
-    session.nuoff[session.nuoff.append()] = {"25715619", 2571000, 5619200};
+    session.part.obj.obj_nbez = 1;
+    session.part.nuoff[session.part.nuoff.append()] = {"25715619", 2571000, 5619200};
     EXPECT_EQ(labels().at(0), "25715619 @500 720");
 }
 
 TEST_F(PlotDistrictsTest, NumberMovedOffTheSheetIsNotPrinted) {
-    session.obj.obj_nbez = 1;
-    session.nuoff[session.nuoff.append()] = {"25715619", 2569000, 5619200};
+    session.part.obj.obj_nbez = 1;
+    session.part.nuoff[session.part.nuoff.append()] = {"25715619", 2569000, 5619200};
     EXPECT_EQ(labels().at(0), "25715620 @500 1520");
 }
 
 TEST_F(PlotDistrictsTest, NumberThatTheLegendTouchesIsLeftOut) {
-    session.obj.obj_nbez = 1;
+    session.part.obj.obj_nbez = 1;
     cover({550, 510, 700, 600});
     EXPECT_EQ(labels().at(0), "25715620 @500 1520");
     EXPECT_EQ(labels().size(), 5U);
 }
 
 TEST_F(PlotDistrictsTest, NumberRunsOnToTheNextSheet) {
-    session.obj.obj_nbez = 1;
-    session.plot.plot_null_rechts = 2568550;  // two sheets of 3 km: the edge is at 2571550
-    session.plot.plot_blatt_rechts = 2;
-    session.nuoff[session.nuoff.append()] = {"25715619", 2571500, 5619000};  // 90 m wide
+    session.part.obj.obj_nbez = 1;
+    session.part.plot.plot_null_rechts = 2568550;  // two sheets of 3 km: the edge is at 2571550
+    session.part.plot.plot_blatt_rechts = 2;
+    session.part.nuoff[session.part.nuoff.append()] = {"25715619", 2571500, 5619000};  // 90 m wide
     session.blatt = {2568550, 5618500, 2571550, 5620500};
     EXPECT_THAT(labels(), Contains("25715619 @2950 520"));
     session.blatt = {2571550, 5618500, 2574550, 5620500};
@@ -224,14 +224,15 @@ TEST_F(PlotDistrictsTest, NumberRunsOnToTheNextSheet) {
 }
 
 TEST_F(PlotDistrictsTest, NumberOfANodeBeyondAllSheetsIsNotPrinted) {
-    session.obj.obj_nbez = 1;
-    session.plot.plot_null_rechts = 2571050;  // the node 2571/5619 is left of it, its label is not
+    session.part.obj.obj_nbez = 1;
+    session.part.plot.plot_null_rechts =
+        2571050;  // the node 2571/5619 is left of it, its label is not
     session.blatt = {2571050, 5618500, 2574050, 5620500};
     EXPECT_EQ(labels().at(0), "25725619 @950 520");
 }
 
 TEST_F(PlotDistrictsTest, NoNumbersUnlessWanted) {
-    session.obj.obj_nbez = 0;
+    session.part.obj.obj_nbez = 0;
     EXPECT_THAT(labels(), IsEmpty());
     EXPECT_THAT(texts(), IsEmpty());
 }
@@ -239,7 +240,7 @@ TEST_F(PlotDistrictsTest, NoNumbersUnlessWanted) {
 // Numbers on the edges.
 
 TEST_F(PlotDistrictsTest, NumbersOfBothSidesStandWhereALineMeetsTheEdge) {
-    session.obj.obj_nbez = 2;
+    session.part.obj.obj_nbez = 2;
     // " 25705618 | 25715618 " has its bar, 10 m wide, on the line at 500: it begins 105 m before.
     EXPECT_THAT(texts(), UnorderedElementsAre(
                              " 25705618 | 25715618 @395 20", " 25715618 | 25725618 @1395 20",
@@ -252,15 +253,15 @@ TEST_F(PlotDistrictsTest, NumbersOfBothSidesStandWhereALineMeetsTheEdge) {
 }
 
 TEST_F(PlotDistrictsTest, EdgeNumbersOfTheAlk) {
-    session.obj.obj_nbez = 2;
-    session.obj.obj_nube = districts::alk;
+    session.part.obj.obj_nbez = 2;
+    session.part.obj.obj_nube = districts::alk;
     EXPECT_THAT(texts(), Contains(" 25567018 | 25567118 @395 20"));
 }
 
 TEST_F(PlotDistrictsTest, EdgeNumbersOfMapSheets) {
     // The sheet 5208 has its lower left corner at 50°42' north, 7°00' east, near 2570650, 5618850.
-    session.obj.obj_nbez = 2;
-    session.obj.obj_nube = districts::tk25;
+    session.part.obj.obj_nbez = 2;
+    session.part.obj.obj_nube = districts::tk25;
     std::vector<std::string> captions;
     for (const test::page::Print& text : plot().all<test::page::Print>()) {
         captions.push_back(text.text);
@@ -271,7 +272,7 @@ TEST_F(PlotDistrictsTest, EdgeNumbersOfMapSheets) {
 
 TEST_F(PlotDistrictsTest, EdgeOnAGridLineHasTheNumbersOfTheSheetsOwnDistricts) {
     // The lower edge is the line 5618, the left one the line 2571; both lines run along them.
-    session.obj.obj_nbez = 2;
+    session.part.obj.obj_nbez = 2;
     session.blatt = {2571000, 5618000, 2573500, 5620500};
     EXPECT_THAT(texts(), UnorderedElementsAre(
                              " 25715618 | 25725618 @895 20", " 25725618 | 25735618 @1895 20",
@@ -282,7 +283,7 @@ TEST_F(PlotDistrictsTest, EdgeOnAGridLineHasTheNumbersOfTheSheetsOwnDistricts) {
 }
 
 TEST_F(PlotDistrictsTest, OneNumberWhereThereIsNoRoomForTwo) {
-    session.obj.obj_nbez = 2;
+    session.part.obj.obj_nbez = 2;
     session.blatt.blatt_rw_min = 2570950;  // the first line is 50 m from the left edge
     EXPECT_THAT(texts(), Contains(" 25715618 @50 20"));
     session.blatt = {2570500, 5618500, 2571050, 5620500};  // the line is 50 m from the right edge
@@ -290,7 +291,7 @@ TEST_F(PlotDistrictsTest, OneNumberWhereThereIsNoRoomForTwo) {
 }
 
 TEST_F(PlotDistrictsTest, EdgeNumberThatMeetsTheLegendGivesWay) {
-    session.obj.obj_nbez = 2;
+    session.part.obj.obj_nbez = 2;
     cover({0, 0, 495, 300});  // reaches into the number on the left of the line at 500
     EXPECT_THAT(texts(), Contains(" 25715618 @500 20"));
     EXPECT_THAT(texts(), Not(Contains(" 25705618 | 25715618 @395 20")));
@@ -300,7 +301,7 @@ TEST_F(PlotDistrictsTest, EdgeNumberThatMeetsTheLegendGivesWay) {
 }
 
 TEST_F(PlotDistrictsTest, EdgeNumbersNeverTouchEachOtherTheLegendOrTheEdge) {
-    session.obj.obj_nbez = 2;
+    session.part.obj.obj_nbez = 2;
     const TargetBox sheet = sheet_window(session);
     const auto overlap = [](const TargetBox& a, const TargetBox& b) {
         return a.xmin < b.xmax && b.xmin < a.xmax && a.ymin < b.ymax && b.ymin < a.ymax;
@@ -332,7 +333,7 @@ TEST_F(PlotDistrictsTest, EdgeNumbersNeverTouchEachOtherTheLegendOrTheEdge) {
 TEST_F(PlotDistrictsTest, WideNumbersStandAloneAndThenNotAtAll) {
     // 200 m high, 1000 m wide: beside the lines at 500 and 1500 there is room for one on the right,
     // beside that at 2500 for none.
-    session.obj.obj_nbez = 2;
+    session.part.obj.obj_nbez = 2;
     label_unit = 1;
     const std::vector<std::string> found = texts();
     EXPECT_THAT(found, Contains(" 25715618 @500 200"));

@@ -20,26 +20,27 @@ class PlotFixture : public testing::Test {
     PlotFixture() {
         show_nothing(session);
         session.printer.drucker_ok = table_true;
-        PlotSettings& plot = session.plot;
+        PlotSettings& plot = session.part.plot;
         plot.plot_massstab = 0.001;
         plot.plot_ausrichtung = 1;
         plot.plot_heftrand = 2;
         plot.plot_null_rechts = 1000;
         plot.plot_null_hoch = 2000;
-        session.titel[0].setTitelText("Netz");
+        session.part.titel[0].setTitelText("Netz");
         set_sheets(1, 1);
         ComputePaperArea(session, desk);
     }
 
     void set_sheets(std::int16_t columns, std::int16_t rows) {
-        session.plot.plot_blatt_auto = table_false;
-        session.plot.plot_blatt_rechts = columns;
-        session.plot.plot_blatt_hoch = rows;
+        session.part.plot.plot_blatt_auto = table_false;
+        session.part.plot.plot_blatt_rechts = columns;
+        session.part.plot.plot_blatt_hoch = rows;
     }
 
     /// A place among the sheets of the session.
     [[nodiscard]] SheetPlace place(std::int16_t column, std::int16_t row) const {
-        return {column, session.plot.plot_blatt_rechts, row, session.plot.plot_blatt_hoch};
+        return {column, session.part.plot.plot_blatt_rechts, row,
+                session.part.plot.plot_blatt_hoch};
     }
 
     LegendSize measure_legend() {

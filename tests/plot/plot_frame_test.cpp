@@ -37,7 +37,7 @@ void expect_line(const Line& line, float x1, float y1, float x2, float y2) {
 }
 
 TEST_F(PlotFrameTest, CornerMarksOfFiveMillimetresStandAtTheNetArea) {
-    session.plot.plot_legendenlage = 0;
+    session.part.plot.plot_legendenlage = 0;
     const std::vector<Line> lines = frame(place(1, 1)).all<Line>();
     ASSERT_EQ(lines.size(), 8U);
     expect_line(lines[0], 15, 0.5F, 15, 5.5F);
@@ -51,7 +51,7 @@ TEST_F(PlotFrameTest, CornerMarksOfFiveMillimetresStandAtTheNetArea) {
 }
 
 TEST_F(PlotFrameTest, CornerMarksAreBlackSolidAndThin) {
-    session.plot.plot_legendenlage = 0;
+    session.part.plot.plot_legendenlage = 0;
     session.settings.faktorStrich = 3;
     const test::RecordedPage& page = frame(place(1, 1));
     EXPECT_THAT(page.all<DrawWidth>(), ElementsAre(DrawWidth{1}));
@@ -60,10 +60,10 @@ TEST_F(PlotFrameTest, CornerMarksAreBlackSolidAndThin) {
 }
 
 TEST_F(PlotFrameTest, LandscapeWithABindingMarginAtTheTop) {
-    session.plot.plot_ausrichtung = 2;
-    session.plot.plot_heftrand = 1;
+    session.part.plot.plot_ausrichtung = 2;
+    session.part.plot.plot_heftrand = 1;
     ComputePaperArea(session, desk);
-    session.plot.plot_legendenlage = 0;
+    session.part.plot.plot_legendenlage = 0;
     // 287 x 200 mm can be printed on.
     const std::vector<Line> lines = frame(place(1, 1)).all<Line>();
     ASSERT_EQ(lines.size(), 8U);
@@ -72,12 +72,12 @@ TEST_F(PlotFrameTest, LandscapeWithABindingMarginAtTheTop) {
 }
 
 TEST_F(PlotFrameTest, OneSheetHasNoNumberOfItsOwn) {
-    session.plot.plot_legendenlage = 0;
+    session.part.plot.plot_legendenlage = 0;
     EXPECT_THAT(frame(place(1, 1)).printed_texts(), IsEmpty());
 }
 
 TEST_F(PlotFrameTest, SheetsOfSeveralCarryTitleAndPlace) {
-    session.plot.plot_legendenlage = 0;
+    session.part.plot.plot_legendenlage = 0;
     set_sheets(3, 2);
     const auto prints = frame(place(2, 1)).all<test::page::Print>();
     ASSERT_EQ(prints.size(), 1U);
@@ -89,20 +89,20 @@ TEST_F(PlotFrameTest, SheetsOfSeveralCarryTitleAndPlace) {
 }
 
 TEST_F(PlotFrameTest, OneColumnOfSeveralRowsIsSeveralSheets) {
-    session.plot.plot_legendenlage = 0;
+    session.part.plot.plot_legendenlage = 0;
     set_sheets(1, 12);
     EXPECT_THAT(frame(place(1, 11)).printed_texts(), ElementsAre("Netz, Blatt 1.11 (1.12)"));
 }
 
 TEST_F(PlotFrameTest, NumberOfTheDistrictStandsInTheDistrictFont) {
-    session.plot.plot_legendenlage = 0;
-    session.plot.plot_null_rechts = 2571193;
-    session.plot.plot_null_hoch = 5619477;
-    session.extents = {2571193, 5619477, 2571300, 5619600, 0, 0};
-    session.obj.obj_nube = 1;
-    session.obj.obj_bezu = 1;
-    session.obj.obj_bezu_elli = 1;
-    session.obj.obj_bezu_abbi = 1;
+    session.part.plot.plot_legendenlage = 0;
+    session.part.plot.plot_null_rechts = 2571193;
+    session.part.plot.plot_null_hoch = 5619477;
+    session.part.extents = {2571193, 5619477, 2571300, 5619600, 0, 0};
+    session.part.obj.obj_nube = 1;
+    session.part.obj.obj_bezu = 1;
+    session.part.obj.obj_bezu_elli = 1;
+    session.part.obj.obj_bezu_abbi = 1;
     session.settings.nubsizplo = 4;
     session.settings.nubfon = "Courier";
     session.settings.nubbol = table_true;
@@ -120,8 +120,8 @@ TEST_F(PlotFrameTest, NumberOfTheDistrictStandsInTheDistrictFont) {
 constexpr double letter = 14.0 / 72 * 25.4 / 2;
 
 TEST_F(PlotFrameTest, LegendIsAsWideAsItsLongestLineAndSixMillimetres) {
-    session.titel[2].setTitelText("Zeile drei");
-    session.titel[3].setTitelText("Eine lange vierte Zeile");
+    session.part.titel[2].setTitelText("Zeile drei");
+    session.part.titel[3].setTitelText("Eine lange vierte Zeile");
     const LegendSize legend = measure_legend();
     EXPECT_NEAR(legend.width, 23 * letter + 6, 1e-9);
     EXPECT_NEAR(legend.height, 4 + 3 * 5.04, 1e-6);
@@ -131,7 +131,7 @@ TEST_F(PlotFrameTest, LegendWiderThanTheSheetIsBrokenAtBlanks) {
     // Across are 184.5 mm, of which 178.5 are for text: 72 letters. Three times 20 letters with
     // blanks between are 62; "Zwanzig" fits behind them, the rest begins the next row.
     const std::string twenty = "Zwanzig Buchstaben_x";
-    session.titel[3].setTitelText(twenty + " " + twenty + " " + twenty + " " + twenty);
+    session.part.titel[3].setTitelText(twenty + " " + twenty + " " + twenty + " " + twenty);
     const LegendSize legend = measure_legend();
     EXPECT_EQ(legend.shrink, 1);
     EXPECT_NEAR(legend.width, 70 * letter + 6, 1e-9);
@@ -142,16 +142,16 @@ TEST_F(PlotFrameTest, LegendWiderThanTheSheetIsBrokenAtBlanks) {
 }
 
 TEST_F(PlotFrameTest, LegendThatCannotBeBrokenIsSetSmaller) {
-    session.titel[0].setTitelText("");
-    session.titel[2].setTitelText("kurz");
+    session.part.titel[0].setTitelText("");
+    session.part.titel[2].setTitelText("kurz");
     // Without blanks 100 letters are 246.9 mm; 0.95 to the seventh power is the first below the
     // share of 178.5 mm in that, 0.7228.
-    session.titel[3].setTitelText(std::string(100, 'x'));
+    session.part.titel[3].setTitelText(std::string(100, 'x'));
     const LegendSize legend = measure_legend();
     EXPECT_NEAR(legend.shrink, 0.6983372961, 1e-9);
     EXPECT_NEAR(legend.width, 100 * letter * 0.6983372961 + 6, 1e-6);
     EXPECT_LE(legend.width, 184.5);
-    session.plot.plot_legendenlage = 1;
+    session.part.plot.plot_legendenlage = 1;
     const auto prints = frame(place(1, 1)).all<test::page::Print>();
     ASSERT_FALSE(prints.empty());
     EXPECT_NEAR(prints.back().font.points, 14 * 0.6983372961, 1e-6);
@@ -159,23 +159,23 @@ TEST_F(PlotFrameTest, LegendThatCannotBeBrokenIsSetSmaller) {
 
 TEST_F(PlotFrameTest, SecondLineCountsOnlyWithAText) {
     const LegendSize without = measure_legend();
-    session.titel[1].setTitelText("Z");
+    session.part.titel[1].setTitelText("Z");
     EXPECT_NEAR(measure_legend().height - without.height, 5.04, 1e-6);
 }
 
 TEST_F(PlotFrameTest, EmptyThirdAndFourthLineAreMeasuredAsTheirStandardTexts) {
-    session.obj.obj_beob = 1;
+    session.part.obj.obj_beob = 1;
     // "Lagebeobachtungen" has 17 letters, "Grundriss 1: 1000" as many.
     EXPECT_NEAR(measure_legend().width, 17 * letter + 6, 1e-9);
-    session.plot.plot_massstab = 1 / 12345.5;
+    session.part.plot.plot_massstab = 1 / 12345.5;
     EXPECT_NEAR(measure_legend().width, 20 * letter + 6, 1e-9);
 }
 
 TEST_F(PlotFrameTest, LegendTextsStandBelowEachOther) {
-    session.obj.obj_beob = 1;
-    session.plot.plot_legendenlage = 1;
+    session.part.obj.obj_beob = 1;
+    session.part.plot.plot_legendenlage = 1;
     session.settings.faktorStrich = 2;
-    session.titel[0].setTitelSize(3.5F);  // 5.964 mm: 16 points
+    session.part.titel[0].setTitelSize(3.5F);  // 5.964 mm: 16 points
     const test::RecordedPage& page = frame(place(1, 1));
     const auto prints = page.all<test::page::Print>();
     ASSERT_EQ(prints.size(), 3U);
@@ -202,10 +202,10 @@ TEST_F(PlotFrameTest, LegendTextsStandBelowEachOther) {
 }
 
 TEST_F(PlotFrameTest, SecondLineIsPrintedWithAText) {
-    session.obj.obj_beob = 1;
-    session.titel[1].setTitelText("Zweite");
-    session.titel[1].setTitelItal(table_true);
-    session.plot.plot_legendenlage = 1;
+    session.part.obj.obj_beob = 1;
+    session.part.titel[1].setTitelText("Zweite");
+    session.part.titel[1].setTitelItal(table_true);
+    session.part.plot.plot_legendenlage = 1;
     const auto prints = frame(place(1, 1)).all<test::page::Print>();
     ASSERT_EQ(prints.size(), 4U);
     EXPECT_EQ(prints[1].text, "Zweite");
@@ -225,7 +225,7 @@ class LegendPlaceTest : public PlotFrameTest, public testing::WithParamInterface
 
 TEST_P(LegendPlaceTest, LegendStandsOnOneSheetOfThreeByTwo) {
     const LegendPlace& expected = GetParam();
-    session.plot.plot_legendenlage = expected.lage;
+    session.part.plot.plot_legendenlage = expected.lage;
     set_sheets(3, 2);
     const LegendSize legend = measure_legend();
     for (std::int16_t column = 1; column <= 3; ++column) {
@@ -246,7 +246,7 @@ TEST_P(LegendPlaceTest, LegendStandsOnOneSheetOfThreeByTwo) {
 
 TEST_P(LegendPlaceTest, GroundUnderTheLegendLiesInTheCornerOfAllSheets) {
     const LegendPlace& expected = GetParam();
-    session.plot.plot_legendenlage = expected.lage;
+    session.part.plot.plot_legendenlage = expected.lage;
     set_sheets(3, 2);
     const LegendSize legend = measure_legend();
     // 3 * 184.5 m and 2 * 274.5 m of ground; a millimetre of the legend is a metre.
@@ -265,57 +265,57 @@ INSTANTIATE_TEST_SUITE_P(Positions, LegendPlaceTest,
                                          LegendPlace{4, 3, 1, true, false}));
 
 TEST_F(PlotFrameTest, LegendWithoutAPlaceLeavesNoGroundFree) {
-    session.plot.plot_legendenlage = 5;
+    session.part.plot.plot_legendenlage = 5;
     measure_legend();
     EXPECT_EQ(session.legende.legende_rw_min, session.legende.legende_rw_max);
     EXPECT_EQ(frame(place(1, 1)).all<Line>().size(), 8U);
 }
 
 TEST_F(PlotFrameTest, LegendCountsTheSheetsOfAnAutomaticDivision) {
-    session.plot.plot_blatt_auto = table_true;
-    session.plot.plot_legendenlage = 4;
+    session.part.plot.plot_blatt_auto = table_true;
+    session.part.plot.plot_legendenlage = 4;
     // 184.5 m exactly fill a sheet, which asks for two.
-    session.extents = {1000, 2000, 1184.5, 2700, 0, 0};
+    session.part.extents = {1000, 2000, 1184.5, 2700, 0, 0};
     const LegendSize legend = measure_legend();
-    EXPECT_EQ(session.plot.plot_blatt_rechts, 2);
-    EXPECT_EQ(session.plot.plot_blatt_hoch, 3);
+    EXPECT_EQ(session.part.plot.plot_blatt_rechts, 2);
+    EXPECT_EQ(session.part.plot.plot_blatt_hoch, 3);
     EXPECT_NEAR(session.legende.legende_rw_max, 1369, 1e-9);
     EXPECT_NEAR(session.legende.legende_rw_min, 1369 - legend.width, 1e-9);
-    session.extents = {500, 1500, 600, 1600, 0, 0};  // left of and below the zero point
+    session.part.extents = {500, 1500, 600, 1600, 0, 0};  // left of and below the zero point
     measure_legend();
-    EXPECT_EQ(session.plot.plot_blatt_rechts, 1);
-    EXPECT_EQ(session.plot.plot_blatt_hoch, 1);
+    EXPECT_EQ(session.part.plot.plot_blatt_rechts, 1);
+    EXPECT_EQ(session.part.plot.plot_blatt_hoch, 1);
 }
 
 TEST_F(PlotFrameTest, ManualCountsStandButAreAtLeastOne) {
     set_sheets(0, 7);
-    session.extents = {1000, 2000, 3000, 4000, 0, 0};
+    session.part.extents = {1000, 2000, 3000, 4000, 0, 0};
     measure_legend();
-    EXPECT_EQ(session.plot.plot_blatt_rechts, 1);
-    EXPECT_EQ(session.plot.plot_blatt_hoch, 7);
+    EXPECT_EQ(session.part.plot.plot_blatt_rechts, 1);
+    EXPECT_EQ(session.part.plot.plot_blatt_hoch, 7);
 }
 
 TEST_F(PlotFrameTest, LegendIsEstimatedWithoutAPrinter) {
     session.printer.drucker_ok = table_false;
-    session.titel[2].setTitelText("Eine lange dritte Zeile ");
+    session.part.titel[2].setTitelText("Eine lange dritte Zeile ");
     PaperTextOnDesk text(session, measurer, nullptr);
     // A line of 3 * 1.68 mm; a letter is half as wide as a line is high.
     EXPECT_NEAR(ComputeLegendSize(session, text).width, 24 * 5.04 / 2 + 6, 1e-5);
 }
 
 TEST_F(PlotFrameTest, StandardTextsNameThePartItsObjectsAndTheScale) {
-    session.obj.obj_beob = 1;
+    session.part.obj.obj_beob = 1;
     test::show_values(session, 4);
-    session.obj.obj_wert_lage = 1;
-    session.obj.obj_wert_hoehe = 0;
+    session.part.obj.obj_wert_lage = 1;
+    session.part.obj.obj_wert_hoehe = 0;
     session.vektor_massstab[1] = 1 / 2.5;
     EXPECT_EQ(to_utf8(BuildTitle(session, 3)), "Lagebeobachtungen, Lageänderungen 1: 2.5");
-    session.netz_aktuell = session.netz.append();
+    session.part.netz_aktuell = session.netz.append();
     session.netz[1].netz_name = "Teil 1";
     EXPECT_EQ(to_utf8(BuildTitle(session, 3)), "Teil 1: Lagebeobachtungen, Lageänderungen 1: 2.5");
-    session.plot.plot_massstab = 1 / 500.0;
+    session.part.plot.plot_massstab = 1 / 500.0;
     EXPECT_EQ(BuildTitle(session, 4), "Grundriss 1: 500");
-    session.plot.plot_massstab = 1 / 1250.4;
+    session.part.plot.plot_massstab = 1 / 1250.4;
     EXPECT_EQ(BuildTitle(session, 4), "Grundriss 1: 1250.4");
 }
 

@@ -24,7 +24,7 @@ using ::testing::IsEmpty;
 class PlotPageTest : public test::PlotFixture {
  protected:
     PlotPageTest() {
-        session.plot.plot_legendenlage = 0;
+        session.part.plot.plot_legendenlage = 0;
         set_sheets(3, 2);
         printer.begin_job({});
     }
@@ -52,14 +52,14 @@ TEST_F(PlotPageTest, BoundariesAreDrawnIfTheyAreChosen) {
         folder.file("grenzen.dat", "@ 1 Land x LND\r\n2 2570010 5620100\r\n1 2570100 5620100\r\n");
     session.settings.verw_datum = {};
     session.settings.grenzdrw[1] = 4;
-    session.plot.plot_null_rechts = 2570000;
-    session.plot.plot_null_hoch = 5620000;
-    session.extents = {2570000, 5620000, 2570500, 5620500, 0, 0};
-    session.obj.obj_bezu = 1;
-    session.obj.obj_bezu_elli = 1;
-    session.obj.obj_bezu_abbi = 1;
+    session.part.plot.plot_null_rechts = 2570000;
+    session.part.plot.plot_null_hoch = 5620000;
+    session.part.extents = {2570000, 5620000, 2570500, 5620500, 0, 0};
+    session.part.obj.obj_bezu = 1;
+    session.part.obj.obj_bezu_elli = 1;
+    session.part.obj.obj_bezu_abbi = 1;
     EXPECT_THAT(plot(1, 1).all<test::page::Polygon>(), IsEmpty());
-    session.obj.obj_verw = 1;
+    session.part.obj.obj_verw = 1;
     EXPECT_FALSE(plot(1, 1).all<test::page::Polygon>().empty());
 }
 
@@ -124,8 +124,8 @@ TEST_F(PlotPageTest, FrameAndBoundariesAreInMillimetres) {
 }
 
 TEST_F(PlotPageTest, LinesEndAtTheEdgeOfTheSheetAndGoOnAtTheNext) {
-    session.obj.obj_beob = 2;
-    session.obj.obj_pusi = 1;
+    session.part.obj.obj_beob = 2;
+    session.part.obj.obj_pusi = 1;
     session.settings.punsigplo.fill(0);
     add_line(session, {1100, 2100, 1300, 2100}).lin_typ_hin = 11;
     const test::RecordedPage& first = plot(1, 1);
@@ -140,8 +140,8 @@ TEST_F(PlotPageTest, LinesEndAtTheEdgeOfTheSheetAndGoOnAtTheNext) {
 }
 
 TEST_F(PlotPageTest, CutLinesTellWhatIsMissingAndAtWhichSide) {
-    session.obj.obj_beob = 2;
-    session.obj.obj_pusi = 1;
+    session.part.obj.obj_beob = 2;
+    session.part.obj.obj_pusi = 1;
     session.settings.punsigplo.fill(0);
     // The first half of the line, to (1200, 2100), is what type 11 draws of it in one go.
     add_line(session, {1100, 2100, 1300, 2100}).lin_typ_hin = 11;
@@ -162,7 +162,7 @@ TEST_F(PlotPageTest, CutLinesTellWhatIsMissingAndAtWhichSide) {
 }
 
 TEST_F(PlotPageTest, SignatureOnAnEdgeStandsOnBothSheets) {
-    session.obj.obj_pusi = 1;
+    session.part.obj.obj_pusi = 1;
     session.settings.punsigplo = {2, 2, 1, 0.5F};
     PointRow& point = add_point(session, 1185, 2100);
     point.pu_signatur = 1;
@@ -176,7 +176,7 @@ TEST_F(PlotPageTest, SignatureOnAnEdgeStandsOnBothSheets) {
 }
 
 TEST_F(PlotPageTest, LabelAcrossAnEdgeIsPrintedOnBothSheets) {
-    session.obj.obj_pube = 1;
+    session.part.obj.obj_pube = 1;
     add_point(session, 1180, 2100).pu_bez = "ABCD";
     test::end_points(session);
     // 10 points: 3.528 m high and as wide as two lines are high; 60 % of it to the east.
@@ -197,7 +197,7 @@ TEST_F(PlotPageTest, LabelAcrossAnEdgeIsPrintedOnBothSheets) {
 }
 
 TEST_F(PlotPageTest, LabelWhollyInTheMarginIsLeftToTheNextSheet) {
-    session.obj.obj_pube = 1;
+    session.part.obj.obj_pube = 1;
     add_point(session, 1184, 2100).pu_bez = "ABCD";  // the label begins 1.6 m in the second sheet
     test::end_points(session);
     EXPECT_THAT(plot(1, 1).all<LabelPlaced>(), IsEmpty());
@@ -207,8 +207,8 @@ TEST_F(PlotPageTest, LabelWhollyInTheMarginIsLeftToTheNextSheet) {
 class RemoteTargetTest : public PlotPageTest {
  protected:
     RemoteTargetTest() {
-        session.obj.obj_beob = 1;
-        session.obj.obj_pusi = 1;
+        session.part.obj.obj_beob = 1;
+        session.part.obj.obj_pusi = 1;
         session.settings.lenoriplo = 35;
     }
     void aim(const LineCoordinates& ends) {
@@ -255,14 +255,14 @@ TEST_F(RemoteTargetTest, SteepNameRunsDownFromItsTip) {
 }
 
 TEST_F(PlotPageTest, PlotSizesOfObservations) {
-    session.obj.obj_beob = 2;
+    session.part.obj.obj_beob = 2;
     session.settings.Stquerplo = 4;
     session.settings.faktorStrich = 3;
     LineRow& row = add_line(session, {1050, 2100, 1150, 2100});
     row.lin_typ_hin = 11;
     row.lin_typ_rueck = 11;
     row.lin_typ_seite = 1;
-    session.obj.obj_pusi = 1;
+    session.part.obj.obj_pusi = 1;
     const test::RecordedPage& page = plot(1, 1);
     // Signatures of class 3 have half a millimetre.
     EXPECT_THAT(lines_of(page), ElementsAre(Line{50.5F, 100, 100, 100}, Line{100, 102, 100, 98},
@@ -272,7 +272,7 @@ TEST_F(PlotPageTest, PlotSizesOfObservations) {
 }
 
 TEST_F(PlotPageTest, SignaturesAndLabelsKeepTheirWidth) {
-    session.obj.obj_pusi = 1;
+    session.part.obj.obj_pusi = 1;
     session.settings.faktorStrich = 3;
     session.settings.punkt_breite = 2;
     add_point(session, 1050, 2100).pu_signatur = 1;
@@ -284,7 +284,7 @@ TEST_F(PlotPageTest, SignaturesAndLabelsKeepTheirWidth) {
 }
 
 TEST_F(PlotPageTest, OnlyAColourPrinterKeepsTheFills) {
-    session.obj.obj_pusi = 1;
+    session.part.obj.obj_pusi = 1;
     add_point(session, 1050, 2100).pu_signatur = 1;
     session.printer.drucker_farbe = 2;
     const std::int32_t blue = rgb(0, 127, 255);
@@ -299,15 +299,15 @@ TEST_F(PlotPageTest, OnlyAColourPrinterKeepsTheFills) {
 
 TEST_F(PlotPageTest, EllipseWithinTheSheetIsHandedOverWholeAndCutAtItsEdge) {
     test::show_values(session, 7);
-    session.obj.obj_wert_lage = 3;
+    session.part.obj.obj_wert_lage = 3;
     session.vektor_massstab[3] = 1;  // a centimetre is 10 m
     PointRow& row = add_point(session, 1090, 2100);
     row.pu_wert_lage = -3;
     row.pu_wert_rechts = 2;
     row.pu_wert_hoch = 1;
     EXPECT_EQ(lines_of(plot(1, 1)).size(), 200U);
-    session.pu[1].pu_rechts = 1184.5;
-    ++session.tables_revision;
+    session.part.pu[1].pu_rechts = 1184.5;
+    ++session.part.tables_revision;
     for (const Line& line : lines_of(plot(1, 1))) {
         EXPECT_LE(line.x1, 184.5F);
         EXPECT_LE(line.x2, 184.5F);
@@ -334,9 +334,9 @@ class WholeNetworkTest : public PlotPageTest {
             point.pu_wert_rechts = i % 7 - 3;
             point.pu_wert_hoch = i % 5 - 2;
         }
-        session.obj.obj_beob = 2;
-        session.obj.obj_pusi = 1;
-        session.obj.obj_wert_lage = 1;
+        session.part.obj.obj_beob = 2;
+        session.part.obj.obj_pusi = 1;
+        session.part.obj.obj_wert_lage = 1;
     }
 
     std::vector<Segment> expected_on_sheet() {

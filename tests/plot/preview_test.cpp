@@ -29,13 +29,13 @@ class PreviewTest : public test::LayerFixture {
  protected:
     PreviewTest() {
         session.plotmodus = 1;
-        session.plot.plot_ausrichtung = 1;
-        session.plot.plot_heftrand = 2;
-        session.plot.plot_legendenlage = 1;
-        session.plot.plot_null_rechts = 1000;
-        session.plot.plot_null_hoch = 2000;
-        session.plot.plot_blatt_auto = table_true;
-        session.titel[0].setTitelText("Netz");
+        session.part.plot.plot_ausrichtung = 1;
+        session.part.plot.plot_heftrand = 2;
+        session.part.plot.plot_legendenlage = 1;
+        session.part.plot.plot_null_rechts = 1000;
+        session.part.plot.plot_null_hoch = 2000;
+        session.part.plot.plot_blatt_auto = table_true;
+        session.part.titel[0].setTitelText("Netz");
     }
 
     /// A point with a signature of class 0 and no label of its own.
@@ -100,7 +100,7 @@ TEST_F(PreviewTest, EverySizeIsThatOfThePlot) {
     settings.Stkreuplo = 6;
     settings.lenoriplo = 7;
     settings.punkt_klein_plot = 0.5;
-    session.plot.plot_massstab = 0.0005;  // a millimetre is 2 m
+    session.part.plot.plot_massstab = 0.0005;  // a millimetre is 2 m
     const LayerFrame frame = preview_frame(session, {}, measurer);
     EXPECT_EQ(frame.punsig, (std::array<float, 4>{2, 4, 6, 8}));
     EXPECT_DOUBLE_EQ(frame.stquer, 10);
@@ -137,16 +137,16 @@ TEST_F(PreviewTest, FittedFontsHaveTheirSizeOnPaper) {
 
 TEST_F(PreviewTest, LeavingThePlotModeBringsTheSizesOfTheScreenBack) {
     session.settings.punsigplo[0] = 2;
-    session.obj.obj_pube = 1;
+    session.part.obj.obj_pube = 1;
     add_signature(1010, 2010);
-    session.pu[1].pu_bez = "A";
+    session.part.pu[1].pu_bez = "A";
     session.plotmodus = 0;
     const Lines before = draw();
     session.plotmodus = 1;
     EXPECT_NE(draw(), before);
     session.plotmodus = 0;
     EXPECT_EQ(draw(), before);
-    EXPECT_EQ(session.lbl_pubez_font.points, session.settings.pubgrascr);
+    EXPECT_EQ(session.part.lbl_pubez_font.points, session.settings.pubgrascr);
     EXPECT_FALSE(session.window.lbl_legende_visible);
     EXPECT_TRUE(frames().empty());
 }
@@ -156,37 +156,37 @@ TEST_F(PreviewTest, LeavingThePlotModeBringsTheSizesOfTheScreenBack) {
 TEST_F(PreviewTest, CountsFollowFromTheExtentsWhileTheyAreAutomatic) {
     add_signature(1010, 2010);
     add_signature(1200, 2020);  // 200 + 2 + 0.01 m right of the zero point: two sheets
-    session.plot.plot_blatt_rechts = 7;
-    session.plot.plot_blatt_hoch = 7;
+    session.part.plot.plot_blatt_rechts = 7;
+    session.part.plot.plot_blatt_hoch = 7;
     draw();
-    EXPECT_EQ(session.plot.plot_blatt_rechts, 2);
-    EXPECT_EQ(session.plot.plot_blatt_hoch, 1);
+    EXPECT_EQ(session.part.plot.plot_blatt_rechts, 2);
+    EXPECT_EQ(session.part.plot.plot_blatt_hoch, 1);
 }
 
 TEST_F(PreviewTest, CountsAreAtLeastOne) {
-    session.plot.plot_null_rechts = 5000;
-    session.plot.plot_null_hoch = 5000;
+    session.part.plot.plot_null_rechts = 5000;
+    session.part.plot.plot_null_hoch = 5000;
     add_signature(1010, 2010);
     draw();
-    EXPECT_EQ(session.plot.plot_blatt_rechts, 1);
-    EXPECT_EQ(session.plot.plot_blatt_hoch, 1);
+    EXPECT_EQ(session.part.plot.plot_blatt_rechts, 1);
+    EXPECT_EQ(session.part.plot.plot_blatt_hoch, 1);
 }
 
 TEST_F(PreviewTest, CountsOfTheUserStay) {
     add_signature(1010, 2010);
-    session.plot.plot_blatt_auto = 0;
-    session.plot.plot_blatt_rechts = 3;
-    session.plot.plot_blatt_hoch = 2;
+    session.part.plot.plot_blatt_auto = 0;
+    session.part.plot.plot_blatt_rechts = 3;
+    session.part.plot.plot_blatt_hoch = 2;
     draw();
-    EXPECT_EQ(session.plot.plot_blatt_rechts, 3);
-    EXPECT_EQ(session.plot.plot_blatt_hoch, 2);
+    EXPECT_EQ(session.part.plot.plot_blatt_rechts, 3);
+    EXPECT_EQ(session.part.plot.plot_blatt_hoch, 2);
 }
 
 TEST_F(PreviewTest, OutlinesHaveEachLineOnce) {
     add_signature(1010, 2010);
-    session.plot.plot_blatt_auto = 0;
-    session.plot.plot_blatt_rechts = 3;
-    session.plot.plot_blatt_hoch = 2;
+    session.part.plot.plot_blatt_auto = 0;
+    session.part.plot.plot_blatt_rechts = 3;
+    session.part.plot.plot_blatt_hoch = 2;
     draw();
     // Edges at 0, 181.2, 362.4, 543.6 and at 0, 272.7, 545.4, all of them in view.
     session.view = {900, 1900, 1900, 2600, 0.1};
@@ -197,13 +197,13 @@ TEST_F(PreviewTest, OutlinesHaveEachLineOnce) {
     EXPECT_NEAR(lines[1].by, 2545.4, 1e-9);
     EXPECT_NEAR(lines[5].ay, 2272.7, 1e-9);
     EXPECT_NEAR(lines[5].bx, 1543.6, 1e-9);
-    session.plot.plot_massstab = 0;
+    session.part.plot.plot_massstab = 0;
     EXPECT_TRUE(sheet_outlines(session).empty());
 }
 
 TEST_F(PreviewTest, SheetsInViewShowTheirCornerMarks) {
     add_signature(1010, 2010);
-    session.plot.plot_legendenlage = 0;
+    session.part.plot.plot_legendenlage = 0;
     draw();
     const std::vector<std::string> lines = frames();
     EXPECT_EQ(lines.size(), 12U);  // four edges, two strokes at each corner
@@ -216,10 +216,10 @@ TEST_F(PreviewTest, SheetsInViewShowTheirCornerMarks) {
 
 TEST_F(PreviewTest, ManySmallSheetsAreOneOutline) {
     add_signature(1010, 2010);
-    session.plot.plot_legendenlage = 0;
-    session.plot.plot_blatt_auto = 0;
-    session.plot.plot_blatt_rechts = 30000;
-    session.plot.plot_blatt_hoch = 30000;
+    session.part.plot.plot_legendenlage = 0;
+    session.part.plot.plot_blatt_auto = 0;
+    session.part.plot.plot_blatt_rechts = 30000;
+    session.part.plot.plot_blatt_hoch = 30000;
     draw();
     session.view = {0, 0, 1.5e6, 0.9e6, 1000};  // a pixel is 15 km
     EXPECT_EQ(frames().size(), 4U);
@@ -227,9 +227,9 @@ TEST_F(PreviewTest, ManySmallSheetsAreOneOutline) {
 
 TEST_F(PreviewTest, SheetsInAnAreaAreFoundByTheirGround) {
     add_signature(1010, 2010);
-    session.plot.plot_blatt_auto = 0;
-    session.plot.plot_blatt_rechts = 3;
-    session.plot.plot_blatt_hoch = 2;
+    session.part.plot.plot_blatt_auto = 0;
+    session.part.plot.plot_blatt_rechts = 3;
+    session.part.plot.plot_blatt_hoch = 2;
     draw();
     const SheetRange middle = sheets_in(session, {1182, 2010, 1362, 2020});
     EXPECT_EQ(middle.first_column, 2);
@@ -247,10 +247,10 @@ TEST_F(PreviewTest, LegendHasItsSizeOnPaperAtEachCorner) {
     // Four lines of 3 mm digits, of which the empty second is left out: 4 + 3 * 1.68 * 3 = 19.12
     // mm high. The sheet is 181.2 by 272.7 m.
     add_signature(1010, 2010);
-    for (Titelzeile& zeile : session.titel) {
+    for (Titelzeile& zeile : session.part.titel) {
         zeile.setTitelSize(3);
     }
-    session.plot.plot_legendenlage = 2;
+    session.part.plot.plot_legendenlage = 2;
     draw();
     EXPECT_TRUE(session.window.lbl_legende_visible);
     const Label& legend = session.lbl_legende;
@@ -261,15 +261,15 @@ TEST_F(PreviewTest, LegendHasItsSizeOnPaperAtEachCorner) {
     // The longest line, "Grundriss 1: 1000", has 17 letters, each half as wide as the 5.04 mm of
     // its line; 6 mm of room.
     EXPECT_NEAR(width, 17 * 2.52 + 6, 1e-4);
-    session.plot.plot_legendenlage = 1;
+    session.part.plot.plot_legendenlage = 1;
     draw();
     EXPECT_NEAR(legend.left, 0, 1e-4);
     EXPECT_NEAR(legend.top, 272.7, 1e-4);
-    session.plot.plot_legendenlage = 3;
+    session.part.plot.plot_legendenlage = 3;
     draw();
     EXPECT_NEAR(legend.left + width, 181.2, 1e-4);
     EXPECT_NEAR(legend.top, 272.7, 1e-4);
-    session.plot.plot_legendenlage = 4;
+    session.part.plot.plot_legendenlage = 4;
     draw();
     EXPECT_NEAR(legend.left + width, 181.2, 1e-4);
     EXPECT_NEAR(legend.top, 19.12, 1e-4);
@@ -288,7 +288,7 @@ TEST_F(PreviewTest, LegendShowsTheLinesOfThePlot) {
 
 TEST_F(PreviewTest, WithoutAPlaceThereIsNoLegend) {
     add_signature(1010, 2010);
-    session.plot.plot_legendenlage = 0;
+    session.part.plot.plot_legendenlage = 0;
     draw();
     EXPECT_FALSE(session.window.lbl_legende_visible);
     EXPECT_TRUE(session.legende_texte.empty());
@@ -301,7 +301,7 @@ TEST_F(PreviewTest, MovedSheetsTakeTheirTextsAlong) {
     session.window.lbl_legende_visible = false;
     session.window.sheets_moving = true;
     EXPECT_TRUE(frames().empty());
-    session.plot.plot_null_rechts += 25;
+    session.part.plot.plot_null_rechts += 25;
     place_sheet_texts(session, desk());
     EXPECT_TRUE(session.window.lbl_legende_visible);
     EXPECT_FALSE(session.window.sheets_moving);
@@ -313,21 +313,21 @@ TEST_F(PreviewTest, MovedSheetsTakeTheirTextsAlong) {
 
 TEST_F(PreviewTest, EdgeNumbersStandOnTheSheetsAndCannotBeTaken) {
     session.settings.numbez_datum = {};
-    session.plot.plot_massstab = 0.0001;
-    session.plot.plot_null_rechts = 2570500;
-    session.plot.plot_null_hoch = 5618500;
+    session.part.plot.plot_massstab = 0.0001;
+    session.part.plot.plot_null_rechts = 2570500;
+    session.part.plot.plot_null_hoch = 5618500;
     session.view = {2570000, 5618000, 2573000, 5622000, 0.2};
-    session.obj.obj_bezu = 1;
-    session.obj.obj_bezu_elli = 1;
-    session.obj.obj_bezu_abbi = 1;
-    session.obj.obj_nube_meridian = 2;
-    session.obj.obj_nube = 2;
-    session.obj.obj_nbez = 2;
-    session.plot.plot_legendenlage = 0;
+    session.part.obj.obj_bezu = 1;
+    session.part.obj.obj_bezu_elli = 1;
+    session.part.obj.obj_bezu_abbi = 1;
+    session.part.obj.obj_nube_meridian = 2;
+    session.part.obj.obj_nube = 2;
+    session.part.obj.obj_nbez = 2;
+    session.part.plot.plot_legendenlage = 0;
     add_signature(2571100, 5619100);
     draw();
     std::vector<std::string> captions;
-    for (const Label& label : session.lbl_nubez) {
+    for (const Label& label : session.part.lbl_nubez) {
         if (label.visible) {
             captions.push_back(label.caption);
             EXPECT_FALSE(label.enabled);
@@ -345,22 +345,22 @@ TEST_F(PreviewTest, DistrictsLeaveTheLegendOut) {
     // upper left corner the legend is 191.2 m high and over 500 m wide, so that it covers a piece
     // of the line 2571; in the lower right one, pieces of 2571 and 2572.
     session.settings.numbez_datum = {};
-    session.plot.plot_massstab = 0.0001;
-    session.plot.plot_null_rechts = 2570500;
-    session.plot.plot_null_hoch = 5618500;
-    session.plot.plot_blatt_auto = table_false;
-    session.plot.plot_blatt_rechts = 1;
-    session.plot.plot_blatt_hoch = 1;
+    session.part.plot.plot_massstab = 0.0001;
+    session.part.plot.plot_null_rechts = 2570500;
+    session.part.plot.plot_null_hoch = 5618500;
+    session.part.plot.plot_blatt_auto = table_false;
+    session.part.plot.plot_blatt_rechts = 1;
+    session.part.plot.plot_blatt_hoch = 1;
     session.view = {2570000, 5618000, 2573000, 5622000, 0.2};
-    session.obj.obj_bezu = 1;
-    session.obj.obj_bezu_elli = 1;
-    session.obj.obj_bezu_abbi = 1;
-    session.obj.obj_nube_meridian = 2;
-    session.obj.obj_nube = 2;
-    for (Titelzeile& zeile : session.titel) {
+    session.part.obj.obj_bezu = 1;
+    session.part.obj.obj_bezu_elli = 1;
+    session.part.obj.obj_bezu_abbi = 1;
+    session.part.obj.obj_nube_meridian = 2;
+    session.part.obj.obj_nube = 2;
+    for (Titelzeile& zeile : session.part.titel) {
         zeile.setTitelSize(3);
     }
-    session.titel[0].setTitelText("Netz mit einem Namen von 500 m");
+    session.part.titel[0].setTitelText("Netz mit einem Namen von 500 m");
     add_signature(2571100, 5619100);
     const auto through_legend = [&] {
         const Label& legend = session.lbl_legende;
@@ -380,17 +380,17 @@ TEST_F(PreviewTest, DistrictsLeaveTheLegendOut) {
     EXPECT_TRUE(legend_cuts_layers(session));
     // The ground that the legend leaves gets its lines back.
     const Label before = session.lbl_legende;
-    session.plot.plot_legendenlage = 4;
+    session.part.plot.plot_legendenlage = 4;
     draw();
     EXPECT_EQ(through_legend(), 0);
     session.lbl_legende = before;
     EXPECT_GT(through_legend(), 0);
-    session.plot.plot_legendenlage = 0;
+    session.part.plot.plot_legendenlage = 0;
     EXPECT_FALSE(legend_cuts_layers(session));
-    session.plot.plot_legendenlage = 1;
-    session.obj.obj_nube = 0;
+    session.part.plot.plot_legendenlage = 1;
+    session.part.obj.obj_nube = 0;
     EXPECT_FALSE(legend_cuts_layers(session));
-    session.obj.obj_verw = 1;
+    session.part.obj.obj_verw = 1;
     EXPECT_TRUE(legend_cuts_layers(session));
     session.plotmodus = 0;
     EXPECT_FALSE(legend_cuts_layers(session));
@@ -404,7 +404,7 @@ TEST_F(PreviewTest, PrinterIsTriedAndTellsThePaper) {
     draw(&printer);
     EXPECT_EQ(session.printer.drucker_ok, table_true);
     // A4 with 5 mm that cannot be printed on, on all sides: 200 - 15 - 0.5 mm.
-    EXPECT_NEAR(session.sheet.papier_breite, 0.1845, 1e-6);
+    EXPECT_NEAR(session.part.sheet.papier_breite, 0.1845, 1e-6);
 }
 
 TEST_F(PreviewTest, PrinterThatRefusesAnOrientationIsNotUsed) {
@@ -414,7 +414,7 @@ TEST_F(PreviewTest, PrinterThatRefusesAnOrientationIsNotUsed) {
     ScriptedPrinter printer({device});
     draw(&printer);
     EXPECT_EQ(session.printer.drucker_ok, table_false);
-    EXPECT_NEAR(session.sheet.papier_breite, 0.1812, 1e-6);
+    EXPECT_NEAR(session.part.sheet.papier_breite, 0.1812, 1e-6);
 }
 
 TEST_F(PreviewTest, CommandsOfThePlotModeAreOffered) {
@@ -449,7 +449,7 @@ TEST_F(PreviewTest, NothingToDrawIsReportedAndTheWayOutStaysOpen) {
 
 TEST_F(PreviewTest, CaptionIsThatOfTheScreen) {
     add_signature(1010, 2010);
-    session.obj.obj_beob = 1;
+    session.part.obj.obj_beob = 1;
     session.window.fenstertitel = "VELDRA [x]";
     draw();
     EXPECT_EQ(session.window.caption, "VELDRA [x]: Lagebeobachtungen");

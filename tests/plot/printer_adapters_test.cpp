@@ -44,39 +44,39 @@ TEST_F(PrinterAdapters, PrintableAreaIsReadOnceThePaperIsTurned) {
 }
 
 TEST_F(PrinterAdapters, PaperAreaComesFromThePrinter) {
-    session.plot.plot_ausrichtung = 1;
-    session.plot.plot_heftrand = 2;
+    session.part.plot.plot_ausrichtung = 1;
+    session.part.plot.plot_heftrand = 2;
     ComputePaperArea(session, desk);
-    EXPECT_NEAR(session.sheet.papier_breite, 0.200 - 0.0155, 1e-9);
-    EXPECT_NEAR(session.sheet.papier_hoehe, 0.287 - 0.0125, 1e-9);
+    EXPECT_NEAR(session.part.sheet.papier_breite, 0.200 - 0.0155, 1e-9);
+    EXPECT_NEAR(session.part.sheet.papier_hoehe, 0.287 - 0.0125, 1e-9);
 }
 
 TEST_F(PrinterAdapters, PrinterThatFailsAtThePaperAreaCountsAsGone) {
     printer.device().failing = {"Orientation"};
-    session.plot.plot_ausrichtung = 1;
-    session.plot.plot_heftrand = 3;
+    session.part.plot.plot_ausrichtung = 1;
+    session.part.plot.plot_heftrand = 3;
     ComputePaperArea(session, desk);
-    EXPECT_DOUBLE_EQ(session.sheet.papier_breite, 0.1967 - 0.001);
+    EXPECT_DOUBLE_EQ(session.part.sheet.papier_breite, 0.1967 - 0.001);
     EXPECT_EQ(session.printer.drucker_ok, 0);
     EXPECT_FALSE(session.window[MenuItem::m_optionen_drucker].enabled);
 }
 
 TEST_F(PrinterAdapters, SheetDivisionTriesBothOrientationsOnThePrinter) {
-    session.plot.plot_massstab = 0.001;
+    session.part.plot.plot_massstab = 0.001;
     test::add_point(session, 0, 0);
     test::add_point(session, 10, 10);
     ComputeSheetDivision(session, desk);
-    EXPECT_EQ(session.plot.plot_ausrichtung, 1);
+    EXPECT_EQ(session.part.plot.plot_ausrichtung, 1);
     EXPECT_THAT(printer.calls, ElementsAre("Orientation 2", "EndDoc", "PaperBin 7", "PaperSize 9",
                                            "Orientation 1", "EndDoc", "PaperBin 7", "PaperSize 9"));
-    EXPECT_NEAR(session.sheet.papier_breite, 0.200 - 0.0155, 1e-9);
+    EXPECT_NEAR(session.part.sheet.papier_breite, 0.200 - 0.0155, 1e-9);
 }
 
 TEST_F(PrinterAdapters, SheetDivisionWithoutPrinterTakesTheFixedSizes) {
     desk.printer = nullptr;
     test::add_point(session, 0, 0);
     ComputeSheetDivision(session, desk);
-    EXPECT_DOUBLE_EQ(session.sheet.papier_breite, 0.1967 - 0.0155);
+    EXPECT_DOUBLE_EQ(session.part.sheet.papier_breite, 0.1967 - 0.0155);
     EXPECT_THAT(printer.calls, IsEmpty());
 }
 
@@ -105,18 +105,18 @@ TEST_F(PrinterAdapters, TextsAreEstimatedWhileNoPrinterWorks) {
 }
 
 TEST_F(PrinterAdapters, ExtentsFollowThePrintersTextSizes) {
-    session.obj.obj_pube = 1;
+    session.part.obj.obj_pube = 1;
     session.settings.stanplt = 0;
     session.settings.stanptp = 0;
     session.settings.pubsizplo = 2.5F;
-    session.plot.plot_massstab = 0.001;
+    session.part.plot.plot_massstab = 0.001;
     test::add_point(session, 0, 0).pu_bez = "Meierhof";
     ComputeExtents(session, desk);
     // Eight letters of 6 points at 1:1000, and a centimetre.
-    EXPECT_NEAR(session.extents.gesamt_rw_max, 8 * 6 * millimetres_per_point + 0.01, 1e-6);
+    EXPECT_NEAR(session.part.extents.gesamt_rw_max, 8 * 6 * millimetres_per_point + 0.01, 1e-6);
     desk.printer = nullptr;
     ComputeExtents(session, desk);
-    EXPECT_NEAR(session.extents.gesamt_rw_max, 8 * 2.1 + 0.01, 1e-6);
+    EXPECT_NEAR(session.part.extents.gesamt_rw_max, 8 * 2.1 + 0.01, 1e-6);
 }
 
 }  // namespace

@@ -10,17 +10,17 @@ namespace {
 class SheetNumberTest : public testing::Test {
  protected:
     SheetNumberTest() {
-        session.obj.obj_bezu = 1;
-        session.obj.obj_bezu_elli = 1;
-        session.obj.obj_bezu_abbi = 1;
+        session.part.obj.obj_bezu = 1;
+        session.part.obj.obj_bezu_elli = 1;
+        session.part.obj.obj_bezu_abbi = 1;
         // Somewhere in the second strip.
-        session.extents = {2570000, 5610000, 2580000, 5620000, 0, 0};
+        session.part.extents = {2570000, 5610000, 2580000, 5620000, 0, 0};
     }
 
     std::string number_at(double rechts, double hoch, std::int16_t obj_nube) {
         session.blatt.blatt_rw_min = rechts;
         session.blatt.blatt_hw_min = hoch;
-        session.obj.obj_nube = obj_nube;
+        session.part.obj.obj_nube = obj_nube;
         return SheetNumberText(session);
     }
     /// At a place in degrees of the document's own datum.
@@ -53,7 +53,7 @@ TEST_F(SheetNumberTest, MapSheetsEndAtTheirArea) {
 }
 
 TEST_F(SheetNumberTest, KilometreSquares) {
-    session.obj.obj_nube_meridian = 2;
+    session.part.obj.obj_nube_meridian = 2;
     EXPECT_EQ(number_at(2571193.36, 5619477.3, 2), "25715619");
     EXPECT_EQ(number_at(2571193.36, 5619477.3, 3), "25567119");
     EXPECT_EQ(number_at(2571999.99, 5619000.01, 2), "25715619");
@@ -62,7 +62,7 @@ TEST_F(SheetNumberTest, KilometreSquares) {
 TEST_F(SheetNumberTest, NothingWithoutDistrictsOrSystem) {
     EXPECT_EQ(number_at(2571193, 5619477, 0), "");
     for (const std::int16_t local : {std::int16_t{0}, std::int16_t{-99}}) {
-        session.obj.obj_bezu = local;
+        session.part.obj.obj_bezu = local;
         EXPECT_EQ(number_at(2571193, 5619477, 1), "");
         EXPECT_EQ(number_at(2571193, 5619477, 2), "");
     }

@@ -22,10 +22,10 @@ class ReferenceSystemTest : public testing::Test {
 
     /// The extents around a centre.
     void centre(double rechts, double hoch) {
-        session.extents.gesamt_rw_min = rechts - 5000;
-        session.extents.gesamt_rw_max = rechts + 5000;
-        session.extents.gesamt_hw_min = hoch - 4000;
-        session.extents.gesamt_hw_max = hoch + 4000;
+        session.part.extents.gesamt_rw_min = rechts - 5000;
+        session.part.extents.gesamt_rw_max = rechts + 5000;
+        session.part.extents.gesamt_hw_min = hoch - 4000;
+        session.part.extents.gesamt_hw_max = hoch + 4000;
     }
 
     struct Outcome {
@@ -35,11 +35,12 @@ class ReferenceSystemTest : public testing::Test {
         bool operator==(const Outcome&) const = default;
     };
     Outcome resolve(int bezu, int elli = 0, int abbi = 0) {
-        session.obj.obj_bezu = static_cast<std::int16_t>(bezu);
-        session.obj.obj_bezu_elli = elli;
-        session.obj.obj_bezu_abbi = abbi;
+        session.part.obj.obj_bezu = static_cast<std::int16_t>(bezu);
+        session.part.obj.obj_bezu_elli = elli;
+        session.part.obj.obj_bezu_abbi = abbi;
         ResolveSystem(session);
-        return {session.obj.obj_bezu, session.obj.obj_bezu_elli, session.obj.obj_bezu_abbi};
+        return {session.part.obj.obj_bezu, session.part.obj.obj_bezu_elli,
+                session.part.obj.obj_bezu_abbi};
     }
 
     Session session;
@@ -87,51 +88,51 @@ TEST_F(ReferenceSystemTest, OtherSystemKeepsAMappingThatFitsTheEastings) {
 }
 
 TEST_F(ReferenceSystemTest, LocalSystemHasNoStrip) {
-    session.obj.obj_nube_meridian = 2;
+    session.part.obj.obj_nube_meridian = 2;
     EXPECT_EQ(resolve(0, 3, 2), (Outcome{0, 3, 2}));
-    EXPECT_EQ(session.obj.obj_nube_meridian, unset);
+    EXPECT_EQ(session.part.obj.obj_nube_meridian, unset);
     centre(32400000, 5624000);
-    session.obj.obj_nube_meridian = 2;
+    session.part.obj.obj_nube_meridian = 2;
     EXPECT_EQ(resolve(0, 3, 2), (Outcome{0, 3, 2}));
-    EXPECT_EQ(session.obj.obj_nube_meridian, unset);
+    EXPECT_EQ(session.part.obj.obj_nube_meridian, unset);
 }
 
 TEST_F(ReferenceSystemTest, NothingReadLeavesTheSystemUnset) {
-    session.pu.clear();
+    session.part.pu.clear();
     EXPECT_EQ(resolve(1, 1, 1).bezu, unset);
 }
 
 TEST_F(ReferenceSystemTest, LinesAloneAreEnoughForASystem) {
-    session.pu.clear();
+    session.part.pu.clear();
     test::add_line(session, {2570000, 5600000, 2571000, 5600000});
     EXPECT_EQ(resolve(unset), (Outcome{1, 1, 1}));
 }
 
 TEST_F(ReferenceSystemTest, DistrictStripIsThatOfTheReferencePoint) {
     resolve(unset);
-    EXPECT_EQ(session.obj.obj_nube_meridian, 2);
-    session.obj.obj_nube_meridian = unset;
+    EXPECT_EQ(session.part.obj.obj_nube_meridian, 2);
+    session.part.obj.obj_nube_meridian = unset;
     // Strip 2 far to the east, beyond 7.5 degrees, belongs to strip 3.
     centre(2640000, 5624000);
     resolve(unset);
-    EXPECT_EQ(session.obj.obj_nube_meridian, 3);
-    session.obj.obj_nube_meridian = unset;
+    EXPECT_EQ(session.part.obj.obj_nube_meridian, 3);
+    session.part.obj.obj_nube_meridian = unset;
     centre(32400000, 5624000);
     resolve(unset);
-    EXPECT_EQ(session.obj.obj_nube_meridian, 3) << "longitude 7.6 of zone 32";
+    EXPECT_EQ(session.part.obj.obj_nube_meridian, 3) << "longitude 7.6 of zone 32";
 }
 
 TEST_F(ReferenceSystemTest, ChosenStripStaysWhileItDiffersByUpToFive) {
     for (const std::int32_t chosen : {2, 3, 0, 7}) {
-        session.obj.obj_nube_meridian = chosen;
+        session.part.obj.obj_nube_meridian = chosen;
         resolve(1);
-        EXPECT_EQ(session.obj.obj_nube_meridian, chosen);
+        EXPECT_EQ(session.part.obj.obj_nube_meridian, chosen);
     }
     for (const std::int32_t far : {8, -4, std::numeric_limits<std::int32_t>::min(),
                                    std::numeric_limits<std::int32_t>::max()}) {
-        session.obj.obj_nube_meridian = far;
+        session.part.obj.obj_nube_meridian = far;
         resolve(1);
-        EXPECT_EQ(session.obj.obj_nube_meridian, 2) << far;
+        EXPECT_EQ(session.part.obj.obj_nube_meridian, 2) << far;
     }
 }
 
@@ -140,7 +141,7 @@ TEST_F(ReferenceSystemTest, DistrictRowIsTakenNegated) {
     centre(32400000, 5624000);
     session.settings.numbez_datum[1].dlam0 = 600;
     resolve(unset);
-    EXPECT_EQ(session.obj.obj_nube_meridian, 2);
+    EXPECT_EQ(session.part.obj.obj_nube_meridian, 2);
 }
 
 TEST(DatumShift, AllZeroRowLeavesEveryLatitudeUnchanged) {

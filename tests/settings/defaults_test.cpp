@@ -212,20 +212,20 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(Defaults, AllGroupsTogetherHoldEveryDisplaySetting) {
     Session session;
     session.settings = other_settings();
-    session.titel[0].setTitelSize(9);
-    session.titel[3].setTitelFont("Courier");
-    session.titel[3].setTitelUndr(-1);
-    session.titel[3].setTitelText("bleibt");
+    session.part.titel[0].setTitelSize(9);
+    session.part.titel[3].setTitelFont("Courier");
+    session.part.titel[3].setTitelUndr(-1);
+    session.part.titel[3].setTitelText("bleibt");
     standard_alle(session);
     // The unused elements 0 of the vector slots belong to no group.
     session.settings.vektAdrw[0] = session.settings.vektNdrw[0] = 0;
     session.settings.vektArgb[0] = session.settings.vektNrgb[0] = 0;
     EXPECT_EQ(session.settings, Settings{});
-    EXPECT_EQ(session.titel[0].getTitelSize(), 3.5F);
-    EXPECT_EQ(session.titel[1].getTitelSize(), 3.0F);
-    EXPECT_EQ(session.titel[3].getTitelFont(), "Arial");
-    EXPECT_EQ(session.titel[3].getTitelUndr(), 0);
-    EXPECT_EQ(session.titel[3].getTitelText(), "bleibt");
+    EXPECT_EQ(session.part.titel[0].getTitelSize(), 3.5F);
+    EXPECT_EQ(session.part.titel[1].getTitelSize(), 3.0F);
+    EXPECT_EQ(session.part.titel[3].getTitelFont(), "Arial");
+    EXPECT_EQ(session.part.titel[3].getTitelUndr(), 0);
+    EXPECT_EQ(session.part.titel[3].getTitelText(), "bleibt");
 }
 
 TEST(Defaults, SeveralStandardButtonsAreUndoneFromTheTwins) {

@@ -56,10 +56,10 @@ class Profile : public testing::Test {
 TEST_F(Profile, AnEmptyProfileLeavesEveryDefaultInForce) {
     read("");
     EXPECT_EQ(settings_, Settings{});
-    EXPECT_EQ(session_.titel[0].getTitelSize(), 3.5F);
+    EXPECT_EQ(session_.part.titel[0].getTitelSize(), 3.5F);
     for (std::size_t line = 1; line < 4; ++line) {
-        EXPECT_EQ(session_.titel[line].getTitelSize(), 3.0F);
-        EXPECT_EQ(session_.titel[line].getTitelFont(), "Arial");
+        EXPECT_EQ(session_.part.titel[line].getTitelSize(), 3.0F);
+        EXPECT_EQ(session_.part.titel[line].getTitelFont(), "Arial");
     }
 }
 
@@ -186,8 +186,8 @@ TEST_F(Profile, EveryKeyIsReadIntoItsOwnPlace) {
     EXPECT_EQ(settings_, numbered_settings());
     for (std::size_t line = 0; line < 4; ++line) {
         const int first = 206 + 5 * static_cast<int>(line);
-        EXPECT_EQ(session_.titel[line].getTitelSize(), static_cast<float>(first) + 0.5F);
-        EXPECT_EQ(session_.titel[line].getTitelFont(), "f" + std::to_string(first + 1));
+        EXPECT_EQ(session_.part.titel[line].getTitelSize(), static_cast<float>(first) + 0.5F);
+        EXPECT_EQ(session_.part.titel[line].getTitelFont(), "f" + std::to_string(first + 1));
     }
 }
 
@@ -214,9 +214,9 @@ TEST_F(Profile, EveryStyleHasItsOwnKey) {
     }
     read("[LEGENDE]\nTitelBold_2=True\nTitelItal_3=True\nTitelUndr_4=True\n");
     for (std::size_t line = 0; line < 4; ++line) {
-        EXPECT_EQ(session_.titel[line].getTitelBold(), line == 1 ? -1 : 0);
-        EXPECT_EQ(session_.titel[line].getTitelItal(), line == 2 ? -1 : 0);
-        EXPECT_EQ(session_.titel[line].getTitelUndr(), line == 3 ? -1 : 0);
+        EXPECT_EQ(session_.part.titel[line].getTitelBold(), line == 1 ? -1 : 0);
+        EXPECT_EQ(session_.part.titel[line].getTitelItal(), line == 2 ? -1 : 0);
+        EXPECT_EQ(session_.part.titel[line].getTitelUndr(), line == 3 ? -1 : 0);
     }
 }
 
@@ -342,7 +342,7 @@ TEST_F(Profile, ReadsEveryFormOfABoolean) {
 
 TEST_F(Profile, WritesBooleansAsWords) {
     settings_.pubita = -1;
-    session_.titel[2].setTitelBold(-1);
+    session_.part.titel[2].setTitelBold(-1);
     EXPECT_EQ(written_value("BEZPUN", "pubita"), "True");
     EXPECT_EQ(written_value("BEZPUN", "pubbol"), "False");
     EXPECT_EQ(written_value("LEGENDE", "TitelBold_3"), "True");
@@ -364,16 +364,16 @@ TEST_F(Profile, TextsLoseTheirQuotesAndEndAt255Characters) {
 
 TEST_F(Profile, ReadsTheTitleLines) {
     read("[LEGENDE]\nTitelSize_1=4,5\nTitelFont_2=Courier\nTitelUndr_4=true\n");
-    EXPECT_EQ(session_.titel[0].getTitelSize(), 4.5F);
-    EXPECT_EQ(session_.titel[1].getTitelFont(), "Courier");
-    EXPECT_EQ(session_.titel[3].getTitelUndr(), -1);
-    EXPECT_EQ(session_.titel[1].getTitelSize(), 3.0F);
+    EXPECT_EQ(session_.part.titel[0].getTitelSize(), 4.5F);
+    EXPECT_EQ(session_.part.titel[1].getTitelFont(), "Courier");
+    EXPECT_EQ(session_.part.titel[3].getTitelUndr(), -1);
+    EXPECT_EQ(session_.part.titel[1].getTitelSize(), 3.0F);
 }
 
 TEST_F(Profile, LeavesTheTextsOfTheTitleLines) {
-    session_.titel[0].setTitelText("ve_netz.dat");
+    session_.part.titel[0].setTitelText("ve_netz.dat");
     read("[LEGENDE]\nTitelSize_1=4\n");
-    EXPECT_EQ(session_.titel[0].getTitelText(), "ve_netz.dat");
+    EXPECT_EQ(session_.part.titel[0].getTitelText(), "ve_netz.dat");
 }
 
 TEST_F(Profile, DatumLineHoldsFiveNumbers) {

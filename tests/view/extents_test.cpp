@@ -25,13 +25,13 @@ class ComputeExtentsTest : public testing::Test {
  protected:
     ComputeExtentsTest() {
         test::show_nothing(session);
-        session.plot.plot_massstab = 0.001;
+        session.part.plot.plot_massstab = 0.001;
         session.settings.punkt_klein_plot = 0;
     }
 
     const Extents& compute() {
         ComputeExtents(session, measurer);
-        return session.extents;
+        return session.part.extents;
     }
 
     void expect_box(double rw_min, double hw_min, double rw_max, double hw_max) {
@@ -64,7 +64,7 @@ TEST_F(ComputeExtentsTest, SinglePointYieldsFiveMetreSquareCentredOnThePoint) {
 }
 
 TEST_F(ComputeExtentsTest, SinglePointWithALabelCentresOnWhatIsShown) {
-    session.obj.obj_pube = 1;
+    session.part.obj.obj_pube = 1;
     session.settings.pubsizplo = 0.5F;  // line height 0.84 m of ground
     session.settings.stanplt = 0;
     add_point(session, 1000, 2000).pu_bez = "12";
@@ -95,11 +95,11 @@ TEST_F(ComputeExtentsTest, PointsWidenByTheDotWithoutSignatures) {
     session.settings.punkt_klein_plot = 0.5;
     add_frame_points();
     expect_box(-0.5, -0.5, 100.5, 100.5);
-    EXPECT_EQ(session.extents.roh_rw_min, 0);
+    EXPECT_EQ(session.part.extents.roh_rw_min, 0);
 }
 
 TEST_F(ComputeExtentsTest, PointsWidenByTheSignatureOfTheirClass) {
-    session.obj.obj_pusi = 1;
+    session.part.obj.obj_pusi = 1;
     session.settings.punsigplo = {4, 3, 2, 1};
     add_point(session, 0, 0).pu_art_lage = 5;  // class 3
     PointRow& second = add_point(session, 100, 100);
@@ -109,19 +109,19 @@ TEST_F(ComputeExtentsTest, PointsWidenByTheSignatureOfTheirClass) {
 }
 
 TEST_F(ComputeExtentsTest, LineEndsWidenByTheSignatureOfTheirClasses) {
-    session.obj.obj_pusi = 1;
-    session.obj.obj_beob = 2;
+    session.part.obj.obj_pusi = 1;
+    session.part.obj.obj_beob = 2;
     session.settings.punsigplo = {4, 3, 2, 1};
     LineRow& row = add_line(session, {0, 0, 100, 100});
     row.lin_klasse_von = 0;
     row.lin_klasse_nach = 1;
     expect_box(-4, -4, 103, 103);
-    EXPECT_EQ(session.extents.roh_hw_min, 0);
+    EXPECT_EQ(session.part.extents.roh_hw_min, 0);
 }
 
 TEST_F(ComputeExtentsTest, LineClassOutOfRangeIsARangeError) {
-    session.obj.obj_pusi = 1;
-    session.obj.obj_beob = 1;
+    session.part.obj.obj_pusi = 1;
+    session.part.obj.obj_beob = 1;
     add_line(session, {0, 0, 100, 100}).lin_klasse_von = 4;
     EXPECT_THROW(compute(), FatalError);
 }
@@ -129,12 +129,12 @@ TEST_F(ComputeExtentsTest, LineClassOutOfRangeIsARangeError) {
 TEST_F(ComputeExtentsTest, LinesCountOnlyWhenObservationsAreShown) {
     add_line(session, {0, 0, 100, 100});
     EXPECT_EQ(compute().gesamt_rw_max, 2.5);
-    session.obj.obj_beob = 3;
+    session.part.obj.obj_beob = 3;
     EXPECT_NEAR(compute().gesamt_rw_max, 100.01, 1e-9);
 }
 
 TEST_F(ComputeExtentsTest, OrientationWidensByItsRayAndNotByItsTarget) {
-    session.obj.obj_beob = 1;
+    session.part.obj.obj_beob = 1;
     session.settings.lenoriplo = 35;
     add_frame_points();
     add_line(session, {100, 0, 900, 600}).lin_typ_seite = 10;
@@ -143,19 +143,19 @@ TEST_F(ComputeExtentsTest, OrientationWidensByItsRayAndNotByItsTarget) {
     add_line(session, {0, 0, -600, -800}).lin_typ_seite = 10;
     expect_box(-21, -28, 128, 100);
     // The ends of rays are no bare coordinates.
-    EXPECT_EQ(session.extents.roh_rw_min, 0);
-    EXPECT_EQ(session.extents.roh_hw_min, 0);
+    EXPECT_EQ(session.part.extents.roh_rw_min, 0);
+    EXPECT_EQ(session.part.extents.roh_hw_min, 0);
 }
 
 TEST_F(ComputeExtentsTest, OrientationInOtherFormsIsALine) {
-    session.obj.obj_beob = 2;
+    session.part.obj.obj_beob = 2;
     add_frame_points();
     add_line(session, {100, 0, 900, 600}).lin_typ_seite = 10;
     expect_box(0, 0, 900, 600);
 }
 
 TEST_F(ComputeExtentsTest, NameOfARemoteTargetLiesLeftOfAnEastwardRay) {
-    session.obj.obj_beob = 1;
+    session.part.obj.obj_beob = 1;
     session.settings.lenoriplo = 35;
     session.settings.pubsizplo = 2.5F;  // line height 4.2 m, letter 2.1 m of ground
     LineRow& row = add_line(session, {0, 0, 1000, 0});
@@ -169,7 +169,7 @@ TEST_F(ComputeExtentsTest, NameOfARemoteTargetLiesLeftOfAnEastwardRay) {
 }
 
 TEST_F(ComputeExtentsTest, NameOfARemoteTargetLiesRightOfAWestwardRay) {
-    session.obj.obj_beob = 1;
+    session.part.obj.obj_beob = 1;
     session.settings.lenoriplo = 35;
     add_point(session, 0, -50);
     add_point(session, 0, 50);
@@ -182,7 +182,7 @@ TEST_F(ComputeExtentsTest, NameOfARemoteTargetLiesRightOfAWestwardRay) {
 }
 
 TEST_F(ComputeExtentsTest, BlankNameOfARemoteTargetTakesNoRoom) {
-    session.obj.obj_beob = 1;
+    session.part.obj.obj_beob = 1;
     add_frame_points();
     LineRow& row = add_line(session, {0, 0, 0, 1000});
     row.lin_typ_seite = 10;
@@ -293,20 +293,20 @@ TEST_F(ComputeExtentsTest, SkippedEllipsesChangeNothing) {
 }
 
 TEST_F(ComputeExtentsTest, LabelTakesItsShortFormAndStandardOffset) {
-    session.obj.obj_pube = 1;
+    session.part.obj.obj_pube = 1;
     session.settings.stanplt = 60;
     session.settings.stanptp = 50;
     add_frame_points();
-    session.pu[2].pu_bez = "3251001250";  // "12.50": 5 letters of 2.1 m
-    session.pu[2].pu_bez_hoch = 9999;     // counts only with an offset east
+    session.part.pu[2].pu_bez = "3251001250";  // "12.50": 5 letters of 2.1 m
+    session.part.pu[2].pu_bez_hoch = 9999;     // counts only with an offset east
     // Left 100 + 0.6 * 4.2, right 10.5 further; top 100 + 2.1.
     expect_box(0, 0, 113.02, 102.1);
 }
 
 TEST_F(ComputeExtentsTest, MovedLabelTakesItsOwnOffset) {
-    session.obj.obj_pube = 1;
+    session.part.obj.obj_pube = 1;
     add_frame_points();
-    PointRow& row = session.pu[1];
+    PointRow& row = session.part.pu[1];
     row.pu_bez = "AB";
     row.pu_bez_rechts = -200;
     row.pu_bez_hoch = -100;
@@ -316,7 +316,7 @@ TEST_F(ComputeExtentsTest, MovedLabelTakesItsOwnOffset) {
 
 TEST_F(ComputeExtentsTest, LabelsOffTakeNoRoom) {
     add_frame_points();
-    session.pu[2].pu_bez = "ABC";
+    session.part.pu[2].pu_bez = "ABC";
     expect_box(0, 0, 100, 100);
 }
 
@@ -329,15 +329,15 @@ TEST_F(ComputeExtentsTest, EpochLabelStandsAtTheVectorTipAsItIs) {
     row.pu_wert_lage = -1;
     row.pu_wert_rechts = 2;  // tip 10 m east
     row.pu_bez = "100020";   // six letters: 12.6 m
-    session.obj.obj_pube = 1;
+    session.part.obj.obj_pube = 1;
     expect_box(0, 0, 110, 100);
-    session.obj.obj_epbe = table_true;
+    session.part.obj.obj_epbe = table_true;
     expect_box(0, 0, 122.6, 100);
 }
 
 TEST_F(ComputeExtentsTest, EpochLabelStandsAtTheBarTop) {
     show_values(session, 2);
-    session.obj.obj_epbe = table_true;
+    session.part.obj.obj_epbe = table_true;
     session.settings.stanplt = 0;
     session.settings.vektNdrw[4] = 0;  // hides the bar, not its label
     add_frame_points();
@@ -351,19 +351,19 @@ TEST_F(ComputeExtentsTest, EpochLabelStandsAtTheBarTop) {
 }
 
 TEST_F(ComputeExtentsTest, BorderLabelsOfDistrictsTakeRoomOnAllSides) {
-    session.obj.obj_nbez = 2;
+    session.part.obj.obj_nbez = 2;
     session.settings.nubsizplo = 5;  // line height 8.4 m, letter 4.2 m
     add_frame_points();
     expect_box(0, 0, 100, 100);
     for (const auto kind : std::initializer_list<std::int16_t>{1, 4, 5}) {
-        session.obj.obj_nube = kind;
+        session.part.obj.obj_nube = kind;
         expect_box(-8.4, -8.4, 108.4, 108.4);
     }
     for (const auto kind : std::initializer_list<std::int16_t>{2, 3}) {
-        session.obj.obj_nube = kind;
+        session.part.obj.obj_nube = kind;
         expect_box(-16.8, -8.4, 116.8, 108.4);
     }
-    session.obj.obj_nbez = 1;
+    session.part.obj.obj_nbez = 1;
     expect_box(0, 0, 100, 100);
 }
 
@@ -381,18 +381,18 @@ class RecordingPaperText final : public PaperTextSize {
 };
 
 TEST_F(ComputeExtentsTest, TakesTextSizesFromThePrinter) {
-    session.obj.obj_pube = 1;
-    session.obj.obj_nube = 1;
-    session.obj.obj_nbez = 2;
+    session.part.obj.obj_pube = 1;
+    session.part.obj.obj_nube = 1;
+    session.part.obj.obj_nbez = 2;
     session.settings.pubund = table_true;
     session.settings.stanplt = 0;
     add_frame_points();
-    session.pu[2].pu_bez = "ABC";
+    session.part.pu[2].pu_bez = "ABC";
     RecordingPaperText printer;
     ComputeExtents(session, printer);
     // Label 10 m wide, border labels 10 m by 2 m.
-    EXPECT_NEAR(session.extents.gesamt_rw_max, 120.01, 1e-9);
-    EXPECT_NEAR(session.extents.gesamt_hw_max, 102.01, 1e-9);
+    EXPECT_NEAR(session.part.extents.gesamt_rw_max, 120.01, 1e-9);
+    EXPECT_NEAR(session.part.extents.gesamt_hw_max, 102.01, 1e-9);
     ASSERT_EQ(printer.fonts.size(), 3U);
     EXPECT_EQ(printer.fonts[0].underline, table_false);
     EXPECT_EQ(printer.fonts[1].underline, table_true);
@@ -404,10 +404,10 @@ TEST_F(ComputeExtentsTest, BareSpanCoversPointsAndShownLineEnds) {
     add_frame_points();
     add_line(session, {-50, 0, 100, 300}).lin_typ_seite = 10;
     EXPECT_EQ(bare_span(session).rechts, 100);
-    session.obj.obj_beob = 1;
+    session.part.obj.obj_beob = 1;
     EXPECT_EQ(bare_span(session).rechts, 150);
     EXPECT_EQ(bare_span(session).hoch, 100);
-    session.obj.obj_beob = 3;
+    session.part.obj.obj_beob = 3;
     EXPECT_EQ(bare_span(session).hoch, 300);
 }
 

@@ -18,7 +18,7 @@ using test::add_point;
 class LabelMoving : public testing::Test {
  protected:
     LabelMoving() {
-        session.plot.plot_massstab = 0.001;
+        session.part.plot.plot_massstab = 0.001;
         session.view = {1000, 2000, 1150, 2090, 0.01};
         session.settings.stanplt = 60;
         session.settings.stanptp = 0;
@@ -27,14 +27,14 @@ class LabelMoving : public testing::Test {
     /// A point with its label where it stands by default: 1.2 m to the east of it.
     PointRow& labelled_point(double rechts, double hoch) {
         PointRow& row = add_point(session, rechts, hoch);
-        session.lbl_pubez.resize(static_cast<std::size_t>(session.pu.count()) + 1);
-        session.lbl_pubez.back() = {"7",
-                                    static_cast<float>(rechts - 1000 + 1.2),
-                                    static_cast<float>(hoch - 2000),
-                                    5,
-                                    2,
-                                    true,
-                                    true};
+        session.part.lbl_pubez.resize(static_cast<std::size_t>(session.part.pu.count()) + 1);
+        session.part.lbl_pubez.back() = {"7",
+                                         static_cast<float>(rechts - 1000 + 1.2),
+                                         static_cast<float>(hoch - 2000),
+                                         5,
+                                         2,
+                                         true,
+                                         true};
         return row;
     }
 
@@ -45,17 +45,17 @@ class LabelMoving : public testing::Test {
         grid.grid_hoch = {0, hoch};
         grid.grid_bez = {"", "5208"};
         grid.grid_bez_ecke = {"", ""};
-        session.lbl_nubez.resize(2);
-        session.lbl_nubez[1] = {"5208 ",
-                                static_cast<float>(rechts - 1000),
-                                static_cast<float>(hoch - 2000 + 2),
-                                5,
-                                2,
-                                true,
-                                true};
+        session.part.lbl_nubez.resize(2);
+        session.part.lbl_nubez[1] = {"5208 ",
+                                     static_cast<float>(rechts - 1000),
+                                     static_cast<float>(hoch - 2000 + 2),
+                                     5,
+                                     2,
+                                     true,
+                                     true};
     }
 
-    [[nodiscard]] const Label& label(std::size_t i) const { return session.lbl_pubez[i]; }
+    [[nodiscard]] const Label& label(std::size_t i) const { return session.part.lbl_pubez[i]; }
 
     static constexpr LabelDrag point_drag{LabelArray::lbl_pubez, 1, 3000, 4000};
     static constexpr LabelDrag node_drag{LabelArray::lbl_nubez, 1, 3000, 4000};
@@ -93,8 +93,8 @@ TEST_F(LabelMoving, OffsetsAtAVectorCountFromItsTip) {
     row.pu_wert_lage = -1;
     row.pu_wert_rechts = 2;  // tip at 1020, 2015
     row.pu_wert_hoch = -1;
-    session.lbl_pubez[1].left = 20;
-    session.lbl_pubez[1].top = 15;
+    session.part.lbl_pubez[1].left = 20;
+    session.part.lbl_pubez[1].top = 15;
     drop_label(session, point_drag, 3200, 3900);  // 2 m east, 1 m north
     EXPECT_DOUBLE_EQ(row.pu_bez_rechts, 100);
     EXPECT_DOUBLE_EQ(row.pu_bez_hoch, 50);
@@ -107,8 +107,8 @@ TEST_F(LabelMoving, OffsetsAtABarCountFromItsTopAtTheEpochsPlace) {
     row.pu_wert_hoehe = 4;
     row.pu_wert_dh = 2;  // 10 m up
     row.pu_epoche = 3;   // 3 m to the east
-    session.lbl_pubez[1].left = 13;
-    session.lbl_pubez[1].top = 30;
+    session.part.lbl_pubez[1].left = 13;
+    session.part.lbl_pubez[1].top = 30;
     drop_label(session, point_drag, 3100, 4000);
     EXPECT_DOUBLE_EQ(row.pu_bez_rechts, 50);
     EXPECT_DOUBLE_EQ(row.pu_bez_hoch, 0);
@@ -123,7 +123,7 @@ TEST_F(LabelMoving, ADragToItsStartStoresOffsetsAllTheSame) {
 
 TEST_F(LabelMoving, AnOffsetOfExactlyZeroIsStoredAsZero) {
     PointRow& row = labelled_point(1010, 2020);
-    session.lbl_pubez[1].left = 12;
+    session.part.lbl_pubez[1].left = 12;
     drop_label(session, point_drag, 2800, 3900);  // 2 m west, 1 m north
     EXPECT_EQ(row.pu_bez_rechts, 0);
     EXPECT_DOUBLE_EQ(row.pu_bez_hoch, 50);
@@ -140,7 +140,7 @@ TEST_F(LabelMoving, GhostFollowsTheMouseInTheLabelsSize) {
 
 TEST_F(LabelMoving, ABlankLabelCannotBeMoved) {
     PointRow& row = labelled_point(1010, 2020);
-    session.lbl_pubez[1].caption = "    ";
+    session.part.lbl_pubez[1].caption = "    ";
     EXPECT_FALSE(can_be_dragged(session, LabelArray::lbl_pubez, 1));
     drop_label(session, point_drag, 3400, 4100);
     EXPECT_EQ(row.pu_bez_rechts, 0);
@@ -148,8 +148,8 @@ TEST_F(LabelMoving, ABlankLabelCannotBeMoved) {
 }
 
 TEST_F(LabelMoving, NamesOfRemoteTargetsCannotBeMoved) {
-    session.lbl_fzbez.resize(2);
-    session.lbl_fzbez[1].caption = "Kirche";
+    session.part.lbl_fzbez.resize(2);
+    session.part.lbl_fzbez[1].caption = "Kirche";
     EXPECT_FALSE(can_be_dragged(session, LabelArray::lbl_fzbez, 1));
     EXPECT_EQ(find_label(session, LabelArray::lbl_fzbez, 1), nullptr);
 }
@@ -172,8 +172,8 @@ TEST_F(LabelMoving, UndoAtAVectorPutsTheLabelRelativeToThePoint) {
     row.pu_wert_rechts = 2;
     row.pu_bez_rechts = 100;
     row.pu_bez_hoch = 50;
-    session.lbl_pubez[1].left = 22;  // 2 m from the tip at 1020
-    session.lbl_pubez[1].top = 21;
+    session.part.lbl_pubez[1].left = 22;  // 2 m from the tip at 1020
+    session.part.lbl_pubez[1].top = 21;
     drop_label(session, point_drag, 3400, 4000);
     EXPECT_DOUBLE_EQ(row.pu_bez_rechts, 300);
     undo_label_move(session);
@@ -185,12 +185,12 @@ TEST_F(LabelMoving, UndoAtAVectorPutsTheLabelRelativeToThePoint) {
 TEST_F(LabelMoving, DistrictLabelsKeepTheirPlaceOnTheGround) {
     node_label(1030, 2040);
     drop_label(session, node_drag, 3400, 4100);  // 4 m east, 1 m south
-    ASSERT_EQ(session.nuoff.count(), 1);
-    EXPECT_EQ(session.nuoff[1].nuoff_bez, "5208");
-    EXPECT_DOUBLE_EQ(session.nuoff[1].nuoff_rechts, 1034);
-    EXPECT_DOUBLE_EQ(session.nuoff[1].nuoff_hoch, 2039);
-    EXPECT_EQ(session.lbl_nubez[1].left, 34.0F);
-    EXPECT_EQ(session.lbl_nubez[1].top, 41.0F);
+    ASSERT_EQ(session.part.nuoff.count(), 1);
+    EXPECT_EQ(session.part.nuoff[1].nuoff_bez, "5208");
+    EXPECT_DOUBLE_EQ(session.part.nuoff[1].nuoff_rechts, 1034);
+    EXPECT_DOUBLE_EQ(session.part.nuoff[1].nuoff_hoch, 2039);
+    EXPECT_EQ(session.part.lbl_nubez[1].left, 34.0F);
+    EXPECT_EQ(session.part.lbl_nubez[1].top, 41.0F);
     EXPECT_EQ(session.window.undo.undo_art, 2);
     EXPECT_EQ(session.window.undo.undo_wert[0], 1030);
     EXPECT_EQ(session.window.undo.undo_wert[1], 2040);
@@ -202,9 +202,9 @@ TEST_F(LabelMoving, ASecondMoveOfADistrictLabelReusesItsEntry) {
     node_label(1030, 2040);
     drop_label(session, node_drag, 3400, 4100);
     drop_label(session, node_drag, 3100, 4000);
-    ASSERT_EQ(session.nuoff.count(), 1);
-    EXPECT_DOUBLE_EQ(session.nuoff[1].nuoff_rechts, 1035);
-    EXPECT_DOUBLE_EQ(session.nuoff[1].nuoff_hoch, 2039);
+    ASSERT_EQ(session.part.nuoff.count(), 1);
+    EXPECT_DOUBLE_EQ(session.part.nuoff[1].nuoff_rechts, 1035);
+    EXPECT_DOUBLE_EQ(session.part.nuoff[1].nuoff_hoch, 2039);
     EXPECT_EQ(session.window.undo.undo_wert[0], 1034);
     EXPECT_EQ(session.window.undo.undo_wert[1], 2039);
 }
@@ -212,12 +212,12 @@ TEST_F(LabelMoving, ASecondMoveOfADistrictLabelReusesItsEntry) {
 TEST_F(LabelMoving, TheLastOfSeveralEntriesIsTheOneThatMoves) {
     node_label(1030, 2040);
     for (int i = 0; i < 2; ++i) {
-        session.nuoff[session.nuoff.append()] = {"5208", 1031.0 + i, 2041};
+        session.part.nuoff[session.part.nuoff.append()] = {"5208", 1031.0 + i, 2041};
     }
     drop_label(session, node_drag, 3000, 4000);
-    EXPECT_EQ(session.nuoff.count(), 2);
-    EXPECT_EQ(session.nuoff[1].nuoff_rechts, 1031);
-    EXPECT_EQ(session.nuoff[2].nuoff_rechts, 1030);
+    EXPECT_EQ(session.part.nuoff.count(), 2);
+    EXPECT_EQ(session.part.nuoff[1].nuoff_rechts, 1031);
+    EXPECT_EQ(session.part.nuoff[2].nuoff_rechts, 1030);
     EXPECT_EQ(session.window.undo.undo_wert[0], 1032);
 }
 
@@ -225,11 +225,11 @@ TEST_F(LabelMoving, UndoOfADistrictLabelKeepsTheEntry) {
     node_label(1030, 2040);
     drop_label(session, node_drag, 3400, 4100);
     undo_label_move(session);
-    ASSERT_EQ(session.nuoff.count(), 1);
-    EXPECT_EQ(session.nuoff[1].nuoff_rechts, 1030);
-    EXPECT_EQ(session.nuoff[1].nuoff_hoch, 2040);
-    EXPECT_EQ(session.lbl_nubez[1].left, 30.0F);
-    EXPECT_EQ(session.lbl_nubez[1].top, 42.0F);
+    ASSERT_EQ(session.part.nuoff.count(), 1);
+    EXPECT_EQ(session.part.nuoff[1].nuoff_rechts, 1030);
+    EXPECT_EQ(session.part.nuoff[1].nuoff_hoch, 2040);
+    EXPECT_EQ(session.part.lbl_nubez[1].left, 30.0F);
+    EXPECT_EQ(session.part.lbl_nubez[1].top, 42.0F);
     EXPECT_EQ(session.window.undo.undo_art, 0);
 }
 
@@ -238,7 +238,7 @@ TEST_F(LabelMoving, ALabelThatIsNoNodesCannotBeMoved) {
     district_cache(session).grid.grid_bez[1].clear();
     EXPECT_FALSE(can_be_dragged(session, LabelArray::lbl_nubez, 1));
     drop_label(session, node_drag, 3400, 4100);
-    EXPECT_EQ(session.nuoff.count(), 0);
+    EXPECT_EQ(session.part.nuoff.count(), 0);
 }
 
 using LabelMovingOnFile = testing_support::SessionOnFile;
@@ -250,10 +250,10 @@ TEST_F(LabelMovingOnFile, OffsetsAreInTheFileAfterLeaving) {
         "PUNKTSIGNATUR  3500100.000  5600000.000  0  0 1 \"2\"\r\n");
     session.datei_geladen = 1;
     session.view = {3500000, 5600000, 3500150, 5600090, 0.01};
-    session.lbl_pubez.resize(3);
-    session.lbl_pubez[2] = {"2", 101, 0, 5, 2, true, true};
-    session.lbl_nubez.resize(2);
-    session.lbl_nubez[1] = {"5208 ", 30, 42, 5, 2, true, true};
+    session.part.lbl_pubez.resize(3);
+    session.part.lbl_pubez[2] = {"2", 101, 0, 5, 2, true, true};
+    session.part.lbl_nubez.resize(2);
+    session.part.lbl_nubez[1] = {"5208 ", 30, 42, 5, 2, true, true};
     DistrictGrid& grid = district_cache(session).grid;
     grid.grid_rechts = {0, 3500030};
     grid.grid_hoch = {0, 5600040};
@@ -268,14 +268,14 @@ TEST_F(LabelMovingOnFile, OffsetsAreInTheFileAfterLeaving) {
     again.arbeitsdatei_basis = session.graphikdatei;
     kopf_lesen(again);
     punkt_lesen(again);
-    ASSERT_EQ(again.pu.count(), 2);
-    EXPECT_EQ(again.pu[1].pu_bez_rechts, 0);
-    EXPECT_DOUBLE_EQ(again.pu[2].pu_bez_rechts, 150);  // (1 + 2) / 2 m
-    EXPECT_DOUBLE_EQ(again.pu[2].pu_bez_hoch, 150);
-    ASSERT_EQ(again.nuoff.count(), 1);
-    EXPECT_EQ(again.nuoff[1].nuoff_bez, "5208");
-    EXPECT_DOUBLE_EQ(again.nuoff[1].nuoff_rechts, 3500027.5);
-    EXPECT_DOUBLE_EQ(again.nuoff[1].nuoff_hoch, 5600040);
+    ASSERT_EQ(again.part.pu.count(), 2);
+    EXPECT_EQ(again.part.pu[1].pu_bez_rechts, 0);
+    EXPECT_DOUBLE_EQ(again.part.pu[2].pu_bez_rechts, 150);  // (1 + 2) / 2 m
+    EXPECT_DOUBLE_EQ(again.part.pu[2].pu_bez_hoch, 150);
+    ASSERT_EQ(again.part.nuoff.count(), 1);
+    EXPECT_EQ(again.part.nuoff[1].nuoff_bez, "5208");
+    EXPECT_DOUBLE_EQ(again.part.nuoff[1].nuoff_rechts, 3500027.5);
+    EXPECT_DOUBLE_EQ(again.part.nuoff[1].nuoff_hoch, 5600040);
 }
 
 }  // namespace

@@ -16,7 +16,7 @@ using test::end_points;
 class Pointing : public testing::Test {
  protected:
     Pointing() {
-        session.plot.plot_massstab = 0.001;
+        session.part.plot.plot_massstab = 0.001;
         session.view = {1000, 2000, 1150, 2090, 0.01};
     }
 
@@ -183,7 +183,7 @@ TEST_F(Pointing, LabelsThatAreNoNodesTellNothing) {
     EXPECT_EQ(district_info(session, 1), "");
     // In plot mode with the numbers on the edges of the sheets.
     session.plotmodus = 1;
-    session.obj.obj_nbez = 2;
+    session.part.obj.obj_nbez = 2;
     EXPECT_FALSE(is_node_label(session, 2));
 }
 

@@ -16,23 +16,23 @@ class SheetMoving : public testing::Test {
  protected:
     SheetMoving() {
         session.plotmodus = 1;
-        session.plot.plot_massstab = 0.001;
-        session.plot.plot_null_rechts = 1000;
-        session.plot.plot_null_hoch = 2000;
-        session.plot.plot_blatt_rechts = 2;
-        session.plot.plot_blatt_hoch = 1;
-        session.sheet.papier_breite = 0.2;
-        session.sheet.papier_hoehe = 0.3;
+        session.part.plot.plot_massstab = 0.001;
+        session.part.plot.plot_null_rechts = 1000;
+        session.part.plot.plot_null_hoch = 2000;
+        session.part.plot.plot_blatt_rechts = 2;
+        session.part.plot.plot_blatt_hoch = 1;
+        session.part.sheet.papier_breite = 0.2;
+        session.part.sheet.papier_hoehe = 0.3;
         session.picture = {1000, 1000};
         FitView(session, 900, 1900, 1900, 2900, 0);
-        session.lbl_nubez.resize(2);
-        session.lbl_nubez[1].visible = true;
+        session.part.lbl_nubez.resize(2);
+        session.part.lbl_nubez[1].visible = true;
         session.window.lbl_legende_visible = true;
     }
 
     void expect_origin(double rechts, double hoch) {
-        EXPECT_DOUBLE_EQ(session.plot.plot_null_rechts, rechts);
-        EXPECT_DOUBLE_EQ(session.plot.plot_null_hoch, hoch);
+        EXPECT_DOUBLE_EQ(session.part.plot.plot_null_rechts, rechts);
+        EXPECT_DOUBLE_EQ(session.part.plot.plot_null_hoch, hoch);
     }
 
     Session session;
@@ -54,19 +54,19 @@ TEST_F(SheetMoving, LinesPartTheSheetsOnceEach) {
 }
 
 TEST_F(SheetMoving, ThereAreNoLinesWithoutAScale) {
-    session.plot.plot_massstab = -99;
+    session.part.plot.plot_massstab = -99;
     EXPECT_TRUE(sheet_outlines(session).empty());
 }
 
 TEST_F(SheetMoving, OnlyLinesInViewAreMadeOfThousands) {
-    session.plot.plot_blatt_rechts = 32767;
+    session.part.plot.plot_blatt_rechts = 32767;
     // Edges at 1000, 1200 ... of which 1000 to 1800 are in view, and one beyond.
     EXPECT_EQ(sheet_outlines(session).size(), 6U + 2U);
 }
 
 TEST_F(SheetMoving, BeginningStoresTheStepAndHidesTheLegend) {
-    session.obj.obj_nube = 1;
-    session.obj.obj_nbez = 1;
+    session.part.obj.obj_nube = 1;
+    session.part.obj.obj_nbez = 1;
     begin_sheet_drag(session);
     EXPECT_EQ(session.window.undo.undo_art, 3);
     EXPECT_EQ(session.window.undo.undo_wert[0], 1000);
@@ -75,21 +75,21 @@ TEST_F(SheetMoving, BeginningStoresTheStepAndHidesTheLegend) {
               "Rückgängig: Verschiebung Blatteinteilung");
     EXPECT_FALSE(session.window.lbl_legende_visible);
     // Numbers at the nodes stay.
-    EXPECT_TRUE(session.lbl_nubez[1].visible);
+    EXPECT_TRUE(session.part.lbl_nubez[1].visible);
 }
 
 TEST_F(SheetMoving, NumbersOnTheEdgesAreHidden) {
-    session.obj.obj_nube = 1;
-    session.obj.obj_nbez = 2;
+    session.part.obj.obj_nube = 1;
+    session.part.obj.obj_nbez = 2;
     begin_sheet_drag(session);
-    EXPECT_FALSE(session.lbl_nubez[1].visible);
+    EXPECT_FALSE(session.part.lbl_nubez[1].visible);
 }
 
 TEST_F(SheetMoving, NumbersOfNoDistrictsAreNotTouched) {
-    session.obj.obj_nube = 0;
-    session.obj.obj_nbez = 2;
+    session.part.obj.obj_nube = 0;
+    session.part.obj.obj_nbez = 2;
     begin_sheet_drag(session);
-    EXPECT_TRUE(session.lbl_nubez[1].visible);
+    EXPECT_TRUE(session.part.lbl_nubez[1].visible);
 }
 
 TEST_F(SheetMoving, TheZeroPointFollowsTheMouse) {

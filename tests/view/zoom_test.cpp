@@ -78,7 +78,7 @@ TEST_F(Zoom, ShiftsMoveTheViewByAThirdAndClearUndo) {
 }
 
 TEST_F(Zoom, WholeFitsTheExtentsWithTheirMarginAndClearsUndo) {
-    session.extents = {1000, 2000, 3000, 2400, 0, 0};
+    session.part.extents = {1000, 2000, 3000, 2400, 0, 0};
     zoom_in(session);
     show_whole(session);
     // 5 % of 2000 m on each side: 2200 m over 1000 twips; 1100 m about the middle 2200.

@@ -210,7 +210,7 @@ class HandlingTest : public HandFixture {
 
     void sheets_without_a_legend_move_alone() {
         start_with_network(square_on_sheets);
-        session_.plot.plot_legendenlage = 0;
+        session_.part.plot.plot_legendenlage = 0;
         action("plot_ein")->trigger();
         press(QPoint(10, 10));
         move(QPoint(60, 40), Qt::LeftButton);

@@ -43,7 +43,7 @@ class DisplayLossTest : public RestartFixture {
         action("plot_ein")->trigger();
         auto& dialog = open_dialog<FrmPlotten>("m_plotten_einstellungen");
         type_and_enter(control<QComboBox>(dialog, "cbo_grundriss_mass"), "5000");
-        QCOMPARE(session_.plot.plot_massstab, 1 / 5000.0);
+        QCOMPARE(session_.part.plot.plot_massstab, 1 / 5000.0);
         window_->end_without_display();
         QVERIFY(read(network_file).simplified().contains(windows_1252("MaßstabGrundriss 1000 ")));
     }

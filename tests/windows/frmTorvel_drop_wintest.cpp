@@ -57,7 +57,7 @@ class FrmTorvelDropTest : public test::TorvelFixture {
         QVERIFY2(box_text_.contains(path("notiz.txt")), qPrintable(box_text_));
         QCOMPARE(default_button_, text("&Nein"));
         QCOMPARE(session_.graphikdatei, system_path(path("ve_quadrat.dat")));
-        QCOMPARE(session_.pu.count(), 4);
+        QCOMPARE(session_.part.pu.count(), 4);
         QVERIFY(window_->close());
         QCOMPARE(read("notiz.txt"), notes);
     }

@@ -78,7 +78,7 @@ class ProgramEndTest : public TorvelFixture {
     Q_OBJECT
 
  private:
-    void move_label() { session_.pu[3].pu_bez_rechts = 70; }
+    void move_label() { session_.part.pu[3].pu_bez_rechts = 70; }
 
     /// The file is in its normal form and holds the moved label; nothing lies beside it.
     void expect_written() {
@@ -323,7 +323,7 @@ class ProgramEndTest : public TorvelFixture {
         QTRY_COMPARE(box_title_, text("VELDRA - Graphikdatei geändert"));
         QVERIFY(box_text_.contains(path("ve_quadrat.dat")));
         QCOMPARE(default_button_, text("&Ja"));
-        QTRY_COMPARE(session_.pu.count(), 1);
+        QTRY_COMPARE(session_.part.pu.count(), 1);
         QVERIFY(!window_->picture().shown().isNull());
         box_title_.clear();
         activate_again();
@@ -341,7 +341,7 @@ class ProgramEndTest : public TorvelFixture {
         QCOMPARE(box_title_, QString());
         Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
         QTRY_COMPARE(box_title_, text("VELDRA - Graphikdatei geändert"));
-        QTRY_COMPARE(session_.pu.count(), 1);
+        QTRY_COMPARE(session_.part.pu.count(), 1);
     }
 
     void rewritten_file_may_be_left_unread() {
@@ -351,8 +351,8 @@ class ProgramEndTest : public TorvelFixture {
         answer(no);
         activate_again();
         QTRY_COMPARE(box_title_, text("VELDRA - Graphikdatei geändert"));
-        QCOMPARE(session_.pu.count(), 4);
-        QCOMPARE(session_.pu[3].pu_bez_rechts, 70.0);
+        QCOMPARE(session_.part.pu.count(), 4);
+        QCOMPARE(session_.part.pu[3].pu_bez_rechts, 70.0);
         QVERIFY(window_->close());
         expect_written();
     }
@@ -493,7 +493,7 @@ class ProgramEndTest : public TorvelFixture {
         window_->on_failure = [this](const std::exception& failure) {
             told_ = QString::fromUtf8(failure.what());
         };
-        session_.pu[1].pu_bez_rechts = 70;
+        session_.part.pu[1].pu_bez_rechts = 70;
         control<QListWidget>(*window_, "lst_netzteile").setCurrentRow(1);
         control<QPushButton>(*window_, "cmd_anzeigen").click();
         QVERIFY2(told_.startsWith(text("Laufzeitfehler '6': Überlauf")), qPrintable(told_));

@@ -320,8 +320,8 @@ class FrmTorvelHandTest : public test::HandFixture {
     void the_sheets_follow_the_hand_in_plot_mode() {
         start_with_network();
         session_.plotmodus = 1;
-        const double rechts = session_.plot.plot_null_rechts;
-        const double hoch = session_.plot.plot_null_hoch;
+        const double rechts = session_.part.plot.plot_null_rechts;
+        const double hoch = session_.part.plot.plot_null_hoch;
         const ViewEdges view = edges(session_.view);
         const QPoint from(10, 10);
         press(from);
@@ -331,33 +331,33 @@ class FrmTorvelHandTest : public test::HandFixture {
         move(from + QPoint(50, 40), Qt::LeftButton);
         QVERIFY(!picture().overlay().rubber_band.has_value());
         release(from + QPoint(50, 40));
-        QVERIFY(close_to(session_.plot.plot_null_rechts, rechts + 50 * pixel(), 1e-3));
-        QVERIFY(close_to(session_.plot.plot_null_hoch, hoch - 40 * pixel(), 1e-3));
+        QVERIFY(close_to(session_.part.plot.plot_null_rechts, rechts + 50 * pixel(), 1e-3));
+        QVERIFY(close_to(session_.part.plot.plot_null_hoch, hoch - 40 * pixel(), 1e-3));
         QCOMPARE(edges(session_.view), view);
         QCOMPARE(session_.window.mouse_pointer, 0);
         action("rückgängig")->trigger();
-        QCOMPARE(session_.plot.plot_null_rechts, rechts);
-        QCOMPARE(session_.plot.plot_null_hoch, hoch);
+        QCOMPARE(session_.part.plot.plot_null_rechts, rechts);
+        QCOMPARE(session_.part.plot.plot_null_hoch, hoch);
         QVERIFY(!action("rückgängig")->isEnabled());
     }
 
     void escape_puts_the_sheets_back() {
         start_with_network();
         action("m_plotten_ein")->trigger();
-        const double rechts = session_.plot.plot_null_rechts;
-        const double hoch = session_.plot.plot_null_hoch;
+        const double rechts = session_.part.plot.plot_null_rechts;
+        const double hoch = session_.part.plot.plot_null_hoch;
         const QImage before = picture().shown();
         press(QPoint(10, 10));
         move(QPoint(50, 40), Qt::LeftButton);
         QTest::keyClick(window_.get(), Qt::Key_Escape);
-        QCOMPARE(session_.plot.plot_null_rechts, rechts);
-        QCOMPARE(session_.plot.plot_null_hoch, hoch);
+        QCOMPARE(session_.part.plot.plot_null_rechts, rechts);
+        QCOMPARE(session_.part.plot.plot_null_hoch, hoch);
         QVERIFY(!session_.window.sheets_moving);
         QCOMPARE(picture().shown(), before);
         QCOMPARE(undo_text(), text("Rückgängig:"));
         move(QPoint(90, 40), Qt::LeftButton);
         release(QPoint(90, 40));
-        QCOMPARE(session_.plot.plot_null_rechts, rechts);
+        QCOMPARE(session_.part.plot.plot_null_rechts, rechts);
     }
 
     void sheets_are_outlined_while_they_move() {
@@ -370,7 +370,7 @@ class FrmTorvelHandTest : public test::HandFixture {
             return differs_near(plain, image, x, picture().height() / 2.0);
         };
         const double left =
-            (session_.plot.plot_null_rechts - session_.view.ansicht_rw_min) / pixel();
+            (session_.part.plot.plot_null_rechts - session_.view.ansicht_rw_min) / pixel();
         press(QPoint(10, 10));
         QVERIFY(close_to(moving_sheet_lines(session_).at(0).x1(), left, 1e-3));
         QVERIFY(differs_at(picture().grab().toImage(), left));
@@ -389,11 +389,11 @@ class FrmTorvelHandTest : public test::HandFixture {
         // The lines 3500 and 5600 cross in the first point, in the sheet's lower left corner.
         start_with_network();
         session_.plotmodus = 1;
-        session_.obj.obj_nube = 2;
-        session_.plot.plot_legendenlage = 0;
+        session_.part.obj.obj_nube = 2;
+        session_.part.plot.plot_legendenlage = 0;
         window_->redraw();
         const QImage whole = picture().shown();
-        session_.plot.plot_legendenlage = 2;
+        session_.part.plot.plot_legendenlage = 2;
         window_->redraw();
         const QImage at_first = picture().shown();
         QVERIFY(at_first != whole);
@@ -411,7 +411,7 @@ class FrmTorvelHandTest : public test::HandFixture {
     void a_command_during_the_drag_leaves_the_sheets_where_they_have_come_to() {
         start_with_network();
         action("plot_ein")->trigger();
-        const double rechts = session_.plot.plot_null_rechts;
+        const double rechts = session_.part.plot.plot_null_rechts;
         const double metres = 40 * pixel();
         press(QPoint(10, 10));
         move(QPoint(50, 10), Qt::LeftButton);
@@ -425,12 +425,12 @@ class FrmTorvelHandTest : public test::HandFixture {
         QCOMPARE(asked, 1);
         QVERIFY(!session_.window.sheets_moving);
         QVERIFY(session_.window.lbl_legende_visible);
-        QVERIFY(close_to(session_.plot.plot_null_rechts, rechts + metres, 1e-3));
+        QVERIFY(close_to(session_.part.plot.plot_null_rechts, rechts + metres, 1e-3));
         const QImage shown = picture().shown();
         // The hand has lost them: neither moving nor releasing does anything more.
         move(QPoint(90, 10), Qt::LeftButton);
         release(QPoint(90, 10));
-        QVERIFY(close_to(session_.plot.plot_null_rechts, rechts + metres, 1e-3));
+        QVERIFY(close_to(session_.part.plot.plot_null_rechts, rechts + metres, 1e-3));
         QCOMPARE(picture().shown(), shown);
         window_->redraw();
         QCOMPARE(picture().shown(), shown);
@@ -442,14 +442,14 @@ class FrmTorvelHandTest : public test::HandFixture {
         session_.plotmodus = 1;
         session_.window[MenuItem::m_plotten_null].enabled = true;
         window_->synchronise();
-        session_.plot.plot_null_rechts += 17;
-        const double rechts = session_.plot.plot_null_rechts;
+        session_.part.plot.plot_null_rechts += 17;
+        const double rechts = session_.part.plot.plot_null_rechts;
         action("m_plotten_null")->trigger();
-        QCOMPARE(session_.plot.plot_null_rechts, session_.extents.gesamt_rw_min);
-        QCOMPARE(session_.plot.plot_null_hoch, session_.extents.gesamt_hw_min);
+        QCOMPARE(session_.part.plot.plot_null_rechts, session_.part.extents.gesamt_rw_min);
+        QCOMPARE(session_.part.plot.plot_null_hoch, session_.part.extents.gesamt_hw_min);
         QCOMPARE(undo_text(), text("Rückgängig: Plotternullpunkt anpassen"));
         action("rückgängig")->trigger();
-        QCOMPARE(session_.plot.plot_null_rechts, rechts);
+        QCOMPARE(session_.part.plot.plot_null_rechts, rechts);
     }
 
     void resizing_clears_undo() {

@@ -14,14 +14,14 @@ class FrmTorvelLabelsTest : public test::HandFixture {
  private:
     /// A kilometre grid with the network's first point on a node.
     void show_kilometre_squares(std::int16_t nbez) {
-        session_.obj.obj_nube = 2;
-        session_.obj.obj_nbez = nbez;
+        session_.part.obj.obj_nube = 2;
+        session_.part.obj.obj_nbez = nbez;
         window_->redraw();
     }
     /// The visible district label, 0 if there is none.
     [[nodiscard]] std::int32_t node_label() const {
-        for (std::size_t i = 1; i < session_.lbl_nubez.size(); ++i) {
-            if (session_.lbl_nubez[i].visible) {
+        for (std::size_t i = 1; i < session_.part.lbl_nubez.size(); ++i) {
+            if (session_.part.lbl_nubez[i].visible) {
                 return static_cast<std::int32_t>(i);
             }
         }
@@ -57,8 +57,8 @@ class FrmTorvelLabelsTest : public test::HandFixture {
         for (int i = 0; i < 12; ++i) {
             window_->redraw();
             const auto& names = district_cache(session_).grid.grid_bez;
-            for (std::size_t node = 1; node < session_.lbl_nubez.size(); ++node) {
-                if (session_.lbl_nubez[node].visible && names[node] == key) {
+            for (std::size_t node = 1; node < session_.part.lbl_nubez.size(); ++node) {
+                if (session_.part.lbl_nubez[node].visible && names[node] == key) {
                     return node;
                 }
             }
@@ -73,7 +73,7 @@ class FrmTorvelLabelsTest : public test::HandFixture {
 
     void a_label_follows_the_hand_and_stays_where_it_was_dropped() {
         start_with_network();
-        const Label before = session_.lbl_pubez[3];
+        const Label before = session_.part.lbl_pubez[3];
         const QPoint from = middle(before);
         const QPoint to = from + QPoint(60, -25);
         const qint64 drawn = picture().shown().cacheKey();
@@ -90,14 +90,14 @@ class FrmTorvelLabelsTest : public test::HandFixture {
         QVERIFY(close_to(ghost.left(), static_cast<double>(before.left) / pixel() + 60, 0.01));
         QVERIFY(close_to(ghost.width(), static_cast<double>(before.width) / pixel(), 0.01));
         QCOMPARE(picture().shown().cacheKey(), drawn);
-        QCOMPARE(session_.lbl_pubez[3].left, before.left);
+        QCOMPARE(session_.part.lbl_pubez[3].left, before.left);
         release(to);
         QVERIFY(!picture().overlay().ghost.has_value());
-        const Label& after = session_.lbl_pubez[3];
+        const Label& after = session_.part.lbl_pubez[3];
         QVERIFY(close_to(static_cast<double>(after.left - before.left), 60 * pixel(), 1e-3));
         QVERIFY(close_to(static_cast<double>(after.top - before.top), 25 * pixel(), 1e-3));
         QCOMPARE(undo_text(), text("Rückgängig: Verschiebung Bezeichnung"));
-        const PointRow& row = session_.pu[3];
+        const PointRow& row = session_.part.pu[3];
         // The label stood 60 % of its height to the east of its point.
         const double percent = 100 * pixel() / static_cast<double>(after.height);
         QVERIFY(close_to(row.pu_bez_rechts, 60 + 60 * percent, 0.01));
@@ -106,43 +106,43 @@ class FrmTorvelLabelsTest : public test::HandFixture {
         QVERIFY(picture().label_at(to).has_value());
         const Label moved = after;
         window_->redraw();
-        QVERIFY(close_to(static_cast<double>(session_.lbl_pubez[3].left),
+        QVERIFY(close_to(static_cast<double>(session_.part.lbl_pubez[3].left),
                          static_cast<double>(moved.left), 1e-3));
-        QVERIFY(close_to(static_cast<double>(session_.lbl_pubez[3].top),
+        QVERIFY(close_to(static_cast<double>(session_.part.lbl_pubez[3].top),
                          static_cast<double>(moved.top), 1e-3));
         QVERIFY(picture().shown().cacheKey() != drawn);
     }
 
     void a_moved_label_can_be_put_back_and_is_in_the_file_at_the_end() {
         start_with_network();
-        const QPoint from = middle(session_.lbl_pubez[2]);
+        const QPoint from = middle(session_.part.lbl_pubez[2]);
         drag(from, from + QPoint(30, 10));
         action("rückgängig")->trigger();
-        QCOMPARE(session_.pu[2].pu_bez_rechts, 0.0);
+        QCOMPARE(session_.part.pu[2].pu_bez_rechts, 0.0);
         QVERIFY(!action("rückgängig")->isEnabled());
         drag(from, from + QPoint(-80, 40));
-        const double rechts = session_.pu[2].pu_bez_rechts;
-        const double hoch = session_.pu[2].pu_bez_hoch;
+        const double rechts = session_.part.pu[2].pu_bez_rechts;
+        const double hoch = session_.part.pu[2].pu_bez_hoch;
         QVERIFY(rechts < 0 && hoch < 0);
         QVERIFY(window_->close());
         start_anew();
-        QVERIFY(close_to(session_.pu[2].pu_bez_rechts, rechts, 0.5));
-        QVERIFY(close_to(session_.pu[2].pu_bez_hoch, hoch, 0.5));
-        QCOMPARE(session_.pu[3].pu_bez_rechts, 0.0);
+        QVERIFY(close_to(session_.part.pu[2].pu_bez_rechts, rechts, 0.5));
+        QVERIFY(close_to(session_.part.pu[2].pu_bez_hoch, hoch, 0.5));
+        QCOMPARE(session_.part.pu[3].pu_bez_rechts, 0.0);
     }
 
     void blank_labels_take_the_click_and_do_nothing() {
         start_with_network();
-        session_.obj.obj_pube = 0;
+        session_.part.obj.obj_pube = 0;
         window_->redraw();
-        const QPoint from = middle(session_.lbl_pubez[3]);
+        const QPoint from = middle(session_.part.lbl_pubez[3]);
         QVERIFY(picture().label_at(from).has_value());
         press(from);
         move(from + QPoint(100, 100), Qt::LeftButton);
         QVERIFY(!picture().overlay().ghost.has_value());
         QVERIFY(!picture().overlay().rubber_band.has_value());
         release(from + QPoint(100, 100));
-        QCOMPARE(session_.pu[3].pu_bez_rechts, 0.0);
+        QCOMPARE(session_.part.pu[3].pu_bez_rechts, 0.0);
         QVERIFY(!action("rückgängig")->isEnabled());
     }
 
@@ -151,24 +151,24 @@ class FrmTorvelLabelsTest : public test::HandFixture {
         show_kilometre_squares(1);
         const std::int32_t i = node_label();
         QVERIFY(i > 0);
-        const QPoint from = middle(session_.lbl_nubez[static_cast<std::size_t>(i)]);
+        const QPoint from = middle(session_.part.lbl_nubez[static_cast<std::size_t>(i)]);
         drag(from, from + QPoint(50, -40));
-        QCOMPARE(session_.nuoff.count(), 1);
-        QCOMPARE(session_.nuoff[1].nuoff_bez, std::string("35005600"));
-        QVERIFY(close_to(session_.nuoff[1].nuoff_rechts, 3500000 + 50 * pixel(), 0.01));
-        QVERIFY(close_to(session_.nuoff[1].nuoff_hoch, 5600000 + 40 * pixel(), 0.01));
+        QCOMPARE(session_.part.nuoff.count(), 1);
+        QCOMPARE(session_.part.nuoff[1].nuoff_bez, std::string("35005600"));
+        QVERIFY(close_to(session_.part.nuoff[1].nuoff_rechts, 3500000 + 50 * pixel(), 0.01));
+        QVERIFY(close_to(session_.part.nuoff[1].nuoff_hoch, 5600000 + 40 * pixel(), 0.01));
         QCOMPARE(undo_text(), text("Rückgängig: Verschiebung NB-Bezeichnung"));
         window_->redraw();
         QVERIFY(picture().label_at(from + QPoint(50, -40)).has_value());
         action("rückgängig")->trigger();
-        QCOMPARE(session_.nuoff.count(), 1);
-        QVERIFY(close_to(session_.nuoff[1].nuoff_rechts, 3500000, 0.01));
-        QVERIFY(close_to(session_.nuoff[1].nuoff_hoch, 5600000, 0.01));
+        QCOMPARE(session_.part.nuoff.count(), 1);
+        QVERIFY(close_to(session_.part.nuoff[1].nuoff_rechts, 3500000, 0.01));
+        QVERIFY(close_to(session_.part.nuoff[1].nuoff_hoch, 5600000, 0.01));
     }
 
     void right_click_tells_about_a_point() {
         start_with_network();
-        const QPoint place = middle(session_.lbl_pubez[4]);
+        const QPoint place = middle(session_.part.lbl_pubez[4]);
         press(place, Qt::RightButton);
         QVERIFY(info()->isVisible());
         QCOMPARE(info()->text(), text("PBZ: 4"));
@@ -195,7 +195,7 @@ class FrmTorvelLabelsTest : public test::HandFixture {
         session_.view.ansicht_rw_min += shift;
         session_.view.ansicht_rw_max += shift;
         window_->redraw();
-        session_.pu[3].pu_bez = "ein langer Name";
+        session_.part.pu[3].pu_bez = "ein langer Name";
         press(at(3500100, 5600100) + QPoint(12, 8), Qt::RightButton);
         QVERIFY(info()->isVisible());
         QVERIFY(qAbs(info()->geometry().right() + 1 - at(3500100, 5600100).x()) <= 1);
@@ -207,7 +207,7 @@ class FrmTorvelLabelsTest : public test::HandFixture {
             show_kilometre_squares(nbez);
             const std::int32_t i = node_label();
             QVERIFY(i > 0);
-            press(middle(session_.lbl_nubez[static_cast<std::size_t>(i)]), Qt::RightButton);
+            press(middle(session_.part.lbl_nubez[static_cast<std::size_t>(i)]), Qt::RightButton);
             QVERIFY(info()->isVisible());
             QCOMPARE(info()->text(), text(" 34995600 | 35005600 \n  34995599 | 35005599 "));
             const QPoint centre = info()->geometry().center();
@@ -225,7 +225,7 @@ class FrmTorvelLabelsTest : public test::HandFixture {
 
     void pointer_shows_what_can_be_held() {
         start_with_network();
-        move(middle(session_.lbl_pubez[3]));
+        move(middle(session_.part.lbl_pubez[3]));
         QCOMPARE(session_.window.mouse_pointer, 99);
         QCOMPARE(picture().cursor().shape(), Qt::SizeAllCursor);
         move(QPoint(3, 3));
@@ -235,14 +235,14 @@ class FrmTorvelLabelsTest : public test::HandFixture {
 
     void info_tells_the_change_since_the_epoch_before() {
         open_epochs();
-        QCOMPARE(session_.pu.count(), 4);
-        press(middle(session_.lbl_pubez[3]), Qt::RightButton);
+        QCOMPARE(session_.part.pu.count(), 4);
+        press(middle(session_.part.lbl_pubez[3]), Qt::RightButton);
         QCOMPARE(info()->text(), text("Epoche: 1998\nNeupunkt\nDy =          3.0 cm\n"
                                       "Dx =         -4.0 cm\nDs =          5.0 cm"));
         // At 1:1000 and 1:2 a centimetre is 5 m; the label stands at the tip of the vector.
         QVERIFY(qAbs(info()->x() - at(3500115, 5600030).x()) <= 1);
         QVERIFY(qAbs(info()->y() - at(3500115, 5600030).y()) <= 1);
-        press(middle(session_.lbl_pubez[4]), Qt::RightButton);
+        press(middle(session_.part.lbl_pubez[4]), Qt::RightButton);
         QCOMPARE(info()->text(), text("Epoche: 2001\nNeupunkt\nDy =          6.0 cm\n"
                                       "Dx =          8.0 cm\nDs =         10.0 cm"));
         QVERIFY(qAbs(info()->x() - at(3500145, 5600070).x()) <= 1);
@@ -253,7 +253,7 @@ class FrmTorvelLabelsTest : public test::HandFixture {
         open_file(
             "PUNKTSIGNATUR 3500000 5600000 0 0 1\r\n"
             "PUNKTSIGNATUR 3500100 5600100 0 0 1 \"2\"\r\n");
-        press(middle(session_.lbl_pubez[1]), Qt::RightButton);
+        press(middle(session_.part.lbl_pubez[1]), Qt::RightButton);
         QVERIFY(info()->isVisible());
         QCOMPARE(info()->text(), QString());
     }
@@ -264,9 +264,9 @@ class FrmTorvelLabelsTest : public test::HandFixture {
         const double shift = 5600000 - 20 * pixel() - session_.view.ansicht_hw_min;
         session_.view.ansicht_hw_min += shift;
         session_.view.ansicht_hw_max += shift;
-        session_.pu[1].pu_wert_lage = -3;  // four lines of text
+        session_.part.pu[1].pu_wert_lage = -3;  // four lines of text
         window_->redraw();
-        press(middle(session_.lbl_pubez[1]), Qt::RightButton);
+        press(middle(session_.part.lbl_pubez[1]), Qt::RightButton);
         QVERIFY(info()->isVisible());
         QVERIFY(info()->height() > 20);
         QVERIFY(qAbs(info()->geometry().bottom() + 1 - at(3500000, 5600000).y()) <= 1);
@@ -277,20 +277,20 @@ class FrmTorvelLabelsTest : public test::HandFixture {
             "PUNKTSIGNATUR 3500000 5600000 0 0 1 \"unten\"\r\n"
             "PUNKTSIGNATUR 3500000.01 5600000 0 0 1 \"oben\"\r\n"
             "PUNKTSIGNATUR 3500100 5600100 0 0 1 \"fern\"\r\n");
-        press(middle(session_.lbl_pubez[1]), Qt::RightButton);
+        press(middle(session_.part.lbl_pubez[1]), Qt::RightButton);
         QCOMPARE(info()->text(), text("PBZ: oben"));
-        drag(middle(session_.lbl_pubez[1]), QPoint(40, 40));
-        QCOMPARE(session_.pu[1].pu_bez_rechts, 0.0);
-        QVERIFY(session_.pu[2].pu_bez_rechts != 0.0);
+        drag(middle(session_.part.lbl_pubez[1]), QPoint(40, 40));
+        QCOMPARE(session_.part.pu[1].pu_bez_rechts, 0.0);
+        QVERIFY(session_.part.pu[2].pu_bez_rechts != 0.0);
     }
 
     void a_drag_to_its_start_stores_the_offsets_all_the_same() {
         start_with_network();
-        const QPoint place = middle(session_.lbl_pubez[3]);
+        const QPoint place = middle(session_.part.lbl_pubez[3]);
         drag(place, place);
         // The standard place: 60 % of the height to the east.
-        QVERIFY(close_to(session_.pu[3].pu_bez_rechts, 60, 0.01));
-        QVERIFY(close_to(session_.pu[3].pu_bez_hoch, 0, 0.01));
+        QVERIFY(close_to(session_.part.pu[3].pu_bez_rechts, 60, 0.01));
+        QVERIFY(close_to(session_.part.pu[3].pu_bez_hoch, 0, 0.01));
         QCOMPARE(undo_text(), text("Rückgängig: Verschiebung Bezeichnung"));
     }
 
@@ -303,25 +303,25 @@ class FrmTorvelLabelsTest : public test::HandFixture {
         view = {3499936, 5599936, 3499936 + unit * 15 * picture().width(),
                 5599936 + unit * 15 * picture().height(), unit};
         window_->redraw();
-        const Label standard = session_.lbl_pubez[1];
+        const Label standard = session_.part.lbl_pubez[1];
         const QPoint place = middle(standard);
         drag(place, place - QPoint(0, 40));
-        QCOMPARE(session_.pu[1].pu_bez_rechts, 0.0);
-        QVERIFY(session_.pu[1].pu_bez_hoch > 0);
-        QVERIFY(close_to(static_cast<double>(session_.lbl_pubez[1].top - standard.top),
+        QCOMPARE(session_.part.pu[1].pu_bez_rechts, 0.0);
+        QVERIFY(session_.part.pu[1].pu_bez_hoch > 0);
+        QVERIFY(close_to(static_cast<double>(session_.part.lbl_pubez[1].top - standard.top),
                          40 * pixel(), 1e-3));
         window_->redraw();
-        QCOMPARE(session_.lbl_pubez[1].left, standard.left);
-        QCOMPARE(session_.lbl_pubez[1].top, standard.top);
+        QCOMPARE(session_.part.lbl_pubez[1].left, standard.left);
+        QCOMPARE(session_.part.lbl_pubez[1].top, standard.top);
     }
 
     void a_label_put_back_from_outside_the_picture_is_seen_at_once() {
         start_with_network();
         const QImage before = picture().shown();
-        const QPoint from = middle(session_.lbl_pubez[2]);
+        const QPoint from = middle(session_.part.lbl_pubez[2]);
         drag(from, QPoint(-500, from.y()));
         window_->redraw();
-        QVERIFY(!session_.lbl_pubez[2].visible);
+        QVERIFY(!session_.part.lbl_pubez[2].visible);
         QVERIFY(picture().shown() != before);
         action("rückgängig")->trigger();
         QCOMPARE(picture().shown(), before);
@@ -333,16 +333,16 @@ class FrmTorvelLabelsTest : public test::HandFixture {
         show_kilometre_squares(1);
         const auto i = static_cast<std::size_t>(node_label());
         QVERIFY(i > 0);
-        const QPoint from = middle(session_.lbl_nubez[i]);
+        const QPoint from = middle(session_.part.lbl_nubez[i]);
         drag(from, from + QPoint(50, -40));
         drag(from + QPoint(50, -40), from + QPoint(80, -70));
-        QCOMPARE(session_.nuoff.count(), 1);
-        QVERIFY(close_to(session_.nuoff[1].nuoff_rechts, 3500000 + 80 * pixel(), 0.01));
-        QVERIFY(close_to(session_.nuoff[1].nuoff_hoch, 5600000 + 70 * pixel(), 0.01));
+        QCOMPARE(session_.part.nuoff.count(), 1);
+        QVERIFY(close_to(session_.part.nuoff[1].nuoff_rechts, 3500000 + 80 * pixel(), 0.01));
+        QVERIFY(close_to(session_.part.nuoff[1].nuoff_hoch, 5600000 + 70 * pixel(), 0.01));
         // Only the second step can be taken back.
         action("rückgängig")->trigger();
-        QVERIFY(close_to(session_.nuoff[1].nuoff_rechts, 3500000 + 50 * pixel(), 0.01));
-        QVERIFY(close_to(session_.nuoff[1].nuoff_hoch, 5600000 + 40 * pixel(), 0.01));
+        QVERIFY(close_to(session_.part.nuoff[1].nuoff_rechts, 3500000 + 50 * pixel(), 0.01));
+        QVERIFY(close_to(session_.part.nuoff[1].nuoff_hoch, 5600000 + 40 * pixel(), 0.01));
     }
 
     void names_of_map_sheets_with_a_blank_are_found_again_in_the_file_data() {
@@ -358,31 +358,31 @@ class FrmTorvelLabelsTest : public test::HandFixture {
         QFETCH(int, nube);
         QFETCH(QByteArray, key);
         start_with_network();
-        session_.obj.obj_nube = static_cast<std::int16_t>(nube);
-        session_.obj.obj_nbez = 1;
+        session_.part.obj.obj_nube = static_cast<std::int16_t>(nube);
+        session_.part.obj.obj_nbez = 1;
         const std::size_t before = zoom_out_to(key.toStdString());
         QVERIFY(before > 0);
-        const QPoint from = middle(session_.lbl_nubez[before]);
+        const QPoint from = middle(session_.part.lbl_nubez[before]);
         drag(from, from + QPoint(60, -30));
-        QCOMPARE(session_.nuoff.count(), 1);
-        const NubezOffsetRow moved = session_.nuoff[1];
+        QCOMPARE(session_.part.nuoff.count(), 1);
+        const NubezOffsetRow moved = session_.part.nuoff[1];
         QCOMPARE(QByteArray::fromStdString(moved.nuoff_bez), key);
         QVERIFY(window_->close());
         QVERIFY(read("ve_quadrat.dat").contains("\r\nNumbezOffset " + key + " "));
         start_anew();
-        QCOMPARE(session_.nuoff.count(), 1);
-        QCOMPARE(QByteArray::fromStdString(session_.nuoff[1].nuoff_bez), key);
-        QVERIFY(close_to(session_.nuoff[1].nuoff_rechts, moved.nuoff_rechts, 0.0006));
-        QVERIFY(close_to(session_.nuoff[1].nuoff_hoch, moved.nuoff_hoch, 0.0006));
-        QCOMPARE(int{session_.obj.obj_nube}, nube);
+        QCOMPARE(session_.part.nuoff.count(), 1);
+        QCOMPARE(QByteArray::fromStdString(session_.part.nuoff[1].nuoff_bez), key);
+        QVERIFY(close_to(session_.part.nuoff[1].nuoff_rechts, moved.nuoff_rechts, 0.0006));
+        QVERIFY(close_to(session_.part.nuoff[1].nuoff_hoch, moved.nuoff_hoch, 0.0006));
+        QCOMPARE(int{session_.part.obj.obj_nube}, nube);
         // It stands where it was put, not at its node.
         const std::size_t after = zoom_out_to(key.toStdString());
         QVERIFY(after > 0);
-        QVERIFY(close_to(static_cast<double>(session_.lbl_nubez[after].left),
+        QVERIFY(close_to(static_cast<double>(session_.part.lbl_nubez[after].left),
                          moved.nuoff_rechts - session_.view.ansicht_rw_min, pixel()));
         // A second move, and another leaving, find the same entry.
-        drag(middle(session_.lbl_nubez[after]), QPoint(100, 100));
-        QCOMPARE(session_.nuoff.count(), 1);
+        drag(middle(session_.part.lbl_nubez[after]), QPoint(100, 100));
+        QCOMPARE(session_.part.nuoff.count(), 1);
         QVERIFY(window_->close());
         QCOMPARE(read("ve_quadrat.dat").count("NumbezOffset"), 1);
     }

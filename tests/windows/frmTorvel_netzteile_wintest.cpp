@@ -130,7 +130,7 @@ class FrmNetzteileTest : public TorvelFixture {
         QTRY_VERIFY(list().hasFocus());
         QTest::keyClick(&list(), Qt::Key_Down);
         QTest::keyClick(&list(), Qt::Key_Z, Qt::AltModifier);
-        QTRY_COMPARE(session_.netz_aktuell, 2);
+        QTRY_COMPARE(session_.part.netz_aktuell, 2);
     }
 
     void return_presses_the_button_that_has_the_focus() {
@@ -139,13 +139,13 @@ class FrmNetzteileTest : public TorvelFixture {
         button("cmd_nicht_plotten").setFocus();
         QTest::keyClick(&button("cmd_nicht_plotten"), Qt::Key_Return);
         QCOMPARE(marks(), text("101"));
-        QCOMPARE(session_.netz_aktuell, 1);
+        QCOMPARE(session_.part.netz_aktuell, 1);
         QVERIFY(button("cmd_plotten").hasFocus());
         QTest::keyClick(&button("cmd_plotten"), Qt::Key_Return);
         QCOMPARE(marks(), text("111"));
         list().setFocus();
         QTest::keyClick(&list(), Qt::Key_Return);
-        QCOMPARE(session_.netz_aktuell, 2);
+        QCOMPARE(session_.part.netz_aktuell, 2);
     }
 
     void keyboard_goes_through_list_and_buttons() {
@@ -168,17 +168,17 @@ class FrmNetzteileTest : public TorvelFixture {
         QPushButton& show_part = button("cmd_anzeigen");
         const QPoint place = show_part.mapTo(dialog(), show_part.rect().center());
         QTest::mouseClick(dialog()->windowHandle(), Qt::LeftButton, {}, place);
-        QCOMPARE(session_.netz_aktuell, 1);
+        QCOMPARE(session_.part.netz_aktuell, 1);
         modal->close();
         QTest::mouseClick(dialog()->windowHandle(), Qt::LeftButton, {}, place);
-        QCOMPARE(session_.netz_aktuell, 2);
+        QCOMPARE(session_.part.netz_aktuell, 2);
     }
 
     void a_file_without_parts_never_shows_it() {
         start_with_network();
         QVERIFY(dialog() == nullptr);
         QVERIFY(!action("m_ansicht_netzteile")->isEnabled());
-        QCOMPARE(session_.netz_aktuell, 0);
+        QCOMPARE(session_.part.netz_aktuell, 0);
     }
 
     void a_click_never_changes_a_mark() {
@@ -205,7 +205,7 @@ class FrmNetzteileTest : public TorvelFixture {
         click_row(1);
         click(button("cmd_plotten"));
         QCOMPARE(marks(), text("111"));
-        QCOMPARE(session_.netz_aktuell, 1);
+        QCOMPARE(session_.part.netz_aktuell, 1);
     }
 
     void marking_by_keyboard_keeps_the_focus_on_the_buttons() {
@@ -221,27 +221,27 @@ class FrmNetzteileTest : public TorvelFixture {
 
     void showing_another_part_keeps_what_was_moved() {
         open_parts();
-        session_.pu[2].pu_bez_rechts = 70;
-        session_.obj.obj_pube = 0;
-        session_.plot.plot_null_rechts = 12;
+        session_.part.pu[2].pu_bez_rechts = 70;
+        session_.part.obj.obj_pube = 0;
+        session_.part.plot.plot_null_rechts = 12;
         action("lupe_minus")->trigger();
         click_row(1);
         click(button("cmd_anzeigen"));
-        QCOMPARE(session_.netz_aktuell, 2);
-        QCOMPARE(session_.plot.plot_massstab, 1.0 / 500);
+        QCOMPARE(session_.part.netz_aktuell, 2);
+        QCOMPARE(session_.part.plot.plot_massstab, 1.0 / 500);
         QCOMPARE(session_.netz[1].netz_null_rechts, 12.0);
-        QCOMPARE(session_.obj.obj_pube, std::int16_t{1});
-        QCOMPARE(session_.titel[1].getTitelText(), std::string());
-        QCOMPARE(session_.pu.count(), 1);
+        QCOMPARE(session_.part.obj.obj_pube, std::int16_t{1});
+        QCOMPARE(session_.part.titel[1].getTitelText(), std::string());
+        QCOMPARE(session_.part.pu.count(), 1);
         QVERIFY(!action("m_ansicht_undo")->isEnabled());
         QVERIFY(window_->windowTitle().contains(text("(Höhe)")));
         QVERIFY(QFile::exists(path("ve_teile.dat_1")));
         click_row(0);
         click(button("cmd_anzeigen"));
-        QCOMPARE(session_.pu[2].pu_bez_rechts, 70.0);
-        QCOMPARE(session_.obj.obj_pube, std::int16_t{0});
-        QCOMPARE(session_.plot.plot_null_rechts, 12.0);
-        QCOMPARE(session_.titel[1].getTitelText(), std::string("erstes"));
+        QCOMPARE(session_.part.pu[2].pu_bez_rechts, 70.0);
+        QCOMPARE(session_.part.obj.obj_pube, std::int16_t{0});
+        QCOMPARE(session_.part.plot.plot_null_rechts, 12.0);
+        QCOMPARE(session_.part.titel[1].getTitelText(), std::string("erstes"));
     }
 
     void showing_the_current_part_does_nothing() {
@@ -257,11 +257,11 @@ class FrmNetzteileTest : public TorvelFixture {
         list().setFocus();
         QTest::keyClick(&list(), Qt::Key_Down);
         QTest::keyClick(&list(), Qt::Key_Return);
-        QCOMPARE(session_.netz_aktuell, 2);
+        QCOMPARE(session_.part.netz_aktuell, 2);
         click_row(0);
         const QRect box = list().visualItemRect(list().item(0));
         QTest::mouseDClick(list().viewport(), Qt::LeftButton, {}, box.center());
-        QCOMPARE(session_.netz_aktuell, 1);
+        QCOMPARE(session_.part.netz_aktuell, 1);
     }
 
     void arrows_of_the_list_do_not_move_the_picture() {

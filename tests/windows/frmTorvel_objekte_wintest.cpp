@@ -160,8 +160,8 @@ class FrmObjekteTest : public TorvelFixture {
         start_with_network();
         action("lupe_minus")->trigger();
         QVERIFY(action("m_ansicht_undo")->isEnabled());
-        session_.obj.obj_puwe = 7;
-        session_.obj.obj_pube = 0;
+        session_.part.obj.obj_puwe = 7;
+        session_.part.obj.obj_pube = 0;
         action("m_torvel_objekte")->trigger();
         QVERIFY(!action("m_ansicht_undo")->isEnabled());
         QCOMPARE(action("m_ansicht_undo")->text().remove(QLatin1Char('&')), text("Rückgängig:"));
@@ -178,17 +178,17 @@ class FrmObjekteTest : public TorvelFixture {
 
     void a_click_stores_at_once_and_ok_reads_and_draws() {
         open_dialog();
-        QCOMPARE(session_.lin.count(), 2);
+        QCOMPARE(session_.part.lin.count(), 2);
         click(option("opt_beob_0"));
-        QCOMPARE(session_.obj.obj_beob, std::int16_t{0});
-        QCOMPARE(session_.lin.count(), 2);
+        QCOMPARE(session_.part.obj.obj_beob, std::int16_t{0});
+        QCOMPARE(session_.part.lin.count(), 2);
         click(option("opt_puwe_4"));
         const Viewport before = session_.view;
         press_ok();
         QTRY_VERIFY(dialog() == nullptr);
-        QCOMPARE(session_.lin.count(), 0);
-        QCOMPARE(session_.pu.count(), 4);
-        QCOMPARE(session_.obj.obj_wert_lage, std::int16_t{2});
+        QCOMPARE(session_.part.lin.count(), 0);
+        QCOMPARE(session_.part.pu.count(), 4);
+        QCOMPARE(session_.part.obj.obj_wert_lage, std::int16_t{2});
         QVERIFY(window_->windowTitle().endsWith(text(": Lagerestklaffungen")));
         QCOMPARE(session_.view.ansicht_masseinheit, before.ansicht_masseinheit);
         QVERIFY(window_->isEnabled());
@@ -199,22 +199,22 @@ class FrmObjekteTest : public TorvelFixture {
         click(option("opt_beob_0"));
         QTest::keyClick(dialog(), Qt::Key_Escape);
         QTRY_VERIFY(dialog() == nullptr);
-        QCOMPARE(session_.lin.count(), 0);
+        QCOMPARE(session_.part.lin.count(), 0);
         action("m_torvel_objekte")->trigger();
         click(option("opt_beob_1"));
         dialog()->close();
         QTRY_VERIFY(dialog() == nullptr);
-        QCOMPARE(session_.lin.count(), 2);
+        QCOMPARE(session_.part.lin.count(), 2);
     }
 
     void ok_moves_the_zero_point_of_an_empty_part_and_closing_does_not() {
         write("ve_leer.dat", "HÖHENUNTERSCHIED 1 2 3 4\r\n");
         veldra_test::MessageBoxes boxes;
         start_and_open("ve_leer.dat");
-        session_.plot.plot_null_rechts = 17;
+        session_.part.plot.plot_null_rechts = 17;
         action("m_torvel_objekte")->trigger();
         dialog()->close();
-        QCOMPARE(session_.plot.plot_null_rechts, 17.0);
+        QCOMPARE(session_.part.plot.plot_null_rechts, 17.0);
         QTRY_VERIFY(dialog() == nullptr);
         action("m_torvel_objekte")->trigger();
         QVERIFY(!of_dialog("fra_bezug").isEnabled());
@@ -222,7 +222,7 @@ class FrmObjekteTest : public TorvelFixture {
             QVERIFY2(!option(name).isChecked(), name);
         }
         press_ok();
-        QCOMPARE(session_.plot.plot_null_rechts, -2.5);
+        QCOMPARE(session_.part.plot.plot_null_rechts, -2.5);
         QCOMPARE(boxes.seen.size(), std::size_t{3});
     }
 
@@ -233,11 +233,11 @@ class FrmObjekteTest : public TorvelFixture {
         QVERIFY(of_dialog("chk_test_beob").isEnabled());
         QVERIFY(!of_dialog("fra_test").isEnabled());
         click(of_dialog<QAbstractButton>("chk_test_beob"));
-        QCOMPARE(session_.obj.obj_test_beob, std::int16_t{-1});
+        QCOMPARE(session_.part.obj.obj_test_beob, std::int16_t{-1});
         QVERIFY(of_dialog("fra_test").isEnabled());
         QCOMPARE(usable("opt_test", 1, 3), text("111"));
         click(option("opt_test_3"));
-        QCOMPARE(session_.obj.obj_test, std::int16_t{3});
+        QCOMPARE(session_.part.obj.obj_test, std::int16_t{3});
         click(option("opt_beob_2"));
         QCOMPARE(option("opt_test_3").text(), text("EH"));
         click(option("opt_puwe_5"));
@@ -246,9 +246,9 @@ class FrmObjekteTest : public TorvelFixture {
         click(of_dialog<QAbstractButton>("chk_test_restkl"));
         QCOMPARE(usable("opt_test", 1, 3), text("110"));
         QVERIFY(option("opt_test_1").isChecked());
-        QCOMPARE(session_.obj.obj_test, std::int16_t{1});
+        QCOMPARE(session_.part.obj.obj_test, std::int16_t{1});
         click(option("opt_test_3"));  // out of use
-        QCOMPARE(session_.obj.obj_test, std::int16_t{1});
+        QCOMPARE(session_.part.obj.obj_test, std::int16_t{1});
         click(option("opt_puwe_6"));
         QVERIFY(!of_dialog("chk_test_restkl").isEnabled());
         QVERIFY(of_dialog<QCheckBox>("chk_test_restkl").isChecked());
@@ -259,7 +259,7 @@ class FrmObjekteTest : public TorvelFixture {
         click(option("opt_puwe_2"));
         QVERIFY(of_dialog("chk_epbe").isEnabled());
         click(of_dialog<QAbstractButton>("chk_epbe"));
-        QCOMPARE(session_.obj.obj_epbe, std::int16_t{-1});
+        QCOMPARE(session_.part.obj.obj_epbe, std::int16_t{-1});
     }
 
     void reference_systems_follow_the_eastings() {
@@ -272,9 +272,9 @@ class FrmObjekteTest : public TorvelFixture {
         QVERIFY(of_dialog("cbo_bezu_abbi").isEnabled());
         elli.setFocus();
         QTest::keyClick(&elli, Qt::Key_Down);
-        QCOMPARE(session_.obj.obj_bezu_elli, 2);
+        QCOMPARE(session_.part.obj.obj_bezu_elli, 2);
         click(option("opt_bezu_0"));
-        QCOMPARE(session_.obj.obj_bezu, std::int16_t{0});
+        QCOMPARE(session_.part.obj.obj_bezu, std::int16_t{0});
         QVERIFY(!elli.isEnabled());
         QCOMPARE(elli.currentIndex(), 0);
         QVERIFY(!of_dialog("fra_nummebez").isEnabled());
@@ -282,8 +282,8 @@ class FrmObjekteTest : public TorvelFixture {
         QVERIFY(option("opt_nube_0").isChecked());
         QVERIFY(option("opt_verw_0").isChecked());
         QCOMPARE(of_dialog<QLineEdit>("txt_nubemerit").text(), QString());
-        QCOMPARE(session_.obj.obj_nube, std::int16_t{1});
-        QCOMPARE(session_.obj.obj_verw, std::int16_t{3});
+        QCOMPARE(session_.part.obj.obj_nube, std::int16_t{1});
+        QCOMPARE(session_.part.obj.obj_verw, std::int16_t{3});
         click(option("opt_bezu_1"));
         QVERIFY(option("opt_nube_1").isChecked());
         QVERIFY(option("opt_verw_3").isChecked());
@@ -299,24 +299,24 @@ class FrmObjekteTest : public TorvelFixture {
         QVERIFY(typed.isEnabled());
         QVERIFY(of_dialog("cmd_nubemerit_1").isEnabled());
         click(of_dialog<QAbstractButton>("cmd_nubemerit_2"));
-        QCOMPARE(session_.obj.obj_nube_meridian, 4);
+        QCOMPARE(session_.part.obj.obj_nube_meridian, 4);
         QCOMPARE(typed.text(), text("4"));
         veldra_test::type(typed, "0");
         click(of_dialog<QAbstractButton>("cmd_nubemerit_1"));
-        QCOMPARE(session_.obj.obj_nube_meridian, 119);
+        QCOMPARE(session_.part.obj.obj_nube_meridian, 119);
         typed.setFocus();
         QTest::keyClick(&typed, Qt::Key_Right);
-        QCOMPARE(session_.obj.obj_nube_meridian, 0);
+        QCOMPARE(session_.part.obj.obj_nube_meridian, 0);
         QCOMPARE(typed.text(), text("0"));
         QTest::keyClick(&typed, Qt::Key_Left, Qt::KeypadModifier);
-        QCOMPARE(session_.obj.obj_nube_meridian, 119);
+        QCOMPARE(session_.part.obj.obj_nube_meridian, 119);
         QTest::keyClick(&typed, Qt::Key_Up);
         QVERIFY(option("opt_nube_3").hasFocus());
         typed.setFocus();
         QTRY_COMPARE(typed.selectedText(), text("119"));
         QTest::keyClick(&typed, Qt::Key_Down);
         QVERIFY(option("opt_nbez_1").hasFocus());
-        QCOMPARE(session_.obj.obj_nube, std::int16_t{2});
+        QCOMPARE(session_.part.obj.obj_nube, std::int16_t{2});
         click(option("opt_nube_4"));
         QVERIFY(!typed.isEnabled());
         click(option("opt_nube_0"));
@@ -342,11 +342,11 @@ class FrmObjekteTest : public TorvelFixture {
         click(option("opt_nube_3"));
         veldra_test::type_and_enter(of_dialog<QLineEdit>("txt_nubemerit"), "7");
         QTRY_VERIFY(dialog() == nullptr);  // the return key is OK
-        QCOMPARE(session_.obj.obj_nube_meridian, 7);
+        QCOMPARE(session_.part.obj.obj_nube_meridian, 7);
         action("m_torvel_objekte")->trigger();
         veldra_test::type(of_dialog<QLineEdit>("txt_nubemerit"), "8");
         QTest::keyClick(dialog(), Qt::Key_Escape);
-        QCOMPARE(session_.obj.obj_nube_meridian, 8);
+        QCOMPARE(session_.part.obj.obj_nube_meridian, 8);
     }
 
     void keyboard_goes_through_the_groups_and_the_arrows_choose() {
@@ -354,7 +354,7 @@ class FrmObjekteTest : public TorvelFixture {
         QVERIFY(option("opt_beob_1").hasFocus());
         QTest::keyClick(dialog()->focusWidget(), Qt::Key_Down);
         QVERIFY(option("opt_beob_2").isChecked());
-        QCOMPARE(session_.obj.obj_beob, std::int16_t{2});
+        QCOMPARE(session_.part.obj.obj_beob, std::int16_t{2});
         QCOMPARE(veldra_test::tab_chain(*dialog()).join(QLatin1Char(' ')),
                  text("opt_beob_2 chk_test_beob opt_pusi_1 opt_puwe_0 opt_pube_1 opt_nube_1 "
                       "opt_nbez_1 opt_bezu_1 opt_verw_3 cmd_ok"));
@@ -367,12 +367,12 @@ class FrmObjekteTest : public TorvelFixture {
         for (const std::int16_t chosen : {std::int16_t{1}, std::int16_t{2}, std::int16_t{0}}) {
             const QByteArray name = "opt_nbez_" + QByteArray::number(chosen);
             click(option(name.constData()));
-            QCOMPARE(session_.obj.obj_nbez, chosen);
+            QCOMPARE(session_.part.obj.obj_nbez, chosen);
             option("opt_beob_1").setFocus();
             QTest::keyClick(dialog(), Qt::Key_B, Qt::AltModifier);
             QTRY_VERIFY(option(name.constData()).hasFocus());
             QTest::qWait(150);  // a click by shortcut takes its time
-            QCOMPARE(session_.obj.obj_nbez, chosen);
+            QCOMPARE(session_.part.obj.obj_nbez, chosen);
         }
     }
 
@@ -383,7 +383,7 @@ class FrmObjekteTest : public TorvelFixture {
         QTest::keyClick(dialog(), Qt::Key_N, Qt::AltModifier);
         QVERIFY(option("opt_nube_1").hasFocus());
         QTest::keyClick(dialog(), Qt::Key_I, Qt::AltModifier);
-        QTRY_COMPARE(session_.obj.obj_test_beob, std::int16_t{-1});
+        QTRY_COMPARE(session_.part.obj.obj_test_beob, std::int16_t{-1});
     }
 
     void selection_comes_back_from_the_file() {
@@ -393,8 +393,8 @@ class FrmObjekteTest : public TorvelFixture {
         press_ok();
         QTRY_VERIFY(dialog() == nullptr);
         action("m_datei_beliebig")->trigger();
-        QCOMPARE(session_.obj.obj_verw, std::int16_t{5});
-        QCOMPARE(session_.obj.obj_nbez, std::int16_t{2});
+        QCOMPARE(session_.part.obj.obj_verw, std::int16_t{5});
+        QCOMPARE(session_.part.obj.obj_nbez, std::int16_t{2});
     }
 
     void system_that_ends_takes_the_selection_with_it() {
@@ -404,7 +404,7 @@ class FrmObjekteTest : public TorvelFixture {
         QVERIFY(!window_->isVisible());
         QVERIFY(!window_->run().programm_aktiv);
         start_and_open("ve_quadrat.dat");
-        QCOMPARE(session_.obj.obj_verw, std::int16_t{6});
+        QCOMPARE(session_.part.obj.obj_verw, std::int16_t{6});
     }
 
     /// Every caption has the room it needs, and the dialog fits on the screen.
@@ -448,7 +448,7 @@ class FrmObjekteTest : public TorvelFixture {
         for (int i = 0; i < 4; ++i) {
             QTest::keyClick(dialog()->focusWidget(), Qt::Key_Down);
         }
-        QCOMPARE(session_.obj.obj_verw, std::int16_t{7});
+        QCOMPARE(session_.part.obj.obj_verw, std::int16_t{7});
         QVERIFY(in_sight("opt_verw_7"));
         QTest::keyClick(dialog()->focusWidget(), Qt::Key_Backtab);
         QVERIFY(in_sight("opt_bezu_1"));

@@ -104,8 +104,8 @@ class FrmTorvelOptionsTest : public TorvelFixture {
     }
 
     void new_test_limits_draw_the_picture_anew_without_reading_the_file() {
-        session_.obj.obj_test_beob = table_true;
-        session_.obj.obj_test = 1;
+        session_.part.obj.obj_test_beob = table_true;
+        session_.part.obj.obj_test = 1;
         const QRgb above = qRgb(0, 200, 77);
         const QRgb below = qRgb(200, 0, 77);
         session_.settings.stevrgb[1] = rgb(0, 200, 77);
@@ -113,7 +113,7 @@ class FrmTorvelOptionsTest : public TorvelFixture {
         window_->redraw();
         QVERIFY(picture_has(above));
         QVERIFY(!picture_has(below));
-        const std::uint64_t tables = session_.tables_revision;
+        const std::uint64_t tables = session_.part.tables_revision;
         remove_the_file();
         open_dialog();
         show_tab(*dialog(), DisplayTab::tests);
@@ -121,7 +121,7 @@ class FrmTorvelOptionsTest : public TorvelFixture {
         press("cmd_ok");
         QVERIFY(picture_has(below));
         QVERIFY(!picture_has(above));
-        QCOMPARE(session_.tables_revision, tables);
+        QCOMPARE(session_.part.tables_revision, tables);
         QCOMPARE(session_.window.mouse_pointer, 0);
     }
 
@@ -133,8 +133,8 @@ class FrmTorvelOptionsTest : public TorvelFixture {
             "PUNKTSIGNATUR  3500000.000  5600000.000  0  0 1 \"1\"\r\n"
             "PUNKTSIGNATUR  3500100.000  5600000.000  0  0 1 \"2\"\r\n"
             "RICHTUNG  3500000.000  5600000.000  3500100.000  5600000.000    5.0 9.0\r\n");
-        session_.obj.obj_test_beob = table_true;
-        session_.obj.obj_test = 2;
+        session_.part.obj.obj_test_beob = table_true;
+        session_.part.obj.obj_test = 2;
         session_.settings.stnvrgb[4] = rgb(0, 200, 77);
         session_.settings.stndrgb = rgb(200, 0, 77);
         window_->redraw();
@@ -166,36 +166,36 @@ class FrmTorvelOptionsTest : public TorvelFixture {
         set_limit("5.1");
         QVERIFY(picture_has(without_nv));
         QVERIFY(!picture_has(with_nv));
-        QCOMPARE(session_.lin[1].lin_nv_hin, -99.0);
+        QCOMPARE(session_.part.lin[1].lin_nv_hin, -99.0);
         set_limit("5.0");  // the limit itself is not below it
         QVERIFY(picture_has(with_nv));
         QVERIFY(!picture_has(without_nv));
-        QCOMPARE(session_.lin[1].lin_nv_hin, 9.0);
+        QCOMPARE(session_.part.lin[1].lin_nv_hin, 9.0);
         QCOMPARE(session_.window.mouse_pointer, 0);
     }
 
     void standard_and_abbrechen_leave_the_tables_in_line_with_the_limit() {
         start_with_an_nv();
         set_limit("7");
-        QCOMPARE(session_.lin[1].lin_nv_hin, -99.0);
+        QCOMPARE(session_.part.lin[1].lin_nv_hin, -99.0);
         open_dialog();
         control<QPushButton>(*dialog(), "cmd_standard_test").click();
         press("cmd_abbrechen");
         QTRY_VERIFY(dialog() == nullptr);
         QCOMPARE(session_.settings.stndwert, 7.0);
-        QCOMPARE(session_.lin[1].lin_nv_hin, -99.0);
+        QCOMPARE(session_.part.lin[1].lin_nv_hin, -99.0);
         open_dialog();
         control<QPushButton>(*dialog(), "cmd_standard_test").click();
         press("cmd_ok");
         QCOMPARE(session_.settings.stndwert, 0.5);
-        QCOMPARE(session_.lin[1].lin_nv_hin, 9.0);
+        QCOMPARE(session_.part.lin[1].lin_nv_hin, 9.0);
     }
 
     void new_colours_draw_the_picture_anew_without_reading_the_file() {
-        session_.obj.obj_test_beob = table_true;
-        session_.obj.obj_test = 1;
+        session_.part.obj.obj_test_beob = table_true;
+        session_.part.obj.obj_test = 1;
         window_->redraw();
-        const std::uint64_t tables = session_.tables_revision;
+        const std::uint64_t tables = session_.part.tables_revision;
         remove_the_file();
         open_dialog();
         ChooserAnswers answers;
@@ -207,12 +207,12 @@ class FrmTorvelOptionsTest : public TorvelFixture {
         QVERIFY(!picture_has(qRgb(1, 99, 199)));
         press("cmd_ok");
         QVERIFY(picture_has(qRgb(1, 99, 199)));
-        QCOMPARE(session_.tables_revision, tables);
+        QCOMPARE(session_.part.tables_revision, tables);
     }
 
     void a_new_limit_draws_the_preview_anew_without_reading_the_file() {
-        session_.obj.obj_test_beob = table_true;
-        session_.obj.obj_test = 1;
+        session_.part.obj.obj_test_beob = table_true;
+        session_.part.obj.obj_test = 1;
         session_.settings.stevrgb[2] = rgb(200, 0, 77);
         action("m_plotten_ein")->trigger();
         QCOMPARE(session_.plotmodus, std::int16_t{1});
@@ -242,11 +242,11 @@ class FrmTorvelOptionsTest : public TorvelFixture {
 
     void ok_moves_the_extents_with_the_sizes_in_the_plot() {
         open_dialog();
-        const double before = session_.extents.gesamt_hw_max;
+        const double before = session_.part.extents.gesamt_hw_max;
         show_tab(*dialog(), DisplayTab::points_plot);
         type_and_enter(control<QLineEdit>(*dialog(), "txt_punktradius_plott"), "50");
         press("cmd_ok");
-        QVERIFY(session_.extents.gesamt_hw_max > before);
+        QVERIFY(session_.part.extents.gesamt_hw_max > before);
     }
 
     void more_sheets_than_can_be_counted_are_refused_on_ok_data() {
@@ -289,7 +289,7 @@ class FrmTorvelOptionsTest : public TorvelFixture {
             QCOMPARE(messages.seen[0].text,
                      text("Bitte übeprüfen Sie die angegebene Grundriss-Maßstabszahl"));
             press("cmd_abbrechen");
-            QCOMPARE(session_.plot.plot_massstab, 1e-6);
+            QCOMPARE(session_.part.plot.plot_massstab, 1e-6);
             QCOMPARE(session_.settings.punsigplo[0], 2.0F);
         }
         // The file can be read again in either case.

@@ -137,12 +137,12 @@ class FrmTorvelPdfTest : public test::TorvelFixture {
         QVERIFY(action("m_optionen_drucker")->isEnabled());
         QCOMPARE(session_.printer.exemplare, std::int16_t{4});
         QCOMPARE(session_.printer.druck_in_datei, std::int16_t{table_true});
-        QCOMPARE(session_.plot.plot_massstab, 1.0 / 500);
-        QCOMPARE(session_.plot.plot_ausrichtung, std::int16_t{1});
-        QCOMPARE(session_.plot.plot_heftrand, std::int16_t{2});
-        QCOMPARE(session_.plot.plot_legendenlage, std::int16_t{2});
-        QCOMPARE(session_.plot.plot_null_rechts, 3500000.0);
-        QCOMPARE(session_.plot.plot_null_hoch, 5600000.0);
+        QCOMPARE(session_.part.plot.plot_massstab, 1.0 / 500);
+        QCOMPARE(session_.part.plot.plot_ausrichtung, std::int16_t{1});
+        QCOMPARE(session_.part.plot.plot_heftrand, std::int16_t{2});
+        QCOMPARE(session_.part.plot.plot_legendenlage, std::int16_t{2});
+        QCOMPARE(session_.part.plot.plot_null_rechts, 3500000.0);
+        QCOMPARE(session_.part.plot.plot_null_hoch, 5600000.0);
         QCOMPARE(session_.plotmodus, std::int16_t{1});
         QVERIFY(window_->picture().shown() == before);
     }
@@ -318,7 +318,7 @@ class FrmTorvelPdfTest : public test::TorvelFixture {
         QCOMPARE(circles.size(), std::size_t{2});
         QVERIFY(is(circles[0].x, 5 + 0.5 + 2.04) && is(circles[0].y, 5 + 12 + 2.04));
         QVERIFY(is(circles[1].x, 5 + 0.5 + 242.04) && is(circles[1].y, 5 + 12 + 162.04));
-        QCOMPARE(session_.netz_aktuell, 1);
+        QCOMPARE(session_.part.netz_aktuell, 1);
         QCOMPARE(session_.plotmodus, std::int16_t{1});
     }
 };

@@ -105,8 +105,8 @@ class FrmTorvelPlotTest : public test::TorvelFixture {
     void current_part_is_printed_and_the_preview_comes_back() {
         action("plot_ein")->trigger();
         const QImage before = window_->picture().shown();
-        const std::size_t sheets = static_cast<std::size_t>(session_.plot.plot_blatt_rechts) *
-                                   static_cast<std::size_t>(session_.plot.plot_blatt_hoch);
+        const std::size_t sheets = static_cast<std::size_t>(session_.part.plot.plot_blatt_rechts) *
+                                   static_cast<std::size_t>(session_.part.plot.plot_blatt_hoch);
         action("m_plotten_aktuell")->trigger();
         QCOMPARE(printer_.documents.size(), std::size_t{1});
         QCOMPARE(printer_.documents.front().pages.size(), sheets);
@@ -145,15 +145,15 @@ class FrmTorvelPlotTest : public test::TorvelFixture {
 
     void zero_point_is_fitted_with_its_texts_and_can_be_put_back() {
         action("plot_ein")->trigger();
-        const double zero = session_.plot.plot_null_rechts;
+        const double zero = session_.part.plot.plot_null_rechts;
         const int left = legend()->x();
         action("m_plotten_null")->trigger();
-        QCOMPARE(session_.plot.plot_null_rechts, session_.extents.gesamt_rw_min);
-        QVERIFY(session_.plot.plot_null_rechts < zero);
+        QCOMPARE(session_.part.plot.plot_null_rechts, session_.part.extents.gesamt_rw_min);
+        QVERIFY(session_.part.plot.plot_null_rechts < zero);
         QVERIFY(!legend()->isHidden());
         QVERIFY(legend()->x() < left);
         action("m_ansicht_undo")->trigger();
-        QCOMPARE(session_.plot.plot_null_rechts, zero);
+        QCOMPARE(session_.part.plot.plot_null_rechts, zero);
         QCOMPARE(legend()->x(), left);
     }
 };

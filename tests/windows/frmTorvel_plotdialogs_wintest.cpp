@@ -148,11 +148,11 @@ class FrmTorvelPlotDialogsTest : public QObject {
     void abbrechen_of_the_plot_settings_leaves_the_picture() {
         open_plot_settings();
         const qint64 drawn = window_->picture().shown().cacheKey();
-        const double scale = session_->plot.plot_massstab;
+        const double scale = session_->part.plot.plot_massstab;
         type_and_enter(control<QComboBox>(*dialog<FrmPlotten>(), "cbo_grundriss_mass"), "5000");
-        QCOMPARE(session_->plot.plot_massstab, 1.0 / 5000);
+        QCOMPARE(session_->part.plot.plot_massstab, 1.0 / 5000);
         click(control<QPushButton>(*dialog<FrmPlotten>(), "cmd_abbrechen"));
-        QCOMPARE(session_->plot.plot_massstab, scale);
+        QCOMPARE(session_->part.plot.plot_massstab, scale);
         QCOMPARE(window_->picture().shown().cacheKey(), drawn);
     }
 
@@ -162,8 +162,8 @@ class FrmTorvelPlotDialogsTest : public QObject {
         click_mark(control<QRadioButton>(*dialog<FrmPlotten>(), "opt_rand_3"));
         click(control<QPushButton>(*dialog<FrmPlotten>(), "cmd_ok"));
         trigger("m_datei_beliebig");  // writes the file and reads it again
-        QCOMPARE(session_->plot.plot_massstab, 1.0 / 5000);
-        QCOMPARE(session_->plot.plot_heftrand, std::int16_t{3});
+        QCOMPARE(session_->part.plot.plot_massstab, 1.0 / 5000);
+        QCOMPARE(session_->part.plot.plot_heftrand, std::int16_t{3});
     }
 
     void extreme_entries_end_nothing() {
@@ -178,7 +178,7 @@ class FrmTorvelPlotDialogsTest : public QObject {
             type_and_enter(control<QComboBox>(settings, "cbo_grundriss_mass"), denominator);
             click(control<QPushButton>(settings, "cmd_ok"));
             QTRY_VERIFY(dialog<FrmPlotten>() == nullptr);
-            QCOMPARE(session_->plot.plot_blatt_rechts, std::int16_t{32767});
+            QCOMPARE(session_->part.plot.plot_blatt_rechts, std::int16_t{32767});
             QCOMPARE(session_->plotmodus, std::int16_t{1});
         }
     }
@@ -224,7 +224,7 @@ class FrmTorvelPlotDialogsTest : public QObject {
     void window_may_go_while_a_dialog_is_open() {
         open_plot_settings();
         window_.reset();
-        QCOMPARE(session_->plot.plot_ausrichtung, session_->plot_merk.plot_ausrichtung);
+        QCOMPARE(session_->part.plot.plot_ausrichtung, session_->part.plot_merk.plot_ausrichtung);
     }
 };
 

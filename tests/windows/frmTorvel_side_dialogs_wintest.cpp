@@ -172,8 +172,8 @@ class FrmTorvelSideDialogsTest : public QObject {
         open_file();
         action("m_ansicht_maßstab").trigger();
         QVERIFY(scale_bars() != nullptr);
-        session_->pu.clear();
-        session_->lin.clear();
+        session_->part.pu.clear();
+        session_->part.lin.clear();
         MessageBoxes boxes;
         window_->redraw();
         window_->synchronise();
@@ -201,7 +201,7 @@ class FrmTorvelSideDialogsTest : public QObject {
         type(control<QLineEdit>(*dialog, "txt_legende_1"), "Lagenetz");
         session_->window.caption = "alt";
         click(control<QPushButton>(*dialog, "cmd_ok"));
-        QCOMPARE(session_->titel[0].getTitelText(), std::string("Lagenetz"));
+        QCOMPARE(session_->part.titel[0].getTitelText(), std::string("Lagenetz"));
         QVERIFY(session_->window.caption != "alt");  // drawing sets the caption
         QTRY_VERIFY(window_->findChild<FrmLegende*>(text("frmLegende")) == nullptr);
     }
@@ -223,7 +223,7 @@ class FrmTorvelSideDialogsTest : public QObject {
               "TitelBold_1=False", "TitelBold_2=True", "TitelItal_2=False", "TitelUndr_2=True"}) {
             QVERIFY2(lines.contains(QByteArray(line)), line);
         }
-        QCOMPARE(session_->titel[1].getTitelFont(), std::string("Courier"));
+        QCOMPARE(session_->part.titel[1].getTitelFont(), std::string("Courier"));
         QDialog& again = open_dialog("m_optionen_legende", "frmLegende");
         QCOMPARE(control<QLineEdit>(again, "txt_schrift_1").text(), text("2.5"));
     }

@@ -416,10 +416,10 @@ class DayTest : public test::TorvelFixture {
         const ExpectedView south = whole_south();
         expect_view(south);
         expect_label(inside_label(south, 3501030, 5599020, south_label_r_, south_label_h_), "201");
-        QCOMPARE(session_.obj.obj_beob, std::int16_t{2});
-        QCOMPARE(session_.lin.count(), 1);
-        QVERIFY(near(session_.plot.plot_null_rechts, 3500998.99, 1e-6));
-        QVERIFY(near(session_.plot.plot_null_hoch, 5598998.99, 1e-6));
+        QCOMPARE(session_.part.obj.obj_beob, std::int16_t{2});
+        QCOMPARE(session_.part.lin.count(), 1);
+        QVERIFY(near(session_.part.plot.plot_null_rechts, 3500998.99, 1e-6));
+        QVERIFY(near(session_.part.plot.plot_null_hoch, 5598998.99, 1e-6));
     }
 
  private Q_SLOTS:

@@ -132,7 +132,7 @@ class FrmTorvelTest : public test::TorvelFixture {
         start_with_network();
         const QString file = path("ve_quadrat.dat");
         QCOMPARE(session_.datei_geladen, std::int16_t{1});
-        QCOMPARE(session_.pu.count(), 4);
+        QCOMPARE(session_.part.pu.count(), 4);
         QCOMPARE(window_->windowTitle(), text("VELDRA [") + file + text("]: Lagebeobachtungen"));
         QCOMPARE(action("m_datei_alt_1")->text(), text("&1: ") + file);
         QVERIFY(action("m_torvel_ansicht")->isEnabled());
@@ -158,7 +158,7 @@ class FrmTorvelTest : public test::TorvelFixture {
     void labels_are_found_under_the_mouse() {
         start_with_network();
         const PictureWidget& picture = window_->picture();
-        const Label& label = session_.lbl_pubez[3];
+        const Label& label = session_.part.lbl_pubez[3];
         QVERIFY(label.visible);
         const double metres = session_.view.ansicht_masseinheit * 15;  // a logical pixel
         const double x = static_cast<double>(label.left + label.width / 2) / metres;

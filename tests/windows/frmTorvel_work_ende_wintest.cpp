@@ -70,7 +70,7 @@ class EndAmidWorkTest : public WorkFixture {
         QVERIFY(!QFile::exists(path("dokumente/Kelvara/VELDRA.INI")));
     }
 
-    void move_label() { session_.pu[3].pu_bez_rechts = 70; }
+    void move_label() { session_.part.pu[3].pu_bez_rechts = 70; }
     /// A file with a moved label; the window takes keys.
     void start_and_move(const QByteArray& bytes) {
         start_with(bytes);
@@ -110,7 +110,7 @@ class EndAmidWorkTest : public WorkFixture {
             action("lupe_minus")->trigger();
             QVERIFY2(done_, way);
             QCOMPARE(asked_after_, 1);
-            QVERIFY(session_.lbl_pubez_placed.empty());
+            QVERIFY(session_.part.lbl_pubez_placed.empty());
             expect_ended_once();
             window_.reset();
         }
@@ -129,8 +129,8 @@ class EndAmidWorkTest : public WorkFixture {
         once_amid(reading, [this] { leave("frame"); });
         show_part(1);
         QCOMPARE(asked_after_, 1);
-        QCOMPARE(session_.netz_aktuell, 1);
-        QCOMPARE(session_.pu.count(), many);
+        QCOMPARE(session_.part.netz_aktuell, 1);
+        QCOMPARE(session_.part.pu.count(), many);
         expect_ended_once();
     }
 
@@ -155,8 +155,8 @@ class EndAmidWorkTest : public WorkFixture {
         QCOMPARE(told, text("Das Programm wird beendet ..."));
         // Before the end of the writing, and before the reading begins.
         QCOMPARE(asked_after_, 2);
-        QCOMPARE(session_.netz_aktuell, 1);
-        QCOMPARE(session_.pu.count(), many);
+        QCOMPARE(session_.part.netz_aktuell, 1);
+        QCOMPARE(session_.part.pu.count(), many);
         expect_ended_once();
     }
 
@@ -273,7 +273,7 @@ class EndAmidWorkTest : public WorkFixture {
         show_part(1);
         // The signal is heard at the second look at the events.
         QCOMPARE(questions, 2);
-        QCOMPARE(session_.netz_aktuell, 1);
+        QCOMPARE(session_.part.netz_aktuell, 1);
         expect_ended_once();
     }
 

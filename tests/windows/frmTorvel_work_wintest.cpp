@@ -86,7 +86,7 @@ class LongWorkTest : public WorkFixture {
         window_->choose_file = [this] { return path("ve_zwei.dat"); };
         action("m_datei_beliebig")->trigger();
         QCOMPARE(session_.datei_geladen, std::int16_t{1});
-        QCOMPARE(session_.pu.count(), 4);
+        QCOMPARE(session_.part.pu.count(), 4);
         QVERIFY(window_->close());
         QVERIFY(read("ve_zwei.dat").contains("Objekte"));
     }
@@ -151,7 +151,7 @@ class LongWorkTest : public WorkFixture {
     void another_part_given_up_leaves_the_former_one() {
         start_with(two_parts());
         move_last_label();
-        const double moved = session_.pu[many].pu_bez_rechts;
+        const double moved = session_.part.pu[many].pu_bez_rechts;
         QVERIFY(moved > 0);
         const QImage shown = picture().shown();
         const QString caption = window_->windowTitle();
@@ -164,10 +164,10 @@ class LongWorkTest : public WorkFixture {
         });
         show_part(1);
         QCOMPARE(slow_.questions, 5);
-        QCOMPARE(session_.netz_aktuell, 1);
-        QCOMPARE(session_.pu.count(), many);
-        QCOMPARE(session_.lin.count(), 1);
-        QCOMPARE(session_.titel[1].getTitelText(), std::string("erstes"));
+        QCOMPARE(session_.part.netz_aktuell, 1);
+        QCOMPARE(session_.part.pu.count(), many);
+        QCOMPARE(session_.part.lin.count(), 1);
+        QCOMPARE(session_.part.titel[1].getTitelText(), std::string("erstes"));
         QCOMPARE(window_->windowTitle(), caption);
         QCOMPARE(picture().shown(), shown);
         QVERIFY(bar().isHidden() && give_up().isHidden());
@@ -175,11 +175,11 @@ class LongWorkTest : public WorkFixture {
         // The move can still be undone, and everything goes on.
         QVERIFY(action("rückgängig")->isEnabled());
         action("rückgängig")->trigger();
-        QCOMPARE(session_.pu[many].pu_bez_rechts, 0.0);
+        QCOMPARE(session_.part.pu[many].pu_bez_rechts, 0.0);
         move_last_label();
         show_part(1);
-        QCOMPARE(session_.netz_aktuell, 2);
-        QCOMPARE(session_.pu.count(), 20);
+        QCOMPARE(session_.part.netz_aktuell, 2);
+        QCOMPARE(session_.part.pu.count(), 20);
         QVERIFY(window_->close());
         QVERIFY(read("ve_lang.dat")
                     .contains("\"" + QByteArray::number(many) + "\"" +
@@ -199,7 +199,7 @@ class LongWorkTest : public WorkFixture {
         });
         show_part(1);
         QCOMPARE(slow_.questions, 4);
-        QCOMPARE(session_.netz_aktuell, 1);
+        QCOMPARE(session_.part.netz_aktuell, 1);
         QVERIFY(parts().isVisible());
         QTest::keyClick(&control<QListWidget>(parts(), "lst_netzteile"), Qt::Key_Escape);
         QVERIFY(!session_.window.frm_netzteile_shown);
@@ -219,10 +219,10 @@ class LongWorkTest : public WorkFixture {
         });
         control<QPushButton>(*dialog, "cmd_ok").click();
         QCOMPARE(slow_.questions, 4);
-        QCOMPARE(session_.obj.obj_beob, std::int16_t{1});
-        QCOMPARE(session_.obj.obj_puwe, std::int16_t{0});
-        QCOMPARE(session_.obj.obj_wert_lage, std::int16_t{0});
-        QCOMPARE(session_.lin.count(), 1);
+        QCOMPARE(session_.part.obj.obj_beob, std::int16_t{1});
+        QCOMPARE(session_.part.obj.obj_puwe, std::int16_t{0});
+        QCOMPARE(session_.part.obj.obj_wert_lage, std::int16_t{0});
+        QCOMPARE(session_.part.lin.count(), 1);
         QCOMPARE(picture().shown(), shown);
         QCOMPARE(drawn_afresh(), shown);
         QVERIFY(bar().isHidden());
@@ -298,10 +298,10 @@ class LongWorkTest : public WorkFixture {
         action("lupe_minus")->trigger();
         QVERIFY(slow_.questions > 0);
         QCOMPARE(session_.datei_geladen, std::int16_t{1});
-        QVERIFY(session_.lbl_pubez_placed.empty());
+        QVERIFY(session_.part.lbl_pubez_placed.empty());
         QVERIFY(action("lupe_plus")->isEnabled());
         action("rückgängig")->trigger();
-        QVERIFY(!session_.lbl_pubez_placed.empty());
+        QVERIFY(!session_.part.lbl_pubez_placed.empty());
         const QImage shown = picture().shown();
         QCOMPARE(drawn_afresh(), shown);
     }
@@ -328,7 +328,7 @@ class LongWorkTest : public WorkFixture {
         QVERIFY(action("rückgängig")->isEnabled());
         control<QPushButton>(notice, "cmd_neu_zeichnen").click();
         QVERIFY(!notice.isVisible());
-        QVERIFY(!session_.lbl_pubez_placed.empty());
+        QVERIFY(!session_.part.lbl_pubez_placed.empty());
         const QImage shown = picture().shown();
         QCOMPARE(drawn_afresh(), shown);
     }
@@ -370,7 +370,7 @@ class LongWorkTest : public WorkFixture {
         QTRY_COMPARE(picture().shown().size(), picture().size() * picture().devicePixelRatioF());
         QTRY_COMPARE(session_.picture.width, picture().width() * 15.0);
         const QImage shown = picture().shown();
-        QVERIFY(!session_.lbl_pubez_placed.empty());
+        QVERIFY(!session_.part.lbl_pubez_placed.empty());
         QCOMPARE(drawn_afresh(), shown);
     }
 

@@ -95,7 +95,7 @@ class WorkFixture : public TorvelFixture {
 
     /// Moves the label of the last point, which lies above the others.
     void move_last_label() {
-        const Label& label = session_.lbl_pubez.back();
+        const Label& label = session_.part.lbl_pubez.back();
         const double pixel = session_.view.ansicht_masseinheit * 15;
         const QPoint from(
             static_cast<int>(

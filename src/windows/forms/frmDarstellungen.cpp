@@ -115,9 +115,10 @@ QWidget* FrmDarstellungen::build_scales() {
     }
     cbo_grundriss_mass_ = std::make_unique<ScaleCombo>(
         *ground,
-        ScaleCombo::Rules{ScaleBox::ground, ground_scale_entry,
-                          [&session] { return ground_scale_text(session.plot.plot_massstab); },
-                          [&session](double value) { session.plot.plot_massstab = 1 / value; }},
+        ScaleCombo::Rules{
+            ScaleBox::ground, ground_scale_entry,
+            [&session] { return ground_scale_text(session.part.plot.plot_massstab); },
+            [&session](double value) { session.part.plot.plot_massstab = 1 / value; }},
         context_);
     cbo_ueberhoehung_ = std::make_unique<ScaleCombo>(
         *factor,

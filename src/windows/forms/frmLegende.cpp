@@ -176,7 +176,7 @@ void FrmLegende::activate() {
         }
         show_size(number);
     }
-    const std::int16_t position = session_.plot.plot_legendenlage;
+    const std::int16_t position = session_.part.plot.plot_legendenlage;
     for (std::size_t i = 0; i < opt_posi_.size(); ++i) {
         opt_posi_[i]->setChecked(static_cast<std::size_t>(position) == i + 1);
     }

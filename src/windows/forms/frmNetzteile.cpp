@@ -97,7 +97,7 @@ void FrmNetzteile::fill() {
         // Without the flag for it the user cannot change the check; the buttons do.
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
     }
-    lst_netzteile_->setCurrentRow(session_.netz_aktuell - 1);
+    lst_netzteile_->setCurrentRow(session_.part.netz_aktuell - 1);
     filling_ = false;
     buttons_for_ = 1;
     lst_netzteile_->updateGeometry();

@@ -295,7 +295,7 @@ void FrmObjekte::store_choice(QButtonGroup* options, std::int16_t ObjectSelectio
     // idClicked comes with the arrow keys as well.
     connect(options, &QButtonGroup::idClicked, this, [this, variable](int code) {
         if (!filling_) {
-            session_.obj.*variable = static_cast<std::int16_t>(code);
+            session_.part.obj.*variable = static_cast<std::int16_t>(code);
             synchronise();
         }
     });
@@ -304,16 +304,16 @@ void FrmObjekte::store_choice(QButtonGroup* options, std::int16_t ObjectSelectio
 void FrmObjekte::store_tick(QCheckBox* box, std::int16_t ObjectSelection::*variable) {
     connect(box, &QCheckBox::toggled, this, [this, variable](bool ticked) {
         if (!filling_) {
-            session_.obj.*variable = ticked ? table_true : table_false;
+            session_.part.obj.*variable = ticked ? table_true : table_false;
             synchronise();
         }
     });
 }
 
 void FrmObjekte::synchronise() {
-    settle_test(session_.obj);
-    const ObjectSelection& obj = session_.obj;
-    const SelectionControls controls = selection_controls(obj, session_.extents.roh_rw_min);
+    settle_test(session_.part.obj);
+    const ObjectSelection& obj = session_.part.obj;
+    const SelectionControls controls = selection_controls(obj, session_.part.extents.roh_rw_min);
     filling_ = true;
     check_option(*opt_beob_, obj.obj_beob);
     check_option(*opt_pusi_, obj.obj_pusi);
@@ -330,7 +330,7 @@ void FrmObjekte::synchronise() {
 }
 
 void FrmObjekte::synchronise_tests(const SelectionControls& controls) {
-    const ObjectSelection& obj = session_.obj;
+    const ObjectSelection& obj = session_.part.obj;
     chk_test_restkl_->setChecked(obj.obj_test_restkl != table_false);
     chk_test_restkl_->setEnabled(controls.chk_test_restkl);
     chk_test_beob_->setChecked(obj.obj_test_beob != table_false);
@@ -363,7 +363,7 @@ void FrmObjekte::synchronise_system(const SelectionControls& controls) {
 void FrmObjekte::synchronise_districts(const SelectionControls& controls) {
     fra_nummebez_->setEnabled(controls.fra_nummebez);
     check_option(*opt_nube_, controls.opt_nube_checked);
-    check_option(*opt_nbez_, session_.obj.obj_nbez);
+    check_option(*opt_nbez_, session_.part.obj.obj_nbez);
     if (QAbstractButton* const chosen = opt_nbez_->checkedButton()) {
         lbl_nbez_->setBuddy(chosen);  // the shortcut of a label clicks its option
     }
@@ -383,13 +383,13 @@ void FrmObjekte::take_typed_meridian() {
     if (filling_ || !txt_nubemerit_->isModified()) {
         return;
     }
-    type_meridian(session_.obj, txt_nubemerit_->text().toStdString());
+    type_meridian(session_.part.obj, txt_nubemerit_->text().toStdString());
     synchronise();
 }
 
 void FrmObjekte::step(int by) {
     take_typed_meridian();
-    step_meridian(session_.obj, by);
+    step_meridian(session_.part.obj, by);
     synchronise();
 }
 
@@ -442,7 +442,7 @@ void FrmObjekte::showEvent(QShowEvent* event) {
 
 void FrmObjekte::give_up_edits() {
     if (!left_ && txt_nubemerit_->isModified()) {
-        type_meridian(session_.obj, txt_nubemerit_->text().toStdString());
+        type_meridian(session_.part.obj, txt_nubemerit_->text().toStdString());
     }
 }
 

@@ -242,12 +242,14 @@ void FrmPlotten::show_counts() {
     txt_format_hoch_->setEnabled(!options_.blatt_auto);
     txt_format_rechts_->setText(utf8_qstring(options_.blatt_rechts));
     txt_format_hoch_->setText(utf8_qstring(options_.blatt_hoch));
-    lbl_format_autorechts_->setText(utf8_qstring(bracketed_count(session_.sheet.plot_auto_rechts)));
-    lbl_format_autohoch_->setText(utf8_qstring(bracketed_count(session_.sheet.plot_auto_hoch)));
+    lbl_format_autorechts_->setText(
+        utf8_qstring(bracketed_count(session_.part.sheet.plot_auto_rechts)));
+    lbl_format_autohoch_->setText(
+        utf8_qstring(bracketed_count(session_.part.sheet.plot_auto_hoch)));
 }
 
 void FrmPlotten::refresh() {
-    const PlotSettings& plot = session_.plot;
+    const PlotSettings& plot = session_.part.plot;
     for (const std::size_t i : {0U, 1U}) {
         opt_netzteil_[i]->setEnabled(options_.netzteil_offen);
         opt_format_[i]->setChecked(plot.plot_ausrichtung == static_cast<std::int16_t>(i + 1));
@@ -314,7 +316,7 @@ void FrmPlotten::accept() {
     // A dialog that deletes itself on closing may be gone as soon as events are processed.
     const auto redraw = redraw_preview;
     const auto mark = options_.netzteil_offen ? mark_part : nullptr;
-    const std::int32_t part = session_.netz_aktuell;
+    const std::int32_t part = session_.part.netz_aktuell;
     const bool plotted = options_.netzteil_plotten;
     QDialog::accept();
     if (redraw) {

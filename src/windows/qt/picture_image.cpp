@@ -19,12 +19,12 @@ constexpr int svg_resolution = 96;  // dots per inch: one unit is a logical pixe
 /// Hands over the labels that may be visible, from the lowest to the topmost.
 template <typename Visit>
 void visit_labels(const Session& session, Visit&& visit) {
-    for (std::size_t i = 1; i < session.lbl_nubez.size(); ++i) {
-        visit(session.lbl_nubez[i], session.lbl_nubez_font, session.settings.nubcolor);
+    for (std::size_t i = 1; i < session.part.lbl_nubez.size(); ++i) {
+        visit(session.part.lbl_nubez[i], session.part.lbl_nubez_font, session.settings.nubcolor);
     }
-    for (const std::int32_t i : session.lbl_pubez_placed) {
-        if (static_cast<std::size_t>(i) < session.lbl_pubez.size()) {
-            visit(session.lbl_pubez[static_cast<std::size_t>(i)], session.lbl_pubez_font,
+    for (const std::int32_t i : session.part.lbl_pubez_placed) {
+        if (static_cast<std::size_t>(i) < session.part.lbl_pubez.size()) {
+            visit(session.part.lbl_pubez[static_cast<std::size_t>(i)], session.part.lbl_pubez_font,
                   session.settings.pubcolor);
         }
     }

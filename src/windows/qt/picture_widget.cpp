@@ -130,15 +130,15 @@ std::optional<PictureWidget::LabelHit> PictureWidget::label_at(const QPointF& pl
                x < left + static_cast<double>(label.width) && y <= top &&
                y > top - static_cast<double>(label.height);
     };
-    const auto& placed = session_.lbl_pubez_placed;
+    const auto& placed = session_.part.lbl_pubez_placed;
     for (std::size_t k = placed.size(); k-- > 0;) {
         const auto i = static_cast<std::size_t>(placed[k]);
-        if (i < session_.lbl_pubez.size() && holds(session_.lbl_pubez[i])) {
+        if (i < session_.part.lbl_pubez.size() && holds(session_.part.lbl_pubez[i])) {
             return LabelHit{LabelArray::lbl_pubez, placed[k]};
         }
     }
-    for (std::size_t i = session_.lbl_nubez.size(); i-- > 1;) {
-        if (holds(session_.lbl_nubez[i])) {
+    for (std::size_t i = session_.part.lbl_nubez.size(); i-- > 1;) {
+        if (holds(session_.part.lbl_nubez[i])) {
             return LabelHit{LabelArray::lbl_nubez, static_cast<std::int32_t>(i)};
         }
     }

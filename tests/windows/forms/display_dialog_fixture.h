@@ -90,7 +90,7 @@ class DisplayDialogFixture : public QObject {
     void make_session() {
         session_ = std::make_unique<veldra::Session>();
         veldra::standard_alle(*session_);
-        session_->plot.plot_massstab = 0.001;
+        session_->part.plot.plot_massstab = 0.001;
         boxes_ = std::make_unique<MessageBoxes>();
         answers_ = ChooserAnswers();
     }

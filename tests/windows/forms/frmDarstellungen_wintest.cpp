@@ -21,7 +21,7 @@ class FrmDarstellungenTest : public DisplayDialogFixture {
         settings().Stquerplo = 7;
         settings().faktorStrich = 4;
         session_->vektor_massstab[5] = 0.1;
-        session_->plot.plot_massstab = 1.0 / 25000;
+        session_->part.plot.plot_massstab = 1.0 / 25000;
         open();
         QCOMPARE(box("txt_punktradius_screen").text(), text("12.5"));
         QCOMPARE(box("txt_punktradius_plott").text(), text("2.0"));
@@ -285,11 +285,11 @@ class FrmDarstellungenTest : public DisplayDialogFixture {
         open();
         type_and_enter(combo("cbo_grundriss_mass"), "12500");
         QCOMPARE(combo("cbo_grundriss_mass").currentText(), text("12 500"));
-        QCOMPARE(session_->plot.plot_massstab, 1 / 12500.0);
+        QCOMPARE(session_->part.plot.plot_massstab, 1 / 12500.0);
         QVERIFY(dialog_->isVisible());
         type(combo("cbo_grundriss_mass"), "2 000");
         combo("cbo_überhöhung").setFocus();
-        QCOMPARE(session_->plot.plot_massstab, 1 / 2000.0);
+        QCOMPARE(session_->part.plot.plot_massstab, 1 / 2000.0);
     }
 
     void a_scale_of_the_list_is_taken() {
@@ -298,7 +298,7 @@ class FrmDarstellungenTest : public DisplayDialogFixture {
         QTest::keyClick(&combo("cbo_grundriss_mass"), Qt::Key_Up);
         // The list runs from large to small: above 1 000 stands 1 200.
         QCOMPARE(combo("cbo_grundriss_mass").currentText(), text("1 200"));
-        QCOMPARE(session_->plot.plot_massstab, 1 / 1200.0);
+        QCOMPARE(session_->part.plot.plot_massstab, 1 / 1200.0);
     }
 
     void wrong_scales_are_answered_and_change_nothing_data() {
@@ -342,7 +342,7 @@ class FrmDarstellungenTest : public DisplayDialogFixture {
         QCOMPARE(boxes_->seen[0].icon, QMessageBox::Critical);
         QCOMPARE(boxes_->seen[0].title, QString::fromUtf8(title));
         QCOMPARE(boxes_->seen[0].text, QString::fromUtf8(message));
-        QCOMPARE(session_->plot.plot_massstab, 0.001);
+        QCOMPARE(session_->part.plot.plot_massstab, 0.001);
         QCOMPARE(session_->vektor_massstab[1], 0.5);
         QCOMPARE(session_->vektor_massstab[6], 0.5);
         QCOMPARE(settings().faktorStrich, std::int16_t{1});
@@ -398,7 +398,7 @@ class FrmDarstellungenTest : public DisplayDialogFixture {
         QCOMPARE(settings().punsigscr[0], 44.0F);
         QVERIFY(session_->twins.settings == settings());
         QCOMPARE(session_->twins.vektor_massstab[4], 0.1);
-        QCOMPARE(session_->plot_merk.plot_massstab, 0.002);
+        QCOMPARE(session_->part.plot_merk.plot_massstab, 0.002);
         QCOMPARE(settings().faktorStrich, std::int16_t{3});
     }
 
@@ -470,17 +470,17 @@ class FrmDarstellungenTest : public DisplayDialogFixture {
         QCOMPARE(session_->vektor_massstab[2], 0.01);
         QCOMPARE(session_->vektor_massstab_plot[2], 0.01);
         QCOMPARE(session_->vektor_massstab[6], 0.02);
-        QCOMPARE(session_->plot.plot_massstab, 0.001);
+        QCOMPARE(session_->part.plot.plot_massstab, 0.001);
         QVERIFY(boxes_->seen.empty());
     }
 
     void a_part_without_a_scale_does_not_keep_the_dialog_open() {
-        session_->plot.plot_massstab = -99.0;
+        session_->part.plot.plot_massstab = -99.0;
         open();
         QCOMPARE(combo("cbo_grundriss_mass").currentText(), QString());
         click(button("cmd_ok"));
         QVERIFY(!dialog_->isVisible());
-        QCOMPARE(session_->plot.plot_massstab, -99.0);
+        QCOMPARE(session_->part.plot.plot_massstab, -99.0);
     }
 };
 

@@ -16,7 +16,7 @@ class FrmLegendeTest : public DialogFixture<FrmLegende> {
         return show_dialog(nullptr, *session_, printer);
     }
     [[nodiscard]] const Titelzeile& title(std::size_t line) const {
-        return session_->titel[line - 1];
+        return session_->part.titel[line - 1];
     }
     void press_ok() const { click(button("cmd_ok")); }
 
@@ -26,10 +26,10 @@ class FrmLegendeTest : public DialogFixture<FrmLegende> {
     void init() {
         session_ = std::make_unique<Session>();
         standard_alle(*session_);
-        session_->plot.plot_massstab = 0.001;
-        session_->obj.obj_beob = 1;
-        session_->titel[0].setTitelText("Netz 1");
-        session_->titel[1].setTitelText("Zweite");
+        session_->part.plot.plot_massstab = 0.001;
+        session_->part.obj.obj_beob = 1;
+        session_->part.titel[0].setTitelText("Netz 1");
+        session_->part.titel[1].setTitelText("Zweite");
     }
 
     void cleanup() {
@@ -103,7 +103,7 @@ class FrmLegendeTest : public DialogFixture<FrmLegende> {
     }
 
     void line_2_without_a_text_of_its_own_begins_empty() {
-        session_->titel[1].setTitelText("");
+        session_->part.titel[1].setTitelText("");
         open();
         click_mark(check("chk_standard_2"));
         QCOMPARE(box("txt_legende_2").text(), QString());
@@ -111,8 +111,8 @@ class FrmLegendeTest : public DialogFixture<FrmLegende> {
 
     void closing_in_any_way_takes_everything_over() {
         for (const int way : {0, 1, 2}) {
-            session_->titel[0].setTitelText("alt");
-            session_->plot.plot_legendenlage = 4;
+            session_->part.titel[0].setTitelText("alt");
+            session_->part.plot.plot_legendenlage = 4;
             open();
             type(box("txt_legende_1"), "");
             box("txt_legende_1").insert(QString::fromUtf8("  Grünes Netz "));
@@ -126,15 +126,15 @@ class FrmLegendeTest : public DialogFixture<FrmLegende> {
             }
             QVERIFY(!dialog_->isVisible());
             QCOMPARE(title(1).getTitelText(), std::string("Gr\xFCnes Netz"));
-            QCOMPARE(session_->plot.plot_legendenlage, std::int16_t{3});
+            QCOMPARE(session_->part.plot.plot_legendenlage, std::int16_t{3});
         }
     }
 
     void a_strange_position_stays_until_one_is_chosen() {
-        session_->plot.plot_legendenlage = 9;
+        session_->part.plot.plot_legendenlage = 9;
         open();
         press_ok();
-        QCOMPARE(session_->plot.plot_legendenlage, std::int16_t{9});
+        QCOMPARE(session_->part.plot.plot_legendenlage, std::int16_t{9});
     }
 
     void a_typed_size_takes_that_of_the_nearest_font() {

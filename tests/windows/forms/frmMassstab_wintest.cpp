@@ -50,7 +50,7 @@ class FrmMassstabTest : public QObject {
     }
     /// A centimetre of value is `pixels` wide.
     void set_scale(double pixels) {
-        session_.plot.plot_massstab = 0.001;
+        session_.part.plot.plot_massstab = 0.001;
         session_.view.ansicht_masseinheit = 1;
         session_.vektor_massstab.fill(pixels * 15 * 0.001 * 100);
     }
@@ -106,15 +106,15 @@ class FrmMassstabTest : public QObject {
     }
 
     void a_kind_of_values_brings_its_frame() {
-        session_.obj.obj_wert_lage = 1;
+        session_.part.obj.obj_wert_lage = 1;
         open();
         QVERIFY(shown("fraLage") && !shown("fraLfehl") && !shown("fraHöhe"));
         auto& lage = control<QGroupBox>(*dialog_, "fraLage");
         QCOMPARE(lage.title(), QString::fromUtf8(" Lageänderungen: "));
-        session_.obj.obj_wert_lage = 2;
+        session_.part.obj.obj_wert_lage = 2;
         dialog_->refresh();
         QCOMPARE(lage.title(), QString::fromUtf8(" Lagerestklaffungen: "));
-        session_.obj.obj_wert_lage = 3;
+        session_.part.obj.obj_wert_lage = 3;
         dialog_->refresh();
         QVERIFY(!shown("fraLage") && shown("fraLfehl"));
         QCOMPARE(control<QGroupBox>(*dialog_, "fraLfehl").title(),
@@ -123,7 +123,7 @@ class FrmMassstabTest : public QObject {
         const char* const captions[] = {
             " Höhenänderungen: ", " Höhenrestklaffungen: ", " Mittlere Höhenfehler: "};
         for (std::int16_t kind = 1; kind <= 3; ++kind) {
-            session_.obj.obj_wert_hoehe = kind;
+            session_.part.obj.obj_wert_hoehe = kind;
             dialog_->refresh();
             QVERIFY(shown("fraHöhe"));
             QCOMPARE(hoehe.title(), QString::fromUtf8(captions[kind - 1]));
@@ -131,8 +131,8 @@ class FrmMassstabTest : public QObject {
     }
 
     void frames_are_105_twips_apart_and_end_15_twips_above_the_lower_edge() {
-        session_.obj.obj_wert_lage = 1;
-        session_.obj.obj_wert_hoehe = 1;
+        session_.part.obj.obj_wert_lage = 1;
+        session_.part.obj.obj_wert_hoehe = 1;
         open();
         const QRect ground = control<QWidget>(*dialog_, "fraGrundriss").geometry();
         const QRect lage = control<QWidget>(*dialog_, "fraLage").geometry();
@@ -147,12 +147,12 @@ class FrmMassstabTest : public QObject {
         dialog_->move(50, 400);
         const int bottom = dialog_->geometry().bottom();
         const int height = dialog_->height();
-        session_.obj.obj_wert_lage = 1;
+        session_.part.obj.obj_wert_lage = 1;
         dialog_->refresh();
         QApplication::processEvents();
         QVERIFY(dialog_->height() > height);
         QCOMPARE(dialog_->geometry().bottom(), bottom);
-        session_.obj.obj_wert_lage = 0;
+        session_.part.obj.obj_wert_lage = 0;
         dialog_->refresh();
         QApplication::processEvents();
         QCOMPARE(dialog_->height(), height);
@@ -160,7 +160,7 @@ class FrmMassstabTest : public QObject {
     }
 
     void maxima_are_drawn_in_their_pens_the_shorter_one_over_the_longer() {
-        session_.obj.obj_wert_lage = 1;
+        session_.part.obj.obj_wert_lage = 1;
         session_.max_ap[1] = {5, 0, 0, "17", "1998"};
         session_.max_np[1] = {2, 0, 0, "", ""};
         open();
@@ -179,7 +179,7 @@ class FrmMassstabTest : public QObject {
     }
 
     void texts_say_what_is_not_seen() {
-        session_.obj.obj_wert_hoehe = 2;
+        session_.part.obj.obj_wert_hoehe = 2;
         session_.settings.vektAdrw[5] = 0;
         session_.max_ap[5].wert = 1;
         session_.max_np[5].wert = 1000;
@@ -190,7 +190,7 @@ class FrmMassstabTest : public QObject {
     }
 
     void long_names_do_not_widen_it_and_can_be_read_whole() {
-        session_.obj.obj_wert_lage = 1;
+        session_.part.obj.obj_wert_lage = 1;
         open();
         const int width = dialog_->width();
         session_.max_np[1] = {2, 0, 0, std::string(120, 'W'), "1998"};
@@ -203,7 +203,7 @@ class FrmMassstabTest : public QObject {
     }
 
     void ellipses_have_new_points_only() {
-        session_.obj.obj_wert_lage = 3;
+        session_.part.obj.obj_wert_lage = 3;
         session_.max_ap[3].wert = 5;  // never of a file
         session_.max_np[3] = {3, 0, 0, "4", ""};
         open();
@@ -247,7 +247,7 @@ class FrmMassstabTest : public QObject {
         open();
         window_->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(window_.get()));
-        session_.obj.obj_wert_hoehe = 1;
+        session_.part.obj.obj_wert_hoehe = 1;
         session_.view.ansicht_masseinheit = 0.1;
         QCOMPARE(label("lblEinheitGrundriss"), QStringLiteral("1 km"));
         dialog_->activateWindow();

@@ -30,7 +30,7 @@ class FrmPlottenTest : public DialogFixture<FrmPlotten> {
     }
 
     [[nodiscard]] QComboBox& scale() const { return combo("cbo_grundriss_mass"); }
-    [[nodiscard]] PlotSettings& plot() const { return session_->plot; }
+    [[nodiscard]] PlotSettings& plot() const { return session_->part.plot; }
     [[nodiscard]] QStringList counts() const {
         return {box("txt_format_rechts").text(), box("txt_format_hoch").text(),
                 label("lbl_format_autorechts"), label("lbl_format_autohoch")};
@@ -59,7 +59,7 @@ class FrmPlottenTest : public DialogFixture<FrmPlotten> {
         test::add_point(*session_, 0, 0);
         test::add_point(*session_, 300, 200);
         session_->netz[session_->netz.append()].netz_name = "Lagenetz";
-        session_->netz_aktuell = 1;
+        session_->part.netz_aktuell = 1;
         session_->datei_geladen = 1;
         plot() = {0.001, 1, 2, 4, table_true, 1, 1, 0, 0};
         session_->view = {0, 0, 300, 200, 0.02};
@@ -319,7 +319,7 @@ class FrmPlottenTest : public DialogFixture<FrmPlotten> {
             click_mark(option(name));
             QCOMPARE(plot().plot_heftrand, margin);
         }
-        QCOMPARE(session_->sheet.rand_links, 0.015);
+        QCOMPARE(session_->part.sheet.rand_links, 0.015);
     }
 
     void zero_point_counts_from_the_lower_left() {
@@ -338,8 +338,8 @@ class FrmPlottenTest : public DialogFixture<FrmPlotten> {
         QTest::keyClick(&check("chk_plotternull"), Qt::Key_Enter);
         QCOMPARE(counts(), names({"2", "1", "(2)", "(1)"}));
         click(button("cmd_ok"));
-        QCOMPARE(plot().plot_null_rechts, session_->extents.gesamt_rw_min);
-        QCOMPARE(plot().plot_null_hoch, session_->extents.gesamt_hw_min);
+        QCOMPARE(plot().plot_null_rechts, session_->part.extents.gesamt_rw_min);
+        QCOMPARE(plot().plot_null_hoch, session_->part.extents.gesamt_hw_min);
     }
 
     void part_not_to_be_plotted_needs_no_settings() {

@@ -18,18 +18,18 @@ class PictureImageTest : public veldra_test::QtTest {
     PictureImageTest() {
         add_point(3500000, 5600000, 1, "101");
         add_point(3500100, 5600000, -1, "102");
-        session_.pu.close_signature_rows();
-        session_.lin.lin_suchen({3500000, 5600000, 3500100, 5600000});
-        session_.lin[1].lin_typ_hin = 11;
-        session_.lin[1].lin_typ_rueck = 11;
-        ++session_.tables_revision;
-        session_.lbl_pubez.resize(3);
+        session_.part.pu.close_signature_rows();
+        session_.part.lin.lin_suchen({3500000, 5600000, 3500100, 5600000});
+        session_.part.lin[1].lin_typ_hin = 11;
+        session_.part.lin[1].lin_typ_rueck = 11;
+        ++session_.part.tables_revision;
+        session_.part.lbl_pubez.resize(3);
         session_.picture = {600 * 15.0, 400 * 15.0};
         FitView(session_, 3499950, 5599950, 3500150, 5600050, 0);
     }
 
     void add_point(double rechts, double hoch, std::int16_t signatur, const char* name) {
-        PointRow& row = session_.pu[session_.pu.punkt_neu(rechts, hoch)];
+        PointRow& row = session_.part.pu[session_.part.pu.punkt_neu(rechts, hoch)];
         row.pu_signatur = signatur;
         row.pu_bez = name;
     }
@@ -125,9 +125,9 @@ TEST_F(PictureImageTest, CopiesHaveMemoryOfTheirOwn) {
 }
 
 TEST_F(PictureImageTest, NothingToDrawIsSaidAndLeavesTheBackground) {
-    session_.pu.clear();
-    session_.lin.clear();
-    ++session_.tables_revision;
+    session_.part.pu.clear();
+    session_.part.lin.clear();
+    ++session_.part.tables_revision;
     const QImage image = picture();
     EXPECT_THAT(ui_.texts, testing::ElementsAre("Datei enthält keine darzustellenden Objekte"));
     EXPECT_EQ(image.pixel(150, 200), picture_background);

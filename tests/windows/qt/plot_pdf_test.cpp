@@ -34,7 +34,7 @@ class Plotter {
         : printer([path] { return std::optional(path); }, resolution) {
         test::show_nothing(session);
         take_printer(session, &printer);
-        PlotSettings& plot = session.plot;
+        PlotSettings& plot = session.part.plot;
         plot.plot_massstab = 0.001;
         plot.plot_ausrichtung = 1;
         plot.plot_heftrand = 2;
@@ -56,8 +56,8 @@ class Plotter {
     }
 
     bool plot(std::int16_t columns, std::int16_t rows) {
-        session.plot.plot_blatt_rechts = columns;
-        session.plot.plot_blatt_hoch = rows;
+        session.part.plot.plot_blatt_rechts = columns;
+        session.part.plot.plot_blatt_hoch = rows;
         return plotten_aktuell(session, {printer.measurer(), ui, [] {}, &printer});
     }
 
@@ -114,11 +114,11 @@ TEST_P(TrueScaleTest, PointsStandWhereTheScalePutsThem) {
     const std::string path = folder.path("plot.pdf");
     Plotter plotter(path, paper.resolution);
     Session& session = plotter.session;
-    session.obj.obj_pusi = 1;
+    session.part.obj.obj_pusi = 1;
     std::mt19937 random(3);
     // 1000 to 1 in both axes, eight digits and centimetres.
-    session.plot.plot_null_rechts = 32361000;
-    session.plot.plot_null_hoch = 5609000;
+    session.part.plot.plot_null_rechts = 32361000;
+    session.part.plot.plot_null_hoch = 5609000;
     std::uniform_real_distribution<double> rechts(0, paper.columns * paper.net_width);
     std::uniform_real_distribution<double> hoch(0, paper.rows * paper.net_height);
     for (int i = 0; i < 200; ++i) {
@@ -129,8 +129,8 @@ TEST_P(TrueScaleTest, PointsStandWhereTheScalePutsThem) {
     const auto pages = circles_of(path);
     ASSERT_EQ(pages.size(),
               static_cast<std::size_t>(paper.columns) * static_cast<std::size_t>(paper.rows));
-    const double sheet_width = session.sheet.papier_breite * 1000;
-    const double sheet_height = session.sheet.papier_hoehe * 1000;
+    const double sheet_width = session.part.sheet.papier_breite * 1000;
+    const double sheet_height = session.part.sheet.papier_hoehe * 1000;
     EXPECT_NEAR(sheet_width, paper.net_width, millimetres_per_twip);
     EXPECT_NEAR(sheet_height, paper.net_height, millimetres_per_twip);
     int drawn = 0;
@@ -138,10 +138,10 @@ TEST_P(TrueScaleTest, PointsStandWhereTheScalePutsThem) {
         for (int row = 0; row < paper.rows; ++row) {
             const auto& circles = pages[static_cast<std::size_t>(column * paper.rows + row)];
             std::size_t next = 0;
-            for (std::int32_t i = 1; i <= session.pu.count(); ++i) {
+            for (std::int32_t i = 1; i <= session.part.pu.count(); ++i) {
                 // A metre is a millimetre. Signatures of class 0 have a radius of 2 mm.
-                const double x = session.pu[i].pu_rechts - 32361000 - column * sheet_width;
-                const double y = session.pu[i].pu_hoch - 5609000 - row * sheet_height;
+                const double x = session.part.pu[i].pu_rechts - 32361000 - column * sheet_width;
+                const double y = session.part.pu[i].pu_hoch - 5609000 - row * sheet_height;
                 if (x < -2 || x > sheet_width + 2 || y < -2 || y > sheet_height + 2) {
                     continue;
                 }
@@ -253,10 +253,10 @@ class JoinedSheetsTest : public testing::Test {
             point.pu_wert_dh = i * 7;
         }
         test::end_points(session);
-        session.obj.obj_beob = 1;
-        session.obj.obj_pusi = 1;
-        session.obj.obj_pube = 1;
-        session.obj.obj_wert_lage = 3;
+        session.part.obj.obj_beob = 1;
+        session.part.obj.obj_pusi = 1;
+        session.part.obj.obj_pube = 1;
+        session.part.obj.obj_wert_lage = 3;
         session.vektor_massstab[3] = 0.5;
         session.settings.vektNdrw[3] = 2;
     }

@@ -97,7 +97,7 @@ class SamplePictures : public veldra_test::QtTest, public testing::WithParamInte
         datei_lesen(session_, desk_);
         ASSERT_EQ(session_.netz.count(), GetParam().parts);
         if (part > 1) {
-            session_.netz_aktuell = part;
+            session_.part.netz_aktuell = part;
             load_plot_settings(session_);
             netzteil_lesen(session_, desk_);
         }
@@ -105,7 +105,7 @@ class SamplePictures : public veldra_test::QtTest, public testing::WithParamInte
 
     /// Another selection, each number another mixture of what the layers can draw.
     void choose(int number) {
-        ObjectSelection& obj = session_.obj;
+        ObjectSelection& obj = session_.part.obj;
         obj.obj_puwe = static_cast<std::int16_t>(number);
         obj.obj_beob = static_cast<std::int16_t>(number % 4);
         obj.obj_pusi = static_cast<std::int16_t>(number % 3 == 0 ? 0 : 1);
@@ -123,7 +123,7 @@ class SamplePictures : public veldra_test::QtTest, public testing::WithParamInte
     }
 
     void look_at(const Share& share) {
-        const Extents& e = session_.extents;
+        const Extents& e = session_.part.extents;
         const double width = e.gesamt_rw_max - e.gesamt_rw_min;
         const double height = e.gesamt_hw_max - e.gesamt_hw_min;
         FitView(session_, e.gesamt_rw_min + share.left * width,
@@ -147,16 +147,16 @@ class SamplePictures : public veldra_test::QtTest, public testing::WithParamInte
         look_at(share);
         const QImage by_index =
             picture([this](DrawingTarget& raster) { draw_picture(session_, raster, desk_); });
-        labels_by_index_ = session_.lbl_pubez_placed.size();
+        labels_by_index_ = session_.part.lbl_pubez_placed.size();
         const QImage of_all_rows = picture([this](DrawingTarget& raster) {
             AllRows all(raster);
             draw_picture(session_, all, desk_);
         });
-        ASSERT_GE(session_.lbl_pubez_placed.size(),
-                  static_cast<std::size_t>(session_.pu.pu_anzahl_signatur));
+        ASSERT_GE(session_.part.lbl_pubez_placed.size(),
+                  static_cast<std::size_t>(session_.part.pu.pu_anzahl_signatur));
         EXPECT_TRUE(by_index == of_all_rows)
-            << GetParam().file << " part " << session_.netz_aktuell << ", values "
-            << session_.obj.obj_puwe << ", " << share.name << ", mode " << session_.plotmodus;
+            << GetParam().file << " part " << session_.part.netz_aktuell << ", values "
+            << session_.part.obj.obj_puwe << ", " << share.name << ", mode " << session_.plotmodus;
         EXPECT_TRUE(ui_.texts.empty()) << ui_.texts.front();
     }
 
@@ -211,7 +211,7 @@ TEST_P(SamplePictures, AreTheSameInThePlotMode) {
 TEST_P(SamplePictures, LeaveOutWhatIsNotInView) {
     open_part(1);
     compare(views[2]);
-    EXPECT_LT(labels_by_index_, static_cast<std::size_t>(session_.pu.count()) / 4);
+    EXPECT_LT(labels_by_index_, static_cast<std::size_t>(session_.part.pu.count()) / 4);
 }
 
 TEST_P(SamplePictures, KeepALabelThatWasMovedIntoTheViewFromFarOutside) {
@@ -219,16 +219,16 @@ TEST_P(SamplePictures, KeepALabelThatWasMovedIntoTheViewFromFarOutside) {
     compare(views[1]);
     // Each label in turn is put into the middle of the view, wherever its point lies.
     std::size_t moved = 0;
-    for (std::int32_t i = 1; i <= session_.pu.pu_anzahl_signatur; i += 7) {
+    for (std::int32_t i = 1; i <= session_.part.pu.pu_anzahl_signatur; i += 7) {
         ++moved;
-        PointRow& row = session_.pu[i];
-        const auto height = static_cast<double>(session_.lbl_pubez[1].height);
+        PointRow& row = session_.part.pu[i];
+        const auto height = static_cast<double>(session_.part.lbl_pubez[1].height);
         const Viewport& view = session_.view;
         row.pu_bez_rechts =
             ((view.ansicht_rw_min + view.ansicht_rw_max) / 2 - row.pu_rechts) / height * 100;
         row.pu_bez_hoch =
             ((view.ansicht_hw_min + view.ansicht_hw_max) / 2 - row.pu_hoch) / height * 100;
-        session_.view_index.label_moved(i);
+        session_.part.view_index.label_moved(i);
     }
     compare(views[1]);
     EXPECT_GE(labels_by_index_, moved);
@@ -251,9 +251,9 @@ TEST_P(SamplePictures, AreGivenBackFromBeneathTextsThatAreLargerThanTheirBoxes) 
     for (const Share& share : views) {
         look_at(share);
         expect_layers_given_back(share, [this] {
-            session_.lbl_pubez_font.points = 40;
-            session_.lbl_pubez_font.italic = 1;
-            session_.lbl_pubez_font.underline = 1;
+            session_.part.lbl_pubez_font.points = 40;
+            session_.part.lbl_pubez_font.italic = 1;
+            session_.part.lbl_pubez_font.underline = 1;
         });
     }
     EXPECT_TRUE(painted_over_);
