@@ -23,10 +23,11 @@ std::string count_text(std::int16_t count) {
     return zahl_text(count, count_mask, "");
 }
 
+constexpr double most_sheets = std::numeric_limits<std::int16_t>::max();
+
 /// A typed number of sheets; at least one, at most what the settings can hold.
 std::int16_t typed_count(std::string_view text) {
-    constexpr double most = std::numeric_limits<std::int16_t>::max();
-    return to_int16(std::clamp(zahl_wert(text), 1.0, most)).value_or(1);
+    return to_int16(std::clamp(zahl_wert(text), 1.0, most_sheets)).value_or(1);
 }
 
 void RefreshSheetCounts(Session& session, PlotOptions& options, const WorldPoint& from,
@@ -89,6 +90,11 @@ bool has_open_part(const Session& session) {
 
 }  // namespace
 
+bool is_sheet_count(std::string_view text) {
+    const double typed = zahl_wert(text);
+    return typed >= 1 && typed <= most_sheets;
+}
+
 std::string plot_scale_denominator(double plot_massstab) {
     if (!(plot_massstab > 0)) {
         return {};
@@ -108,6 +114,7 @@ PlotOptions open_plot_options(Session& session, const Desk& desk) {
     PlotOptions options;
     options.massstab = plot_scale_denominator(plot.plot_massstab);
     options.blatt_auto = plot.plot_blatt_auto == table_true;
+    options.ohne_leere = session.printer.ohne_leere != table_false;
     options.blatt_rechts = count_text(plot.plot_blatt_rechts);
     options.blatt_hoch = count_text(plot.plot_blatt_hoch);
     options.netzteil_offen = has_open_part(session);
@@ -174,6 +181,7 @@ bool accept_plot_options(Session& session, const Desk& desk, PlotOptions& option
         plot.plot_blatt_rechts = typed_count(options.blatt_rechts);
         plot.plot_blatt_hoch = typed_count(options.blatt_hoch);
     }
+    session.printer.ohne_leere = options.ohne_leere ? table_true : table_false;
     plot_merken(session, 2);
     ComputeExtents(session, desk);
     if (options.null_anpassen) {

@@ -25,6 +25,7 @@ struct PlotOptions {
     std::string massstab;          ///< `cbo_grundriss_mass` as it stands for the scale in force
     bool blatt_auto = true;        ///< `chk_format_blatt`
     bool null_anpassen = false;    ///< `chk_plotternull`
+    bool ohne_leere = false;       ///< `chk_ohne_leere`: jobs leave out empty sheets
     std::string blatt_rechts;      ///< `txt_format_rechts`
     std::string blatt_hoch;        ///< `txt_format_hoch`
     bool netzteil_offen = false;   ///< there is a part that can be marked
@@ -60,5 +61,8 @@ struct PlotOptions {
                                        std::string_view massstab);
 /// Abbrechen.
 void reject_plot_options(Session& session, const Desk& desk);
+
+/// The text is a number of sheets that can be set by hand, 1 to 32767.
+[[nodiscard]] bool is_sheet_count(std::string_view text);
 
 }  // namespace veldra

@@ -23,6 +23,7 @@
 #include "windows/qt/dialog_area.h"
 #include "windows/qt/dialog_controls.h"
 #include "windows/qt/entry_box.h"
+#include "windows/qt/hint_line.h"
 #include "windows/qt/paper_symbol.h"
 #include "windows/qt/qt_font.h"
 
@@ -74,7 +75,8 @@ void FrmPlotten::build() {
     build_sheets(*format);
     shown->addWidget(fra_format_);
     column->addWidget(new DialogArea(contents, this), 1);
-    const EndButtons buttons = add_end_buttons(*column, this);
+    lbl_hinweis_ = new HintLine(this);
+    const EndButtons buttons = add_end_buttons(*column, this, lbl_hinweis_);
     cmd_ok_ = buttons.cmd_ok;
     cmd_abbrechen_ = buttons.cmd_abbrechen;
     connect(cmd_ok_, &QPushButton::clicked, this, &FrmPlotten::accept);
@@ -198,8 +200,12 @@ void FrmPlotten::build_sheets(QVBoxLayout& column) {
             0);
         grid->addWidget(edit, line, 1);
         grid->addWidget(computed, line, 2);
-        connect(edit, &QLineEdit::textEdited, this,
-                [&typed](const QString& text) { typed = text.toStdString(); });
+        connect(edit, &QLineEdit::textEdited, this, [this, &typed](const QString& text) {
+            typed = text.toStdString();
+            lbl_hinweis_->tell(is_sheet_count(typed)
+                                   ? QString()
+                                   : QStringLiteral("Anzahl der Blätter: 1 bis 32767"));
+        });
         return std::pair(edit, computed);
     };
     std::tie(txt_format_rechts_, lbl_format_autorechts_) =
@@ -217,6 +223,12 @@ void FrmPlotten::build_sheets(QVBoxLayout& column) {
     connect(chk_plotternull_, &QCheckBox::clicked, this,
             [this](bool ticked) { follow(choose_zero_point(session_, options_, ticked)); });
     column.addWidget(chk_plotternull_);
+    chk_ohne_leere_ =
+        make_check_box(QStringLiteral("chk_ohne_leere"), QStringLiteral("L&eere Blätter weglassen"),
+                       QStringLiteral("Leere Blätter weglassen"), fra_format_);
+    connect(chk_ohne_leere_, &QCheckBox::clicked, this,
+            [this](bool ticked) { options_.ohne_leere = ticked; });
+    column.addWidget(chk_ohne_leere_);
 }
 
 void FrmPlotten::show_scale() {
@@ -254,6 +266,7 @@ void FrmPlotten::refresh() {
     img_querformat_->setVisible(plot.plot_ausrichtung == querformat);
     chk_format_blatt_->setChecked(options_.blatt_auto);
     chk_plotternull_->setChecked(options_.null_anpassen);
+    chk_ohne_leere_->setChecked(options_.ohne_leere);
     show_counts();
     fra_massstab_->setEnabled(options_.netzteil_plotten);
     fra_format_->setEnabled(options_.netzteil_plotten);
