@@ -30,11 +30,6 @@ constexpr int recent_files = 4;
 constexpr int readings_of_a_file = 3;
 constexpr int readings_of_a_part = 3;
 
-MenuItemState& recent_item(WindowState& window, int index) {
-    return window.menu[static_cast<std::size_t>(MenuItem::m_datei_alt_1) +
-                       static_cast<std::size_t>(index) - 1];
-}
-
 /// Paths are compared without regard to case: letters a to z and, in UTF-8, those of Latin-1.
 std::string comparable(const std::string& path) {
     constexpr unsigned char latin1_lead = 0xC3;
@@ -129,7 +124,11 @@ void read_whole_file_records(Session& session, const Desk& desk) {
     }
     const Hourglass hourglass(session, desk.ui);
     expect_readings(session.work, readings_of_a_file + readings_of_a_part);
+    // The list of parts is the former file's until the header has been read.
+    session.window.frm_netzteile_shown = false;
+    ++session.window.frm_netzteile_load;
     kopf_lesen(session);
+    session.window.frm_netzteile_shown = session.netz.count() >= 1;
     maxima_lesen(session);
 }
 
@@ -228,7 +227,6 @@ void zuletzt_aktualisieren(Session& session) {
         recent[i] = recent[i - 1];
     }
     recent[1] = trim(session.graphikdatei);
-    zuletzt_menue(session);
 }
 
 void zuletzt_entfernen(Session& session, int index) {
@@ -237,16 +235,6 @@ void zuletzt_entfernen(Session& session, int index) {
         recent[i] = recent[i + 1];
     }
     recent[recent_files].clear();
-    zuletzt_menue(session);
-}
-
-void zuletzt_menue(Session& session) {
-    for (int i = 1; i <= recent_files; ++i) {
-        const std::string& name = session.zuletzt_datei[static_cast<std::size_t>(i)];
-        MenuItemState& item = recent_item(session.window, i);
-        item.caption = "&" + std::to_string(i) + ": " + name;
-        item.enabled = !name.empty();
-    }
 }
 
 void forget_file(Session& session) {
@@ -264,17 +252,8 @@ void forget_file(Session& session) {
     window.frm_netzteile_shown = false;
     window.frm_massstab_shown = false;
     window.lbl_legende_visible = false;
-    for (const MenuItem item : {MenuItem::m_ansicht_netzteile, MenuItem::m_ansicht_massstab}) {
-        window[item].enabled = false;
-        window[item].checked = false;
-    }
-    for (const ToolButton button : {ToolButton::netzteile, ToolButton::massstaebe}) {
-        window[button].enabled = false;
-    }
     clear_undo(window);
-    const WindowState designed;
-    window.caption = designed.caption;
-    window.fenstertitel = designed.fenstertitel;
+    window.fenstertitel = WindowState().fenstertitel;
 }
 
 }  // namespace veldra

@@ -52,12 +52,10 @@ void erstansicht(Session& session, const Desk& desk);
 /// part is still the current one, as it was.
 void netzteil_anzeigen(Session& session, std::int32_t part, const Desk& desk);
 
-/// Moves the open file to the top of the recent list and brings the menu into line.
+/// Moves the open file to the top of the recent list.
 void zuletzt_aktualisieren(Session& session);
 /// Removes entry `index` (1 to 4); those below it move up.
 void zuletzt_entfernen(Session& session, int index);
-/// Captions and enabling of the recent file menu from the list.
-void zuletzt_menue(Session& session);
 
 /// After the reading of a file has been given up: no file is loaded, and nothing of it is left.
 void forget_file(Session& session);

@@ -276,8 +276,7 @@ class StandIn {
         : session_(session),
           printer_(session.printer),
           plot_(session.part.plot),
-          sheet_(session.part.sheet),
-          entry_(session.window[MenuItem::m_optionen_drucker]) {
+          sheet_(session.part.sheet) {
         constexpr std::int16_t colours = 2;
         session.printer.drucker_ok = table_true;
         session.printer.drucker_farbe = colours;
@@ -286,7 +285,6 @@ class StandIn {
         session_.printer = printer_;
         session_.part.plot = plot_;
         session_.part.sheet = sheet_;
-        session_.window[MenuItem::m_optionen_drucker] = entry_;
     }
     StandIn(const StandIn&) = delete;
     StandIn& operator=(const StandIn&) = delete;
@@ -296,7 +294,6 @@ class StandIn {
     PrinterState printer_;
     PlotSettings plot_;
     SheetGeometry sheet_;
-    MenuItemState entry_;
 };
 
 /// What both commands do around the plotting itself, if `confirm` lets it begin.

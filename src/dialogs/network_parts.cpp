@@ -26,8 +26,6 @@ void mark_for_plotting(Session& session, std::int32_t part, bool marked) {
 
 void show_network_parts(WindowState& window, bool shown) {
     window.frm_netzteile_shown = shown;
-    window[MenuItem::m_ansicht_netzteile].checked = shown;
-    window[ToolButton::netzteile].enabled = !shown;
 }
 
 }  // namespace veldra

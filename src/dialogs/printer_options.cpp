@@ -315,7 +315,7 @@ void accept_printer_options(Session& session, Printer& printer, PrinterOptions& 
     state.drucker_farbe_merk = state.drucker_farbe;
     state.druck_in_datei_merk = state.druck_in_datei;
     if (state.drucker_ok == table_true) {
-        name_printer_in_menu(session, printer);
+        take_printer_name(session, printer);
     }
 }
 

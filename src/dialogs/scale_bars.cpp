@@ -167,20 +167,11 @@ void draw_value_bars(DrawingTarget& target, const ValueBars& bars, double width,
 }
 
 void open_scale_bars(Session& session) {
-    WindowState& window = session.window;
-    window.frm_massstab_shown = true;
-    window[MenuItem::m_ansicht_massstab].checked = true;
-    window[ToolButton::massstaebe].enabled = false;
+    session.window.frm_massstab_shown = true;
 }
 
 void close_scale_bars(Session& session) {
-    WindowState& window = session.window;
-    window.frm_massstab_shown = false;
-    MenuItemState& entry = window[MenuItem::m_ansicht_massstab];
-    entry.checked = false;
-    // Entry and button are offered together; a file without anything to draw and the preview offer
-    // neither.
-    window[ToolButton::massstaebe].enabled = entry.enabled;
+    session.window.frm_massstab_shown = false;
 }
 
 }  // namespace veldra

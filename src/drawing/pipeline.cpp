@@ -25,15 +25,6 @@ void set_pointer(Session& session, UserInterface& ui, int pointer) {
     ui.set_mouse_pointer(pointer);
 }
 
-void set_caption(Session& session) {
-    WindowState& window = session.window;
-    window.caption = window.fenstertitel;
-    if (session.netz.count() > 0) {
-        window.caption += " (" + to_utf8(session.netz[session.part.netz_aktuell].netz_name) + ")";
-    }
-    window.caption += ": " + to_utf8(BuildTitle(session, title_code::objects));
-}
-
 /// Residuals of position and height side by side are never coloured by their tests.
 bool colours_residuals(const ObjectSelection& obj) {
     const bool both = obj.obj_wert_lage == 2 && obj.obj_wert_hoehe == 2;
@@ -46,52 +37,6 @@ void draw_residuals(Session& session, const LayerFrame& frame, DrawingTarget& ta
     } else {
         DrawVectors(session, frame, target, kind);
     }
-}
-
-constexpr std::array view_buttons{ToolButton::lupe_plus,        ToolButton::lupe_minus,
-                                  ToolButton::schiebe_rechts,   ToolButton::schiebe_links,
-                                  ToolButton::schiebe_hoch,     ToolButton::schiebe_runter,
-                                  ToolButton::schiebe_original, ToolButton::plot_ein};
-
-constexpr std::array plot_entries{MenuItem::m_plotten_einstellungen, MenuItem::m_plotten_null,
-                                  MenuItem::m_plotten_alle, MenuItem::m_plotten_aktuell,
-                                  MenuItem::m_plotten_aus};
-
-void offer_commands(WindowState& window, PictureMode mode) {
-    MenuItemState& scale_bars = window[MenuItem::m_ansicht_massstab];
-    scale_bars.enabled = mode == PictureMode::screen;
-    window[ToolButton::massstaebe].enabled = scale_bars.enabled && !scale_bars.checked;
-    for (const MenuItem item : {MenuItem::m_torvel_objekte, MenuItem::m_torvel_ansicht,
-                                MenuItem::m_torvel_plotten, MenuItem::m_torvel_optionen}) {
-        window[item].enabled = true;
-    }
-    for (const ToolButton button : view_buttons) {
-        window[button].enabled = true;
-    }
-    const bool plotting = mode == PictureMode::preview;
-    window[MenuItem::m_plotten_ein].enabled = !plotting;
-    window[ToolButton::plot_ein].enabled = !plotting;
-    for (const MenuItem item : plot_entries) {
-        window[item].enabled = plotting;
-    }
-    window[ToolButton::plot_aus].enabled = plotting;
-}
-
-void withdraw_commands(WindowState& window, PictureMode mode) {
-    window.frm_massstab_shown = false;
-    window[MenuItem::m_ansicht_massstab].checked = false;
-    // Another choice of objects is the way out.
-    window[MenuItem::m_torvel_objekte].enabled = true;
-    for (const MenuItem item : {MenuItem::m_ansicht_massstab, MenuItem::m_torvel_ansicht,
-                                MenuItem::m_torvel_plotten, MenuItem::m_torvel_optionen}) {
-        window[item].enabled = false;
-    }
-    for (const ToolButton button : view_buttons) {
-        window[button].enabled = false;
-    }
-    window[ToolButton::massstaebe].enabled = false;
-    // Nobody is kept in the preview of nothing.
-    window[ToolButton::plot_aus].enabled = mode == PictureMode::preview;
 }
 
 /// Says that there is nothing to draw; a part then is no longer marked for plotting.
@@ -229,14 +174,11 @@ void begin_picture(Session& session, UserInterface& ui) {
     set_pointer(session, ui, hourglass);
     session.window.lbl_legende_visible = false;
     session.window.sheets_moving = false;
-    set_caption(session);
 }
 
-void end_picture(Session& session, UserInterface& ui, PictureMode mode) {
-    if (session.part.pu.count() > 0 || session.part.lin.count() > 0) {
-        offer_commands(session.window, mode);
-    } else {
-        withdraw_commands(session.window, mode);
+void end_picture(Session& session, UserInterface& ui) {
+    if (session.part.pu.count() == 0 && session.part.lin.count() == 0) {
+        session.window.frm_massstab_shown = false;
         report_empty(session, ui);
     }
     set_pointer(session, ui, default_pointer);
@@ -256,7 +198,7 @@ bool DrawAll(Session& session, DrawingTarget& target, TextMeasurer& measurer, Us
         draw_network(session, frame, watched);
         DrawPointLabels(session, frame, watched);
     });
-    end_picture(session, ui, PictureMode::screen);
+    end_picture(session, ui);
     return whole;
 }
 

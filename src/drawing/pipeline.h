@@ -11,20 +11,15 @@
 
 namespace veldra {
 
-/// The two ways to look at a network part.
-enum class PictureMode : std::uint8_t { screen, preview };
-
-/// Renders the current network part at the current viewport into an empty target, places the
-/// labels, and brings window caption, menus and toolbar in `session.window` into line. A part
-/// without anything to draw is reported in a message box and loses its mark for plotting. False if
-/// the user gave the drawing up.
+/// Renders the current network part at the current viewport into an empty target and places the
+/// labels. A part without anything to draw is reported in a message box, loses its mark for
+/// plotting and closes the dialog of scale bars. False if the user gave the drawing up.
 bool DrawAll(Session& session, DrawingTarget& target, TextMeasurer& measurer, UserInterface& ui);
 
-/// What every drawing of the picture begins with: the hourglass, no legend, the caption.
+/// What every drawing of the picture begins with: the hourglass, no legend.
 void begin_picture(Session& session, UserInterface& ui);
-/// What it ends with: menus and toolbar in line with what was drawn and with the mode, or the
-/// report that there is nothing to draw; the mouse pointer.
-void end_picture(Session& session, UserInterface& ui, PictureMode mode);
+/// What it ends with: the report if there is nothing to draw; the mouse pointer.
+void end_picture(Session& session, UserInterface& ui);
 
 /// The layers that the selection asks for, one kind of object each.
 void draw_observations(Session& session, const LayerFrame& frame, DrawingTarget& target);

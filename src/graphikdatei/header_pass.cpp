@@ -106,19 +106,9 @@ void read_record(Session& session, Record& record, const RecordSource& source) {
     }
 }
 
-/// The list of parts belongs to the file before until the end of the pass.
-void close_part_list(WindowState& window) {
-    window[MenuItem::m_ansicht_netzteile].enabled = false;
-    window[MenuItem::m_ansicht_netzteile].checked = false;
-    window[ToolButton::netzteile].enabled = false;
-    window.frm_netzteile_shown = false;
-    ++window.frm_netzteile_load;
-}
-
 }  // namespace
 
 void kopf_lesen(Session& session) {
-    close_part_list(session.window);
     session.netz.clear();
     session.part.netz_aktuell = 0;
     session.part.plot = PlotSettings{};
@@ -133,9 +123,6 @@ void kopf_lesen(Session& session) {
     if (session.netz.count() >= 1) {
         session.part.netz_aktuell = 1;
         load_plot_settings(session);
-        session.window[MenuItem::m_ansicht_netzteile].enabled = true;
-        session.window[MenuItem::m_ansicht_netzteile].checked = true;
-        session.window.frm_netzteile_shown = true;
     }
     constexpr int save = 2;
     plot_merken(session, save);

@@ -189,17 +189,6 @@ void close_document(Session& session) {
     session.arbeitsdatei_suffix.clear();
     session.arbeitskopien.clear();
     session.arbeitsordner.reset();
-    WindowState& window = session.window;
-    for (const MenuItem item : {MenuItem::m_torvel_objekte, MenuItem::m_torvel_ansicht,
-                                MenuItem::m_torvel_plotten, MenuItem::m_torvel_optionen}) {
-        window[item].enabled = false;
-    }
-    for (const ToolButton button :
-         {ToolButton::lupe_plus, ToolButton::lupe_minus, ToolButton::schiebe_rechts,
-          ToolButton::schiebe_links, ToolButton::schiebe_hoch, ToolButton::schiebe_runter,
-          ToolButton::schiebe_original, ToolButton::plot_ein, ToolButton::plot_aus}) {
-        window[button].enabled = false;
-    }
     session.datei_geladen = 0;
 }
 

@@ -36,6 +36,7 @@ struct PictureSize {
 /// State of the application printer. It lives as long as the run; no profile keeps it.
 struct PrinterState {
     std::int16_t drucker_ok = table_false;  ///< -1: there is a printer that works
+    std::string drucker_name;               ///< of the application printer, UTF-8
     std::string drucker_start;              ///< the system's default printer at the start, UTF-8
     std::int16_t drucker_farbe = 2;         ///< 1 monochrome, 2 colour
     std::int16_t druck_in_datei = table_false;

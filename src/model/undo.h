@@ -16,7 +16,7 @@ constexpr std::int16_t zoom_in = 4;         ///< old view: both minima, both max
 constexpr std::int16_t zoom_out = 5;        ///< as zoom_in
 }  // namespace undo_kind
 
-/// Texts of menu entry and button, UTF-8.
+/// What menu entry and button say, UTF-8.
 namespace undo_caption {
 constexpr const char* none = "Rückgängig:";
 constexpr const char* point_label = "Rückgängig: Verschiebung Bezeichnung";
@@ -27,10 +27,10 @@ constexpr const char* zoom_in = "Rückgängig: Vergrößern";
 constexpr const char* zoom_out = "Rückgängig: Verkleinern";
 }  // namespace undo_caption
 
-/// Makes a step the one that can be undone; menu entry and button say so.
+/// Makes a step the one that can be undone; `caption` is what menu entry and button say.
 void store_undo(WindowState& window, const Undo& step, const char* caption);
 
-/// Nothing can be undone: menu entry and button fall back to their plain text and are disabled.
+/// Nothing can be undone.
 void clear_undo(WindowState& window);
 
 }  // namespace veldra

@@ -67,23 +67,19 @@ class Tracking {
 
 void mark_printer_unavailable(Session& session) {
     session.printer.drucker_ok = table_false;
-    MenuItemState& item = session.window[MenuItem::m_optionen_drucker];
-    item.caption = "Druckertreiber nicht verfügbar";
-    item.enabled = false;
 }
 
-void name_printer_in_menu(Session& session, Printer& printer) {
+void take_printer_name(Session& session, Printer& printer) {
     std::string name;
     trapped([&] { name = printer.DeviceName(); });
-    session.window[MenuItem::m_optionen_drucker].caption = "&Anwendungsdrucker: " + name;
+    session.printer.drucker_name = name;
 }
 
 void CheckPrinter(Session& session, Printer* printer) {
     if (printer != nullptr && passes_check(session, *printer)) {
         ResetPrinter(session, *printer);
         session.printer.drucker_ok = table_true;
-        session.window[MenuItem::m_optionen_drucker].enabled = true;
-        name_printer_in_menu(session, *printer);
+        take_printer_name(session, *printer);
         return;
     }
     if (printer != nullptr) {

@@ -66,10 +66,10 @@ void FitPrinterFont(const Session& session, Printer& printer, float size, const 
 /// Throws PrinterError.
 void SetPrinterFont(const Session& session, Printer& printer, const FontSpec& font, float& size);
 
-/// The entry `m_optionen_drucker` bears the name of the application printer.
-void name_printer_in_menu(Session& session, Printer& printer);
+/// Takes the name of the application printer, which the menu tells.
+void take_printer_name(Session& session, Printer& printer);
 
-/// The application printer counts as not available; the menu says so.
+/// The application printer counts as not available.
 void mark_printer_unavailable(Session& session);
 
 }  // namespace veldra

@@ -270,7 +270,7 @@ bool PreviewAll(Session& session, DrawingTarget& target, const Desk& desk) {
         place_legend(session, frame, desk, legend);
         place_edge_numbers(session, frame, &watched);
     });
-    end_picture(session, desk.ui, PictureMode::preview);
+    end_picture(session, desk.ui);
     return whole;
 }
 

@@ -245,14 +245,10 @@ void FrmTorvel::redraw() {
 
 void FrmTorvel::synchronise() {
     synchronise_scale_bars();
-    setWindowTitle(QString::fromStdString(session_.window.caption));
-    WindowState& window = session_.window;
-    window[MenuItem::m_datei_bild].enabled = session_.datei_geladen == 1;
-    window[MenuItem::m_datei_plot].enabled =
-        window[MenuItem::m_torvel_plotten].enabled && window[MenuItem::m_plotten_aktuell].enabled;
+    setWindowTitle(QString::fromStdString(window_title(session_)));
     status_->synchronise(session_);
     gestures_->synchronise();
-    commands_->synchronise(session_.window);
+    commands_->synchronise(offered_commands(session_));
     place_legend_control();
     synchronise_dialogs();
 }

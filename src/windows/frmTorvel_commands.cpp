@@ -254,9 +254,9 @@ void TorvelCommands::build_toolbar(QMainWindow& window) {
     window.addToolBar(Qt::TopToolBarArea, bar);
 }
 
-void TorvelCommands::synchronise(const WindowState& state) {
+void TorvelCommands::synchronise(const OfferedCommands& offered) {
     for (const MenuLine& line : menu_lines) {
-        const MenuItemState& item = state[line.item];
+        const MenuItemState& item = offered[line.item];
         QAction& action = *menu_[static_cast<std::size_t>(line.item)];
         const bool works = line.kind == Kind::menu || menu_commands_.count(line.item) != 0;
         action.setVisible(item.visible);
@@ -271,7 +271,7 @@ void TorvelCommands::synchronise(const WindowState& state) {
         }
     }
     for (const ToolLine& line : tool_lines) {
-        const ToolButtonState& button = state[line.button];
+        const ToolButtonState& button = offered[line.button];
         QAction& action = *tools_[static_cast<std::size_t>(line.button)];
         action.setEnabled(button.enabled && tool_commands_.count(line.button) != 0);
         action.setToolTip(button.tool_tip.empty() ? QString::fromUtf8(line.tool_tip)

@@ -7,7 +7,7 @@
 #include <functional>
 #include <map>
 
-#include "model/window_state.h"
+#include "commands/offered_commands.h"
 
 namespace veldra {
 
@@ -22,7 +22,7 @@ class TorvelCommands {
                    std::map<ToolButton, Command> tool_commands);
 
     /// Brings enabling, visibility, check marks and texts into line.
-    void synchronise(const WindowState& state);
+    void synchronise(const OfferedCommands& offered);
 
  private:
     void build_menus(QMainWindow& window);

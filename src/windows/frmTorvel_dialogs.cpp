@@ -125,7 +125,6 @@ void FrmTorvel::open_project_file() {
     opening([this] { projektdatei_oeffnen(session_, desk()); });
     if (session_.datei_geladen != 1) {
         session_.window.fenstertitel = title;
-        session_.window.caption = title;
     }
 }
 

@@ -203,7 +203,7 @@ void TorvelGestures::give_up() {
 
 /// Without anything to draw the commands of the view are withdrawn, and each drawing says so.
 bool TorvelGestures::is_view_offered() const {
-    return session_.window[ToolButton::lupe_minus].enabled;
+    return shows_network(session_);
 }
 
 void TorvelGestures::synchronise() {

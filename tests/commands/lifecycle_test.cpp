@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "commands/file_commands.h"
+#include "commands/offered_commands.h"
 #include "fake_measurer.h"
 #include "graphikdatei/writer.h"
 #include "os/files.h"
@@ -51,8 +52,8 @@ TEST_F(Lifecycle, OpeningReadsThePartFitsTheViewAndDraws) {
     EXPECT_EQ(drawn, 1);
     EXPECT_LT(session.view.ansicht_rw_min, 10.0);
     EXPECT_GT(session.view.ansicht_rw_max, 40.0);
-    EXPECT_FALSE(session.window[MenuItem::m_ansicht_undo].enabled);
-    EXPECT_EQ(session.window[MenuItem::m_ansicht_undo].caption, "Rückgängig:");
+    EXPECT_FALSE(offered_commands(session)[MenuItem::m_ansicht_undo].enabled);
+    EXPECT_EQ(session.window.undo.caption, "Rückgängig:");
     EXPECT_EQ(ui.pointers.back(), 0);
     EXPECT_THAT(ui.pointers, ::testing::Contains(11));
 }
@@ -72,9 +73,9 @@ TEST_F(Lifecycle, OpeningTheOpenFileWritesItBackAndMovesItToTheTop) {
     EXPECT_EQ(recent(1), path);
     EXPECT_EQ(recent(2), other);
     EXPECT_EQ(recent(3), "");
-    EXPECT_EQ(session.window[MenuItem::m_datei_alt_1].caption, "&1: " + path);
-    EXPECT_TRUE(session.window[MenuItem::m_datei_alt_2].enabled);
-    EXPECT_FALSE(session.window[MenuItem::m_datei_alt_3].enabled);
+    EXPECT_EQ(offered_commands(session)[MenuItem::m_datei_alt_1].caption, "&1: " + path);
+    EXPECT_TRUE(offered_commands(session)[MenuItem::m_datei_alt_2].enabled);
+    EXPECT_FALSE(offered_commands(session)[MenuItem::m_datei_alt_3].enabled);
 }
 
 TEST_F(Lifecycle, AFifthFilePushesTheOldestOut) {
@@ -123,8 +124,8 @@ TEST_F(Lifecycle, DeletedRecentFileIsReportedAndRemoved) {
     EXPECT_EQ(recent(1), "/x/b.dat");
     EXPECT_EQ(recent(3), "/x/d.dat");
     EXPECT_EQ(recent(4), "");
-    EXPECT_EQ(session.window[MenuItem::m_datei_alt_4].caption, "&4: ");
-    EXPECT_FALSE(session.window[MenuItem::m_datei_alt_4].enabled);
+    EXPECT_EQ(offered_commands(session)[MenuItem::m_datei_alt_4].caption, "&4: ");
+    EXPECT_FALSE(offered_commands(session)[MenuItem::m_datei_alt_4].enabled);
     EXPECT_EQ(drawn, 0);
 }
 
@@ -145,7 +146,7 @@ TEST_F(Lifecycle, FileWithoutPartNeverShowsTheDialogOfParts) {
     open(make_file("a.dat", "PUNKTSIGNATUR 1 2 0 0 1\nDISTANZ 1 2 3 4\n"));
     EXPECT_EQ(session.part.netz_aktuell, 0);
     EXPECT_FALSE(session.window.frm_netzteile_shown);
-    EXPECT_FALSE(session.window[MenuItem::m_ansicht_netzteile].enabled);
+    EXPECT_FALSE(offered_commands(session)[MenuItem::m_ansicht_netzteile].enabled);
     EXPECT_EQ(session.part.pu.count(), 1);
 }
 

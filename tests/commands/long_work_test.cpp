@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "commands/lifecycle.h"
+#include "commands/offered_commands.h"
 #include "commands/write_back.h"
 #include "dialogs/object_selection.h"
 #include "fake_measurer.h"
@@ -79,13 +80,13 @@ TEST_F(LongWorkOnFile, AForgottenFileLeavesNothing) {
     EXPECT_EQ(session.part.netz_aktuell, 0);
     EXPECT_EQ(session.part.pu.count(), 0);
     EXPECT_GT(session.part.tables_revision, revision);
-    EXPECT_EQ(session.window.caption, "VELDRA - [keine Graphikdatei eröffnet]");
+    EXPECT_EQ(window_title(session), "VELDRA - [keine Graphikdatei eröffnet]");
     EXPECT_EQ(session.window.fenstertitel, "VELDRA - [keine Graphikdatei eröffnet]");
     EXPECT_EQ(session.window.undo.undo_art, 0);
-    EXPECT_FALSE(session.window[ToolButton::rueckgaengig].enabled);
+    EXPECT_FALSE(offered_commands(session)[ToolButton::rueckgaengig].enabled);
     EXPECT_FALSE(session.window.frm_massstab_shown);
-    EXPECT_FALSE(session.window[ToolButton::massstaebe].enabled);
-    EXPECT_FALSE(session.window[MenuItem::m_ansicht_massstab].enabled);
+    EXPECT_FALSE(offered_commands(session)[ToolButton::massstaebe].enabled);
+    EXPECT_FALSE(offered_commands(session)[MenuItem::m_ansicht_massstab].enabled);
     EXPECT_FALSE(session.window.lbl_legende_visible);
     EXPECT_EQ(session.plotmodus, 0);
 }

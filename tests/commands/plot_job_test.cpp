@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "commands/offered_commands.h"
 #include "fake_measurer.h"
 #include "model/long_work.h"
 #include "plot/application_printer.h"
@@ -114,14 +115,13 @@ TEST_F(PlotJobTest, AutomaticCountsFollowTheRealPaper) {
 
 TEST_F(PlotJobTest, UndoIsClearedAfterwards) {
     open();
-    session.window[MenuItem::m_ansicht_undo].enabled = true;
-    session.window[MenuItem::m_ansicht_undo].caption = "Rückgängig: Lupe";
-    session.window[ToolButton::rueckgaengig].enabled = true;
+    session.window.undo.undo_art = 4;
+    session.window.undo.caption = "Rückgängig: Lupe";
     plotten_aktuell(session, desk);
-    EXPECT_FALSE(session.window[MenuItem::m_ansicht_undo].enabled);
-    EXPECT_EQ(session.window[MenuItem::m_ansicht_undo].caption, "Rückgängig:");
-    EXPECT_FALSE(session.window[ToolButton::rueckgaengig].enabled);
-    EXPECT_EQ(session.window[ToolButton::rueckgaengig].tool_tip, "Rückgängig:");
+    EXPECT_FALSE(offered_commands(session)[MenuItem::m_ansicht_undo].enabled);
+    EXPECT_EQ(offered_commands(session)[MenuItem::m_ansicht_undo].caption, "Rückgängig:");
+    EXPECT_FALSE(offered_commands(session)[ToolButton::rueckgaengig].enabled);
+    EXPECT_EQ(offered_commands(session)[ToolButton::rueckgaengig].tool_tip, "Rückgängig:");
 }
 
 TEST_F(PlotJobTest, NoFileGivenMeansNothingHappens) {

@@ -6,6 +6,8 @@
 
 #include <gmock/gmock.h>
 
+#include "commands/lifecycle.h"
+#include "commands/offered_commands.h"
 #include "commands/plot_job.h"
 #include "pdf/pdf_reader.h"
 #include "plot/application_printer.h"
@@ -141,9 +143,9 @@ TEST_F(PlotToPdf, WithoutAPrinterThePaperIsA4) {
     EXPECT_NEAR(circles[0].x, (210 - 196.7) / 2 + 15 + 10, 0.01);
     EXPECT_NEAR(circles[0].y, (297 - 285.2) / 2 + 12 + 20, 0.01);
     EXPECT_EQ(session.printer.drucker_ok, table_false);
-    EXPECT_EQ(session.window[MenuItem::m_optionen_drucker].caption,
+    EXPECT_EQ(offered_commands(session)[MenuItem::m_optionen_drucker].caption,
               "Druckertreiber nicht verfügbar");
-    EXPECT_FALSE(session.window[MenuItem::m_optionen_drucker].enabled);
+    EXPECT_FALSE(offered_commands(session)[MenuItem::m_optionen_drucker].enabled);
 }
 
 TEST_F(PlotToPdf, PrinterAndSettingsStayAndOneCopyIsPlotted) {
@@ -157,7 +159,7 @@ TEST_F(PlotToPdf, PrinterAndSettingsStayAndOneCopyIsPlotted) {
     session.part.plot.plot_blatt_rechts = 2;
     session.part.plot.plot_blatt_hoch = 2;
     settle();
-    const std::string caption = session.window[MenuItem::m_optionen_drucker].caption;
+    const std::string caption = offered_commands(session)[MenuItem::m_optionen_drucker].caption;
     const auto pages = plotted();
     EXPECT_EQ(pages.size(), 4U);
     EXPECT_EQ(state.exemplare, 3);
@@ -165,7 +167,7 @@ TEST_F(PlotToPdf, PrinterAndSettingsStayAndOneCopyIsPlotted) {
     EXPECT_EQ(state.druck_in_datei, table_true);
     EXPECT_EQ(state.merk_format, 270);
     EXPECT_EQ(state.drucker_ok, table_true);
-    EXPECT_EQ(session.window[MenuItem::m_optionen_drucker].caption, caption);
+    EXPECT_EQ(offered_commands(session)[MenuItem::m_optionen_drucker].caption, caption);
     EXPECT_THAT(printer.documents, IsEmpty());
     EXPECT_EQ(printer.Orientation(), 1);
     EXPECT_EQ(printer.PaperSize(), 9);
@@ -232,10 +234,10 @@ TEST_F(PlotToPdf, FailureAmongTheSheetsLeavesTheOldFileAndTheSettings) {
 
 TEST_F(PlotToPdf, NothingCanBeUndoneAfterwards) {
     open();
-    session.window[MenuItem::m_ansicht_undo].enabled = true;
+    session.window.undo.undo_art = 4;
     session.window.undo.undo_art = 3;
     plot_als_pdf(session, file, desk);
-    EXPECT_FALSE(session.window[MenuItem::m_ansicht_undo].enabled);
+    EXPECT_FALSE(offered_commands(session)[MenuItem::m_ansicht_undo].enabled);
     EXPECT_EQ(session.window.undo.undo_art, 0);
 }
 

@@ -7,6 +7,7 @@
 
 #include <gmock/gmock.h>
 
+#include "commands/offered_commands.h"
 #include "page_content.h"
 #include "plot/application_printer.h"
 #include "queue_fixture.h"
@@ -50,7 +51,8 @@ TEST_F(QtPrintersTest, QueuePassesTheCheckAndHasColour) {
     EXPECT_EQ(session.printer.drucker_ok, -1);
     EXPECT_EQ(session.printer.drucker_farbe, 2);
     EXPECT_EQ(session.printer.drucker_start, "Plotter");
-    EXPECT_EQ(session.window[MenuItem::m_optionen_drucker].caption, "&Anwendungsdrucker: Plotter");
+    EXPECT_EQ(offered_commands(session)[MenuItem::m_optionen_drucker].caption,
+              "&Anwendungsdrucker: Plotter");
 }
 
 TEST_F(QtPrintersTest, PrintableAreaIsThePaperWithoutTheQueuesMargins) {

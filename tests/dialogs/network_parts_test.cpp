@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "commands/offered_commands.h"
+
 namespace veldra {
 namespace {
 
@@ -39,12 +41,12 @@ TEST_F(NetworkParts, NoPartHasNoButtons) {
 TEST_F(NetworkParts, MenuAndToolbarFollowTheDialog) {
     show_network_parts(session.window, true);
     EXPECT_TRUE(session.window.frm_netzteile_shown);
-    EXPECT_TRUE(session.window[MenuItem::m_ansicht_netzteile].checked);
-    EXPECT_FALSE(session.window[ToolButton::netzteile].enabled);
+    EXPECT_TRUE(offered_commands(session)[MenuItem::m_ansicht_netzteile].checked);
+    EXPECT_FALSE(offered_commands(session)[ToolButton::netzteile].enabled);
     show_network_parts(session.window, false);
     EXPECT_FALSE(session.window.frm_netzteile_shown);
-    EXPECT_FALSE(session.window[MenuItem::m_ansicht_netzteile].checked);
-    EXPECT_TRUE(session.window[ToolButton::netzteile].enabled);
+    EXPECT_FALSE(offered_commands(session)[MenuItem::m_ansicht_netzteile].checked);
+    EXPECT_TRUE(offered_commands(session)[ToolButton::netzteile].enabled);
 }
 
 }  // namespace

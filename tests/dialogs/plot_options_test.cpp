@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "commands/offered_commands.h"
 #include "network_builder.h"
 #include "plot/printer_adapters.h"
 #include "recording_interface.h"
@@ -75,10 +76,10 @@ TEST_F(PlotOptionsTest, OpeningTriesThePrinterAndTurnsItsPaper) {
 }
 
 TEST_F(PlotOptionsTest, OpeningTakesTheUndoAway) {
-    session.window[MenuItem::m_ansicht_undo] = {true, true, false, "Rückgängig: Vergrößern"};
+    session.window.undo = {4, 0, {}, "Rückgängig: Vergrößern"};
     open();
-    EXPECT_EQ(session.window[MenuItem::m_ansicht_undo].caption, "Rückgängig:");
-    EXPECT_FALSE(session.window[MenuItem::m_ansicht_undo].enabled);
+    EXPECT_EQ(offered_commands(session)[MenuItem::m_ansicht_undo].caption, "Rückgängig:");
+    EXPECT_FALSE(offered_commands(session)[MenuItem::m_ansicht_undo].enabled);
 }
 
 TEST_F(PlotOptionsTest, PrinterThatStaysUprightIsReplacedByTheFixedSizes) {
@@ -86,7 +87,7 @@ TEST_F(PlotOptionsTest, PrinterThatStaysUprightIsReplacedByTheFixedSizes) {
     open();
     EXPECT_EQ(session.printer.drucker_ok, 0);
     EXPECT_NEAR(session.part.sheet.papier_breite, 0.1967 - 0.0155, 1e-9);
-    EXPECT_EQ(session.window[MenuItem::m_optionen_drucker].caption,
+    EXPECT_EQ(offered_commands(session)[MenuItem::m_optionen_drucker].caption,
               "Druckertreiber nicht verfügbar");
 }
 

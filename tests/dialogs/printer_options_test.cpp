@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "commands/offered_commands.h"
 #include "plot/application_printer.h"
 #include "scripted_printer.h"
 
@@ -299,7 +300,8 @@ TEST_F(PrinterOptionsTest, OkEndsTheDocumentAndKeepsThePaper) {
     EXPECT_EQ(state.exemplare_merk, 7);
     EXPECT_EQ(state.drucker_farbe_merk, 1);
     EXPECT_EQ(state.druck_in_datei_merk, -1);
-    EXPECT_EQ(session.window[MenuItem::m_optionen_drucker].caption, "&Anwendungsdrucker: Laser");
+    EXPECT_EQ(offered_commands(session)[MenuItem::m_optionen_drucker].caption,
+              "&Anwendungsdrucker: Laser");
 }
 
 TEST_F(PrinterOptionsTest, OkWritesNoSizeForOtherPapers) {

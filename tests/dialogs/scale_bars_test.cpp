@@ -2,8 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include "commands/offered_commands.h"
 #include "drawing/describe.h"
-#include "drawing/pipeline.h"
 #include "recording_interface.h"
 
 namespace veldra {
@@ -172,33 +172,16 @@ TEST_F(ScaleBars, ShownKindsFollowTheSelection) {
 }
 
 TEST_F(ScaleBars, OpeningChecksTheEntryAndDisablesTheButton) {
+    session.datei_geladen = 1;
+    session.part.pu.punkt_neu(0, 0);
     open_scale_bars(session);
     EXPECT_TRUE(session.window.frm_massstab_shown);
-    EXPECT_TRUE(session.window[MenuItem::m_ansicht_massstab].checked);
-    EXPECT_FALSE(session.window[ToolButton::massstaebe].enabled);
+    EXPECT_TRUE(offered_commands(session)[MenuItem::m_ansicht_massstab].checked);
+    EXPECT_FALSE(offered_commands(session)[ToolButton::massstaebe].enabled);
     close_scale_bars(session);
     EXPECT_FALSE(session.window.frm_massstab_shown);
-    EXPECT_FALSE(session.window[MenuItem::m_ansicht_massstab].checked);
-    EXPECT_TRUE(session.window[ToolButton::massstaebe].enabled);
-}
-
-TEST_F(ScaleBars, PreviewDisablesEntryAndButton) {
-    session.part.pu.punkt_neu(0, 0);
-    test::RecordingInterface ui;
-    for (const bool shown : {false, true}) {
-        session.window[MenuItem::m_ansicht_massstab].checked = shown;
-        end_picture(session, ui, PictureMode::preview);
-        EXPECT_FALSE(session.window[MenuItem::m_ansicht_massstab].enabled);
-        EXPECT_FALSE(session.window[ToolButton::massstaebe].enabled);
-        end_picture(session, ui, PictureMode::screen);
-        EXPECT_TRUE(session.window[MenuItem::m_ansicht_massstab].enabled);
-        EXPECT_EQ(session.window[ToolButton::massstaebe].enabled, !shown);
-    }
-    // Closed in the preview, the button stays off.
-    open_scale_bars(session);
-    end_picture(session, ui, PictureMode::preview);
-    close_scale_bars(session);
-    EXPECT_FALSE(session.window[ToolButton::massstaebe].enabled);
+    EXPECT_FALSE(offered_commands(session)[MenuItem::m_ansicht_massstab].checked);
+    EXPECT_TRUE(offered_commands(session)[ToolButton::massstaebe].enabled);
 }
 
 }  // namespace

@@ -2,7 +2,9 @@
 
 #include <utility>
 
+#include "drawing/title.h"
 #include "layer_fixture.h"
+#include "text/codepage.h"
 
 namespace veldra {
 namespace {
@@ -42,13 +44,6 @@ class DrawAllTest : public test::LayerFixture {
         session.part.netz_aktuell = session.netz.append();
         session.netz[session.part.netz_aktuell].netz_name = name;
     }
-    [[nodiscard]] bool enabled(MenuItem item) const { return session.window[item].enabled; }
-    [[nodiscard]] bool enabled(ToolButton button) const { return session.window[button].enabled; }
-
-    static constexpr ToolButton view_buttons[] = {
-        ToolButton::lupe_plus,     ToolButton::lupe_minus,      ToolButton::schiebe_rechts,
-        ToolButton::schiebe_links, ToolButton::schiebe_hoch,    ToolButton::schiebe_runter,
-        ToolButton::plot_ein,      ToolButton::schiebe_original};
 
     RecordingDesktop desktop;
 };
@@ -147,8 +142,8 @@ TEST_F(DrawAllTest, BothResidualsTogetherAreNeverColouredThoughTheTitleSaysSo) {
     const Lines lines = draw();
     EXPECT_TRUE(only(lines, fmt::format("ForeColor {}", rgb(0, 255, 0))).empty());
     EXPECT_EQ(only(lines, "Line"), (Lines{"Line 10 20 15 20", "Line 10 20 10 25"}));
-    EXPECT_EQ(session.window.caption,
-              session.window.fenstertitel + ": Lagerestklaffungen, EV, Höhenrestklaffungen, EV");
+    EXPECT_EQ(to_utf8(BuildTitle(session, title_code::objects)),
+              "Lagerestklaffungen, EV, Höhenrestklaffungen, EV");
 }
 
 TEST_F(DrawAllTest, ValuesAreDrawnByTheirKinds) {
@@ -174,19 +169,6 @@ TEST_F(DrawAllTest, ValuesAreDrawnByTheirKinds) {
     }
 }
 
-TEST_F(DrawAllTest, CaptionNamesPartAndContent) {
-    session.window.fenstertitel = "VELDRA - netz.dat";
-    session.part.obj.obj_beob = 2;
-    add_point(session, 1010, 2020);
-    draw();
-    EXPECT_EQ(session.window.caption, "VELDRA - netz.dat: Höhenbeobachtungen");
-    add_part(
-        "S\xFC"
-        "d 1");
-    draw();
-    EXPECT_EQ(session.window.caption, "VELDRA - netz.dat (Süd 1): Höhenbeobachtungen");
-}
-
 TEST_F(DrawAllTest, HourglassIsShownWhileDrawing) {
     add_point(session, 1010, 2020);
     session.window.lbl_legende_visible = true;
@@ -196,61 +178,13 @@ TEST_F(DrawAllTest, HourglassIsShownWhileDrawing) {
     EXPECT_FALSE(session.window.lbl_legende_visible);
 }
 
-TEST_F(DrawAllTest, CommandsAreOfferedWhenThereIsSomethingToDraw) {
-    for (MenuItemState& item : session.window.menu) {
-        item.enabled = false;
-    }
-    for (ToolButtonState& button : session.window.tools) {
-        button.enabled = false;
-    }
-    session.window[MenuItem::m_plotten_null].enabled = true;
-    session.window[ToolButton::plot_aus].enabled = true;
-    add_line(session, {1000, 2000, 1090, 2000});
-    draw();
-    for (const MenuItem item :
-         {MenuItem::m_ansicht_massstab, MenuItem::m_torvel_objekte, MenuItem::m_torvel_ansicht,
-          MenuItem::m_torvel_plotten, MenuItem::m_plotten_ein, MenuItem::m_torvel_optionen}) {
-        EXPECT_TRUE(enabled(item)) << static_cast<int>(item);
-    }
-    for (const MenuItem item :
-         {MenuItem::m_plotten_einstellungen, MenuItem::m_plotten_null, MenuItem::m_plotten_alle,
-          MenuItem::m_plotten_aktuell, MenuItem::m_plotten_aus}) {
-        EXPECT_FALSE(enabled(item)) << static_cast<int>(item);
-    }
-    for (const ToolButton button : view_buttons) {
-        EXPECT_TRUE(enabled(button)) << static_cast<int>(button);
-    }
-    EXPECT_TRUE(enabled(ToolButton::massstaebe));
-    EXPECT_FALSE(enabled(ToolButton::plot_aus));
-    EXPECT_FALSE(enabled(ToolButton::netzteile));
-    EXPECT_TRUE(desktop.boxes.empty());
-}
-
-TEST_F(DrawAllTest, ScaleBarButtonIsOffWhileItsDialogIsShown) {
-    session.window[MenuItem::m_ansicht_massstab].checked = true;
-    add_point(session, 1010, 2020);
-    draw();
-    EXPECT_TRUE(enabled(MenuItem::m_ansicht_massstab));
-    EXPECT_FALSE(enabled(ToolButton::massstaebe));
-}
-
 TEST_F(DrawAllTest, FileWithoutPartsAndObjectsIsReported) {
     session.window.frm_massstab_shown = true;
-    session.window[MenuItem::m_torvel_objekte].enabled = false;
     draw();
     ASSERT_EQ(desktop.boxes.size(), 1U);
     EXPECT_EQ(desktop.styles[0], MessageStyle::critical);
     EXPECT_EQ(desktop.boxes[0].first, " Fehler ");
     EXPECT_EQ(desktop.boxes[0].second, "Datei enthält keine darzustellenden Objekte");
-    EXPECT_TRUE(enabled(MenuItem::m_torvel_objekte));
-    for (const MenuItem item : {MenuItem::m_ansicht_massstab, MenuItem::m_torvel_ansicht,
-                                MenuItem::m_torvel_plotten, MenuItem::m_torvel_optionen}) {
-        EXPECT_FALSE(enabled(item)) << static_cast<int>(item);
-    }
-    for (const ToolButton button : view_buttons) {
-        EXPECT_FALSE(enabled(button)) << static_cast<int>(button);
-    }
-    EXPECT_FALSE(enabled(ToolButton::massstaebe));
     EXPECT_FALSE(session.window.frm_massstab_shown);
     EXPECT_EQ(desktop.pointers, (std::vector<int>{11, 0}));
 }

@@ -35,7 +35,7 @@ TEST_F(HeaderPass, AllSpellingsOpenThePart) {
     }
 }
 
-TEST_F(HeaderPass, TenPartsMakePartOneCurrentAndShowTheDialog) {
+TEST_F(HeaderPass, TenPartsMakePartOneCurrent) {
     std::string text;
     for (int i = 1; i <= 10; ++i) {
         text += "NETZTEIL Teil " + std::to_string(i) + "\r\n";
@@ -43,20 +43,13 @@ TEST_F(HeaderPass, TenPartsMakePartOneCurrentAndShowTheDialog) {
     read(text);
     EXPECT_EQ(session.netz.count(), 10);
     EXPECT_EQ(session.part.netz_aktuell, 1);
-    EXPECT_TRUE(session.window.frm_netzteile_shown);
-    EXPECT_TRUE(session.window[MenuItem::m_ansicht_netzteile].enabled);
-    EXPECT_TRUE(session.window[MenuItem::m_ansicht_netzteile].checked);
-    EXPECT_FALSE(session.window[ToolButton::netzteile].enabled);
 }
 
 TEST_F(HeaderPass, EmptyFileLeavesEverythingAtDefault) {
-    session.window.frm_netzteile_shown = true;
     read("");
     EXPECT_EQ(session.netz.count(), 0);
     EXPECT_EQ(session.part.netz_aktuell, 0);
     EXPECT_EQ(session.part.plot.plot_massstab, -99.0);
-    EXPECT_FALSE(session.window.frm_netzteile_shown);
-    EXPECT_FALSE(session.window[MenuItem::m_ansicht_netzteile].enabled);
 }
 
 TEST_F(HeaderPass, PartWithoutScaleKeepsTheDefaults) {

@@ -120,8 +120,6 @@ TEST_F(Writer, CopiesAreGoneAfterTheFinalForm) {
     EXPECT_FALSE(datei_vorhanden(session.graphikdatei + "_1"));
     EXPECT_FALSE(datei_vorhanden(session.graphikdatei + "_2"));
     EXPECT_EQ(session.datei_geladen, 0);
-    EXPECT_FALSE(session.window[MenuItem::m_torvel_objekte].enabled);
-    EXPECT_FALSE(session.window[ToolButton::plot_aus].enabled);
 }
 
 TEST_F(Writer, ScaleFollowsItsPartAndUnplottedPartsHaveNone) {

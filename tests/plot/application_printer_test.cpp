@@ -19,14 +19,7 @@ using ::testing::IsEmpty;
 
 class ApplicationPrinter : public testing::Test {
  protected:
-    [[nodiscard]] const MenuItemState& menu() const {
-        return session.window[MenuItem::m_optionen_drucker];
-    }
-    void expect_unavailable() const {
-        EXPECT_EQ(session.printer.drucker_ok, 0);
-        EXPECT_EQ(menu().caption, "Druckertreiber nicht verfügbar");
-        EXPECT_FALSE(menu().enabled);
-    }
+    void expect_unavailable() const { EXPECT_EQ(session.printer.drucker_ok, 0); }
     /// The printer has passed its check and nothing is left of that in the list of calls.
     void make_ready() {
         CheckPrinter(session, &printer);
@@ -41,11 +34,9 @@ class ApplicationPrinter : public testing::Test {
 // CheckPrinter
 
 TEST_F(ApplicationPrinter, PrinterThatTakesBothOrientationsIsUsable) {
-    session.window[MenuItem::m_optionen_drucker].enabled = false;
     CheckPrinter(session, &printer);
     EXPECT_EQ(session.printer.drucker_ok, -1);
-    EXPECT_EQ(menu().caption, "&Anwendungsdrucker: Plotter");
-    EXPECT_TRUE(menu().enabled);
+    EXPECT_EQ(session.printer.drucker_name, "Plotter");
     EXPECT_EQ(printer.Orientation(), 2);
 }
 
@@ -104,7 +95,6 @@ TEST_F(ApplicationPrinter, PrinterThatNoLongerWorksLosesItsState) {
     printer.device().failing = {};
     CheckPrinter(session, &printer);
     EXPECT_EQ(session.printer.drucker_ok, -1);
-    EXPECT_TRUE(menu().enabled);
 }
 
 TEST_F(ApplicationPrinter, NoPrinterInstalledIsNotUsable) {

@@ -77,8 +77,6 @@ class PreviewTest : public test::LayerFixture {
     [[nodiscard]] static bool holds(const std::vector<std::string>& lines, const char* line) {
         return std::find(lines.begin(), lines.end(), line) != lines.end();
     }
-    [[nodiscard]] bool enabled(MenuItem item) const { return session.window[item].enabled; }
-    [[nodiscard]] bool enabled(ToolButton button) const { return session.window[button].enabled; }
 
     RecordingInterface ui;
 };
@@ -417,42 +415,9 @@ TEST_F(PreviewTest, PrinterThatRefusesAnOrientationIsNotUsed) {
     EXPECT_NEAR(session.part.sheet.papier_breite, 0.1812, 1e-6);
 }
 
-TEST_F(PreviewTest, CommandsOfThePlotModeAreOffered) {
-    constexpr MenuItem of_plot_mode[] = {MenuItem::m_plotten_einstellungen,
-                                         MenuItem::m_plotten_null, MenuItem::m_plotten_alle,
-                                         MenuItem::m_plotten_aktuell, MenuItem::m_plotten_aus};
-    add_signature(1010, 2010);
-    draw();
-    for (const MenuItem item : of_plot_mode) {
-        EXPECT_TRUE(enabled(item));
-    }
-    EXPECT_FALSE(enabled(MenuItem::m_plotten_ein));
-    EXPECT_TRUE(enabled(ToolButton::plot_aus));
-    EXPECT_FALSE(enabled(ToolButton::plot_ein));
-    EXPECT_TRUE(enabled(ToolButton::lupe_plus));
-    session.plotmodus = 0;
-    draw();
-    for (const MenuItem item : of_plot_mode) {
-        EXPECT_FALSE(enabled(item));
-    }
-    EXPECT_TRUE(enabled(MenuItem::m_plotten_ein));
-    EXPECT_FALSE(enabled(ToolButton::plot_aus));
-    EXPECT_TRUE(enabled(ToolButton::plot_ein));
-}
-
-TEST_F(PreviewTest, NothingToDrawIsReportedAndTheWayOutStaysOpen) {
+TEST_F(PreviewTest, NothingToDrawIsReported) {
     draw();
     EXPECT_EQ(ui.texts, (std::vector<std::string>{"Datei enthält keine darzustellenden Objekte"}));
-    EXPECT_TRUE(enabled(ToolButton::plot_aus));
-    EXPECT_FALSE(enabled(ToolButton::plot_ein));
-}
-
-TEST_F(PreviewTest, CaptionIsThatOfTheScreen) {
-    add_signature(1010, 2010);
-    session.part.obj.obj_beob = 1;
-    session.window.fenstertitel = "VELDRA [x]";
-    draw();
-    EXPECT_EQ(session.window.caption, "VELDRA [x]: Lagebeobachtungen");
 }
 
 }  // namespace

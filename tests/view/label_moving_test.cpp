@@ -74,8 +74,7 @@ TEST_F(LabelMoving, OffsetsArePercentOfTheLabelsHeight) {
     EXPECT_EQ(session.window.undo.undo_art, 1);
     EXPECT_EQ(session.window.undo.undo_index, 1);
     EXPECT_EQ(session.window.undo.undo_wert[0], 0);
-    EXPECT_EQ(session.window[MenuItem::m_ansicht_undo].caption,
-              "Rückgängig: Verschiebung Bezeichnung");
+    EXPECT_EQ(session.window.undo.caption, "Rückgängig: Verschiebung Bezeichnung");
 }
 
 TEST_F(LabelMoving, ASecondMoveStartsFromTheFirst) {
@@ -163,7 +162,7 @@ TEST_F(LabelMoving, UndoPutsALabelBackToItsStandardPlace) {
     EXPECT_FLOAT_EQ(label(1).left, 11.2F);
     EXPECT_EQ(label(1).top, 20.0F);
     EXPECT_EQ(session.window.undo.undo_art, 0);
-    EXPECT_EQ(session.window[ToolButton::rueckgaengig].tool_tip, "Rückgängig:");
+    EXPECT_EQ(session.window.undo.caption, "Rückgängig:");
 }
 
 TEST_F(LabelMoving, UndoAtAVectorPutsTheLabelRelativeToThePoint) {
@@ -194,8 +193,7 @@ TEST_F(LabelMoving, DistrictLabelsKeepTheirPlaceOnTheGround) {
     EXPECT_EQ(session.window.undo.undo_art, 2);
     EXPECT_EQ(session.window.undo.undo_wert[0], 1030);
     EXPECT_EQ(session.window.undo.undo_wert[1], 2040);
-    EXPECT_EQ(session.window[MenuItem::m_ansicht_undo].caption,
-              "Rückgängig: Verschiebung NB-Bezeichnung");
+    EXPECT_EQ(session.window.undo.caption, "Rückgängig: Verschiebung NB-Bezeichnung");
 }
 
 TEST_F(LabelMoving, ASecondMoveOfADistrictLabelReusesItsEntry) {

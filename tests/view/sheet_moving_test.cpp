@@ -71,8 +71,7 @@ TEST_F(SheetMoving, BeginningStoresTheStepAndHidesTheLegend) {
     EXPECT_EQ(session.window.undo.undo_art, 3);
     EXPECT_EQ(session.window.undo.undo_wert[0], 1000);
     EXPECT_EQ(session.window.undo.undo_wert[1], 2000);
-    EXPECT_EQ(session.window[MenuItem::m_ansicht_undo].caption,
-              "Rückgängig: Verschiebung Blatteinteilung");
+    EXPECT_EQ(session.window.undo.caption, "Rückgängig: Verschiebung Blatteinteilung");
     EXPECT_FALSE(session.window.lbl_legende_visible);
     // Numbers at the nodes stay.
     EXPECT_TRUE(session.part.lbl_nubez[1].visible);
@@ -115,8 +114,7 @@ TEST_F(SheetMoving, FittingTakesTheCornerOfTheExtents) {
     // A single point is shown as a square of 5 m about it.
     expect_origin(1497.5, 2497.5);
     EXPECT_EQ(session.window.undo.undo_art, 3);
-    EXPECT_EQ(session.window[MenuItem::m_ansicht_undo].caption,
-              "Rückgängig: Plotternullpunkt anpassen");
+    EXPECT_EQ(session.window.undo.caption, "Rückgängig: Plotternullpunkt anpassen");
     EXPECT_DOUBLE_EQ(session.view.ansicht_rw_min, before.ansicht_rw_min);
     EXPECT_DOUBLE_EQ(session.view.ansicht_hw_max, before.ansicht_hw_max);
     undo_sheet_move(session);

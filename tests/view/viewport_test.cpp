@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "model/undo.h"
+
 namespace veldra {
 namespace {
 
@@ -119,17 +121,12 @@ TEST(Resize, MaximisingKeepsTheGroundInView) {
 }
 
 void allow_undo(Session& session) {
-    session.window[MenuItem::m_ansicht_undo].caption = "Rückgängig: Vergrößern";
-    session.window[MenuItem::m_ansicht_undo].enabled = true;
-    session.window[ToolButton::rueckgaengig].tool_tip = "Rückgängig: Vergrößern";
-    session.window[ToolButton::rueckgaengig].enabled = true;
+    store_undo(session.window, {undo_kind::zoom_in, 0, {}, {}}, undo_caption::zoom_in);
 }
 
 void expect_no_undo(const Session& session) {
-    EXPECT_EQ(session.window[MenuItem::m_ansicht_undo].caption, "Rückgängig:");
-    EXPECT_FALSE(session.window[MenuItem::m_ansicht_undo].enabled);
-    EXPECT_EQ(session.window[ToolButton::rueckgaengig].tool_tip, "Rückgängig:");
-    EXPECT_FALSE(session.window[ToolButton::rueckgaengig].enabled);
+    EXPECT_EQ(session.window.undo.caption, "Rückgängig:");
+    EXPECT_EQ(session.window.undo.undo_art, undo_kind::none);
 }
 
 TEST(Resize, MinimisingAndRestoringNeitherRefitsNorRedrawsYetClearsUndo) {

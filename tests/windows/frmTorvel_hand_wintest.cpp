@@ -440,7 +440,6 @@ class FrmTorvelHandTest : public test::HandFixture {
     void plot_origin_is_fitted_by_its_command() {
         start_with_network();
         session_.plotmodus = 1;
-        session_.window[MenuItem::m_plotten_null].enabled = true;
         window_->synchronise();
         session_.part.plot.plot_null_rechts += 17;
         const double rechts = session_.part.plot.plot_null_rechts;

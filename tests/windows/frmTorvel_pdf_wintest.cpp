@@ -228,14 +228,14 @@ class FrmTorvelPdfTest : public test::TorvelFixture {
 
     void cancelled_chooser_changes_nothing() {
         start_in_plot_mode();
-        session_.window[MenuItem::m_ansicht_undo].enabled = true;
+        session_.window.undo.undo_art = 4;
         const qint64 shown = window_->picture().shown().cacheKey();
         when_shown<QFileDialog>([](QFileDialog& chooser) { chooser.reject(); });
         action("m_datei_plot")->trigger();
         QVERIFY(printer_.calls.empty());
         QCOMPARE(files("netz"), QStringList{text("ve_teile.dat")});
         QCOMPARE(window_->picture().shown().cacheKey(), shown);
-        QVERIFY(session_.window[MenuItem::m_ansicht_undo].enabled);
+        QCOMPARE(session_.window.undo.undo_art, 4);
         QVERIFY(action("m_datei_plot")->isEnabled());
     }
 

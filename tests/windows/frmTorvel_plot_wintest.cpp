@@ -94,12 +94,12 @@ class FrmTorvelPlotTest : public test::TorvelFixture {
     }
 
     void switching_leaves_nothing_to_undo() {
-        session_.window[MenuItem::m_ansicht_undo].enabled = true;
+        session_.window.undo.undo_art = 4;
         action("plot_ein")->trigger();
-        QVERIFY(!session_.window[MenuItem::m_ansicht_undo].enabled);
-        session_.window[MenuItem::m_ansicht_undo].enabled = true;
+        QCOMPARE(session_.window.undo.undo_art, 0);
+        session_.window.undo.undo_art = 4;
         action("plot_aus")->trigger();
-        QVERIFY(!session_.window[MenuItem::m_ansicht_undo].enabled);
+        QCOMPARE(session_.window.undo.undo_art, 0);
     }
 
     void current_part_is_printed_and_the_preview_comes_back() {

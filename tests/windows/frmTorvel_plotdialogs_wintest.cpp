@@ -104,7 +104,7 @@ class FrmTorvelPlotDialogsTest : public QObject {
     }
 
     void plot_settings_take_the_undo_away() {
-        session_->window[MenuItem::m_ansicht_undo] = {true, true, false, "Rückgängig: Vergrößern"};
+        session_->window.undo = {4, 0, {}, "Rückgängig: Vergrößern"};
         open_plot_settings();
         QVERIFY(!window_->findChild<QAction*>(text("m_ansicht_undo"))->isEnabled());
         QCOMPARE(window_->findChild<QAction*>(text("m_ansicht_undo"))->text(), text("Rückgängig:"));

@@ -186,8 +186,7 @@ class FrmTorvelSideDialogsTest : public QObject {
 
     void the_plot_mode_disables_entry_and_button() {
         open_file();
-        veldra::test::RecordingInterface ui;
-        end_picture(*session_, ui, PictureMode::preview);
+        session_->plotmodus = 1;
         window_->synchronise();
         QVERIFY(!action("m_ansicht_maßstab").isEnabled());
         QVERIFY(!action("maßstäbe").isEnabled());
@@ -199,10 +198,10 @@ class FrmTorvelSideDialogsTest : public QObject {
         auto* dialog = window_->findChild<FrmLegende*>(text("frmLegende"));
         QVERIFY(dialog != nullptr && dialog->isVisible() && dialog->isModal());
         type(control<QLineEdit>(*dialog, "txt_legende_1"), "Lagenetz");
-        session_->window.caption = "alt";
+        session_->window.mouse_pointer = 99;
         click(control<QPushButton>(*dialog, "cmd_ok"));
         QCOMPARE(session_->part.titel[0].getTitelText(), std::string("Lagenetz"));
-        QVERIFY(session_->window.caption != "alt");  // drawing sets the caption
+        QCOMPARE(session_->window.mouse_pointer, 0);  // drawing ends with the default pointer
         QTRY_VERIFY(window_->findChild<FrmLegende*>(text("frmLegende")) == nullptr);
     }
 
@@ -316,9 +315,9 @@ class FrmTorvelSideDialogsTest : public QObject {
             action("m_optionen_grenzen").trigger();
             auto* dialog = window_->findChild<FrmVerwopt*>(text("frmVerwopt"));
             QVERIFY(dialog != nullptr && dialog->isVisible());
-            session_->window.caption = "alt";
+            session_->window.mouse_pointer = 99;
             click(control<QPushButton>(*dialog, accepted ? "cmd_ok" : "cmd_abbrechen"));
-            QCOMPARE(session_->window.caption != "alt", accepted);
+            QCOMPARE(session_->window.mouse_pointer == 0, accepted);
             QTRY_VERIFY(window_->findChild<FrmVerwopt*>(text("frmVerwopt")) == nullptr);
         }
     }

@@ -443,7 +443,7 @@ class FrmTorvelTest : public test::TorvelFixture {
     void minimising_changes_nothing_but_undo() {
         start_with_network();
         const Viewport before = session_.view;
-        std::string& caption = session_.window[MenuItem::m_ansicht_undo].caption;
+        std::string& caption = session_.window.undo.caption;
         caption = "Rückgängig: Vergrößern";
         window_->showMinimized();
         QTRY_COMPARE(caption, std::string("Rückgängig:"));

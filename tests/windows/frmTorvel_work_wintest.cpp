@@ -399,7 +399,6 @@ class LongWorkTest : public WorkFixture {
         action("m_plotten_aus")->trigger();
         QCOMPARE(picture().shown(), shown);
         session_.zuletzt_datei[2] = "/gibt/es/nicht.dat";
-        zuletzt_menue(session_);
         window_->synchronise();
         veldra_test::MessageBoxes boxes;
         boxes.at_box = [&] { QCOMPARE(picture().shown(), shown); };
