@@ -12,6 +12,7 @@
 #include "graphikdatei/numbers.h"
 #include "graphikdatei/written_records.h"
 #include "platform/os/files.h"
+#include "shell/working_copies.h"
 
 namespace veldra {
 
@@ -102,7 +103,11 @@ struct ObservationWords {
 class MemoryWriter {
  public:
     MemoryWriter(const Session& session, const std::string& target)
-        : session_(session), out_(target), points_(session.pu) {}
+        : session_(session),
+          out_(target,
+               is_own_copy(session, target) ? NamedBy::program : NamedBy::program_as_new,
+               session.graphikdatei),
+          points_(session.pu) {}
 
     void write() {
         record("VerfahrenLegende " + session_.titel[0].getTitelText());
@@ -295,8 +300,9 @@ class MemoryWriter {
 
 }  // namespace
 
-void write_from_memory(const Session& session, const std::string& target) {
+void write_from_memory(Session& session, const std::string& target) {
     MemoryWriter(session, target).write();
+    count_as_own_copy(session, target);
 }
 
 }  // namespace veldra

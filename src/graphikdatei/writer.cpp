@@ -1,5 +1,8 @@
 #include "graphikdatei/writer.h"
 
+#include <utility>
+#include <vector>
+
 #include "graphikdatei/change_records.h"
 #include "graphikdatei/keywords.h"
 #include "graphikdatei/line_reader.h"
@@ -9,6 +12,7 @@
 #include "platform/os/files.h"
 #include "shell/fatal_error.h"
 #include "shell/long_work.h"
+#include "shell/working_copies.h"
 
 namespace veldra {
 
@@ -75,6 +79,8 @@ void copy_in_final_form(const Session& session, LineReader& in, ReplacedFile& ou
 
 void close_document(Session& session) {
     session.arbeitsdatei_suffix.clear();
+    session.arbeitskopien.clear();
+    session.arbeitsordner.reset();
     WindowState& window = session.window;
     for (const MenuItem item : {MenuItem::m_torvel_objekte, MenuItem::m_torvel_ansicht,
                                 MenuItem::m_torvel_plotten, MenuItem::m_torvel_optionen}) {
@@ -93,9 +99,10 @@ void arbeitskopie_schreiben(Session& session) {
     if (session.datei_geladen != 1) {
         return;
     }
-    const std::string suffix = session.arbeitsdatei_suffix == "_1" ? "_2" : "_1";
-    write_working_copy(session, session.arbeitsdatei_basis + suffix);
-    session.arbeitsdatei_suffix = suffix;
+    const WorkingCopyName next = next_working_copy(session);
+    write_working_copy(session, next.path());
+    session.arbeitsdatei_basis = next.base;
+    session.arbeitsdatei_suffix = next.suffix;
 }
 
 namespace {
@@ -170,13 +177,15 @@ class PartMerger {
 
 }  // namespace
 
-void write_working_copy(const Session& session, const std::string& target) {
+void write_working_copy(Session& session, const std::string& target) {
     if (session.datei_geladen != 1) {
         return;
     }
     FollowedWriting writing(session.work);
     LineReader in(working_path(session), &writing);
-    ReplacedFile out(target);
+    const bool replaces = is_own_copy(session, target);
+    ReplacedFile out(target, replaces ? NamedBy::program : NamedBy::program_as_new,
+                     session.graphikdatei);
     PartMerger merger(session, out, writing);
     std::string_view line;
     while (in.next(line)) {
@@ -187,6 +196,7 @@ void write_working_copy(const Session& session, const std::string& target) {
                          ": Das angezeigte Netzteil steht nicht mehr in der Datei.");
     }
     out.commit();
+    count_as_own_copy(session, target);
     writing.finish();
 }
 
@@ -199,7 +209,9 @@ void write_final_form(Session& session, const std::string& target) {
     }
     FollowedWriting writing(session.work);
     LineReader in(working_path(session), &writing);
-    ReplacedFile out(target);
+    const bool copy = is_own_copy(session, target);
+    ReplacedFile out(target, copy ? NamedBy::program : NamedBy::user,
+                     copy ? session.graphikdatei : std::string());
     write_record(out, session, "VerfahrenLegende " + session.titel[0].getTitelText());
     write_record(out, session, vector_scale_record(session));
     if (session.netz_aktuell == 0) {
@@ -207,6 +219,9 @@ void write_final_form(Session& session, const std::string& target) {
     }
     copy_in_final_form(session, in, out);
     out.commit();
+    if (copy) {
+        count_as_own_copy(session, target);
+    }
     writing.finish();
 }
 
@@ -215,10 +230,9 @@ void endfassung_schreiben(Session& session, const std::string& target) {
         return;
     }
     write_final_form(session, target);
+    const std::vector<OwnCopy> copies = std::exchange(session.arbeitskopien, {});
     close_document(session);
-    for (const char* suffix : {"_1", "_2"}) {
-        remove_file(session.arbeitsdatei_basis + suffix);
-    }
+    remove_copies(copies);
 }
 
 void endfassung_schreiben(Session& session) {

@@ -9,6 +9,7 @@
 #include "shell/file_watch.h"
 #include "shell/hourglass.h"
 #include "shell/long_work.h"
+#include "shell/working_copies.h"
 
 namespace veldra {
 
@@ -25,16 +26,6 @@ std::string file_name(const std::string& path) {
     return path.substr(path.rfind('/') + 1);
 }
 
-/// A base in the folder whose working copy does not exist yet.
-std::string unused_base(const std::string& folder, const std::string& name) {
-    const std::string first = folder + "/" + name;
-    std::string base = first;
-    for (int i = 2; file_stamp(base + "_1") != FileStamp{}; ++i) {
-        base = first + "-" + std::to_string(i);
-    }
-    return base;
-}
-
 /// The copy takes the plot settings and titles as well, if there is room for them.
 bool complete_copy(Session& session) {
     try {
@@ -46,12 +37,13 @@ bool complete_copy(Session& session) {
 }
 
 /// Writes a working copy to a path, of a session that may still read the one before.
-using CopyWriter = void (*)(const Session& session, const std::string& target);
+using CopyWriter = void (*)(Session& session, const std::string& target);
 
 void copy_beside(Session& session, CopyWriter write_copy) {
-    const std::string suffix = session.arbeitsdatei_suffix == "_1" ? "_2" : "_1";
-    write_copy(session, session.arbeitsdatei_basis + suffix);
-    session.arbeitsdatei_suffix = suffix;
+    const WorkingCopyName next = next_working_copy(session);
+    write_copy(session, next.path());
+    session.arbeitsdatei_basis = next.base;
+    session.arbeitsdatei_suffix = next.suffix;
 }
 
 void copy_into(Session& session, const std::string& folder, CopyWriter write_copy) {
@@ -92,7 +84,8 @@ void try_places(Session& session, const Desk& desk, WorkingCopy copy, Rescue& re
             copy_beside(session, write_copy);
         }
     };
-    if (attempt_copy(session, rescue, beside_the_file)) {
+    // A folder that goes with the open file keeps nothing.
+    if (!session.arbeitsordner && attempt_copy(session, rescue, beside_the_file)) {
         return;
     }
     for (const std::string& folder : {desk.rescue_folder, temporary_directory()}) {
@@ -115,7 +108,7 @@ Rescue keep_working_copy(Session& session, const Desk& desk, WorkingCopy copy) {
     return rescue;
 }
 
-std::string rescue_text(const Session& session, const Rescue& rescue) {
+std::string rescue_text(const Rescue& rescue) {
     if (rescue.path.empty()) {
         return "Auch eine Arbeitskopie konnte nicht geschrieben werden:" + rescue.reasons;
     }
@@ -124,11 +117,6 @@ std::string rescue_text(const Session& session, const Rescue& rescue) {
         text +=
             " Sie enthält, was im Speicher war: das angezeigte Netzteil mit seinen Punkten und den "
             "dargestellten Beobachtungen und Werten.";
-    }
-    const std::string& file = session.graphikdatei;
-    if (rescue.path == file + "_1" || rescue.path == file + "_2") {
-        text +=
-            " Sichern Sie sie unter einem anderen Namen, bevor Sie die Graphikdatei wieder öffnen.";
     }
     return text;
 }
@@ -158,7 +146,7 @@ void leave_unwritten(Session& session, const Desk& desk, Attendance attendance) 
     const std::string text = session.graphikdatei +
                              ": Ein anderes Programm hat die Graphikdatei geändert; sie wird "
                              "nicht überschrieben.\n\n" +
-                             rescue_text(session, rescue);
+                             rescue_text(rescue);
     close_document(session);
     tell(desk, attendance, text);
 }
@@ -188,7 +176,7 @@ FatalError abandon_file(Session& session, const Desk& desk, const std::string& r
         return FatalError(reason);
     }
     const Rescue rescue = keep_working_copy(session, desk, copy);
-    const std::string text = reason + "\n\n" + rescue_text(session, rescue);
+    const std::string text = reason + "\n\n" + rescue_text(rescue);
     close_document(session);
     return FatalError(text);
 }
