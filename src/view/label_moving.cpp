@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <string>
 
-#include "reference/districts.h"
+#include "drawing/districts.h"
+#include "model/undo.h"
 #include "view/pointing.h"
-#include "view/undo.h"
 
 namespace veldra {
 
@@ -52,10 +52,9 @@ void drop_point_label(Session& session, std::int32_t i, const MouseWay& moved) {
     const double a_r = picture_x(session, anchor.rechts);
     const double a_h = picture_y(session, anchor.hoch);
     const auto height = static_cast<double>(label.height);
-    move_point_label(
-        session, i,
-        {(moved.east + static_cast<double>(label.left) - a_r) / height * 100,
-         (static_cast<double>(label.top) - a_h - moved.south) / height * 100});
+    move_point_label(session, i,
+                     {(moved.east + static_cast<double>(label.left) - a_r) / height * 100,
+                      (static_cast<double>(label.top) - a_h - moved.south) / height * 100});
     label.left = static_cast<float>(height * row.pu_bez_rechts / 100 + a_r);
     label.top = static_cast<float>(height * row.pu_bez_hoch / 100 + a_h);
     session.view_index.label_moved(i);
@@ -68,7 +67,7 @@ struct DistrictPlace {
 };
 
 DistrictPlace district_place(const Session& session, std::int32_t i) {
-    const std::string& key = session.district_cache.grid.grid_bez[static_cast<std::size_t>(i)];
+    const std::string& key = district_cache(session).grid.grid_bez[static_cast<std::size_t>(i)];
     return {key, FindNumbezOffset(session, key)};
 }
 
@@ -83,7 +82,7 @@ void set_on_place(Session& session, std::int32_t i, const NubezOffsetRow& row) {
 void drop_district_label(Session& session, std::int32_t i, const MouseWay& moved) {
     const Label& label = session.lbl_nubez[static_cast<std::size_t>(i)];
     DistrictPlace place = district_place(session, i);
-    const DistrictGrid& grid = session.district_cache.grid;
+    const DistrictGrid& grid = district_cache(session).grid;
     Undo step{undo_kind::district_label, i, {place.stored.rechts, place.stored.hoch}};
     if (!place.stored.found()) {
         const auto node = static_cast<std::size_t>(i);

@@ -4,9 +4,9 @@
 #include <gmock/gmock.h>
 
 #include "graphikdatei/writer.h"
+#include "model/undo.h"
 #include "session_fixture.h"
 #include "view/label_moving.h"
-#include "view/undo.h"
 
 namespace veldra {
 namespace {
@@ -35,8 +35,7 @@ TEST(LabelOffset, ReplacesTheOneThatIsThere) {
               "L 1 2 3 4 1 1990 12.3 -5.0 more");
     // Half an offset counts as none, and becomes a whole one.
     EXPECT_EQ(moved("L 1 2 3 4 1 1990 0.5", ChangeRecord::lage), "L 1 2 3 4 1 1990 12.3 -5.0");
-    EXPECT_EQ(moved("L 1 2 3 4 1 \"90\"7 8", ChangeRecord::lage),
-              "L 1 2 3 4 1 \"90\" 12.3 -5.0");
+    EXPECT_EQ(moved("L 1 2 3 4 1 \"90\"7 8", ChangeRecord::lage), "L 1 2 3 4 1 \"90\" 12.3 -5.0");
 }
 
 TEST(LabelOffset, IsNeverTheStandardPlace) {
@@ -114,14 +113,13 @@ class MovedChanges : public testing_support::SessionOnFile {
 
 TEST_F(MovedChanges, OnlyTheRecordOfTheMovedLabelChanges) {
     move_point_label(session, 5, {-12.5, 30});
-    EXPECT_THAT(copy_text(),
-                HasSubstr("LAGEÄNDERUNG 1000.000  2000.000 3 4 1 1990\r\n"
-                          "LAGERESTKLAFFUNGEN 1000 2000  1\t2 1\r\n"
-                          "NÄCHSTEEPOCHE 1 1 \"1991\" 5 6\r\n"
-                          "HÖHENÄNDERUNG 1000 2000 3 0 h1\r\n"
-                          "NÄCHSTEEPOCHE 2 h2 -12.5 30.0\r\n"
-                          "NETZTEIL B\r\n"
-                          "LAGEÄNDERUNG 1000 2000 3 4 1 1990\r\n"));
+    EXPECT_THAT(copy_text(), HasSubstr("LAGEÄNDERUNG 1000.000  2000.000 3 4 1 1990\r\n"
+                                       "LAGERESTKLAFFUNGEN 1000 2000  1\t2 1\r\n"
+                                       "NÄCHSTEEPOCHE 1 1 \"1991\" 5 6\r\n"
+                                       "HÖHENÄNDERUNG 1000 2000 3 0 h1\r\n"
+                                       "NÄCHSTEEPOCHE 2 h2 -12.5 30.0\r\n"
+                                       "NETZTEIL B\r\n"
+                                       "LAGEÄNDERUNG 1000 2000 3 4 1 1990\r\n"));
 }
 
 TEST_F(MovedChanges, EachKindIsReadBackFromItsRecord) {

@@ -15,9 +15,10 @@ class MemoryFile : public testing_support::SessionOnFile {
     /// Reads a part, writes it from memory and gives the lines behind its points.
     std::string behind_points(const std::string& records, std::int16_t obj_beob,
                               std::int16_t obj_puwe) {
-        read_points("NETZTEIL A\nPUNKTSIGNATUR 1000.004 2000 0 0 1 \"1\"\n"
-                    "PUNKTSIGNATUR 1100 2000 1 1 0 \"2\"\n" +
-                    records);
+        read_points(
+            "NETZTEIL A\nPUNKTSIGNATUR 1000.004 2000 0 0 1 \"1\"\n"
+            "PUNKTSIGNATUR 1100 2000 1 1 0 \"2\"\n" +
+            records);
         session.obj.obj_beob = obj_beob;
         session.obj.obj_puwe = obj_puwe;
         derive_value_modes(session.obj);

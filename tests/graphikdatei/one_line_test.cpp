@@ -1,14 +1,14 @@
 // Texts from boxes, folder names and files never become records of their own.
 #include <gmock/gmock.h>
 
+#include "commands/lifecycle.h"
+#include "dialogs/legend_options.h"
 #include "graphikdatei/memory_writer.h"
 #include "graphikdatei/writer.h"
 #include "graphikdatei/written_records.h"
-#include "platform/os/files.h"
+#include "os/files.h"
 #include "session_fixture.h"
-#include "shell/fatal_error.h"
-#include "shell/lifecycle.h"
-#include "view/legend_options.h"
+#include "text/fatal_error.h"
 
 namespace veldra {
 namespace {
@@ -17,7 +17,10 @@ using ::testing::HasSubstr;
 using ::testing::Not;
 
 TEST(OneLine, ControlCharactersBecomeBlanks) {
-    EXPECT_EQ(one_line(std::string("a\r\nb\tc\0d\x1F\x7F" "e", 11)), "a  b c d  e");
+    EXPECT_EQ(one_line(std::string("a\r\nb\tc\0d\x1F\x7F"
+                                   "e",
+                                   11)),
+              "a  b c d  e");
     EXPECT_EQ(one_line("\x80\x81\x9F\xA0\xFF ~"), "\x80\x81\x9F\xA0\xFF ~");
 }
 
@@ -109,14 +112,15 @@ TEST_F(OneLineFile, WhatWouldNotBeOneLineIsRefusedAndTheFileStays) {
 }
 
 TEST_F(OneLineFile, FieldsThatFillTheirMaskDoNotTouch) {
-    open("NETZTEIL A\nMAßSTABVEKTOREN 1000000 25 999999 12345678 0.5 2\n"
-         "PUNKTSIGNATUR 100000000 123456789.5 0 0 1\n"
-         "PUNKTSIGNATUR -10000000 -20000000 0 0 1 \"P\" 12345678 -1234567\n"
-         "MAßSTABGRUNDRISS 500 12345678901 -12345678901 9 1 32767 1\n"
-         "NUMBEZOFFSET 5208 123456789 -12345678\nx\n");
+    open(
+        "NETZTEIL A\nMAßSTABVEKTOREN 1000000 25 999999 12345678 0.5 2\n"
+        "PUNKTSIGNATUR 100000000 123456789.5 0 0 1\n"
+        "PUNKTSIGNATUR -10000000 -20000000 0 0 1 \"P\" 12345678 -1234567\n"
+        "MAßSTABGRUNDRISS 500 12345678901 -12345678901 9 1 32767 1\n"
+        "NUMBEZOFFSET 5208 123456789 -12345678\nx\n");
     const std::string once = written();
-    EXPECT_THAT(once,
-                HasSubstr("MaßstabVektoren 1000000.     25. 999999. 12345678.     0.5      2.\r\n"));
+    EXPECT_THAT(
+        once, HasSubstr("MaßstabVektoren 1000000.     25. 999999. 12345678.     0.5      2.\r\n"));
     EXPECT_THAT(once, HasSubstr("Punktsignatur 100000000.000 123456789.500 0 0 1 \r\n"));
     EXPECT_THAT(once, HasSubstr("Punktsignatur -10000000.000 -20000000.000 0 0 1 \"P\" 12345678.0 "
                                 "-1234567.0\r\n"));

@@ -5,8 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include "shell/fatal_error.h"
 #include "temp_file.h"
+#include "text/fatal_error.h"
 
 namespace veldra {
 namespace {
@@ -135,7 +135,10 @@ TEST(ProfileFileSet, KeepsEveryOtherByte) {
 
 TEST(ProfileFileSet, ControlCharactersOfAValueBecomeBlanks) {
     EXPECT_EQ(after_set("", "a\r\n[T]\nx=1"), "[S]\r\nk=a  [T] x=1\r\n");
-    EXPECT_EQ(after_set("", "a\tb\x7F" "c"), "[S]\r\nk=a b c\r\n");
+    EXPECT_EQ(after_set("",
+                        "a\tb\x7F"
+                        "c"),
+              "[S]\r\nk=a b c\r\n");
     EXPECT_EQ(after_set("[S]\nk=a\tb\n", "a\tb"), "[S]\nk=a\tb\n");
 }
 

@@ -5,13 +5,13 @@
 #include <sys/syscall.h>
 
 #include "child_process.h"
+#include "model/session.h"
 #include "settings/paths.h"
 #include "settings/profile.h"
 #include "settings/profile_file.h"
 #include "settings/start_profile.h"
-#include "shell/fatal_error.h"
-#include "shell/session.h"
 #include "temp_file.h"
+#include "text/fatal_error.h"
 
 namespace veldra {
 namespace {
