@@ -82,4 +82,12 @@ enum class SelectionLeft { by_ok, by_closing };
 void auswahl_uebernehmen(Session& session, const ObjectSelection& before, SelectionLeft left,
                          const Desk& desk);
 
+/// Takes another limit of EV, `stndwert`, below which the other test values are hidden: reads
+/// observations and point values of the current part anew, measures the extents and draws. Without
+/// a file nothing is read or drawn.
+///
+/// When the reading fails (FatalError) or is given up (WorkCancelled), the limit `before` is in
+/// force again, also as the one to return to, with everything that was read for it.
+void grenzwert_uebernehmen(Session& session, double before, const Desk& desk);
+
 }  // namespace veldra

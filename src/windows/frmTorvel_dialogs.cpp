@@ -14,6 +14,8 @@
 #include "windows/forms/frmNetzteile.h"
 #include "windows/forms/frmObjekte.h"
 #include "windows/frmTorvel.h"
+#include "windows/qt/dialog_place.h"
+#include "windows/qt/session_editor.h"
 
 namespace veldra {
 
@@ -87,6 +89,8 @@ void FrmTorvel::load_network_parts() {
     }
     frm_netzteile_->move(*netzteile_place_);
     frm_netzteile_->show();
+    // Larger letters or another screen may not have the room there any more.
+    keep_on_screen(*frm_netzteile_, *screen());
 }
 
 void FrmTorvel::unload_network_parts() {
@@ -200,6 +204,11 @@ void FrmTorvel::end_without_display() {
         return;
     }
     session_.work = nullptr;
+    for (QDialog* dialog : findChildren<QDialog*>()) {
+        if (auto* editor = dynamic_cast<SessionEditor*>(dialog)) {
+            editor->give_up_edits();
+        }
+    }
     QtUserInterface nobody(nullptr, nullptr);
     nobody.unattended = true;
     const Desk blind{

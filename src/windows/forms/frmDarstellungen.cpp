@@ -14,9 +14,9 @@
 #include "windows/forms/frmDarstellungen_points.h"
 #include "windows/forms/frmDarstellungen_tests.h"
 #include "windows/forms/frmDarstellungen_vectors.h"
-#include "windows/forms/frmLogo.h"
 #include "windows/qt/dialog_area.h"
 #include "windows/qt/dialog_controls.h"
+#include "windows/qt/dialog_place.h"
 #include "windows/qt/wrapped_tabs.h"
 
 namespace veldra {
@@ -62,11 +62,8 @@ FrmDarstellungen::FrmDarstellungen(QWidget* window, Session& session, TextMeasur
 }
 
 FrmDarstellungen::~FrmDarstellungen() {
-    if (!left_) {
-        display_reject(context_.session, plot_massstab_);
-    }
+    FrmDarstellungen::give_up_edits();
     // Boxes lose the focus now, while what they would be read by is still there.
-    left_ = true;
     hide();
     tab_darstellungen_->disconnect(this);  // it loses its tabs one by one
 }
@@ -202,9 +199,15 @@ void FrmDarstellungen::accept() {
 }
 
 void FrmDarstellungen::reject() {
-    left_ = true;
-    display_reject(context_.session, plot_massstab_);
+    give_up_edits();
     QDialog::reject();
+}
+
+void FrmDarstellungen::give_up_edits() {
+    if (!left_) {
+        left_ = true;
+        display_reject(context_.session, plot_massstab_);
+    }
 }
 
 void FrmDarstellungen::showEvent(QShowEvent* event) {

@@ -17,8 +17,9 @@
 
 #include "plot/printer.h"
 #include "plot/trapped_call.h"
-#include "windows/forms/frmLogo.h"
+#include "windows/qt/dialog_area.h"
 #include "windows/qt/dialog_controls.h"
+#include "windows/qt/dialog_place.h"
 #include "windows/qt/entry_box.h"
 #include "windows/qt/paper_symbol.h"
 #include "windows/qt/qt_font.h"
@@ -69,13 +70,17 @@ FrmDrucker::~FrmDrucker() {
 void FrmDrucker::build() {
     auto* column = new QVBoxLayout(this);
     column->setSizeConstraint(QLayout::SetFixedSize);
-    build_printer(*column);
-    column->addWidget(build_paper());
+    auto* contents = new QWidget(this);
+    auto* shown = new QVBoxLayout(contents);
+    shown->setContentsMargins(0, 0, 0, 0);
+    build_printer(*shown);
+    shown->addWidget(build_paper());
     auto* row = new QHBoxLayout;
     row->addWidget(build_orientation(), 1);
     row->addWidget(build_area(), 1);
     row->addWidget(build_copies());
-    column->addLayout(row);
+    shown->addLayout(row);
+    column->addWidget(new DialogArea(contents, this), 1);
     const EndButtons buttons = add_end_buttons(*column, this);
     cmd_ok_ = buttons.cmd_ok;
     cmd_abbrechen_ = buttons.cmd_abbrechen;

@@ -15,8 +15,9 @@
 
 #include "plot/application_printer.h"
 #include "text/codepage.h"
-#include "windows/forms/frmLogo.h"
+#include "windows/qt/dialog_area.h"
 #include "windows/qt/dialog_controls.h"
+#include "windows/qt/dialog_place.h"
 #include "windows/qt/entry_box.h"
 #include "windows/qt/qt_font.h"
 
@@ -25,18 +26,34 @@ namespace veldra {
 namespace {
 
 constexpr int text_letters = 60;
+constexpr int fewest_letters = 24;
 constexpr int size_letters = 6;
 
 std::string bytes_of(const QString& text) {
     return from_utf8(text.toStdString());
 }
 
+/// A box for a title line: wide, and narrower where the screen has no room for that.
+class TitleEdit final : public QLineEdit {
+ public:
+    explicit TitleEdit(QWidget* parent) : QLineEdit(parent) {
+        setMinimumWidth(letters(fewest_letters));
+    }
+    [[nodiscard]] QSize sizeHint() const override {
+        return {letters(text_letters), QLineEdit::sizeHint().height()};
+    }
+
+ private:
+    [[nodiscard]] int letters(int count) const {
+        return QFontMetrics(font()).averageCharWidth() * count;
+    }
+};
+
 QLineEdit* make_text_edit(const QString& name, const QString& accessible_name, QWidget* parent) {
-    auto* edit = new QLineEdit(parent);
+    auto* edit = new TitleEdit(parent);
     keep_one_line(*edit);
     edit->setObjectName(name);
     edit->setAccessibleName(accessible_name);
-    edit->setMinimumWidth(QFontMetrics(edit->font()).averageCharWidth() * text_letters);
     return edit;
 }
 
@@ -59,18 +76,19 @@ FrmLegende::~FrmLegende() {
 }
 
 void FrmLegende::build() {
-    auto* column = new QVBoxLayout(this);
+    auto* contents = new QWidget(this);
+    auto* shown = new QVBoxLayout(contents);
+    shown->setContentsMargins(0, 0, 0, 0);
     auto* grid = new QGridLayout;
     for (std::size_t number = 1; number <= legend_line_count; ++number) {
         add_line(*grid, number);
     }
     grid->setColumnStretch(0, 1);
-    column->addLayout(grid);
-    auto* row = new QHBoxLayout;
-    row->addWidget(build_position());
-    row->addStretch();
-    row->addWidget(build_buttons(), 0, Qt::AlignBottom);
-    column->addLayout(row);
+    shown->addLayout(grid);
+    shown->addWidget(build_position(), 0, Qt::AlignLeft);
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(new DialogArea(contents, this), 1);
+    column->addWidget(build_buttons(), 0, Qt::AlignRight);
 }
 
 void FrmLegende::add_line(QGridLayout& grid, std::size_t number) {
@@ -204,10 +222,9 @@ void FrmLegende::ask_for_font(std::size_t number) {
     }
 }
 
-void FrmLegende::store() {
+void FrmLegende::store_texts() {
     std::array<LegendEntry, legend_line_count> entries;
     for (std::size_t number = 1; number <= legend_line_count; ++number) {
-        take_size(number);
         const Line& shown = line(number);
         entries[number - 1] = {bytes_of(shown.txt_legende->text()),
                                shown.chk_standard != nullptr && shown.chk_standard->isChecked()};
@@ -232,8 +249,17 @@ bool FrmLegende::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void FrmLegende::done(int result) {
-    store();
+    for (std::size_t number = 1; number <= legend_line_count; ++number) {
+        take_size(number);
+    }
+    store_texts();
     QDialog::done(result);
+}
+
+void FrmLegende::give_up_edits() {
+    if (!isHidden()) {
+        store_texts();
+    }
 }
 
 void FrmLegende::showEvent(QShowEvent* event) {

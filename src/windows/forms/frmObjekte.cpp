@@ -14,9 +14,9 @@
 #include <utility>
 
 #include "dialogs/boundary_options.h"
-#include "windows/forms/frmLogo.h"
 #include "windows/qt/dialog_area.h"
 #include "windows/qt/dialog_controls.h"
+#include "windows/qt/dialog_place.h"
 
 namespace veldra {
 
@@ -430,6 +430,12 @@ void FrmObjekte::showEvent(QShowEvent* event) {
     }
     if (QAbstractButton* const checked = opt_beob_->checkedButton()) {
         checked->setFocus(Qt::TabFocusReason);
+    }
+}
+
+void FrmObjekte::give_up_edits() {
+    if (!left_ && txt_nubemerit_->isModified()) {
+        type_meridian(session_.obj, txt_nubemerit_->text().toStdString());
     }
 }
 

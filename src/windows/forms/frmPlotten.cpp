@@ -20,6 +20,7 @@
 
 #include "plot/printer.h"
 #include "text/text_forms.h"
+#include "windows/qt/dialog_area.h"
 #include "windows/qt/dialog_controls.h"
 #include "windows/qt/entry_box.h"
 #include "windows/qt/paper_symbol.h"
@@ -59,8 +60,11 @@ FrmPlotten::~FrmPlotten() {
 void FrmPlotten::build() {
     auto* column = new QVBoxLayout(this);
     column->setSizeConstraint(QLayout::SetFixedSize);
-    build_part(*column);
-    build_scale(*column);
+    auto* contents = new QWidget(this);
+    auto* shown = new QVBoxLayout(contents);
+    shown->setContentsMargins(0, 0, 0, 0);
+    build_part(*shown);
+    build_scale(*shown);
     fra_format_ = make_frame(QStringLiteral("fra_format"), QString(), this);
     auto* format = new QVBoxLayout(fra_format_);
     auto* row = new QHBoxLayout;
@@ -68,7 +72,8 @@ void FrmPlotten::build() {
     row->addWidget(build_margin(), 1);
     format->addLayout(row);
     build_sheets(*format);
-    column->addWidget(fra_format_);
+    shown->addWidget(fra_format_);
+    column->addWidget(new DialogArea(contents, this), 1);
     const EndButtons buttons = add_end_buttons(*column, this);
     cmd_ok_ = buttons.cmd_ok;
     cmd_abbrechen_ = buttons.cmd_abbrechen;
@@ -311,6 +316,13 @@ void FrmPlotten::reject() {
     left_ = true;
     reject_plot_options(session_, desk_);
     QDialog::reject();
+}
+
+void FrmPlotten::give_up_edits() {
+    if (!left_) {
+        left_ = true;
+        plot_merken(session_, 3);
+    }
 }
 
 bool FrmPlotten::eventFilter(QObject* watched, QEvent* event) {

@@ -1,10 +1,8 @@
-#include <QFontDialog>
-#include <QListView>
-
 #include "dialog_fixture.h"
 #include "scripted_printer.h"
 #include "settings/defaults.h"
 #include "windows/forms/frmLegende.h"
+#include "windows/qt/font_dialog.h"
 
 using namespace veldra;
 using namespace veldra_test;
@@ -73,6 +71,28 @@ class FrmLegendeTest : public DialogFixture<FrmLegende> {
         QVERIFY(check("chk_standard_4").isChecked());
         QCOMPARE(box("txt_legende_4").text(), QStringLiteral("Grundriss 1: 1000"));
         QVERIFY(control<QRadioButton>(*dialog_, "opt_posi_4").isChecked());
+    }
+
+    void pasted_line_ends_become_blanks() {
+        open();
+        QApplication::clipboard()->setText(QStringLiteral("eins\nNETZTEIL B\tC\u2028D"));
+        box("txt_legende_1").selectAll();
+        box("txt_legende_1").paste();
+        QCOMPARE(box("txt_legende_1").text(), QStringLiteral("eins NETZTEIL B C D"));
+        // An undefined byte of the code page is no line end and stays.
+        box("txt_legende_2")
+            .setText(QString::fromUtf8("a\xC2\x81"
+                                       "b"));
+        press_ok();
+        QCOMPARE(title(1).getTitelText(), std::string("eins NETZTEIL B C D"));
+        QCOMPARE(title(2).getTitelText(), std::string("a\x81"
+                                                      "b"));
+    }
+
+    void number_boxes_keep_one_line_too() {
+        open();
+        box("txt_schrift_1").setText(QStringLiteral("4\n5"));
+        QCOMPARE(box("txt_schrift_1").text(), QStringLiteral("4 5"));
     }
 
     void the_standard_text_is_stored_empty() {
@@ -235,32 +255,20 @@ class FrmLegendeTest : public DialogFixture<FrmLegende> {
         QCOMPARE(title(1).getTitelFont(), std::string("Arial"));
     }
 
-    void the_toolkits_font_dialog_keeps_what_is_not_touched() {
-        for (const bool with_size : {true, false}) {
-            when_shown<QFontDialog>([with_size](QFontDialog& fonts) {
-                QCOMPARE(fonts.objectName(), QStringLiteral("dlg_schrift"));
-                QFont font = fonts.currentFont();
-                QVERIFY(font.bold() && !font.underline());
-                QCOMPARE(fonts.findChildren<QListView*>(QString(), Qt::FindDirectChildrenOnly)
-                             .constLast()
-                             ->isVisible(),
-                         with_size);
-                font.setUnderline(true);
-                font.setPointSizeF(20);
-                fonts.setCurrentFont(font);
-                fonts.accept();
+    void the_font_dialog_has_a_size_only_with_a_printer() {
+        for (const bool with_printer : {true, false}) {
+            veldra::test::ScriptedPrinter printer;
+            open(with_printer ? &printer : nullptr);
+            bool with_size = !with_printer;
+            when_shown<FontDialog>([&with_size](FontDialog& dialog) {
+                QCOMPARE(dialog.objectName(), QStringLiteral("dlg_schrift"));
+                with_size = dialog.findChild<QComboBox*>() != nullptr;
+                dialog.reject();
             });
-            const FontSpec before{"Nirgendwo Sans", 12, -1, 0, 0};
-            const auto chosen =
-                toolkit_face_chooser()(nullptr, QStringLiteral("dlg_schrift"), before, with_size);
-            QVERIFY(chosen.has_value());
-            QCOMPARE(chosen->face, std::string("Nirgendwo Sans"));
-            QCOMPARE(chosen->bold, std::int16_t{-1});
-            QCOMPARE(chosen->underline, std::int16_t{-1});
-            QCOMPARE(chosen->points, with_size ? 20.0 : 12.0);
+            click(control<QPushButton>(*dialog_, "cmd_schrift_1"));
+            QCOMPARE(with_size, with_printer);
+            dialog_.reset();
         }
-        when_shown<QFontDialog>([](QFontDialog& fonts) { fonts.reject(); });
-        QVERIFY(!toolkit_face_chooser()(nullptr, QString(), {"Arial", 9, 0, 0, 0}, true));
     }
 
     void all_controls_can_be_named_and_reached() {
