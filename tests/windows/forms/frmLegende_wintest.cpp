@@ -1,3 +1,5 @@
+#include <QClipboard>
+
 #include "dialog_fixture.h"
 #include "scripted_printer.h"
 #include "settings/defaults.h"
