@@ -322,6 +322,29 @@ TEST_F(PlotJobTest, PartInViewIsAsBefore) {
     EXPECT_THAT(ui.pointers, testing::Contains(11));
 }
 
+TEST_F(PlotJobTest, EachTitleLineOfThePartInViewIsAsBeforeAmongPartsWithTheirOwn) {
+    open(
+        "NETZTEIL A\nMAßSTABGRUNDRISS 1000 0 0 73\nTITEL2 A zwei\nTITEL3 A drei\nTITEL4 A vier\n"
+        "PUNKTSIGNATUR 10 20 0 0 1 \"1\"\nPUNKTSIGNATUR 40 60 0 0 0 \"2\"\n"
+        "NETZTEIL B\nMAßSTABGRUNDRISS 1000 0 0 73\nTITEL2 B zwei\n"
+        "PUNKTSIGNATUR 10 20 0 0 1 \"3\"\nPUNKTSIGNATUR 40 60 0 0 0 \"4\"\n"
+        "NETZTEIL C\nMAßSTABGRUNDRISS 1000 0 0 73\nTITEL2 C zwei\nTITEL3 C drei\nTITEL4 C vier\n"
+        "PUNKTSIGNATUR 10 20 0 0 1 \"5\"\nPUNKTSIGNATUR 40 60 0 0 0 \"6\"\n");
+    mark({true, true, true});
+    const auto titles = [this] {
+        return std::vector<std::string>{session.titel[1].getTitelText(),
+                                        session.titel[2].getTitelText(),
+                                        session.titel[3].getTitelText()};
+    };
+    plotten_alle(session, desk);
+    EXPECT_THAT(titles(), ElementsAre("A zwei", "A drei", "A vier"));
+    netzteil_anzeigen(session, 2, desk);
+    session.titel[3].setTitelText("eigene vierte");
+    plotten_alle(session, desk);
+    EXPECT_EQ(session.netz_aktuell, 2);
+    EXPECT_THAT(titles(), ElementsAre("B zwei", "", "eigene vierte"));
+}
+
 TEST_F(PlotJobTest, TitleLinesOfThePartInViewDoNotStandInOtherLegends) {
     open();
     mark({true, true, false, false});
