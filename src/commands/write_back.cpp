@@ -29,8 +29,12 @@ std::string file_name(const std::string& path) {
     return path.substr(path.rfind('/') + 1);
 }
 
-/// The copy takes the plot settings and titles as well, if there is room for them.
+/// The copy takes the plot settings and titles as well, if there is room for them and nobody has
+/// put another file in its place.
 bool complete_copy(Session& session) {
+    if (!is_own_copy(session, working_path(session))) {
+        return false;
+    }
     try {
         write_final_form(session, working_path(session));
     } catch (const FatalError&) {
@@ -83,7 +87,7 @@ bool attempt_copy(Session& session, Rescue& rescue, const Attempt& attempt) {
 void try_places(Session& session, const Desk& desk, WorkingCopy copy, Rescue& rescue,
                 CopyWriter write_copy) {
     const auto beside_the_file = [&] {
-        if (copy == WorkingCopy::outdated) {
+        if (copy == WorkingCopy::outdated || !is_own_copy(session, working_path(session))) {
             copy_beside(session, write_copy);
         }
     };
