@@ -3,13 +3,13 @@
 #include <QApplication>
 #include <QScreen>
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 
 #include "settings/paths.h"
 #include "shell/fatal_error.h"
 #include "shell/file_commands.h"
 #include "shell/frmTorvel.h"
+#include "shell/shown_text.h"
 #include "view/frmNetzteile.h"
 #include "view/frmObjekte.h"
 #include "view/network_parts.h"
@@ -135,7 +135,7 @@ void FrmTorvel::end_program() {
                 throw;
             }
             // Nobody may be there to close a box, and the system does not wait.
-            std::fprintf(stderr, "%s\n", failure.what());
+            tell_on_terminal(failure.what());
             exit_code_ = EXIT_FAILURE;
         }
     });
@@ -207,7 +207,7 @@ void FrmTorvel::end_without_display() {
     try {
         programm_ende(session_, run_, blind, Attendance::nobody);
     } catch (const std::exception& failure) {
-        std::fprintf(stderr, "%s\n", failure.what());
+        tell_on_terminal(failure.what());
     }
 }
 

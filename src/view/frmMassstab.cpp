@@ -11,6 +11,7 @@
 
 #include "drawing/length_units.h"
 #include "platform/qt/picture_image.h"
+#include "platform/qt/plain_tool_tip.h"
 #include "platform/qt/sample_picture.h"
 #include "shell/frmLogo.h"
 #include "view/scale_bars.h"
@@ -30,7 +31,7 @@ QString text_of(const std::string& utf8) {
 
 void show_text(QLabel& label, const std::string& utf8) {
     label.setText(text_of(utf8));
-    label.setToolTip(label.text());  // a long one may not have room
+    label.setToolTip(plain_tool_tip(label.text()));  // a long one may not have room
     label.setVisible(!utf8.empty());
 }
 

@@ -60,4 +60,8 @@ std::string SpoolFile::read(std::uint64_t place, std::size_t size) const {
     return bytes;
 }
 
+std::string SpoolFile::path() const {
+    return "/proc/self/fd/" + std::to_string(handle_);
+}
+
 }  // namespace veldra

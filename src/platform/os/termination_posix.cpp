@@ -4,6 +4,7 @@
 #include <csignal>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
 #include "platform/os/termination.h"
@@ -19,21 +20,29 @@ constexpr std::array termination_signals{SIGTERM, SIGHUP, SIGINT};
 std::atomic<int> writing_end{-1};
 static_assert(std::atomic<int>::is_always_lock_free);
 
-void note_request(int /*signal*/) {
-    const int error = errno;
-    constexpr char request = 1;
+void put_request(int signal) {
+    const auto request = static_cast<char>(signal);
     // A full pipe holds requests enough.
     [[maybe_unused]] const ssize_t ignored = ::write(writing_end, &request, sizeof request);
+}
+
+void note_request(int signal) {
+    const int error = errno;
+    put_request(signal);
     errno = error;
 }
 
-void handle_signals(void (*handler)(int)) {
+/// Puts `handler` in the place of `former`; whatever else stands there stays.
+void handle_signals(void (*former)(int), void (*handler)(int)) {
     struct sigaction action {};
     action.sa_handler = handler;
     action.sa_flags = SA_RESTART;
     ::sigemptyset(&action.sa_mask);
     for (const int signal : termination_signals) {
-        ::sigaction(signal, &action, nullptr);
+        struct sigaction present {};
+        if (::sigaction(signal, nullptr, &present) == 0 && present.sa_handler == former) {
+            ::sigaction(signal, &action, nullptr);
+        }
     }
 }
 
@@ -44,16 +53,29 @@ TerminationRequests::TerminationRequests() {
     if (::pipe2(ends.data(), O_NONBLOCK | O_CLOEXEC) == 0) {
         reading_end_ = ends[0];
         writing_end = ends[1];
-        handle_signals(note_request);
+        handle_signals(SIG_DFL, note_request);
     }
 }
 
 TerminationRequests::~TerminationRequests() {
     if (reading_end_ >= 0) {
-        handle_signals(SIG_DFL);
+        handle_signals(note_request, SIG_DFL);
         ::close(writing_end.exchange(-1));
         ::close(reading_end_);
     }
+}
+
+int TerminationRequests::wait() const {
+    pollfd waiting{reading_end_, POLLIN, 0};
+    char request = 0;
+    while (::read(reading_end_, &request, sizeof request) != sizeof request) {
+        ::poll(&waiting, 1, -1);
+    }
+    return request;
+}
+
+void TerminationRequests::wake() const {
+    put_request(0);
 }
 
 void TerminationRequests::take() const {

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/os/process.h"
 #include "platform/pdf/pdf_printer.h"
 #include "platform/qt/display_loss.h"
 #include "platform/qt/qt_print_dialog.h"
@@ -86,6 +87,7 @@ int run(VeldraApplication& application) {
 }  // namespace
 
 int main(int argc, char* argv[]) {
+    veldra::prepare_process();
     VeldraApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("VELDRA"));
     QApplication::setApplicationVersion(QStringLiteral(VELDRA_VERSION));

@@ -8,7 +8,8 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QTreeView>
-#include <cstdio>
+
+#include "shell/shown_text.h"
 
 namespace veldra {
 
@@ -62,7 +63,7 @@ bool QtUserInterface::message_box(MessageStyle style, const std::string& title,
                                   const std::string& text) {
     if (unattended) {
         if (!is_question(style)) {
-            std::fprintf(stderr, "%s\n", text.c_str());
+            tell_on_terminal(text);
         }
         return !is_question(style);
     }
