@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/os/spool_file.h"
+#include "os/spool_file.h"
 
 namespace veldra::batch {
 

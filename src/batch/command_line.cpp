@@ -17,8 +17,8 @@
 #include "batch/output.h"
 #include "batch/plot_command.h"
 #include "batch/usage_messages.h"
-#include "platform/os/process.h"
-#include "shell/fatal_error.h"
+#include "os/process.h"
+#include "text/fatal_error.h"
 
 namespace veldra::batch {
 

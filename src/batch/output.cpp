@@ -7,10 +7,10 @@
 
 #include "batch/command_input.h"
 #include "batch/options.h"
-#include "platform/os/files.h"
-#include "platform/os/system_error.h"
-#include "shell/fatal_error.h"
-#include "shell/shown_text.h"
+#include "os/files.h"
+#include "os/system_error.h"
+#include "text/fatal_error.h"
+#include "text/shown_text.h"
 
 namespace veldra::batch {
 

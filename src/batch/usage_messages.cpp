@@ -5,7 +5,7 @@
 
 #include <fmt/format.h>
 
-#include "graphikdatei/codepage.h"
+#include "text/codepage.h"
 
 namespace veldra::batch {
 
@@ -22,8 +22,8 @@ std::size_t letters_apart(const std::string& a, const std::string& b) {
                 continue;
             }
             const std::size_t change = a[i - 1] == b[j - 1] ? 0 : 1;
-            apart[i][j] = std::min(
-                {apart[i - 1][j] + 1, apart[i][j - 1] + 1, apart[i - 1][j - 1] + change});
+            apart[i][j] =
+                std::min({apart[i - 1][j] + 1, apart[i][j - 1] + 1, apart[i - 1][j - 1] + change});
             if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1]) {
                 apart[i][j] = std::min(apart[i][j], apart[i - 2][j - 2] + 1);
             }
@@ -50,9 +50,9 @@ std::string subject_of(const CLI::App& app, const std::string& message) {
 
 /// Of a call without a command that is known.
 std::string missing_command(const std::vector<std::string>& words) {
-    return words.empty()                 ? "es fehlt ein Befehl"
+    return words.empty()               ? "es fehlt ein Befehl"
            : words[0].starts_with('-') ? "unbekannte Angabe " + words[0]
-                                         : "unbekannter Befehl " + words[0];
+                                       : "unbekannter Befehl " + words[0];
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "shell/long_work.h"
+#include "model/long_work.h"
 
 namespace veldra {
 

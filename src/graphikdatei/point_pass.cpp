@@ -3,11 +3,11 @@
 #include <cmath>
 #include <unordered_map>
 
-#include "graphikdatei/codepage.h"
 #include "graphikdatei/delay_line.h"
-#include "graphikdatei/numbers.h"
 #include "graphikdatei/part_filter.h"
 #include "graphikdatei/record_fields.h"
+#include "text/codepage.h"
+#include "text/numbers.h"
 
 namespace veldra {
 

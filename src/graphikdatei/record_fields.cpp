@@ -1,7 +1,7 @@
 #include "graphikdatei/record_fields.h"
 
-#include "graphikdatei/codepage.h"
-#include "graphikdatei/numbers.h"
+#include "text/codepage.h"
+#include "text/numbers.h"
 
 namespace veldra {
 

@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "graphikdatei/line_reader.h"
-#include "graphikdatei/tokens.h"
-#include "shell/fatal_error.h"
+#include "text/fatal_error.h"
+#include "text/tokens.h"
 
 namespace veldra {
 

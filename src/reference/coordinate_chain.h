@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <optional>
 
+#include "model/settings.h"
 #include "reference/datum_shift.h"
 #include "reference/koordtrans.h"
-#include "settings/settings.h"
 
 namespace veldra {
 
@@ -22,6 +22,9 @@ struct PlaneSystem {
 
     bool operator==(const PlaneSystem&) const = default;
 };
+
+/// The system that numbering districts are defined in: Bessel, Gauß-Krüger.
+constexpr PlaneSystem district_system{1, 1};
 
 /// What the way between reference data and a document depends on.
 struct ChainSetup {

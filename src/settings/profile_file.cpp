@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <optional>
 
-#include "graphikdatei/codepage.h"
-#include "platform/os/files.h"
-#include "shell/fatal_error.h"
+#include "os/files.h"
+#include "text/codepage.h"
+#include "text/fatal_error.h"
 
 namespace veldra {
 

@@ -1,12 +1,11 @@
-#include <filesystem>
-
 #include <QXmlStreamReader>
+#include <filesystem>
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
-#include "graphikdatei/codepage.h"
 #include "program_run.h"
+#include "text/codepage.h"
 
 namespace veldra {
 namespace {
@@ -63,12 +62,12 @@ TEST_F(ForeignTexts, MessagesHoldNoControlCharacters) {
     EXPECT_EQ(picture.exit_code, 0);
     EXPECT_THAT(picture.err, HasSubstr("L?[31mRot????? ok"));
     EXPECT_EQ(controls(picture.err), 0);
-    for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
-             {"tabellen", folder.path("\x1b[31m.dat")},
-             {"tabellen", file(), "--netzteil", "\x1b[2J"},
-             {"\x1b[2J"},
-             {"tabellen", file(), "\x1b[2J"},
-             {"bild", file(), "-o", "\x1b[2J.gif"}}) {
+    for (const std::vector<std::string>& arguments :
+         std::vector<std::vector<std::string>>{{"tabellen", folder.path("\x1b[31m.dat")},
+                                               {"tabellen", file(), "--netzteil", "\x1b[2J"},
+                                               {"\x1b[2J"},
+                                               {"tabellen", file(), "\x1b[2J"},
+                                               {"bild", file(), "-o", "\x1b[2J.gif"}}) {
         const ProgramRun result = run(arguments);
         EXPECT_NE(result.exit_code, 0);
         EXPECT_EQ(controls(result.err), 0) << result.err;
@@ -105,10 +104,12 @@ TEST_F(ForeignTexts, SvgIsXmlWithoutControlCharacters) {
 
 TEST_F(ForeignTexts, UnknownCommandIsAnsweredByTheNearest) {
     const std::vector<std::pair<std::string, std::string>> typed{
-        {"tabelen", "tabellen"},    {"tabellne", "tabellen"},  {"Tabellen", "tabellen"},
-        {"plto", "plot"},           {"plott", "plot"},         {"bidl", "bild"},
-        {"norm", "normalform"},     {"koordinate", "koordinaten"},
-        {"grenze", "grenzen"},      {"bezirke", "bezirk"},     {"operation", "operationen"}};
+        {"tabelen", "tabellen"},     {"tabellne", "tabellen"},
+        {"Tabellen", "tabellen"},    {"plto", "plot"},
+        {"plott", "plot"},           {"bidl", "bild"},
+        {"norm", "normalform"},      {"koordinate", "koordinaten"},
+        {"grenze", "grenzen"},       {"bezirke", "bezirk"},
+        {"operation", "operationen"}};
     for (const auto& [word, command] : typed) {
         const ProgramRun result = run({word, "x.dat"});
         EXPECT_EQ(result.exit_code, 2);
@@ -119,8 +120,7 @@ TEST_F(ForeignTexts, UnknownCommandIsAnsweredByTheNearest) {
         EXPECT_EQ(run({word}).err,
                   "veldra-cli: unbekannter Befehl " + word + "; Hilfe mit --help\n");
     }
-    EXPECT_EQ(run({"--unsinn"}).err,
-              "veldra-cli: unbekannte Angabe --unsinn; Hilfe mit --help\n");
+    EXPECT_EQ(run({"--unsinn"}).err, "veldra-cli: unbekannte Angabe --unsinn; Hilfe mit --help\n");
     EXPECT_THAT(run({"tabellen", "x.dat", "plott"}).err, HasSubstr("unbekannte Angabe plott;"));
 }
 
@@ -128,13 +128,14 @@ TEST_F(ForeignTexts, UnknownCommandIsAnsweredByTheNearest) {
 TEST_F(ForeignTexts, MessagesNameAPathOnce) {
     const auto times = [](const std::string& text, const std::string& part) {
         int count = 0;
-        for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+        for (std::size_t at = text.find(part); at != std::string::npos;
+             at = text.find(part, at + 1)) {
             ++count;
         }
         return count;
     };
-    const std::string good = folder.file(
-        "gut.dat", "PUNKTSIGNATUR 1000 2000 0 0 1\nPUNKTSIGNATUR 1100 2100 0 0 1\n");
+    const std::string good =
+        folder.file("gut.dat", "PUNKTSIGNATUR 1000 2000 0 0 1\nPUNKTSIGNATUR 1100 2100 0 0 1\n");
     std::filesystem::create_directory(folder.path("ordner.pdf"));
     std::filesystem::create_directory(folder.path("ordner.png"));
     std::filesystem::create_symlink(folder.path("ordner.png"), folder.path("link.png"));

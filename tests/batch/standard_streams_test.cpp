@@ -13,8 +13,8 @@
 #include <unistd.h>
 
 #include "child_process.h"
-#include "graphikdatei/codepage.h"
 #include "program_run.h"
+#include "text/codepage.h"
 
 namespace veldra {
 namespace {
@@ -47,9 +47,7 @@ class StandardStreams : public ::testing::Test {
     ProgramRun run(const std::vector<std::string>& arguments) {
         return testing_support::run_veldra(folder, arguments);
     }
-    ProgramRun script(const std::string& text) {
-        return testing_support::run_script(folder, text);
-    }
+    ProgramRun script(const std::string& text) { return testing_support::run_script(folder, text); }
     std::string quoted(const std::string& name) { return shell_quoted(folder.path(name)); }
     std::vector<std::string> left_in(const std::string& path) {
         std::vector<std::string> names;
@@ -89,9 +87,9 @@ TEST_F(StandardStreams, EveryCommandReadsAPipeLikeAFile) {
 TEST_F(StandardStreams, NamedPipeIsReadOnce) {
     const std::string path = file();
     ASSERT_EQ(::mkfifo(folder.path("rohr").c_str(), 0600), 0);
-    const ProgramRun result =
-        script("cat " + shell_quoted(path) + " >" + quoted("rohr") + " & timeout 60 \"$VELDRA_CLI\" " +
-               "normalform " + quoted("rohr") + " -o " + quoted("m.dat") + " --netzteil Leer");
+    const ProgramRun result = script(
+        "cat " + shell_quoted(path) + " >" + quoted("rohr") + " & timeout 60 \"$VELDRA_CLI\" " +
+        "normalform " + quoted("rohr") + " -o " + quoted("m.dat") + " --netzteil Leer");
     EXPECT_EQ(result.exit_code, 0) << result.err;
     ASSERT_EQ(run({"normalform", path, "-o", folder.path("n.dat"), "--netzteil", "Leer"}).exit_code,
               0);
@@ -128,13 +126,14 @@ TEST_F(StandardStreams, FailuresNameTheInputAsItWasGiven) {
         const ProgramRun result =
             script("cd " + shell_quoted(folder.path()) + " && " + faulty + command);
         EXPECT_EQ(result.exit_code, 1);
-        EXPECT_THAT(result.err, AllOf(HasSubstr("Datei: Standardeingabe, Zeile: 2"),
-                                      Not(HasSubstr("/proc"))));
+        EXPECT_THAT(result.err,
+                    AllOf(HasSubstr("Datei: Standardeingabe, Zeile: 2"), Not(HasSubstr("/proc"))));
     }
     const ProgramRun part =
         script("\"$VELDRA_CLI\" normalform - -o n.dat --netzteil West <" + shell_quoted(file()));
     EXPECT_THAT(part.err, HasSubstr("Standardeingabe: Netzteil \"West\" ist nicht vorhanden"));
-    const ProgramRun unreadable = testing_support::run_veldra_on(folder, {"tabellen", "-"}, folder.path());
+    const ProgramRun unreadable =
+        testing_support::run_veldra_on(folder, {"tabellen", "-"}, folder.path());
     EXPECT_EQ(unreadable.exit_code, 1);
     EXPECT_THAT(unreadable.err, HasSubstr("Standardeingabe: Datei kann nicht gelesen werden"));
 }
@@ -161,8 +160,8 @@ TEST_F(StandardStreams, StandardInputIsOneFile) {
 
 TEST_F(StandardStreams, PlotsOfAFolderNameTheStandardInput) {
     const ProgramRun result =
-        script("\"$VELDRA_CLI\" plot - " + shell_quoted(file(two_parts, "b.dat")) + " --jobs 2 -o " +
-               quoted("plots") + " <" + shell_quoted(file()));
+        script("\"$VELDRA_CLI\" plot - " + shell_quoted(file(two_parts, "b.dat")) +
+               " --jobs 2 -o " + quoted("plots") + " <" + shell_quoted(file()));
     EXPECT_EQ(result.exit_code, 0) << result.err;
     EXPECT_TRUE(std::filesystem::exists(folder.path("plots/standardeingabe.pdf")));
     EXPECT_TRUE(std::filesystem::exists(folder.path("plots/b.pdf")));
@@ -184,10 +183,10 @@ TEST_F(StandardStreams, MessagesThatNobodyTakesDecideNothing) {
 /// The number of a closed stream must not become that of the file that is written.
 TEST_F(StandardStreams, MessagesNeverGoIntoAFile) {
     const std::string path = shell_quoted(file());
-    ASSERT_EQ(script("\"$VELDRA_CLI\" plot " + path + " --alle -o " + quoted("p.pdf") +
-                     " <&- >&- 2>&-")
-                  .exit_code,
-              0);
+    ASSERT_EQ(
+        script("\"$VELDRA_CLI\" plot " + path + " --alle -o " + quoted("p.pdf") + " <&- >&- 2>&-")
+            .exit_code,
+        0);
     EXPECT_THAT(file_bytes(folder.path("p.pdf")), Not(HasSubstr("darzustellenden")));
     EXPECT_EQ(script("\"$VELDRA_CLI\" koordinaten --von 1,1 --nach 1,1 --meridian 2 <&-").exit_code,
               1);
@@ -217,18 +216,22 @@ int run_without_reader(int stream, std::vector<std::string> arguments) {
 }
 
 TEST_F(StandardStreams, ReaderOfTheMessagesMayBeGone) {
-    EXPECT_EQ(run_without_reader(STDERR_FILENO,
-                                 {"plot", file(), "--alle", "-o", folder.path("p.pdf")}),
-              0);
+    EXPECT_EQ(
+        run_without_reader(STDERR_FILENO, {"plot", file(), "--alle", "-o", folder.path("p.pdf")}),
+        0);
     EXPECT_THAT(file_bytes(folder.path("p.pdf")), StartsWith("%PDF"));
     EXPECT_EQ(run_without_reader(STDERR_FILENO, {"unsinn"}), 2);
 }
 
 TEST_F(StandardStreams, ResultsThatCannotBeWrittenAreAFailure) {
     const std::string path = file();
-    for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
-             {"--help"}, {"--version"}, {"plot", "--help"}, {"tabellen", path},
-             {"operationen", path}, {"bezirk", path}}) {
+    for (const std::vector<std::string>& arguments :
+         std::vector<std::vector<std::string>>{{"--help"},
+                                               {"--version"},
+                                               {"plot", "--help"},
+                                               {"tabellen", path},
+                                               {"operationen", path},
+                                               {"bezirk", path}}) {
         std::string words;
         for (const std::string& argument : arguments) {
             words += " " + shell_quoted(argument);
@@ -258,11 +261,15 @@ std::string long_network() {
 /// The program running with a folder for temporary files of its own.
 class RunningProgram {
  public:
-    RunningProgram(const std::string& temporary, std::vector<std::string> arguments,
-                   const std::function<void()>& prepare = [] {}) {
+    RunningProgram(
+        const std::string& temporary, std::vector<std::string> arguments,
+        const std::function<void()>& prepare = [] {}) {
         child_ = ::fork();
         if (child_ != 0) {
             return;
+        }
+        for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+            ::signal(signal, SIG_DFL);
         }
         prepare();
         ::setenv("TMPDIR", temporary.c_str(), 1);
@@ -301,11 +308,12 @@ class RunningProgram {
 
 class EndedPrograms : public StandardStreams {
  protected:
-    EndedPrograms() : temporary_(folder.path("tmp")), path_(folder.file("lang.dat", long_network())) {
+    EndedPrograms()
+        : temporary_(folder.path("tmp")), path_(folder.file("lang.dat", long_network())) {
         std::filesystem::create_directory(temporary_);
     }
-    /// What of the program stands among the temporary files. The toolkit has a lasting folder of the
-    /// user's there.
+    /// What of the program stands among the temporary files. The toolkit has a lasting folder of
+    /// the user's there.
     [[nodiscard]] std::vector<std::string> temporaries() {
         std::vector<std::string> names = left_in(temporary_);
         std::erase_if(names, [](const std::string& name) { return !name.starts_with("veldra"); });
@@ -340,6 +348,21 @@ TEST_F(EndedPrograms, SignalsLeaveNoTemporaryFolder) {
         EXPECT_THAT(temporaries(), IsEmpty());
     }
     EXPECT_FALSE(std::filesystem::exists(folder.path("n.dat")));
+}
+
+TEST_F(EndedPrograms, SignalsLeaveNoHalfDocument) {
+    const std::string target = folder.path("ziel");
+    std::filesystem::create_directory(target);
+    RunningProgram program(temporary_, {"plot", path_, "-o", target + "/p.pdf"});
+    const auto begun = [&] { return !left_in(target).empty(); };
+    for (int i = 0; i < 20000 && !begun(); ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    ASSERT_TRUE(begun());
+    program.send(SIGTERM);
+    const int status = program.wait();
+    ASSERT_TRUE(WIFSIGNALED(status)) << status;
+    EXPECT_THAT(left_in(target), IsEmpty());
 }
 
 TEST_F(EndedPrograms, SignalThatIsToBeIgnoredIsIgnored) {

@@ -14,8 +14,9 @@
 
 #include "graphikdatei/keywords.h"
 #include "graphikdatei/line_reader.h"
-#include "graphikdatei/tokens.h"
-#include "shell/fatal_error.h"
+#include "os/files.h"
+#include "text/fatal_error.h"
+#include "text/tokens.h"
 
 namespace veldra::fuzz {
 
@@ -135,6 +136,10 @@ void reset_session(Session& session, const std::string& path) {
     session.graphikdatei = path;
     session.arbeitsdatei_basis = path;
     session.arbeitsdatei_suffix.clear();
+    session.arbeitskopien.clear();
+    for (const char* suffix : {"_1", "_2"}) {
+        remove_file(path + suffix);
+    }
     for (auto& title : session.titel) {
         title.setTitelText("");
     }

@@ -19,11 +19,12 @@
 #include <optional>
 #include <stdexcept>
 
+#include "pdf/pdf_printer.h"
 #include "picture_file.h"
-#include "platform/pdf/pdf_printer.h"
-#include "platform/qt/qt_user_interface.h"
-#include "shell/frmTorvel.h"
-#include "view/frmStrichst.h"
+#include "windows/forms/frmStrichst.h"
+#include "windows/frmTorvel.h"
+#include "windows/qt/qt_user_interface.h"
+#include "windows/qt/sample_picture.h"
 
 using namespace veldra;
 
@@ -118,7 +119,7 @@ class Photographer {
     }
 
     void take_line_width() {
-        LineWidthChoice choice{2, 1, 0xFFFFFF};
+        LineWidthChoice choice{2, 1, picture_background_colour()};
         FrmStrichst picker(&window_, choice, QStringLiteral("Strichstärke"));
         picker.show();
         take(picker, "strich");

@@ -1,7 +1,0 @@
-#include "batch/command_line.h"
-#include "platform/os/process.h"
-
-int main(int argc, char** argv) {
-    veldra::prepare_process();
-    return veldra::batch::run(argc, argv);
-}

@@ -1,0 +1,102 @@
+#include "commands/file_commands.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "commands/file_watch.h"
+#include "os/files.h"
+#include "plot/application_printer.h"
+#include "settings/profile.h"
+#include "settings/start_profile.h"
+#include "text/fatal_error.h"
+
+namespace veldra {
+
+namespace {
+
+/// Characters of a path in UTF-8.
+std::ptrdiff_t character_count(const std::string& path) {
+    return std::count_if(path.begin(), path.end(), [](char byte) {
+        return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;  // none that continues one
+    });
+}
+
+}  // namespace
+
+void datei_alt_oeffnen(Session& session, int index, const Desk& desk) {
+    constexpr std::ptrdiff_t longest_no_path = 3;
+    const std::string path = session.zuletzt_datei[static_cast<std::size_t>(index)];
+    if (character_count(path) <= longest_no_path) {
+        return;
+    }
+    if (!datei_vorhanden(path)) {
+        desk.ui.message_box(MessageStyle::exclamation, "VELDRA - Datei auswählen",
+                            "gewünschte Datei ist nicht vorhanden,\n"
+                            "wurde vermutlich zwischenzeitig gelöscht.\n"
+                            "Bitte andere Datei wählen.");
+        zuletzt_entfernen(session, index);
+        return;
+    }
+    datei_neu_laden(session, path, OpenedBy::recent_menu, desk);
+}
+
+void geaenderte_datei_pruefen(Session& session, const Desk& desk) {
+    if (session.datei_geladen != 1 || desk.watch == nullptr || !desk.watch->rewritten()) {
+        return;
+    }
+    const bool reload = desk.ui.message_box(
+        MessageStyle::question_yes_no, "VELDRA - Graphikdatei geändert",
+        "Ein anderes Programm hat die Graphikdatei\n" + session.graphikdatei +
+            "\ngeändert. Soll sie neu gelesen werden?\n\n"
+            "Ja: Ihre Änderungen seit dem Öffnen gehen verloren.\n"
+            "Nein: Beim Verlassen wird sie mit dem hier gezeigten Stand überschrieben.");
+    if (reload) {
+        datei_erneut_lesen(session, desk);
+    } else {
+        desk.watch->accept();
+    }
+}
+
+namespace {
+
+/// Takes a step of the end and keeps what went wrong, so that the others are taken as well.
+template <typename Step>
+void take_step(std::string& failures, const Step& step) {
+    try {
+        step();
+    } catch (const FatalError& error) {
+        failures += (failures.empty() ? "" : "\n\n") + std::string(error.what());
+    }
+}
+
+void write_profile(const Session& session, const ProgramRun& run) {
+    // The profile of a project that never was may lie in a folder that is not there yet.
+    if (const std::size_t end = run.ini_datei.rfind('/'); end != std::string::npos && end > 0) {
+        create_folder(run.ini_datei.substr(0, end));
+    }
+    profil_schreiben(session, run.ini_datei);
+    if (!run.is_project()) {
+        start_schreiben(session, run.ini_datei);
+    }
+}
+
+}  // namespace
+
+void programm_ende(Session& session, ProgramRun& run, const Desk& desk, Attendance attendance) {
+    const bool has_printer = desk.printer != nullptr && desk.print_dialog != nullptr;
+    if (attendance == Attendance::user && has_printer) {
+        ask_for_default_printer(session, *desk.printer, desk.ui, *desk.print_dialog);
+    }
+    std::string failures;
+    take_step(failures, [&] { datei_zurueckschreiben(session, desk, attendance); });
+    take_step(failures, [&] { write_profile(session, run); });
+    if (desk.watch != nullptr) {
+        desk.watch->leave();
+    }
+    run.programm_aktiv = false;
+    if (!failures.empty()) {
+        throw FatalError(failures);
+    }
+}
+
+}  // namespace veldra

@@ -1,0 +1,28 @@
+#include "model/undo.h"
+
+namespace veldra {
+
+namespace {
+
+void show(WindowState& window, const char* caption, bool enabled) {
+    MenuItemState& entry = window[MenuItem::m_ansicht_undo];
+    entry.caption = caption;
+    entry.enabled = enabled;
+    ToolButtonState& button = window[ToolButton::rueckgaengig];
+    button.tool_tip = caption;
+    button.enabled = enabled;
+}
+
+}  // namespace
+
+void store_undo(WindowState& window, const Undo& step, const char* caption) {
+    window.undo = step;
+    show(window, caption, true);
+}
+
+void clear_undo(WindowState& window) {
+    window.undo = {};
+    show(window, undo_caption::none, false);
+}
+
+}  // namespace veldra
