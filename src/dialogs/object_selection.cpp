@@ -11,6 +11,7 @@
 #include "model/long_work.h"
 #include "plot/printer_adapters.h"
 #include "reference/reference_system.h"
+#include "text/codepage.h"
 #include "text/numbers.h"
 #include "view/viewport.h"
 
@@ -197,6 +198,12 @@ std::int32_t wrapped_meridian(std::int64_t strip) {
         return meridian_strips - 1;
     }
     return strip >= meridian_strips ? 0 : static_cast<std::int32_t>(strip);
+}
+
+bool is_meridian(std::string_view text) {
+    const std::string_view typed = trim(text);
+    const bool is_number = !typed.empty() && typed.front() >= '0' && typed.front() <= '9';
+    return is_number && zahl_wert(typed) < meridian_strips;
 }
 
 void type_meridian(ObjectSelection& obj, std::string_view text) {

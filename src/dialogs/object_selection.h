@@ -65,6 +65,8 @@ constexpr std::int32_t meridian_strips = 120;  ///< strips are 0 to 119
 
 /// A strip within 0 to 119: above that the first, below it the last.
 [[nodiscard]] std::int32_t wrapped_meridian(std::int64_t strip);
+/// The text is the number of a strip.
+[[nodiscard]] bool is_meridian(std::string_view text);
 /// Takes the strip that the user has typed; what is no number counts as 0.
 void type_meridian(ObjectSelection& obj, std::string_view text);
 /// Goes to the next strip (1) or the one before (-1).

@@ -7,16 +7,19 @@
 
 #include "windows/forms/frmDarstellungen_page.h"
 #include "windows/qt/qt_user_interface.h"
+#include "windows/qt/session_editor.h"
 
 class QPushButton;
 class QTabWidget;
 
 namespace veldra {
 
+class HintLine;
+
 /// Sets how objects look. The dialog edits the live settings, so that its samples show what is set;
 /// OK keeps them, Abbrechen and closing return to those of its opening. The picture is left to the
 /// caller, who draws it anew when the dialog has finished.
-class FrmDarstellungen final : public QDialog {
+class FrmDarstellungen final : public QDialog, public SessionEditor {
     Q_OBJECT
 
  public:
@@ -38,6 +41,7 @@ class FrmDarstellungen final : public QDialog {
 
     void accept() override;
     void reject() override;
+    void give_up_edits() override;
 
  protected:
     void showEvent(QShowEvent* event) override;
@@ -61,6 +65,7 @@ class FrmDarstellungen final : public QDialog {
     QTabWidget* tab_darstellungen_ = nullptr;
     std::size_t shown_tab_ = 0;
     bool left_ = false;  ///< the session holds what the dialog leaves behind
+    HintLine* lbl_hinweis_ = nullptr;
     QPushButton* cmd_ok_ = nullptr;
     QPushButton* cmd_abbrechen_ = nullptr;
 };

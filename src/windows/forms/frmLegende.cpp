@@ -15,10 +15,12 @@
 
 #include "plot/application_printer.h"
 #include "text/codepage.h"
+#include "text/text_forms.h"
 #include "windows/qt/dialog_area.h"
 #include "windows/qt/dialog_controls.h"
 #include "windows/qt/dialog_place.h"
 #include "windows/qt/entry_box.h"
+#include "windows/qt/hint_line.h"
 #include "windows/qt/qt_font.h"
 
 namespace veldra {
@@ -87,7 +89,11 @@ void FrmLegende::build() {
     shown->addWidget(build_position(), 0, Qt::AlignLeft);
     auto* column = new QVBoxLayout(this);
     column->addWidget(new DialogArea(contents, this), 1);
-    column->addWidget(build_buttons(), 0, Qt::AlignRight);
+    auto* row = new QHBoxLayout;
+    lbl_hinweis_ = new HintLine(this);
+    row->addWidget(lbl_hinweis_, 1);
+    row->addWidget(build_buttons());
+    column->addLayout(row);
 }
 
 void FrmLegende::add_line(QGridLayout& grid, std::size_t number) {
@@ -206,8 +212,14 @@ void FrmLegende::show_size(std::size_t number) {
 void FrmLegende::take_size(std::size_t number) {
     const Line& typed = line(number);
     if (typed.txt_schrift->text() != typed.shown_size) {
-        set_legend_size(session_, printer_, number, typed.txt_schrift->text().toStdString());
+        const std::string text = typed.txt_schrift->text().toStdString();
+        set_legend_size(session_, printer_, number, text);
         show_size(number);
+        const std::string told = taken_otherwise(text, typed.shown_size.toStdString());
+        lbl_hinweis_->tell(told.empty()
+                               ? QString()
+                               : QStringLiteral("Zeile %1: %2 mm")
+                                     .arg(QString::number(number), QString::fromStdString(told)));
     }
 }
 
@@ -221,10 +233,9 @@ void FrmLegende::ask_for_font(std::size_t number) {
     }
 }
 
-void FrmLegende::store() {
+void FrmLegende::store_texts() {
     std::array<LegendEntry, legend_line_count> entries;
     for (std::size_t number = 1; number <= legend_line_count; ++number) {
-        take_size(number);
         const Line& shown = line(number);
         entries[number - 1] = {bytes_of(shown.txt_legende->text()),
                                shown.chk_standard != nullptr && shown.chk_standard->isChecked()};
@@ -249,8 +260,17 @@ bool FrmLegende::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void FrmLegende::done(int result) {
-    store();
+    for (std::size_t number = 1; number <= legend_line_count; ++number) {
+        take_size(number);
+    }
+    store_texts();
     QDialog::done(result);
+}
+
+void FrmLegende::give_up_edits() {
+    if (!isHidden()) {
+        store_texts();
+    }
 }
 
 void FrmLegende::showEvent(QShowEvent* event) {

@@ -17,6 +17,7 @@
 #include "windows/qt/dialog_area.h"
 #include "windows/qt/dialog_controls.h"
 #include "windows/qt/dialog_place.h"
+#include "windows/qt/hint_line.h"
 
 namespace veldra {
 
@@ -79,8 +80,14 @@ void FrmObjekte::build() {
 
     auto* rows = new QVBoxLayout(this);
     rows->addWidget(new DialogArea(contents, this));
+    auto* hint = new HintLine(this);
+    connect(txt_nubemerit_, &QLineEdit::textEdited, hint, [hint](const QString& typed) {
+        hint->tell(is_meridian(typed.toStdString())
+                       ? QString()
+                       : QStringLiteral("Meridianstreifen: 0 bis 119"));
+    });
     auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
+    buttons->addWidget(hint, 1);
     buttons->addWidget(cmd_ok_);
     rows->addLayout(buttons);
 }
@@ -430,6 +437,12 @@ void FrmObjekte::showEvent(QShowEvent* event) {
     }
     if (QAbstractButton* const checked = opt_beob_->checkedButton()) {
         checked->setFocus(Qt::TabFocusReason);
+    }
+}
+
+void FrmObjekte::give_up_edits() {
+    if (!left_ && txt_nubemerit_->isModified()) {
+        type_meridian(session_.obj, txt_nubemerit_->text().toStdString());
     }
 }
 

@@ -23,6 +23,7 @@
 #include "windows/qt/dialog_area.h"
 #include "windows/qt/dialog_controls.h"
 #include "windows/qt/entry_box.h"
+#include "windows/qt/hint_line.h"
 #include "windows/qt/paper_symbol.h"
 #include "windows/qt/qt_font.h"
 
@@ -74,7 +75,8 @@ void FrmPlotten::build() {
     build_sheets(*format);
     shown->addWidget(fra_format_);
     column->addWidget(new DialogArea(contents, this), 1);
-    const EndButtons buttons = add_end_buttons(*column, this);
+    lbl_hinweis_ = new HintLine(this);
+    const EndButtons buttons = add_end_buttons(*column, this, lbl_hinweis_);
     cmd_ok_ = buttons.cmd_ok;
     cmd_abbrechen_ = buttons.cmd_abbrechen;
     connect(cmd_ok_, &QPushButton::clicked, this, &FrmPlotten::accept);
@@ -198,8 +200,12 @@ void FrmPlotten::build_sheets(QVBoxLayout& column) {
             0);
         grid->addWidget(edit, line, 1);
         grid->addWidget(computed, line, 2);
-        connect(edit, &QLineEdit::textEdited, this,
-                [&typed](const QString& text) { typed = text.toStdString(); });
+        connect(edit, &QLineEdit::textEdited, this, [this, &typed](const QString& text) {
+            typed = text.toStdString();
+            lbl_hinweis_->tell(is_sheet_count(typed)
+                                   ? QString()
+                                   : QStringLiteral("Anzahl der Blätter: 1 bis 32767"));
+        });
         return std::pair(edit, computed);
     };
     std::tie(txt_format_rechts_, lbl_format_autorechts_) =
@@ -316,6 +322,13 @@ void FrmPlotten::reject() {
     left_ = true;
     reject_plot_options(session_, desk_);
     QDialog::reject();
+}
+
+void FrmPlotten::give_up_edits() {
+    if (!left_) {
+        left_ = true;
+        plot_merken(session_, 3);
+    }
 }
 
 bool FrmPlotten::eventFilter(QObject* watched, QEvent* event) {

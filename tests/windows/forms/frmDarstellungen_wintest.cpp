@@ -2,6 +2,7 @@
 
 #include "display_dialog_fixture.h"
 #include "text/text_forms.h"
+#include "windows/qt/hint_line.h"
 
 using namespace veldra;
 using namespace veldra_test;
@@ -216,6 +217,15 @@ class FrmDarstellungenTest : public DisplayDialogFixture {
         QCOMPARE(settings().stevwert[1], 100.0);
         show_tab(DisplayTab::tests);
         QCOMPARE(box("txt_ev_wert").text(), text("100.0"));
+    }
+
+    void an_entry_that_is_not_taken_as_it_is_is_told() {
+        open();
+        auto& hint = control<HintLine>(*dialog_, "lbl_hinweis");
+        type_and_enter(box("txt_punktradius_screen"), "abc");
+        QCOMPARE(hint.hint(), text("Statt \"abc\" gilt 0"));
+        type_and_enter(box("txt_punktradius_screen"), "70,5");
+        QCOMPARE(hint.hint(), QString());
     }
 
     void ctrl_tab_goes_round_from_the_first_moment() {

@@ -3,6 +3,7 @@
 #include "settings/defaults.h"
 #include "windows/forms/frmLegende.h"
 #include "windows/qt/font_dialog.h"
+#include "windows/qt/hint_line.h"
 
 using namespace veldra;
 using namespace veldra_test;
@@ -146,8 +147,11 @@ class FrmLegendeTest : public DialogFixture<FrmLegende> {
         QCOMPARE(box("txt_schrift_2").text(), QStringLiteral("4.0"));
         QVERIFY(std::abs(title(2).getTitelSize() - 3.9897F) < 0.0002F);
         QVERIFY(dialog_->isVisible());  // Enter in a size does not press OK
+        const auto& hint = control<HintLine>(*dialog_, "lbl_hinweis");
+        QCOMPARE(hint.hint(), QString());
         type_and_enter(box("txt_schrift_2"), "abc");
         QCOMPARE(box("txt_schrift_2").text(), QStringLiteral("1.5"));  // 7 points
+        QCOMPARE(hint.hint(), text("Zeile 2: Statt \"abc\" gilt 1.5 mm"));
     }
 
     void without_a_printer_the_size_is_an_estimate() {
@@ -157,8 +161,11 @@ class FrmLegendeTest : public DialogFixture<FrmLegende> {
         QCOMPARE(title(1).getTitelSize(), 4.2F);
         QTest::keyClick(&box("txt_schrift_1"), Qt::Key_Return);
         QCOMPARE(title(1).getTitelSize(), 4.2F);
+        const auto& hint = control<HintLine>(*dialog_, "lbl_hinweis");
+        QCOMPARE(hint.hint(), QString());
         type_and_enter(box("txt_schrift_1"), "-1");
         QCOMPARE(box("txt_schrift_1").text(), QStringLiteral("2.5"));
+        QCOMPARE(hint.hint(), text("Zeile 1: Statt \"-1\" gilt 2.5 mm"));
     }
 
     void an_untouched_size_is_not_changed_by_ok() {
