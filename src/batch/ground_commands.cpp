@@ -163,20 +163,15 @@ void command_koordinaten(const TransformationOptions& options) {
 
 void command_grenzen(const std::string& argument, const std::string& output) {
     constexpr std::uint64_t long_file = 20'000'000;
-<<<<<<< HEAD
     if (output.empty() && is_standard_input(argument)) {
         throw UsageError("nötig ist -o, wenn die Standardeingabe gelesen wird");
     }
     const std::string target = output.empty() ? argument + "_neu" : output;
+    const NamedBy named_by = output.empty() ? NamedBy::program : NamedBy::user;
     refuse_input_as_output(argument, target);
+    tell_ownership_loss(target);
     const CommandInput source(argument);
     const std::string& input = source.path();
-=======
-    const std::string target = output.empty() ? input + "_neu" : output;
-    const NamedBy named_by = output.empty() ? NamedBy::program : NamedBy::user;
-    refuse_input_as_output(input, target);
-    tell_ownership_loss(target);
->>>>>>> main
     ReductionProgress progress;
     int told = 0;
     if (file_stamp(input).size > long_file) {
@@ -189,15 +184,9 @@ void command_grenzen(const std::string& argument, const std::string& output) {
             }
         };
     }
-<<<<<<< HEAD
-    const ReductionResult result = reduce_boundaries(input, target, progress);
+    const ReductionResult result = reduce_boundaries(input, target, progress, named_by);
     write_to_standard_output(for_terminal(fmt::format("{}: {} von {} Strecken entfallen\n", target,
                                                       result.dropped, result.segments)));
-=======
-    const ReductionResult result = reduce_boundaries(input, target, progress, named_by);
-    write_to_standard_output(
-        fmt::format("{}: {} von {} Strecken entfallen\n", target, result.dropped, result.segments));
->>>>>>> main
 }
 
 void load_boundaries(Session& session) {
