@@ -109,7 +109,7 @@ void guarded(FileResult& result, Work&& work) {
 }
 
 /// Plots the file, or what it gives if it can be read only once.
-std::vector<PlottedPart> plot_input(PlotTask task, Printer& printer) {
+PlottedFile plot_input(PlotTask task, Printer& printer) {
     const CommandInput input(task.file.file);
     if (input.is_copy()) {
         task.file.copy = input.path();
@@ -125,7 +125,7 @@ std::vector<PlottedPart> plot_input(PlotTask task, Printer& printer) {
 void plot_to_file(const PlotTask& task, FileResult& result) {
     guarded(result, [&] {
         PdfPrinter printer([&result] { return std::optional(result.output); });
-        result.parts = plot_input(task, printer);
+        result.plotted = plot_input(task, printer);
     });
 }
 
@@ -157,7 +157,7 @@ void plot_on_queue(const std::vector<PlotTask>& tasks, const std::string& name,
     }
     printers.assign(index);
     for (std::size_t i = 0; i < tasks.size(); ++i) {
-        guarded(results[i], [&] { results[i].parts = plot_input(tasks[i], printers); });
+        guarded(results[i], [&] { results[i].plotted = plot_input(tasks[i], printers); });
     }
 }
 
@@ -173,13 +173,26 @@ PlotTask task_for(const PlotArguments& arguments, const PlotChoice& choice,
     task.copies = arguments.copies;
     task.grey = arguments.grey;
     task.with_protocol = !arguments.protocol.empty();
+    task.most_sheets = arguments.most_sheets;
     return task;
 }
 
 bool refused_anything(const FileResult& result) {
-    return std::any_of(result.parts.begin(), result.parts.end(), [](const PlottedPart& part) {
-        return part.protocol && !part.protocol->refused.empty();
-    });
+    return std::any_of(
+        result.plotted.parts.begin(), result.plotted.parts.end(),
+        [](const PlottedPart& part) { return part.protocol && !part.protocol->refused.empty(); });
+}
+
+/// Tells of the parts that were left out of a document; true if there are any.
+bool report_parts(const FileResult& result) {
+    bool any = false;
+    for (const PlottedPart& part : result.plotted.parts) {
+        if (!part.failure.empty()) {
+            remark(part.failure);
+            any = true;
+        }
+    }
+    return any;
 }
 
 int report_results(const std::vector<FileResult>& results) {
@@ -187,6 +200,8 @@ int report_results(const std::vector<FileResult>& results) {
     for (const FileResult& result : results) {
         if (!result.failure.empty()) {
             remark(result.failure);
+            code = failed;
+        } else if (report_parts(result)) {
             code = failed;
         } else if (code == done && refused_anything(result)) {
             code = records_refused;
