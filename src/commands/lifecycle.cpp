@@ -158,12 +158,18 @@ std::int32_t part_named(const Session& session, const std::string& name) {
 }  // namespace
 
 void datei_lesen(Session& session, const Desk& desk) {
+    if (desk.watch != nullptr) {
+        desk.watch->read_only().begin(session);
+    }
     read_whole_file_records(session, desk);
     netzteil_lesen(session, desk);
     erstansicht(session, desk);
 }
 
 void datei_erneut_lesen(Session& session, const Desk& desk) {
+    if (desk.watch != nullptr) {
+        desk.watch->read_only().note_changes(session);
+    }
     const std::string name = session.netz[session.netz_aktuell].netz_name;
     session.datei_geladen = 0;  // nothing is to be kept of what was read before
     session.arbeitsdatei_suffix.clear();
@@ -206,11 +212,17 @@ void erstansicht(Session& session, const Desk& desk) {
     desk.redraw();
     session.datei_geladen = 1;
     clear_undo(session.window);
+    if (desk.watch != nullptr) {
+        desk.watch->read_only().take_as_read(session);
+    }
 }
 
 void netzteil_anzeigen(Session& session, std::int32_t part, const Desk& desk) {
     if (part == session.netz_aktuell) {
         return;
+    }
+    if (desk.watch != nullptr) {
+        desk.watch->read_only().note_changes(session);
     }
     {
         const Hourglass hourglass(session, desk.ui);

@@ -1,6 +1,7 @@
 #include "commands/write_back.h"
 
 #include <algorithm>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -164,7 +165,66 @@ void leave_unwritten(Session& session, const Desk& desk, Attendance attendance,
     desk.ui.message_box(MessageStyle::information, why.title, text);
 }
 
-void write(Session& session, const Desk& desk) {
+/// The current part's state goes into a copy in a folder of its own, which the final form is made
+/// from: beside the file there may be no room.
+void write_elsewhere(Session& session, const std::string& target) {
+    const auto folder = std::make_shared<const TemporaryFolder>();
+    const std::string base = unused_base(folder->path(), file_name(session.graphikdatei));
+    write_working_copy(session, base + "_1");
+    session.arbeitsdatei_basis = base;
+    session.arbeitsdatei_suffix = "_1";
+    session.arbeitsordner = folder;
+    endfassung_schreiben(session, target);
+}
+
+/// Nothing of the session reaches the file, and no copy stays.
+void drop_file(Session& session) {
+    try {
+        remove_own_copies(session);
+    } catch (const FatalError&) {
+        // What cannot be deleted is not worth a word: the user wanted to be rid of it.
+    }
+    close_document(session);
+}
+
+std::string question_text(const std::string& reason) {
+    return reason +
+           "\n\nWiederholen: noch einmal versuchen, die Graphikdatei zu schreiben.\n"
+           "Speichern unter...: den gezeigten Stand in eine andere Datei schreiben.\n"
+           "Verwerfen: Ihre Änderungen aufgeben.";
+}
+
+/// True when the answer has been followed.
+bool follow_answer(Session& session, const UnwrittenAnswer& answer) {
+    switch (answer.choice) {
+        case UnwrittenAnswer::Choice::again:
+            write_elsewhere(session, session.graphikdatei);
+            return true;
+        case UnwrittenAnswer::Choice::elsewhere:
+            write_elsewhere(session, answer.path);
+            return true;
+        case UnwrittenAnswer::Choice::discard:
+            drop_file(session);
+            return true;
+        case UnwrittenAnswer::Choice::nobody:
+            break;
+    }
+    return false;
+}
+
+void leave_read_only(Session& session, const Desk& desk, Attendance attendance) {
+    if (!desk.watch->read_only().has_changed(session)) {
+        drop_file(session);
+        return;
+    }
+    const std::string reason = session.graphikdatei + ": Die Graphikdatei ist schreibgeschützt.";
+    if (attendance == Attendance::nobody) {
+        throw abandon_file(session, desk, reason, WorkingCopy::outdated);
+    }
+    settle_unwritten(session, desk, reason);
+}
+
+void write(Session& session, const Desk& desk, Attendance attendance) {
     constexpr int copy_and_final_form = 2;
     bool copied = false;
     expect_writings(session.work, copy_and_final_form);
@@ -176,12 +236,38 @@ void write(Session& session, const Desk& desk) {
         if (session.datei_geladen != 1) {
             throw;  // all is written, but an old copy could not be deleted
         }
+        if (attendance == Attendance::user && file_out_of_reach(session)) {
+            settle_unwritten(session, desk, error.what());
+            return;
+        }
         throw abandon_file(session, desk, error.what(),
                            copied ? WorkingCopy::written : WorkingCopy::outdated);
     }
 }
 
 }  // namespace
+
+bool file_out_of_reach(const Session& session) {
+    return session.datei_geladen == 1 && !ordner_vorhanden(folder_of_file(session.graphikdatei));
+}
+
+void settle_unwritten(Session& session, const Desk& desk, std::string reason) {
+    for (;;) {
+        const UnwrittenAnswer answer =
+            desk.ask_unwritten ? desk.ask_unwritten(question_text(reason)) : UnwrittenAnswer();
+        try {
+            if (!follow_answer(session, answer)) {
+                throw abandon_file(session, desk, reason, WorkingCopy::outdated);
+            }
+            return;
+        } catch (const FatalError& error) {
+            if (session.datei_geladen != 1) {
+                throw;
+            }
+            reason = error.what();
+        }
+    }
+}
 
 FatalError abandon_file(Session& session, const Desk& desk, const std::string& reason,
                         WorkingCopy copy) {
@@ -198,11 +284,15 @@ void datei_zurueckschreiben(Session& session, const Desk& desk, Attendance atten
     if (session.datei_geladen != 1) {
         return;
     }
+    if (desk.watch != nullptr && desk.watch->read_only().is_read_only()) {
+        leave_read_only(session, desk, attendance);
+        return;
+    }
     const bool overwrite = may_overwrite(session, desk, attendance);
     const bool write_it = overwrite && may_become_owner(session, desk, attendance);
     const Hourglass hourglass(session, desk.ui);
     if (write_it) {
-        write(session, desk);
+        write(session, desk, attendance);
     } else {
         leave_unwritten(session, desk, attendance,
                         overwrite ? keeps_its_owner : rewritten_elsewhere);

@@ -182,13 +182,14 @@ TEST_F(WriteBack, ProtectedFolderNamesFileAndReasonFirst) {
     const std::filesystem::perms all = std::filesystem::perms::all;
     std::filesystem::create_directories(desk.rescue_folder);
     std::filesystem::permissions(desk.rescue_folder, all);
-    std::filesystem::permissions(folder.path("netze"), std::filesystem::perms(0555));
     const int code = run_in_child([this] {
         constexpr uid_t nobody = 65534;
+        open_and_move();
+        // The protection comes while the file is open.
+        std::filesystem::permissions(folder.path("netze"), std::filesystem::perms(0555));
         if (::geteuid() == 0 && (::setgid(nobody) != 0 || ::setuid(nobody) != 0)) {
             return not_permitted;
         }
-        open_and_move();
         const std::string text = refusal();
         const bool named = text.rfind(path +
                                           "_1: Datei kann nicht geschrieben werden: "
@@ -209,13 +210,13 @@ TEST_F(WriteBack, ProtectedFolderNamesFileAndReasonFirst) {
 TEST_F(WriteBack, ProtectedFileKeepsItsWorkingCopyBeside) {
     const std::filesystem::perms all = std::filesystem::perms::all;
     std::filesystem::permissions(folder.path("netze"), all);
-    std::filesystem::permissions(path, std::filesystem::perms(0444));
     const int code = run_in_child([this] {
         constexpr uid_t nobody = 65534;
+        open_and_move();
+        std::filesystem::permissions(path, std::filesystem::perms(0444));
         if (::geteuid() == 0 && (::setgid(nobody) != 0 || ::setuid(nobody) != 0)) {
             return not_permitted;
         }
-        open_and_move();
         const std::string text = refusal();
         const bool named = text.rfind(path +
                                           ": Datei kann nicht geschrieben werden: "
