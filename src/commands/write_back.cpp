@@ -27,8 +27,12 @@ std::string file_name(const std::string& path) {
     return path.substr(path.rfind('/') + 1);
 }
 
-/// The copy takes the plot settings and titles as well, if there is room for them.
+/// The copy takes the plot settings and titles as well, if there is room for them and nobody has
+/// put another file in its place.
 bool complete_copy(Session& session) {
+    if (!is_own_copy(session, working_path(session))) {
+        return false;
+    }
     try {
         write_final_form(session, working_path(session));
     } catch (const FatalError&) {
@@ -70,7 +74,7 @@ bool attempt_copy(Session& session, Rescue& rescue, const Attempt& attempt) {
 Rescue keep_working_copy(Session& session, const Desk& desk, WorkingCopy copy) {
     Rescue rescue;
     const auto beside_the_file = [&] {
-        if (copy == WorkingCopy::outdated) {
+        if (copy == WorkingCopy::outdated || !is_own_copy(session, working_path(session))) {
             arbeitskopie_schreiben(session);
         }
     };
