@@ -16,6 +16,7 @@
 #include "batch/ground_commands.h"
 #include "batch/output.h"
 #include "batch/plot_command.h"
+#include "pdf/single_faces.h"
 #include "text/codepage.h"
 #include "text/fatal_error.h"
 
@@ -411,6 +412,7 @@ int run(int argc, char** argv) {
     int no_arguments = 1;
     std::optional<QGuiApplication> application;
     if (line.needs_toolkit()) {
+        keep_one_file_of_each_face();
         application.emplace(no_arguments, argv);
     }
     return guarded(line.action());
