@@ -134,9 +134,8 @@ void keep_one_file_of_each_face() {
     }
     const std::string document = "<?xml version=\"1.0\"?>\n<fontconfig><selectfont><rejectfont>\n" +
                                  rules + "</rejectfont></selectfont></fontconfig>\n";
-    if (FcConfigParseAndLoadFromMemory(configuration,
-                                       reinterpret_cast<const FcChar8*>(document.c_str()),
-                                       FcTrue) == FcTrue) {
+    if (FcConfigParseAndLoadFromMemory(
+            configuration, reinterpret_cast<const FcChar8*>(document.c_str()), FcTrue) == FcTrue) {
         FcConfigBuildFonts(configuration);
     }
 }

@@ -110,14 +110,12 @@ TEST_P(TwoPackages, OfAFontGiveOneFile) {
     EXPECT_THAT(output, ::testing::HasSubstr("IsTheSameInPictureAndDocument/3"));
 }
 
-INSTANTIATE_TEST_SUITE_P(, TwoPackages,
-                         ::testing::Values(Package{"older_first", -1, true},
-                                           Package{"older_last", -1, false},
-                                           Package{"same_first", 0, true},
-                                           Package{"same_last", 0, false},
-                                           Package{"newer_first", 1, true},
-                                           Package{"newer_last", 1, false}),
-                         [](const auto& test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    , TwoPackages,
+    ::testing::Values(Package{"older_first", -1, true}, Package{"older_last", -1, false},
+                      Package{"same_first", 0, true}, Package{"same_last", 0, false},
+                      Package{"newer_first", 1, true}, Package{"newer_last", 1, false}),
+    [](const auto& test) { return std::string(test.param.name); });
 
 }  // namespace
 }  // namespace veldra
