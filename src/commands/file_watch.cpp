@@ -39,6 +39,7 @@ void FileWatch::leave() {
     lock_.reset();
     path_.clear();
     stamp_ = {};
+    read_only_.end();
 }
 
 bool FileWatch::rewritten() const {

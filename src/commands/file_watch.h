@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "commands/read_only_file.h"
 #include "os/file_lock.h"
 #include "os/files.h"
 
@@ -25,6 +26,9 @@ class FileWatch {
     /// The file has been left.
     void leave();
 
+    /// Whether the open file can be written back at all.
+    [[nodiscard]] ReadOnlyFile& read_only() { return read_only_; }
+
     /// The file has been changed since it was read, by anyone. One that is gone counts as
     /// unchanged.
     [[nodiscard]] bool rewritten() const;
@@ -37,6 +41,7 @@ class FileWatch {
     std::string path_;  ///< "" if there is none to watch
     FileStamp read_stamp_;
     FileStamp stamp_;  ///< of the file that counts as known
+    ReadOnlyFile read_only_;
     std::string reserved_path_;
     std::unique_ptr<FileLock> lock_;
     std::unique_ptr<FileLock> reserved_;

@@ -64,6 +64,17 @@ void datei_setzen(Session& session, const std::string& path) {
     session.part.titel[0].setTitelText(from_utf8(path));
 }
 
+bool can_be_read_again(const std::string& path, UserInterface& ui) {
+    if (!sonderdatei_vorhanden(path)) {
+        return true;
+    }
+    ui.message_box(MessageStyle::exclamation, "VELDRA - Datei auswählen",
+                   path +
+                       "\nist keine gewöhnliche Datei, sondern zum Beispiel eine Pipe oder ein "
+                       "Gerät.\nSie kann hier nicht geöffnet werden.");
+    return false;
+}
+
 bool may_open(const std::string& path, const Desk& desk) {
     if (desk.watch == nullptr || desk.watch->reserve(path)) {
         return true;
@@ -103,7 +114,8 @@ bool may_be_rewritten(const std::string& path, OpenedBy opened_by, const Desk& d
 void datei_neu_laden(Session& session, const std::string& path, OpenedBy opened_by,
                      const Desk& desk) {
     const std::string new_path(trim(path));
-    if (!may_be_rewritten(new_path, opened_by, desk) || !may_open(new_path, desk)) {
+    if (!can_be_read_again(new_path, desk.ui) || !may_be_rewritten(new_path, opened_by, desk) ||
+        !may_open(new_path, desk)) {
         return;
     }
     datei_zurueckschreiben(session, desk);
@@ -145,12 +157,18 @@ std::int32_t part_named(const Session& session, const std::string& name) {
 }  // namespace
 
 void datei_lesen(Session& session, const Desk& desk) {
+    if (desk.watch != nullptr) {
+        desk.watch->read_only().begin(session);
+    }
     read_whole_file_records(session, desk);
     netzteil_lesen(session, desk);
     erstansicht(session, desk);
 }
 
 void datei_erneut_lesen(Session& session, const Desk& desk) {
+    if (desk.watch != nullptr) {
+        desk.watch->read_only().note_changes(session);
+    }
     const std::string name = session.netz[session.part.netz_aktuell].netz_name;
     session.datei_geladen = 0;  // nothing is to be kept of what was read before
     session.arbeitsdatei_suffix.clear();
@@ -193,11 +211,17 @@ void erstansicht(Session& session, const Desk& desk) {
     desk.redraw();
     session.datei_geladen = 1;
     clear_undo(session.window);
+    if (desk.watch != nullptr) {
+        desk.watch->read_only().take_as_read(session);
+    }
 }
 
 void netzteil_anzeigen(Session& session, std::int32_t part, const Desk& desk) {
     if (part == session.part.netz_aktuell) {
         return;
+    }
+    if (desk.watch != nullptr) {
+        desk.watch->read_only().note_changes(session);
     }
     {
         const Hourglass hourglass(session, desk.ui);

@@ -25,9 +25,8 @@ void enable(OfferedCommands& offered, std::initializer_list<ToolButton> buttons,
 /// Files: a project that has been started cannot be left for another one.
 void offer_files(OfferedCommands& offered, const Session& session) {
     const WindowState& window = session.window;
-    for (const MenuItem item :
-         {MenuItem::m_datei_beliebig, MenuItem::m_datei_n1, MenuItem::m_datei_n3,
-          MenuItem::m_torvel_hilfe}) {
+    for (const MenuItem item : {MenuItem::m_datei_beliebig, MenuItem::m_datei_n1,
+                                MenuItem::m_datei_n3, MenuItem::m_torvel_hilfe}) {
         offered[item].visible = !window.projekt;
     }
     offered[ToolButton::datei_oeffnen].enabled = !window.projekt;

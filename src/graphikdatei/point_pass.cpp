@@ -16,6 +16,7 @@ namespace {
 void reset_points(Session& session) {
     session.part.pu.clear();
     session.part.nuoff.clear();
+    session.part.epochen_bez.clear();
     session.part.lbl_pubez.clear();
     session.part.lbl_nubez.clear();
     ++session.part.tables_revision;
@@ -201,7 +202,8 @@ int title_line(const Record& record) {
 void read_title(Session& session, const Record& record) {
     const int line = title_line(record);
     if (line > 0 && record.has_rest()) {
-        session.part.titel[static_cast<std::size_t>(line)].setTitelText(std::string(record.rest()));
+        session.part.titel[static_cast<std::size_t>(line)].setTitelText(
+            trim(one_line(record.rest())));
     }
 }
 

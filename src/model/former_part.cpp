@@ -9,6 +9,7 @@ namespace {
 /// Hands over what belongs to the points of a part beside their rows.
 void move_labels(Part& from, Part& to) {
     to.nuoff = std::move(from.nuoff);
+    to.epochen_bez = std::move(from.epochen_bez);
     to.lbl_pubez = std::move(from.lbl_pubez);
     to.lbl_nubez = std::move(from.lbl_nubez);
     to.lbl_pubez_placed = std::move(from.lbl_pubez_placed);

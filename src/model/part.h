@@ -49,6 +49,8 @@ struct Part {
     PointTable pu;
     LineTable lin;
     RowTable<NubezOffsetRow> nuoff;
+    /// Labels of changes that were moved since the part was read, shown at present or not.
+    EpochOffsets epochen_bez;
     /// Counts the rebuilds of pu and lin, so that what is derived from them knows its age.
     std::uint64_t tables_revision = 0;
 

@@ -120,6 +120,10 @@ struct Session {
 
     Settings settings;
     SettingsTwins twins;
+    /// The profile is there but could not be read: its settings, its recent files. What was not
+    /// read is not written.
+    bool profil_ungelesen = false;
+    bool start_ungelesen = false;
     PrinterState printer;
     SheetWindow blatt;
     LegendBox legende;

@@ -11,4 +11,10 @@ void clear_undo(WindowState& window) {
     window.undo = {};
 }
 
+void clear_undo_for_selection(WindowState& window) {
+    if (window.undo.undo_satz == 0) {
+        clear_undo(window);
+    }
+}
+
 }  // namespace veldra

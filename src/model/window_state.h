@@ -12,6 +12,9 @@ struct Undo {
     std::int32_t undo_index = 0;          ///< of the label
     std::array<double, 4> undo_wert{};    ///< what was there before
     std::string caption = "Rückgängig:";  ///< of menu entry and button, UTF-8
+    /// A change's label goes by its record, which keeps its number when rows are read anew.
+    std::int32_t undo_satz = 0;
+    bool undo_satz_neu = false;  ///< and had not been moved before
 };
 
 /// What the main window is to show beside the picture. Which commands it offers, and its title,

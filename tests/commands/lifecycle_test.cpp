@@ -1,9 +1,11 @@
 #include "commands/lifecycle.h"
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include "commands/file_commands.h"
 #include "commands/offered_commands.h"
+#include "commands/startup.h"
 #include "fake_measurer.h"
 #include "graphikdatei/writer.h"
 #include "os/files.h"
@@ -56,6 +58,78 @@ TEST_F(Lifecycle, OpeningReadsThePartFitsTheViewAndDraws) {
     EXPECT_EQ(session.window.undo.caption, "Rückgängig:");
     EXPECT_EQ(ui.pointers.back(), 0);
     EXPECT_THAT(ui.pointers, ::testing::Contains(11));
+}
+
+TEST_F(Lifecycle, FolderNameWithALineEndStaysInTheTitle) {
+    std::filesystem::create_directory(folder.path("a\nNETZTEIL B"));
+    const std::string path =
+        make_file("a\nNETZTEIL B/ve.dat", "NETZTEIL A\nPUNKTSIGNATUR 1 2 0 0 1\n");
+    open(path);
+    EXPECT_EQ(session.part.titel[0].getTitelText(), from_utf8(folder.path("a NETZTEIL B/ve.dat")));
+    open(path);
+    EXPECT_EQ(session.netz.count(), 1);
+}
+
+TEST_F(Lifecycle, EmptyPartWithAFarZeroPointIsShownLikeAnyEmptyOne) {
+    open(make_file("a.dat",
+                   "NETZTEIL A\nPUNKTSIGNATUR 1 2 0 0 1\n"
+                   "NETZTEIL B\nMAßSTABGRUNDRISS 500 3500000 5600000 9\nx\n"));
+    netzteil_anzeigen(session, 2, desk);
+    EXPECT_EQ(session.part.netz_aktuell, 2);
+    EXPECT_EQ(session.part.pu.count(), 0);
+    EXPECT_EQ(session.part.plot.plot_null_hoch, 5600000);
+    EXPECT_LT(session.view.ansicht_rw_min, session.view.ansicht_rw_max);
+}
+
+TEST_F(Lifecycle, AFileWithoutVectorScalesHasTheStandardOnes) {
+    const std::string part = "PUNKTSIGNATUR 10 20 0 0 1\nPUNKTSIGNATUR 40 60 0 0 1\n";
+    open(make_file("a.dat", "MAßSTABVEKTOREN 4 5 8 10 20 25\nNETZTEIL A\n" + part));
+    const std::array<double, 6> of_the_file{0.25, 0.2, 0.125, 0.1, 0.05, 0.04};
+    for (std::size_t slot = 1; slot <= 6; ++slot) {
+        EXPECT_EQ(session.vektor_massstab[slot], of_the_file.at(slot - 1)) << slot;
+        EXPECT_EQ(session.vektor_massstab_plot[slot], of_the_file.at(slot - 1)) << slot;
+    }
+    open(make_file("b.dat", "NETZTEIL B\n" + part));
+    for (std::size_t slot = 1; slot <= 6; ++slot) {
+        EXPECT_EQ(session.vektor_massstab[slot], 0.5) << slot;
+        EXPECT_EQ(session.vektor_massstab_plot[slot], 0.5) << slot;
+    }
+    // A denominator of 0 leaves its slot to the standard, not to the file before.
+    open(make_file("c.dat", "MAßSTABVEKTOREN 4 5 8 10 20 25\nNETZTEIL C\n" + part));
+    open(make_file("d.dat", "MAßSTABVEKTOREN 0 8 0 0 0 0\nNETZTEIL D\n" + part));
+    EXPECT_EQ(session.vektor_massstab[1], 0.5);
+    EXPECT_EQ(session.vektor_massstab[2], 0.125);
+    EXPECT_EQ(session.vektor_massstab[6], 0.5);
+}
+
+TEST_F(Lifecycle, AFileReadAnewWithoutVectorScalesHasTheStandardOnes) {
+    const std::string part = "NETZTEIL A\nPUNKTSIGNATUR 10 20 0 0 1\nPUNKTSIGNATUR 40 60 0 0 1\n";
+    const std::string path = make_file("a.dat", "MAßSTABVEKTOREN 4 5 8 10 20 25\n" + part);
+    open(path);
+    ASSERT_EQ(session.vektor_massstab[6], 0.04);
+    make_file("a.dat", part);
+    datei_erneut_lesen(session, desk);
+    EXPECT_EQ(session.vektor_massstab[1], 0.5);
+    EXPECT_EQ(session.vektor_massstab_plot[6], 0.5);
+}
+
+TEST_F(Lifecycle, EllipsoidAndMappingThatAPartDoesNotTellAreThoseOfThePartBefore) {
+    const std::string points =
+        "PUNKTSIGNATUR 3500000 5600000 0 0 1\nPUNKTSIGNATUR 3500100 5600100 0 0 1\n";
+    open(make_file("a.dat", "NETZTEIL A\nOBJEKTE 1 1 0 0 0 0 0 1 0 1 3 5 1\n" + points +
+                                "NETZTEIL B\nOBJEKTE 1 1 0 0 0 0 0 1 0 1 3 0 0\n" + points +
+                                "NETZTEIL C\nOBJEKTE 1 1 0 0 0 0 0 1 0 1 1 5 1\n" + points +
+                                "NETZTEIL D\nOBJEKTE 1 1 0 0 0 0 0 1 0 1 3 6 3\n" + points));
+    EXPECT_EQ(session.part.obj.obj_bezu_elli, 5);
+    netzteil_anzeigen(session, 2, desk);
+    EXPECT_EQ(session.part.obj.obj_bezu, 3);
+    EXPECT_EQ(session.part.obj.obj_bezu_elli, 5);
+    EXPECT_EQ(session.part.obj.obj_bezu_abbi, 1);
+    netzteil_anzeigen(session, 3, desk);  // DHDN has one of its own
+    EXPECT_EQ(session.part.obj.obj_bezu_elli, 1);
+    netzteil_anzeigen(session, 4, desk);
+    EXPECT_EQ(session.part.obj.obj_bezu, 3);
+    EXPECT_EQ(session.part.obj.obj_bezu_elli, 1);
 }
 
 TEST_F(Lifecycle, OpeningTheOpenFileWritesItBackAndMovesItToTheTop) {
@@ -127,6 +201,32 @@ TEST_F(Lifecycle, DeletedRecentFileIsReportedAndRemoved) {
     EXPECT_EQ(offered_commands(session)[MenuItem::m_datei_alt_4].caption, "&4: ");
     EXPECT_FALSE(offered_commands(session)[MenuItem::m_datei_alt_4].enabled);
     EXPECT_EQ(drawn, 0);
+}
+
+/// Without a writer, opening a pipe would wait for ever.
+TEST_F(Lifecycle, PipeAndDeviceAreRefused) {
+    const std::string open_file = make_file("a.dat", two_parts);
+    open(open_file);
+    const std::string pipe = folder.path("rohr");
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    int told = 0;
+    for (const std::string& path : {pipe, std::string("/dev/null")}) {
+        for (const OpenedBy by : {OpenedBy::open_command, OpenedBy::recent_menu, OpenedBy::name}) {
+            open(path, by);
+            ASSERT_EQ(ui.texts.size(), static_cast<std::size_t>(++told));
+            EXPECT_EQ(ui.styles.back(), MessageStyle::exclamation);
+            EXPECT_THAT(ui.texts.back(), HasSubstr(path + "\nist keine gewöhnliche Datei"));
+        }
+    }
+    session.zuletzt_datei[1] = pipe;
+    datei_alt_oeffnen(session, 1, desk);
+    EXPECT_THAT(ui.texts.back(), HasSubstr("keine gewöhnliche Datei"));
+    EXPECT_EQ(session.graphikdatei, open_file);
+    EXPECT_EQ(session.datei_geladen, 1);
+    session.graphikdatei = pipe;  // as a project's profile names it
+    projektdatei_oeffnen(session, desk);
+    EXPECT_THAT(ui.texts.back(), HasSubstr(pipe + "\nist keine gewöhnliche Datei"));
+    EXPECT_EQ(drawn, 1);
 }
 
 TEST_F(Lifecycle, RecentNameOfThreeCharactersDoesNothing) {

@@ -1,12 +1,12 @@
 #include "commands/offered_commands.h"
 
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <initializer_list>
 #include <set>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "dialogs/network_parts.h"
 #include "dialogs/scale_bars.h"
@@ -38,13 +38,13 @@ void open_file(Session& session) {
     session.window.undo = {undo_kind::zoom_in, 0, {}, undo_caption::zoom_in};
 }
 
-const std::set<MenuItem> of_plot_mode{
-    MenuItem::m_plotten_aus,     MenuItem::m_plotten_einstellungen, MenuItem::m_plotten_null,
-    MenuItem::m_plotten_aktuell, MenuItem::m_plotten_alle,          MenuItem::m_datei_plot};
+const std::set<MenuItem> of_plot_mode{MenuItem::m_plotten_aus,  MenuItem::m_plotten_einstellungen,
+                                      MenuItem::m_plotten_null, MenuItem::m_plotten_aktuell,
+                                      MenuItem::m_plotten_alle, MenuItem::m_datei_plot};
 
-const std::set<ToolButton> of_view{ToolButton::lupe_plus,     ToolButton::lupe_minus,
-                                   ToolButton::schiebe_rechts, ToolButton::schiebe_links,
-                                   ToolButton::schiebe_hoch,   ToolButton::schiebe_runter,
+const std::set<ToolButton> of_view{ToolButton::lupe_plus,       ToolButton::lupe_minus,
+                                   ToolButton::schiebe_rechts,  ToolButton::schiebe_links,
+                                   ToolButton::schiebe_hoch,    ToolButton::schiebe_runter,
                                    ToolButton::schiebe_original};
 
 template <typename Element>
@@ -68,8 +68,8 @@ std::vector<State> states() {
          Entries{MenuItem::m_plotten_ein, MenuItem::m_ansicht_massstab},
          Buttons{ToolButton::plot_ein, ToolButton::massstaebe}},
         {"an empty part on the screen", empty_part, together({of_plot_mode, of_network}),
-         together({of_view, Buttons{ToolButton::massstaebe, ToolButton::plot_ein,
-                                    ToolButton::plot_aus}})},
+         together({of_view,
+                   Buttons{ToolButton::massstaebe, ToolButton::plot_ein, ToolButton::plot_aus}})},
         {"the preview of an empty part",
          [empty_part](Session& session) {
              empty_part(session);
@@ -82,7 +82,8 @@ std::vector<State> states() {
              empty_part(session);
              session.part.lin.lin_suchen({10, 20, 40, 60});
          },
-         of_plot_mode, {ToolButton::plot_aus}},
+         of_plot_mode,
+         {ToolButton::plot_aus}},
         {"both side dialogs open",
          [](Session& session) {
              show_network_parts(session.window, true);
@@ -97,7 +98,8 @@ std::vector<State> states() {
              show_network_parts(session.window, false);
              close_scale_bars(session);
          },
-         of_plot_mode, {ToolButton::plot_aus}},
+         of_plot_mode,
+         {ToolButton::plot_aus}},
         {"a file without parts",
          [](Session& session) {
              session.netz.clear();
@@ -108,21 +110,27 @@ std::vector<State> states() {
         {"nothing to undo", [](Session& session) { clear_undo(session.window); },
          together({of_plot_mode, Entries{MenuItem::m_ansicht_undo}}),
          Buttons{ToolButton::plot_aus, ToolButton::rueckgaengig}},
-        {"no printer", [](Session& session) { session.printer.drucker_ok = table_false; },
-         together({of_plot_mode, Entries{MenuItem::m_optionen_drucker}}), {ToolButton::plot_aus}},
+        {"no printer",
+         [](Session& session) { session.printer.drucker_ok = table_false; },
+         together({of_plot_mode, Entries{MenuItem::m_optionen_drucker}}),
+         {ToolButton::plot_aus}},
         {"a project", [](Session& session) { session.window.projekt = true; }, of_plot_mode,
          Buttons{ToolButton::plot_aus, ToolButton::datei_oeffnen}},
-        {"one recent file", [](Session& session) { session.zuletzt_datei = {"", "/a", "", "", ""}; },
-         together({of_plot_mode, Entries{recent[1], recent[2], recent[3]}}), {ToolButton::plot_aus}},
+        {"one recent file",
+         [](Session& session) {
+             session.zuletzt_datei = {"", "/a", "", "", ""};
+         },
+         together({of_plot_mode, Entries{recent[1], recent[2], recent[3]}}),
+         {ToolButton::plot_aus}},
         {"no file", [](Session& session) { session = Session(); },
-         together({of_plot_mode, of_network,
-                   Entries{MenuItem::m_torvel_objekte, MenuItem::m_datei_bild,
-                           MenuItem::m_ansicht_undo, MenuItem::m_ansicht_netzteile,
-                           MenuItem::m_optionen_drucker, recent[0], recent[1], recent[2],
-                           recent[3]}}),
-         together({of_view, Buttons{ToolButton::rueckgaengig, ToolButton::netzteile,
-                                    ToolButton::massstaebe, ToolButton::plot_ein,
-                                    ToolButton::plot_aus}})},
+         together(
+             {of_plot_mode, of_network,
+              Entries{MenuItem::m_torvel_objekte, MenuItem::m_datei_bild, MenuItem::m_ansicht_undo,
+                      MenuItem::m_ansicht_netzteile, MenuItem::m_optionen_drucker, recent[0],
+                      recent[1], recent[2], recent[3]}}),
+         together({of_view,
+                   Buttons{ToolButton::rueckgaengig, ToolButton::netzteile, ToolButton::massstaebe,
+                           ToolButton::plot_ein, ToolButton::plot_aus}})},
     };
 }
 
@@ -160,9 +168,14 @@ TEST(OfferedCommands, EntriesOfOpenDialogsAreChecked) {
 TEST(OfferedCommands, AProjectHidesWhatWouldLeaveIt) {
     Session session;
     open_file(session);
-    const std::set<MenuItem> leaving{
-        MenuItem::m_datei_beliebig, MenuItem::m_datei_n1, MenuItem::m_datei_n3, recent[0],
-        recent[1],                  recent[2],            recent[3],            MenuItem::m_torvel_hilfe};
+    const std::set<MenuItem> leaving{MenuItem::m_datei_beliebig,
+                                     MenuItem::m_datei_n1,
+                                     MenuItem::m_datei_n3,
+                                     recent[0],
+                                     recent[1],
+                                     recent[2],
+                                     recent[3],
+                                     MenuItem::m_torvel_hilfe};
     for (const bool project : {false, true}) {
         session.window.projekt = project;
         const OfferedCommands offered = offered_commands(session);
