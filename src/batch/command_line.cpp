@@ -31,6 +31,7 @@ constexpr int most_jobs = 256;
 /// The arguments of all commands; each command uses its own.
 struct Arguments {
     FileOptions file;
+    std::string old_file;  ///< of which the hand's work is taken over
     PictureOptions picture;
     TransformationOptions transformation;
     PlotArguments plot;
@@ -172,6 +173,7 @@ class CommandLine {
         add_bild();
         add_operationen();
         add_normalform();
+        add_uebernehmen();
         add_plot();
         add_bezirk();
         add_koordinaten();
@@ -250,6 +252,20 @@ class CommandLine {
         add_output(*command, arguments_, "Datei, die geschrieben wird");
         act_on(*command, [this] {
             command_normalform(arguments_.file, arguments_.parts, arguments_.output);
+        });
+    }
+
+    void add_uebernehmen() {
+        CLI::App* command = add_plain_command(
+            app_, "uebernehmen",
+            "Beschriftungen, Auswahl, Titel und Ploteinstellungen in eine neue Datei übernehmen");
+        command->add_option("ALT", arguments_.old_file, "die Graphikdatei mit den Einstellungen")
+            ->required();
+        command->add_option("NEU", arguments_.file.file, "die neu gerechnete Graphikdatei")
+            ->required();
+        add_output(*command, arguments_, "Datei, die geschrieben wird");
+        act_on(*command, [this] {
+            command_uebernehmen(arguments_.old_file, arguments_.file.file, arguments_.output);
         });
     }
 

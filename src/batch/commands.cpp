@@ -5,6 +5,7 @@
 #include "batch/json_output.h"
 #include "batch/output.h"
 #include "drawing/pipeline.h"
+#include "graphikdatei/hand_work_transfer.h"
 #include "graphikdatei/writer.h"
 #include "platform/os/files.h"
 #include "platform/qt/picture_image.h"
@@ -73,6 +74,19 @@ void command_normalform(const FileOptions& options, const std::vector<std::strin
     }
     arbeitskopie_schreiben(session);
     endfassung_schreiben(session, output);
+}
+
+void command_uebernehmen(const std::string& old, const std::string& file,
+                         const std::string& output) {
+    refuse_input_as_output(old, output);
+    refuse_input_as_output(file, output);
+    HandWork hand_work = read_hand_work(old);
+    forget_title_of_path(hand_work,
+                         {absolute_path(old), absolute_path(file), absolute_path(output)});
+    ReplacedFile out(output);
+    const TransferReport report = transfer_hand_work(hand_work, file, out);
+    out.commit();
+    write_to_standard_output(transfer_text(report, report.lost.size()));
 }
 
 }  // namespace veldra::batch

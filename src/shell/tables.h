@@ -167,6 +167,12 @@ struct PointRow {
     double pu_eh_hoehe = -99.0;
 };
 
+/// Where the label of a change was moved to, percent of font height.
+struct EpochOffset {
+    double rechts = 0;
+    double hoch = 0;
+};
+
 /// A numbering district label that was moved.
 struct NubezOffsetRow {
     std::string nuoff_bez;
