@@ -1,6 +1,8 @@
 #include "graphikdatei/writer.h"
 
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include "graphikdatei/codepage.h"
 #include "graphikdatei/keywords.h"
@@ -10,6 +12,7 @@
 #include "graphikdatei/tokens.h"
 #include "platform/os/files.h"
 #include "shell/long_work.h"
+#include "shell/working_copies.h"
 
 namespace veldra {
 
@@ -184,6 +187,8 @@ void copy_in_final_form(const Session& session, LineReader& in, ReplacedFile& ou
 
 void close_document(Session& session) {
     session.arbeitsdatei_suffix.clear();
+    session.arbeitskopien.clear();
+    session.arbeitsordner.reset();
     WindowState& window = session.window;
     for (const MenuItem item : {MenuItem::m_torvel_objekte, MenuItem::m_torvel_ansicht,
                                 MenuItem::m_torvel_plotten, MenuItem::m_torvel_optionen}) {
@@ -202,18 +207,21 @@ void arbeitskopie_schreiben(Session& session) {
     if (session.datei_geladen != 1) {
         return;
     }
-    const std::string suffix = session.arbeitsdatei_suffix == "_1" ? "_2" : "_1";
-    write_working_copy(session, session.arbeitsdatei_basis + suffix);
-    session.arbeitsdatei_suffix = suffix;
+    const WorkingCopyName next = next_working_copy(session);
+    write_working_copy(session, next.path());
+    session.arbeitsdatei_basis = next.base;
+    session.arbeitsdatei_suffix = next.suffix;
 }
 
-void write_working_copy(const Session& session, const std::string& target) {
+void write_working_copy(Session& session, const std::string& target) {
     if (session.datei_geladen != 1) {
         return;
     }
     FollowedWriting writing(session.work);
     LineReader in(working_path(session), &writing);
-    ReplacedFile out(target);
+    const bool replaces = is_own_copy(session, target);
+    ReplacedFile out(target, replaces ? NamedBy::program : NamedBy::program_as_new,
+                     session.graphikdatei);
     enum class State : std::uint8_t { outside, block_due, inside };
     State state = session.netz_aktuell == 0 ? State::block_due : State::outside;
     const std::string& name = session.netz[session.netz_aktuell].netz_name;
@@ -235,6 +243,7 @@ void write_working_copy(const Session& session, const std::string& target) {
         }
     }
     out.commit();
+    count_as_own_copy(session, target);
     writing.finish();
 }
 
@@ -247,7 +256,9 @@ void write_final_form(Session& session, const std::string& target) {
     }
     FollowedWriting writing(session.work);
     LineReader in(working_path(session), &writing);
-    ReplacedFile out(target);
+    const bool copy = is_own_copy(session, target);
+    ReplacedFile out(target, copy ? NamedBy::program : NamedBy::user,
+                     copy ? session.graphikdatei : std::string());
     write_line(out, "VerfahrenLegende " + session.titel[0].getTitelText());
     write_line(out, vector_scale_line(session));
     if (session.netz_aktuell == 0) {
@@ -255,6 +266,9 @@ void write_final_form(Session& session, const std::string& target) {
     }
     copy_in_final_form(session, in, out);
     out.commit();
+    if (copy) {
+        count_as_own_copy(session, target);
+    }
     writing.finish();
 }
 
@@ -263,10 +277,9 @@ void endfassung_schreiben(Session& session, const std::string& target) {
         return;
     }
     write_final_form(session, target);
+    const std::vector<OwnCopy> copies = std::exchange(session.arbeitskopien, {});
     close_document(session);
-    for (const char* suffix : {"_1", "_2"}) {
-        remove_file(session.arbeitsdatei_basis + suffix);
-    }
+    remove_copies(copies);
 }
 
 void endfassung_schreiben(Session& session) {

@@ -11,9 +11,9 @@ namespace veldra {
 /// Writes the state of the current part into the next working copy ("_1" and "_2" in turn), which
 /// the readers read from then on.
 void arbeitskopie_schreiben(Session& session);
-/// Writes such a copy at another place, a path that working_path(session) is not. The session stays
-/// with its own copies.
-void write_working_copy(const Session& session, const std::string& target);
+/// Writes such a copy at another place, which nothing has as its name, or an own copy that
+/// working_path(session) is not. It counts as the session's own; base and suffix stay.
+void write_working_copy(Session& session, const std::string& target);
 
 /// Turns the latest working copy into the graphic file itself and deletes the copies; the session
 /// then has no file loaded, also when a copy cannot be deleted and is named by the FatalError.

@@ -15,6 +15,7 @@
 #include "shell/former_part.h"
 #include "shell/hourglass.h"
 #include "shell/long_work.h"
+#include "shell/working_copies.h"
 #include "shell/write_back.h"
 #include "view/viewport.h"
 
@@ -61,6 +62,8 @@ void datei_setzen(Session& session, const std::string& path) {
     session.graphikdatei = path;
     session.arbeitsdatei_basis = path;
     session.arbeitsdatei_suffix.clear();
+    session.arbeitskopien.clear();
+    session.arbeitsordner.reset();
     session.window.fenstertitel = "VELDRA [" + path + "]";
     session.titel[0].setTitelText(from_utf8(path));
 }
@@ -151,9 +154,7 @@ void datei_erneut_lesen(Session& session, const Desk& desk) {
     const std::string name = session.netz[session.netz_aktuell].netz_name;
     session.datei_geladen = 0;  // nothing is to be kept of what was read before
     session.arbeitsdatei_suffix.clear();
-    for (const char* suffix : {"_1", "_2"}) {
-        remove_file(session.arbeitsdatei_basis + suffix);
-    }
+    remove_own_copies(session);
     session.titel[0].setTitelText(from_utf8(session.graphikdatei));
     vektor_standard(session);
     read_whole_file_records(session, desk);

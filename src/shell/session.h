@@ -2,12 +2,14 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "drawing/label.h"
 #include "drawing/text_measurer.h"
 #include "drawing/view_index.h"
+#include "platform/os/file_identity.h"
 #include "reference/boundary_lines.h"
 #include "reference/district_grid.h"
 #include "settings/settings.h"
@@ -19,6 +21,7 @@
 namespace veldra {
 
 class LongWork;
+class TemporaryFolder;
 
 /// The ground that the picture shows.
 struct Viewport {
@@ -97,6 +100,12 @@ struct LegendText {
     FontSpec font;
 };
 
+/// A working copy that this session has written, as it left it.
+struct OwnCopy {
+    std::string path;
+    FileIdentity identity;
+};
+
 /// Everything the program knows while it runs: the open file's tables, the selection, the view,
 /// the settings. There is no other state; two sessions never touch each other.
 struct Session {
@@ -105,6 +114,11 @@ struct Session {
     std::string arbeitsdatei_suffix;  ///< "", "_1" or "_2"
     /// Working copies are this path and the suffix; usually the graphic file itself.
     std::string arbeitsdatei_basis;
+    std::vector<OwnCopy> arbeitskopien;  ///< those there are; shell/working_copies.h
+    /// Where the working copies lie if not beside their file; goes with the open file.
+    std::shared_ptr<const TemporaryFolder> arbeitsordner;
+    /// Files that the user lets become their own when they are written.
+    std::vector<std::string> besitz_geht_ueber;
     std::int16_t datei_geladen = 0;
     std::array<std::string, 5> zuletzt_datei;  ///< recent files, 1 to 4, most recent first
     std::string bestaetigung;  ///< "N": the logo of the start closes by itself; else ""

@@ -8,6 +8,7 @@
 #include "shell/file_watch.h"
 #include "shell/hourglass.h"
 #include "shell/long_work.h"
+#include "shell/working_copies.h"
 
 namespace veldra {
 
@@ -21,16 +22,6 @@ struct Rescue {
 
 std::string file_name(const std::string& path) {
     return path.substr(path.rfind('/') + 1);
-}
-
-/// A base in the folder whose working copy does not exist yet.
-std::string unused_base(const std::string& folder, const std::string& name) {
-    const std::string first = folder + "/" + name;
-    std::string base = first;
-    for (int i = 2; file_stamp(base + "_1") != FileStamp{}; ++i) {
-        base = first + "-" + std::to_string(i);
-    }
-    return base;
 }
 
 /// The copy takes the plot settings and titles as well, if there is room for them.
@@ -80,7 +71,8 @@ Rescue keep_working_copy(Session& session, const Desk& desk, WorkingCopy copy) {
             arbeitskopie_schreiben(session);
         }
     };
-    if (attempt_copy(session, rescue, beside_the_file)) {
+    // A folder that goes with the open file keeps nothing.
+    if (!session.arbeitsordner && attempt_copy(session, rescue, beside_the_file)) {
         return rescue;
     }
     for (const std::string& folder : {desk.rescue_folder, temporary_directory()}) {
@@ -91,17 +83,11 @@ Rescue keep_working_copy(Session& session, const Desk& desk, WorkingCopy copy) {
     return rescue;
 }
 
-std::string rescue_text(const Session& session, const Rescue& rescue) {
+std::string rescue_text(const Rescue& rescue) {
     if (rescue.path.empty()) {
         return "Auch eine Arbeitskopie konnte nicht geschrieben werden:" + rescue.reasons;
     }
-    std::string text = "Ihr Stand bleibt in der Arbeitskopie\n" + rescue.path + "\nerhalten.";
-    const std::string& file = session.graphikdatei;
-    if (rescue.path == file + "_1" || rescue.path == file + "_2") {
-        text +=
-            " Sichern Sie sie unter einem anderen Namen, bevor Sie die Graphikdatei wieder öffnen.";
-    }
-    return text;
+    return "Ihr Stand bleibt in der Arbeitskopie\n" + rescue.path + "\nerhalten.";
 }
 
 bool may_overwrite(const Session& session, const Desk& desk, Attendance attendance) {
@@ -129,7 +115,7 @@ void leave_unwritten(Session& session, const Desk& desk, Attendance attendance) 
     const std::string text = session.graphikdatei +
                              ": Ein anderes Programm hat die Graphikdatei geändert; sie wird "
                              "nicht überschrieben.\n\n" +
-                             rescue_text(session, rescue);
+                             rescue_text(rescue);
     close_document(session);
     tell(desk, attendance, text);
 }
@@ -159,7 +145,7 @@ FatalError abandon_file(Session& session, const Desk& desk, const std::string& r
         return FatalError(reason);
     }
     const Rescue rescue = keep_working_copy(session, desk, copy);
-    const std::string text = reason + "\n\n" + rescue_text(session, rescue);
+    const std::string text = reason + "\n\n" + rescue_text(rescue);
     close_document(session);
     return FatalError(text);
 }

@@ -15,6 +15,7 @@
 #include "graphikdatei/keywords.h"
 #include "graphikdatei/line_reader.h"
 #include "graphikdatei/tokens.h"
+#include "platform/os/files.h"
 #include "shell/fatal_error.h"
 
 namespace veldra::fuzz {
@@ -135,6 +136,10 @@ void reset_session(Session& session, const std::string& path) {
     session.graphikdatei = path;
     session.arbeitsdatei_basis = path;
     session.arbeitsdatei_suffix.clear();
+    session.arbeitskopien.clear();
+    for (const char* suffix : {"_1", "_2"}) {
+        remove_file(path + suffix);
+    }
     for (auto& title : session.titel) {
         title.setTitelText("");
     }

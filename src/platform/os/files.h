@@ -26,13 +26,24 @@ class InputFile {
     int handle_ = -1;
 };
 
+/// Who has chosen the name of a file that is written.
+enum class NamedBy : std::uint8_t {
+    user,            ///< a link is followed; one that leads to no file is an error
+    program,         ///< a file that is there is replaced; a link is an error
+    program_as_new,  ///< nothing that has the name is touched; that is an error, too
+};
+
 /// Replaces a file as a whole: bytes go to a temporary file in the same folder, which takes the
 /// place of `path` on `commit` (written through to the disk, then renamed). Until then, and when
-/// anything fails, the file that was there stays as it was. Permissions of an existing file are
-/// kept where the file system has any, and a symbolic link is followed. Failures throw FatalError.
+/// anything fails, the file that was there stays as it was. Rights, group and owner are those of
+/// the file that was there, as far as the user may give them, or of the file `rights_of`, which the
+/// new one is a copy of; a new file without such a model has the usual rights. Temporary files that
+/// a crash has left in the folder are deleted when they are older than a day. Failures throw
+/// FatalError.
 class ReplacedFile {
  public:
-    explicit ReplacedFile(const std::string& path);
+    explicit ReplacedFile(const std::string& path, NamedBy named_by = NamedBy::user,
+                          const std::string& rights_of = "");
     ~ReplacedFile();
     ReplacedFile(const ReplacedFile&) = delete;
     ReplacedFile& operator=(const ReplacedFile&) = delete;
@@ -41,12 +52,18 @@ class ReplacedFile {
     void commit();
 
  private:
+    void follow_links();
+    void refuse_other_than_files() const;
+    void open_temporary(const std::string& rights_of);
+    void take_place();
     void flush();
     void discard();
+    std::string given_path_;  ///< as messages name it
     std::string path_;
     std::string temporary_;
     std::string buffer_;
     int handle_ = -1;
+    NamedBy named_by_ = NamedBy::user;
 };
 
 /// A folder for intermediate files, deleted with all it holds at the end. Throws FatalError.
@@ -79,6 +96,10 @@ void create_folder(const std::string& path);
 [[nodiscard]] bool same_file(const std::string& a, const std::string& b);
 /// The absolute form of a path, with the links in it left alone.
 [[nodiscard]] std::string absolute_path(const std::string& path);
+/// True if the user may change the file.
+[[nodiscard]] bool file_writable(const std::string& path);
+/// True if the user may create and replace files in the folder.
+[[nodiscard]] bool folder_writable(const std::string& path);
 /// Size and time of last change, to notice that a file has become another one; zeros if missing.
 struct FileStamp {
     std::uint64_t size = 0;

@@ -38,6 +38,8 @@ std::string reason_text(int error) {
             return "der Dateiname ist zu lang";
         case ELOOP:
             return "zu viele symbolische Verknüpfungen";
+        case EEXIST:
+            return "der Name ist schon vergeben";
         case EFBIG:
             return "die Datei würde zu groß";
         default:
@@ -51,47 +53,7 @@ FatalError file_error(const char* what, const std::string& path, int error) {
 
 namespace {
 
-constexpr std::size_t write_buffer_size = std::size_t{1} << 18U;
-
-void write_all(int handle, std::string_view bytes, const std::string& path) {
-    while (!bytes.empty()) {
-        const ssize_t written = ::write(handle, bytes.data(), bytes.size());
-        if (written < 0) {
-            if (errno == EINTR) {
-                continue;
-            }
-            throw file_error("Datei kann nicht geschrieben werden", path, errno);
-        }
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-}
-
-/// Sets the permissions of a file that the caller has just made, and gives the error, 0 for none. A
-/// file system that keeps no permissions refuses even its owner, which is no reason to fail: the
-/// file is as private as it was made.
-int set_permissions(int handle, mode_t mode) {
-    if (::fchmod(handle, mode) == 0 || errno == EPERM || errno == EOPNOTSUPP || errno == ENOSYS) {
-        return 0;
-    }
-    return errno;
-}
-
-/// The permissions of a file that is new.
-mode_t usual_permissions() {
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    return 0666U & ~mask;
-}
-
-/// Makes a rename durable; a file system that cannot do so is no reason to fail.
-void sync_folder_of(const std::string& path) {
-    const std::string folder = std::filesystem::path(path).parent_path().string();
-    const int handle = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_CLOEXEC);
-    if (handle >= 0) {
-        ::fsync(handle);
-        ::close(handle);
-    }
-}
+constexpr std::size_t read_buffer_size = std::size_t{1} << 18U;
 
 }  // namespace
 
@@ -123,87 +85,6 @@ std::uint64_t InputFile::size() const {
     return ::fstat(handle_, &status) == 0 && status.st_size > 0
                ? static_cast<std::uint64_t>(status.st_size)
                : 0;
-}
-
-ReplacedFile::ReplacedFile(const std::string& path) : path_(path) {
-    std::error_code ignored;
-    const std::filesystem::path target = std::filesystem::canonical(path, ignored);
-    if (!ignored) {
-        path_ = target.string();
-    }
-    struct stat status {};
-    const bool exists = ::stat(path_.c_str(), &status) == 0;
-    if (exists && S_ISDIR(status.st_mode)) {
-        throw file_error("Datei kann nicht geschrieben werden", path, EISDIR);
-    }
-    // A device or a pipe would be gone when a file takes its place.
-    if (exists && !S_ISREG(status.st_mode)) {
-        throw file_error("Datei kann nicht geschrieben werden", path, ENOTSUP);
-    }
-    if (exists && ::access(path_.c_str(), W_OK) != 0) {
-        throw file_error("Datei kann nicht geschrieben werden", path, errno);
-    }
-    buffer_.reserve(write_buffer_size);
-    temporary_ = path_ + ".neu-XXXXXX";
-    handle_ = ::mkstemp(temporary_.data());
-    if (handle_ < 0) {
-        const int error = errno;
-        temporary_.clear();
-        throw file_error("Datei kann nicht geschrieben werden", path, error);
-    }
-    ::fcntl(handle_, F_SETFD, FD_CLOEXEC);
-    const mode_t mode = exists ? status.st_mode & 07777U : usual_permissions();
-    const int error = set_permissions(handle_, mode);
-    if (error != 0) {
-        discard();
-        throw file_error("Datei kann nicht geschrieben werden", path, error);
-    }
-}
-
-ReplacedFile::~ReplacedFile() {
-    discard();
-}
-
-void ReplacedFile::discard() {
-    if (handle_ >= 0) {
-        ::close(handle_);
-    }
-    if (!temporary_.empty()) {
-        ::unlink(temporary_.c_str());
-    }
-}
-
-void ReplacedFile::write(std::string_view bytes) {
-    if (buffer_.size() + bytes.size() > write_buffer_size) {
-        flush();
-    }
-    if (bytes.size() >= write_buffer_size) {
-        write_all(handle_, bytes, path_);
-    } else {
-        buffer_ += bytes;
-    }
-}
-
-void ReplacedFile::flush() {
-    write_all(handle_, buffer_, path_);
-    buffer_.clear();
-}
-
-void ReplacedFile::commit() {
-    flush();
-    if (::fsync(handle_) != 0) {
-        throw file_error("Datei kann nicht geschrieben werden", path_, errno);
-    }
-    const int closed = ::close(handle_);
-    handle_ = -1;
-    if (closed != 0) {
-        throw file_error("Datei kann nicht geschrieben werden", path_, errno);
-    }
-    if (::rename(temporary_.c_str(), path_.c_str()) != 0) {
-        throw file_error("Datei kann nicht ersetzt werden", path_, errno);
-    }
-    temporary_.clear();
-    sync_folder_of(path_);
 }
 
 TemporaryFolder::TemporaryFolder() {
@@ -263,8 +144,8 @@ std::string read_whole_file(const std::string& path) {
     std::string content;
     while (true) {
         const std::size_t have = content.size();
-        content.resize(have + write_buffer_size);
-        const std::size_t count = file.read(content.data() + have, write_buffer_size);
+        content.resize(have + read_buffer_size);
+        const std::size_t count = file.read(content.data() + have, read_buffer_size);
         content.resize(have + count);
         if (count == 0) {
             return content;
@@ -281,6 +162,14 @@ std::string absolute_path(const std::string& path) {
     std::error_code error;
     const std::filesystem::path absolute = std::filesystem::absolute(path, error);
     return error ? path : absolute.lexically_normal().string();
+}
+
+bool file_writable(const std::string& path) {
+    return ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
+}
+
+bool folder_writable(const std::string& path) {
+    return ::faccessat(AT_FDCWD, path.empty() ? "." : path.c_str(), W_OK | X_OK, AT_EACCESS) == 0;
 }
 
 FileStamp file_stamp(const std::string& path) {
