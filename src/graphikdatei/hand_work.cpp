@@ -7,6 +7,7 @@
 
 #include "graphikdatei/codepage.h"
 #include "graphikdatei/keywords.h"
+#include "graphikdatei/numbers.h"
 #include "shell/long_work.h"
 
 namespace veldra {
@@ -37,6 +38,17 @@ struct PartLabels {
 
 std::string own_record(std::string_view keyword, const Record& record) {
     return std::string(keyword) + ' ' + std::string(record.rest());
+}
+
+/// A record that a reader takes as a whole; one with numbers beyond their fields would end it.
+bool is_plot_scale(Record& record) {
+    constexpr int first_integer = 5;
+    constexpr int last_integer = 8;
+    bool fits = record.word(2).found() && record.number(2) >= 1;
+    for (int n = first_integer; n <= last_integer; ++n) {
+        fits = fits && to_int16(record.number(n)).has_value();
+    }
+    return fits;
 }
 
 class HandWorkReader {
@@ -141,7 +153,7 @@ class HandWorkReader {
 
     void read_scale(Record& record) {
         if (record.is(keyword::massstabgrundriss)) {
-            if (record.word(2).found() && record.number(2) >= 1) {
+            if (is_plot_scale(record)) {
                 part().plot_scales.back() = own_record("Ma\xDFstabGrundriss", record);
             }
         } else if (record.is(keyword::massstabvektoren) && record.word(7).found()) {
@@ -171,7 +183,8 @@ class HandWorkReader {
             label.number = trim(number.text);
         }
         if (with_offsets) {
-            label.offset = {record.number(8), record.number(9)};
+            label.offset.rechts = record.number(8);
+            label.offset.hoch = record.number(9);
         }
     }
 
@@ -257,10 +270,12 @@ std::optional<MovedLabel> ChangeLabels::take(Record& record) {
     label.kind = kind;
     label.place = place_;
     label.epoch = epoch_;
+    label.record = changes_.number();
     const int text = epoch_text_token(kind);
     label.epoch_text = record.word(text).text;
     if (record.word(text + 2).found()) {
-        label.offset = {record.number(text + 1), record.number(text + 2)};
+        label.offset.rechts = record.number(text + 1);
+        label.offset.hoch = record.number(text + 2);
     }
     return label;
 }

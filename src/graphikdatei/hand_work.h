@@ -22,7 +22,8 @@ struct MovedLabel {
     std::string number;                      ///< of the point; "" if it has none
     Position place;                          ///< of the point
     std::string epoch_text;
-    std::int32_t epoch = 0;  ///< 0 for the change itself, then 1, 2 and so on
+    std::int32_t record = 0;  ///< of a change: its number among the changes of its part
+    std::int32_t epoch = 0;   ///< 0 for the change itself, then 1, 2 and so on
     EpochOffset offset;      ///< percent of font height
 };
 

@@ -10,25 +10,15 @@
 #include "graphikdatei/label_matching.h"
 #include "graphikdatei/line_reader.h"
 #include "graphikdatei/numbers.h"
+#include "graphikdatei/written_records.h"
 #include "platform/os/files.h"
 
 namespace veldra {
 
 namespace {
 
-void write_line(ReplacedFile& out, std::string_view line) {
-    out.write(line);
-    out.write("\r\n");
-}
-
 std::string offset_text(double offset) {
     return zahl_text(offset, "0.0", "");
-}
-
-std::string district_line(const NubezOffsetRow& row) {
-    constexpr std::string_view mask = "########0.000";
-    return "NumbezOffset " + row.nuoff_bez + " " + zahl_text(row.nuoff_rechts, mask, "") + " " +
-           zahl_text(row.nuoff_hoch, mask, "");
 }
 
 /// The text of a part's name in a message.
@@ -126,7 +116,7 @@ class Transfer {
     void write_part_records(const PartWork& part) {
         for (std::size_t i = 1; i < part.titles.size(); ++i) {
             if (!part.titles[i].empty()) {
-                write_line(out_, fmt::format("Titel{} ", i + 1) + part.titles[i]);
+                write_line(out_, title_record(i + 1, part.titles[i]));
                 ++report_.titles;
             }
         }
@@ -135,7 +125,7 @@ class Transfer {
             ++report_.selections;
         }
         for (const NubezOffsetRow& row : part.districts) {
-            write_line(out_, district_line(row));
+            write_line(out_, district_label_record(row));
             ++report_.districts;
         }
     }

@@ -56,7 +56,10 @@ class SheetDivision {
         : session_(session), plot_(session.plot), paper_text_(paper_text), printer_(printer) {}
 
     void run() {
-        if (plot_.plot_ausrichtung != -99) {
+        if (session_.pu.count() == 0 && session_.lin.count() == 0) {
+            // Nothing of it will ever stand on a sheet, however far away its zero point is.
+            compute_extents();
+        } else if (plot_.plot_ausrichtung != -99) {
             keep_settings();
         } else {
             if (plot_.plot_massstab <= 0) {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "drawing/text_measurer.h"
+#include "graphikdatei/hand_work_transfer.h"
 #include "shell/session.h"
 #include "shell/user_interface.h"
 
@@ -42,10 +43,14 @@ void datei_setzen(Session& session, const std::string& path);
 /// Header pass, maxima pass, first part, first view of the file that has been set.
 void datei_lesen(Session& session, const Desk& desk);
 
-/// Drops the working copies and reads the open file anew; the part in view stays if there is still
-/// one of its name. Throws FatalError when the file cannot be read. Until it has been read, no file
-/// is loaded.
-void datei_erneut_lesen(Session& session, const Desk& desk);
+/// Another program has rewritten the open file: takes the hand's work over into it, in a working
+/// copy, and reads that. Throws FatalError when a file cannot be read or written.
+TransferReport datei_erneut_lesen(Session& session, const Desk& desk);
+
+/// Reads the open file anew from its latest working copy, which holds all that counts. The part in
+/// view stays if there is still one of its name, and so do the marks for plotting. Throws FatalError
+/// when it cannot be read. Until it has been read, no file is loaded.
+void arbeitskopie_einlesen(Session& session, const Desk& desk);
 
 /// True if no other copy of the program has the file open, or the user wants it nevertheless.
 [[nodiscard]] bool may_open(const std::string& path, const Desk& desk);

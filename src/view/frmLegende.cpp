@@ -33,6 +33,7 @@ std::string bytes_of(const QString& text) {
 
 QLineEdit* make_text_edit(const QString& name, const QString& accessible_name, QWidget* parent) {
     auto* edit = new QLineEdit(parent);
+    keep_one_line(*edit);
     edit->setObjectName(name);
     edit->setAccessibleName(accessible_name);
     edit->setMinimumWidth(QFontMetrics(edit->font()).averageCharWidth() * text_letters);
