@@ -12,7 +12,7 @@
 #include "shell/file_watch.h"
 #include "shell/hourglass.h"
 #include "shell/long_work.h"
-#include "shell/take_over.h"
+#include "graphikdatei/take_over.h"
 
 namespace veldra {
 

@@ -17,7 +17,7 @@
 #include "shell/former_part.h"
 #include "shell/hourglass.h"
 #include "shell/long_work.h"
-#include "shell/take_over.h"
+#include "graphikdatei/take_over.h"
 #include "shell/working_copies.h"
 #include "shell/write_back.h"
 #include "view/viewport.h"

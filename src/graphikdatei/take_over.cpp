@@ -1,4 +1,4 @@
-#include "shell/take_over.h"
+#include "graphikdatei/take_over.h"
 
 #include <algorithm>
 #include <map>
