@@ -197,7 +197,7 @@ void draw_network(Session& session, const LayerFrame& frame, DrawingTarget& targ
 
 void draw_boundaries_or_report(Session& session, UserInterface& ui,
                                const std::function<void()>& draw) {
-    std::string& reported = session.boundary_cache.reported;
+    std::string& reported = boundary_cache(session).reported;
     try {
         draw();
         reported.clear();

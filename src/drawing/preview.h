@@ -3,7 +3,7 @@
 #include "drawing/layer_frame.h"
 #include "drawing/target.h"
 #include "plot/paper_frame.h"
-#include "shell/lifecycle.h"
+#include "shell/desk.h"
 #include "shell/session.h"
 
 namespace veldra {

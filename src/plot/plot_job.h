@@ -4,7 +4,7 @@
 
 #include "plot/plot_page.h"
 #include "plot/printer.h"
-#include "shell/lifecycle.h"
+#include "shell/desk.h"
 #include "shell/session.h"
 
 namespace veldra {

@@ -4,7 +4,7 @@
 
 #include "plot/printer.h"
 #include "plot/sheet_division.h"
-#include "shell/lifecycle.h"
+#include "shell/desk.h"
 #include "shell/session.h"
 #include "view/paper_text.h"
 

@@ -98,7 +98,7 @@ std::string boundary_path(const Session& session, const std::string& datei) {
 }
 
 const BoundaryLines* boundary_lines(Session& session) {
-    BoundaryCache& cache = session.boundary_cache;
+    BoundaryCache& cache = boundary_cache(session);
     if (session.obj.obj_bezu <= 0) {
         return nullptr;
     }

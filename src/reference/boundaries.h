@@ -18,6 +18,11 @@ class UnreadableBoundaries : public FatalError {
     using FatalError::FatalError;
 };
 
+/// The boundaries that the session's last drawing read.
+[[nodiscard]] inline BoundaryCache& boundary_cache(Session& session) {
+    return session.boundaries.of<BoundaryCache>();
+}
+
 /// The boundary file of the settings. A relative path is looked up in the current folder, then in
 /// that of the graphic file.
 [[nodiscard]] std::string boundary_path(const Session& session);

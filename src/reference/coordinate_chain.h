@@ -23,6 +23,9 @@ struct PlaneSystem {
     bool operator==(const PlaneSystem&) const = default;
 };
 
+/// The system that numbering districts are defined in: Bessel, Gauß-Krüger.
+constexpr PlaneSystem district_system{1, 1};
+
 /// What the way between reference data and a document depends on.
 struct ChainSetup {
     PlaneSystem document;

@@ -21,9 +21,6 @@ constexpr std::int16_t tk50 = 4;
 constexpr std::int16_t tk100 = 5;
 }  // namespace districts
 
-/// The system that numbering districts are defined in: Bessel, Gauß-Krüger.
-constexpr PlaneSystem district_system{1, 1};
-
 /// What a grid depends on.
 struct DistrictInputs {
     std::int16_t obj_nube = districts::none;

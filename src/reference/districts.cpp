@@ -32,7 +32,7 @@ DistrictGrid build_district_grid(const DistrictInputs& inputs) {
 }
 
 const DistrictGrid& district_grid(Session& session, const TargetBox& area) {
-    DistrictCache& cache = session.district_cache;
+    DistrictCache& cache = district_cache(session);
     const DistrictInputs inputs = district_inputs(session, area);
     if (cache.inputs != inputs) {
         cache.inputs.reset();

@@ -12,6 +12,14 @@
 namespace veldra {
 
 /// What the grid of the selected districts in `area` (ground coordinates) depends on.
+/// The grid that the session's last drawing made.
+[[nodiscard]] inline DistrictCache& district_cache(Session& session) {
+    return session.districts.of<DistrictCache>();
+}
+[[nodiscard]] inline const DistrictCache& district_cache(const Session& session) {
+    return session.districts.of<DistrictCache>();
+}
+
 [[nodiscard]] DistrictInputs district_inputs(const Session& session, const TargetBox& area);
 
 /// The grid of the districts that the inputs choose.

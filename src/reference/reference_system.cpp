@@ -4,7 +4,6 @@
 #include <cstdlib>
 #include <numbers>
 
-#include "reference/district_grid.h"
 #include "reference/koordtrans.h"
 
 namespace veldra {

@@ -14,6 +14,7 @@
 #include <QSplitter>
 #include <QTextBrowser>
 #include <QTextDocument>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QtMath>
 #include <algorithm>
@@ -46,26 +47,81 @@ QString heading(const QString& markdown) {
     return markdown.section(QLatin1Char('\n'), 0, 0).remove(0, 2).trimmed();
 }
 
-/// Shows pages with the pictures for its screen.
+/// Shows pages with the pictures for its screen, none of them wider than the page.
 class PageBrowser final : public QTextBrowser {
  public:
-    using QTextBrowser::QTextBrowser;
+    explicit PageBrowser(QWidget* parent) : QTextBrowser(parent) {
+        constexpr int milliseconds = 60;
+        narrowed_.setSingleShot(true);
+        narrowed_.setInterval(milliseconds);
+        connect(&narrowed_, &QTimer::timeout, this, &PageBrowser::fit_pictures);
+    }
 
     QVariant loadResource(int type, const QUrl& name) override {
         if (type == QTextDocument::ImageResource) {
             const QString path = QLatin1Char(':') + source().resolved(name).path();
-            const QImage picture = handbook_picture(path, devicePixelRatioF());
+            const QImage picture = handbook_picture(path, devicePixelRatioF(), room());
             if (!picture.isNull()) {
                 return picture;
             }
         }
         return QTextBrowser::loadResource(type, name);
     }
+
+ protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QTextBrowser::resizeEvent(event);
+        if (room() == fitted_) {
+            return;
+        }
+        if (isVisible()) {
+            narrowed_.start();
+        } else {
+            fit_pictures();
+        }
+    }
+
+ private:
+    /// Logical pixels that a picture may be wide, the scroll bar counted in, whether it is there
+    /// or not.
+    [[nodiscard]] int room() const {
+        constexpr int narrowest = 100;
+        const int beside = 2 * qCeil(document()->documentMargin()) + 2 * frameWidth() +
+                           verticalScrollBar()->sizeHint().width();
+        return std::clamp(width() - beside, narrowest, widest_picture);
+    }
+
+    /// Loads the page anew for the room there is, at the same part of it.
+    void fit_pictures() {
+        fitted_ = room();
+        QScrollBar& bar = *verticalScrollBar();
+        const double share = bar.maximum() > 0 ? bar.value() / double(bar.maximum()) : 0;
+        reload();
+        bar.setValue(qRound(share * bar.maximum()));
+    }
+
+    QTimer narrowed_;  ///< reloads once the width has come to rest
+    int fitted_ = 0;   ///< the room that the pictures of the page were made for
 };
+
+/// The picture, made smaller if it is wider than `room` logical pixels: in device pixels of a
+/// screen that has `ratio` of them in a logical one.
+QImage within(const QImage& picture, int room, double ratio) {
+    if (picture.isNull() || picture.deviceIndependentSize().width() <= room) {
+        return picture;
+    }
+    const double device_pixels = std::max(1.0, ratio);
+    // The toolkit scales neither a table of colours nor another ratio than 1 soundly.
+    QImage narrow = picture.convertToFormat(QImage::Format_RGB32);
+    narrow.setDevicePixelRatio(1);
+    narrow = narrow.scaledToWidth(qRound(room * device_pixels), Qt::SmoothTransformation);
+    narrow.setDevicePixelRatio(device_pixels);
+    return narrow;
+}
 
 }  // namespace
 
-QImage handbook_picture(const QString& path, double ratio) {
+QImage handbook_picture(const QString& path, double ratio, int room) {
     static const QString usual = QStringLiteral("/bilder/");
     static const QString enlarged = QStringLiteral("/bilder/150/");
     constexpr double enlargement = 1.5;
@@ -73,17 +129,13 @@ QImage handbook_picture(const QString& path, double ratio) {
     QImage picture;
     if (path.contains(enlarged)) {
         picture.load(path);
-        const int widest = qRound(widest_picture * std::max(1.0, ratio));
-        if (picture.width() > widest) {
-            picture = picture.scaledToWidth(widest, Qt::SmoothTransformation);
-        }
         picture.setDevicePixelRatio(std::max(1.0, ratio));
     } else if (ratio >= fine_screen && picture.load(QString(path).replace(usual, enlarged))) {
         picture.setDevicePixelRatio(enlargement);
     } else {
         picture.load(path);
     }
-    return picture;
+    return within(picture, room, ratio);
 }
 
 FrmHandbuch::FrmHandbuch(QWidget* window) : QDialog(window) {

@@ -13,8 +13,9 @@ namespace veldra {
 /// A picture of the handbook for a screen of `ratio` device pixels a logical one. Each picture is
 /// there twice, drawn at 100 and at 150 percent (in a folder "150"), with the same logical size;
 /// the one that suits the screen is taken. A picture that a page takes from that folder is shown
-/// pixel by pixel as far as the page is wide. `path` is that of a resource; null if there is none.
-[[nodiscard]] QImage handbook_picture(const QString& path, double ratio);
+/// pixel by pixel. One wider than `room` logical pixels is made smaller, to just that width. `path`
+/// is that of a resource; null if there is none.
+[[nodiscard]] QImage handbook_picture(const QString& path, double ratio, int room);
 
 /// The handbook: its pages beside their list, with a search over all of them. The pages are part
 /// of the program, so that it needs no network and no installed files.

@@ -3,27 +3,11 @@
 #include <functional>
 #include <string>
 
-#include "drawing/text_measurer.h"
 #include "graphikdatei/hand_work_transfer.h"
+#include "shell/desk.h"
 #include "shell/session.h"
-#include "shell/user_interface.h"
 
 namespace veldra {
-
-class FileWatch;
-class Printer;
-class PrintDialog;
-
-/// What the lifecycle of a file needs of the program around it.
-struct Desk {
-    TextMeasurer& measurer;
-    UserInterface& ui;
-    std::function<void()> redraw;         ///< draws the picture of the session as it stands
-    Printer* printer = nullptr;           ///< the application printer; null: the system has none
-    PrintDialog* print_dialog = nullptr;  ///< there as soon as there is a printer
-    FileWatch* watch = nullptr;           ///< of the open file; null: it is not watched
-    std::string rescue_folder = {};  ///< takes working copies that find no room beside their file
-};
 
 /// Who asks for a file. The recent file menu sets the object selection back, the others keep it
 /// until the part is read. A file dropped on the window or named on the command line has not been
@@ -79,5 +63,8 @@ void zuletzt_aktualisieren(Session& session);
 void zuletzt_entfernen(Session& session, int index);
 /// Captions and enabling of the recent file menu from the list.
 void zuletzt_menue(Session& session);
+
+/// After the reading of a file has been given up: no file is loaded, and nothing of it is left.
+void forget_file(Session& session);
 
 }  // namespace veldra

@@ -2,9 +2,6 @@
 
 #include <algorithm>
 
-#include "graphikdatei/writer.h"
-#include "view/undo.h"
-
 namespace veldra {
 
 double LongWork::Runs::share(double of_this_one) const {
@@ -69,34 +66,6 @@ void FollowedWriting::finish() {
     if (listener_ != nullptr) {
         listener_->tell_written();
     }
-}
-
-void forget_file(Session& session) {
-    close_document(session);
-    session.graphikdatei.clear();
-    session.arbeitsdatei_basis.clear();
-    session.netz.clear();
-    session.netz_aktuell = 0;
-    session.pu.clear();
-    session.lin.clear();
-    session.nuoff.clear();
-    ++session.tables_revision;
-    session.plotmodus = 0;
-    WindowState& window = session.window;
-    window.frm_netzteile_shown = false;
-    window.frm_massstab_shown = false;
-    window.lbl_legende_visible = false;
-    for (const MenuItem item : {MenuItem::m_ansicht_netzteile, MenuItem::m_ansicht_massstab}) {
-        window[item].enabled = false;
-        window[item].checked = false;
-    }
-    for (const ToolButton button : {ToolButton::netzteile, ToolButton::massstaebe}) {
-        window[button].enabled = false;
-    }
-    clear_undo(window);
-    const WindowState designed;
-    window.caption = designed.caption;
-    window.fenstertitel = designed.fenstertitel;
 }
 
 }  // namespace veldra

@@ -3,8 +3,6 @@
 #include <cstdint>
 #include <optional>
 
-#include "shell/session.h"
-
 namespace veldra {
 
 /// Hears from reading, drawing and writing while they run. Whoever works tells first how far it is.
@@ -95,8 +93,5 @@ class FollowedWriting final : public LongWork {
  private:
     LongWork* listener_;
 };
-
-/// After the reading of a file has been given up: no file is loaded, and nothing of it is left.
-void forget_file(Session& session);
 
 }  // namespace veldra

@@ -10,10 +10,9 @@
 #include "drawing/text_measurer.h"
 #include "drawing/view_index.h"
 #include "platform/os/file_identity.h"
-#include "reference/boundary_lines.h"
-#include "reference/district_grid.h"
 #include "settings/settings.h"
 #include "settings/settings_twins.h"
+#include "shell/layer_memory.h"
 #include "shell/tables.h"
 #include "shell/titelzeile.h"
 #include "shell/window_state.h"
@@ -157,9 +156,9 @@ struct Session {
     std::vector<std::int32_t> lbl_pubez_placed;
     /// Finds rows of pu and lin by place; brought into line with them before each use.
     ViewIndex view_index;
-    // Reference data of the last drawing.
-    DistrictCache district_cache;
-    BoundaryCache boundary_cache;
+    // Reference data of the last drawing: `district_cache()`, `boundary_cache()`.
+    LayerMemory districts;
+    LayerMemory boundaries;
 
     // The view.
     Viewport view;

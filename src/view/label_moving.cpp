@@ -68,7 +68,7 @@ struct DistrictPlace {
 };
 
 DistrictPlace district_place(const Session& session, std::int32_t i) {
-    const std::string& key = session.district_cache.grid.grid_bez[static_cast<std::size_t>(i)];
+    const std::string& key = district_cache(session).grid.grid_bez[static_cast<std::size_t>(i)];
     return {key, FindNumbezOffset(session, key)};
 }
 
@@ -83,7 +83,7 @@ void set_on_place(Session& session, std::int32_t i, const NubezOffsetRow& row) {
 void drop_district_label(Session& session, std::int32_t i, const MouseWay& moved) {
     const Label& label = session.lbl_nubez[static_cast<std::size_t>(i)];
     DistrictPlace place = district_place(session, i);
-    const DistrictGrid& grid = session.district_cache.grid;
+    const DistrictGrid& grid = district_cache(session).grid;
     Undo step{undo_kind::district_label, i, {place.stored.rechts, place.stored.hoch}};
     if (!place.stored.found()) {
         const auto node = static_cast<std::size_t>(i);

@@ -7,6 +7,7 @@
 #include "drawing/value_scale.h"
 #include "graphikdatei/codepage.h"
 #include "graphikdatei/numbers.h"
+#include "reference/districts.h"
 
 namespace veldra {
 
@@ -137,7 +138,7 @@ PicturePoint place_point_info(const Session& session, std::int32_t i, float widt
 
 bool is_node_label(const Session& session, std::int32_t i) {
     constexpr std::int16_t on_the_edge = 2;
-    const DistrictGrid& grid = session.district_cache.grid;
+    const DistrictGrid& grid = district_cache(session).grid;
     const bool on_sheets = session.plotmodus == 1 && session.obj.obj_nbez == on_the_edge;
     return !on_sheets && i >= 1 && static_cast<std::size_t>(i) < grid.grid_bez.size() &&
            !grid.grid_bez[static_cast<std::size_t>(i)].empty();
@@ -147,12 +148,12 @@ std::string district_info(const Session& session, std::int32_t i) {
     if (!is_node_label(session, i)) {
         return {};
     }
-    return to_utf8(session.district_cache.grid.grid_bez_ecke[static_cast<std::size_t>(i)]);
+    return to_utf8(district_cache(session).grid.grid_bez_ecke[static_cast<std::size_t>(i)]);
 }
 
 PicturePoint place_district_info(const Session& session, std::int32_t i, float width,
                                  float height) {
-    const DistrictGrid& grid = session.district_cache.grid;
+    const DistrictGrid& grid = district_cache(session).grid;
     const auto node = static_cast<std::size_t>(i);
     return to_picture(session.view, {grid.grid_rechts[node] - static_cast<double>(width) / 2,
                                      grid.grid_hoch[node] + static_cast<double>(height) / 2});

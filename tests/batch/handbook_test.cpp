@@ -71,7 +71,7 @@ TEST_F(Handbook, NamesAllOptionsAndNoOther) {
 
 TEST_F(Handbook, ExampleOfAGraphicFileIsOne) {
     const std::string text = page("dateiformat");
-    const std::size_t begin = text.find("```\n") + 4;
+    const std::size_t begin = text.find("```\nVerfahrenLegende Beispielnetz\nNetzteil") + 4;
     const std::string example = text.substr(begin, text.find("```", begin) - begin);
     ASSERT_THAT(example, ::testing::StartsWith("VerfahrenLegende"));
     const std::string file = folder.file("ve_beispiel.dat", from_utf8(example));

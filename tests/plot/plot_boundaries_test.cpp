@@ -193,11 +193,11 @@ TEST_F(PlotBoundariesTest, LocalSystemAndMissingFileDrawNothing) {
 TEST_F(PlotBoundariesTest, TheSheetsOfAJobShareOneReading) {
     use_line({{20, 20}, {30, 20}});
     plot();
-    const PlanePoint* const vertices = session.boundary_cache.lines.vertices.data();
+    const PlanePoint* const vertices = boundary_cache(session).lines.vertices.data();
     for (int sheet = 0; sheet < 30; ++sheet) {
         session.blatt = {2570000.0 + sheet, 5620000, 2570200.0 + sheet, 5620280};
         ASSERT_EQ(strips(plot()).size(), 1U);
-        ASSERT_EQ(session.boundary_cache.lines.vertices.data(), vertices);
+        ASSERT_EQ(boundary_cache(session).lines.vertices.data(), vertices);
     }
 }
 

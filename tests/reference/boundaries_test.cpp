@@ -114,8 +114,8 @@ TEST_F(BoundariesTest, FirstLevelStopsAtTheFirstRbzHeaderAndReadsNothingBehind) 
     session.obj.obj_verw = 1;
     const std::string file = std::string(three_levels) + "@ 5 Land x LND\r\n2 2570010 5620010\r\n";
     EXPECT_EQ(draw(file), (pen(1) + Lines{"Line 10 10 20 10"}));
-    EXPECT_EQ(session.boundary_cache.lines.vertices.size(), 2U);
-    EXPECT_FALSE(session.boundary_cache.lines.whole_file);
+    EXPECT_EQ(boundary_cache(session).lines.vertices.size(), 2U);
+    EXPECT_FALSE(boundary_cache(session).lines.whole_file);
 }
 
 TEST_F(BoundariesTest, EachLevelEndsAtTheFirstHeaderOfTheNext) {
@@ -128,7 +128,7 @@ TEST_F(BoundariesTest, EachLevelEndsAtTheFirstHeaderOfTheNext) {
     use_file(file);
     const std::array<std::size_t, 8> lines{0, 1, 2, 4, 5, 6, 7, 8};
     for (std::int16_t level = 1; level <= 7; ++level) {
-        session.boundary_cache = {};
+        boundary_cache(session) = {};
         session.obj.obj_verw = level;
         EXPECT_EQ(only(draw(), "Line").size(), lines[static_cast<std::size_t>(level)]) << level;
     }
@@ -200,7 +200,7 @@ TEST_F(BoundariesTest, VerticesOutsideTheDomainAreDrawnNowhereAndCounted) {
                    "1 2570050 5620010\n2 999999999 5620010\n1 2570060 5620010\n"
                    "1 2570070 5620010\n"),
               (Lines{"Line 10 10 20 10", "Line 40 10 50 10", "Line 60 10 70 10"}));
-    EXPECT_EQ(session.boundary_cache.lines.outside, 2);
+    EXPECT_EQ(boundary_cache(session).lines.outside, 2);
 }
 
 TEST_F(BoundariesTest, FirstVertexOutsideTheDomainDoesNotFallBackToTheCorner) {
@@ -295,10 +295,10 @@ TEST_F(BoundariesTest, PathOfTheProfileIsWindows1252) {
 
 TEST_F(BoundariesTest, RedrawKeepsThePolylinesWithTheSamePicture) {
     const Lines first = draw(three_levels);
-    const PlanePoint* kept = session.boundary_cache.lines.vertices.data();
+    const PlanePoint* kept = boundary_cache(session).lines.vertices.data();
     EXPECT_EQ(draw(), first);
-    EXPECT_EQ(session.boundary_cache.lines.vertices.data(), kept) << "read again";
-    session.boundary_cache = {};
+    EXPECT_EQ(boundary_cache(session).lines.vertices.data(), kept) << "read again";
+    boundary_cache(session) = {};
     EXPECT_EQ(draw(), first);
 }
 
@@ -333,7 +333,7 @@ TEST_F(BoundariesTest, EachInputOfTheTransformationCounts) {
         const Lines before = draw();
         change();
         const Lines kept = draw();
-        session.boundary_cache = {};
+        boundary_cache(session) = {};
         EXPECT_EQ(draw(), kept);
         return kept != before;
     };
@@ -354,11 +354,11 @@ TEST_F(BoundariesTest, KeptPolylinesServeOtherLevels) {
     };
     EXPECT_EQ(lines(2), 2U);
     EXPECT_EQ(lines(4), 4U);
-    const PlanePoint* kept = session.boundary_cache.lines.vertices.data();
+    const PlanePoint* kept = boundary_cache(session).lines.vertices.data();
     EXPECT_EQ(lines(1), 1U);
     EXPECT_EQ(lines(3), 3U);
     EXPECT_EQ(lines(7), 4U);
-    EXPECT_EQ(session.boundary_cache.lines.vertices.data(), kept);
+    EXPECT_EQ(boundary_cache(session).lines.vertices.data(), kept);
 }
 
 TEST_F(BoundariesTest, KeptPolylinesOfAFileOutOfOrderAreNotUsedBeyondTheirEnd) {
@@ -397,9 +397,9 @@ TEST_F(BoundariesTest, UtmFileUnderADhdnDocumentGoesThroughTheWholeChain) {
     session.settings.verw_abbi = 2;
     session.settings.verw_datum[0].dphi0 = 3.6;
     draw(fmt::format("2 {:.4f} {:.4f}\n1 {:.4f} {:.4f}\n", rechts, hoch, rechts, hoch));
-    ASSERT_EQ(session.boundary_cache.lines.vertices.size(), 2U);
-    EXPECT_NEAR(session.boundary_cache.lines.vertices[0].rechts, expected_rechts, 1e-3);
-    EXPECT_NEAR(session.boundary_cache.lines.vertices[0].hoch, expected_hoch, 1e-3);
+    ASSERT_EQ(boundary_cache(session).lines.vertices.size(), 2U);
+    EXPECT_NEAR(boundary_cache(session).lines.vertices[0].rechts, expected_rechts, 1e-3);
+    EXPECT_NEAR(boundary_cache(session).lines.vertices[0].hoch, expected_hoch, 1e-3);
 }
 
 /// A zigzag of many vertices across the view and beyond.

@@ -230,7 +230,7 @@ TEST_F(DistrictsTest, StoredPlacesAreComparedExactly) {
 TEST_F(DistrictsTest, LargeGridHasLinesAndNoLabels) {
     session.view = {2500500, 5500500, 2700500, 5690500, 1};
     draw();
-    EXPECT_TRUE(session.district_cache.grid.grid_zu_gross);
+    EXPECT_TRUE(district_cache(session).grid.grid_zu_gross);
     EXPECT_EQ(only(described(target), "Label"), Lines{});
     EXPECT_GT(only(described(target), "Line").size(), 70000U);
     EXPECT_LE(session.lbl_nubez.size(), 1U);
@@ -251,22 +251,22 @@ TEST_F(DistrictsTest, LabelsAreHiddenByTheNextDrawingAndNeverUnloaded) {
 
 TEST_F(DistrictsTest, ReusedGridGivesTheSamePictureAsANewOne) {
     const Lines first = draw();
-    const DistrictGrid* grid = &session.district_cache.grid;
+    const DistrictGrid* grid = &district_cache(session).grid;
     const double* nodes = grid->grid_rechts.data();
     EXPECT_EQ(draw(), first);
-    EXPECT_EQ(session.district_cache.grid.grid_rechts.data(), nodes) << "built again";
-    session.district_cache = {};
+    EXPECT_EQ(district_cache(session).grid.grid_rechts.data(), nodes) << "built again";
+    district_cache(session) = {};
     EXPECT_EQ(draw(), first);
 }
 
 TEST_F(DistrictsTest, GridIsBuiltAgainWhenAnythingChangesThatItDependsOn) {
     const auto changes = [this](auto&& change) {
         draw();
-        const DistrictInputs before = *session.district_cache.inputs;
+        const DistrictInputs before = *district_cache(session).inputs;
         const Lines kept = described(target);
         change();
         draw();
-        return session.district_cache.inputs != before && described(target) != kept;
+        return district_cache(session).inputs != before && described(target) != kept;
     };
     EXPECT_TRUE(changes([this] { session.view.ansicht_rw_max += 1000; }));
     EXPECT_TRUE(changes([this] { session.settings.numbez_datum[0].dphi0 = 1; }));

@@ -161,6 +161,45 @@ class FrmHandbuchTest : public QObject {
         }
     }
 
+    /// What a screen of 1366 pixels with 150 percent leaves for the handbook, and less.
+    void pictures_stay_within_a_narrow_page() {
+        FrmHandbuch handbook(nullptr);
+        handbook.show_page(QStringLiteral("bildschirm"));
+        handbook.resize(870, 430);
+        handbook.show();
+        const auto& page = control<QTextBrowser>(handbook, "txt_seite");
+        QVERIFY(page.viewport()->width() < widest_picture);
+        for (const int width : {870, 640, 1000, 700}) {
+            handbook.resize(width, 430);
+            QTRY_COMPARE(page.horizontalScrollBar()->maximum(), 0);
+        }
+        for (const QString& name : pages()) {
+            handbook.show_page(name);
+            QApplication::processEvents();
+            // An example's lines are not broken.
+            if (!page_text(name).contains(QStringLiteral("```"))) {
+                QVERIFY2(page.horizontalScrollBar()->maximum() == 0, qPrintable(name));
+            }
+        }
+    }
+
+    void a_new_width_keeps_the_place_on_the_page() {
+        FrmHandbuch handbook(nullptr);
+        handbook.show_page(QStringLiteral("bildschirm"));
+        handbook.resize(1000, 430);
+        handbook.show();
+        const auto& bar = *control<QTextBrowser>(handbook, "txt_seite").verticalScrollBar();
+        QVERIFY(bar.maximum() > 1000);
+        control<QTextBrowser>(handbook, "txt_seite")
+            .verticalScrollBar()
+            ->setValue(bar.maximum() / 2);
+        const int before = bar.maximum();
+        handbook.resize(600, 430);
+        QTRY_VERIFY(bar.maximum() < before);
+        QTest::qWait(100);
+        QVERIFY(std::abs(bar.value() / double(bar.maximum()) - 0.5) < 0.05);
+    }
+
     void every_control_has_a_name() {
         const FrmHandbuch handbook(nullptr);
         const QStringList unnamed = veldra_test::unnamed_controls(handbook);
@@ -198,29 +237,66 @@ class FrmHandbuchTest : public QObject {
         }
     }
 
+    /// Samples stand on the ground that the program draws on, not on the paper's white.
+    void the_line_widths_are_shown_on_the_programs_own_ground() {
+        const FrmHandbuch handbook(nullptr);
+        for (const char* place : {"strich.png", "150/strich.png"}) {
+            const QImage picture(QStringLiteral(":/handbuch/bilder/") + QLatin1String(place));
+            QVERIFY(!picture.isNull());
+            int ground = 0;
+            int white = 0;
+            for (int y = 0; y < picture.height(); ++y) {
+                for (int x = 0; x < picture.width(); ++x) {
+                    ground += picture.pixel(x, y) == qRgb(255, 250, 240) ? 1 : 0;
+                    white += picture.pixel(x, y) == qRgb(255, 255, 255) ? 1 : 0;
+                }
+            }
+            const int pixels = picture.width() * picture.height();
+            QVERIFY2(ground > pixels / 10, place);
+            QVERIFY2(white < pixels / 100, place);
+        }
+    }
+
     void a_fine_screen_gets_the_pictures_made_for_it() {
+        constexpr int widest = 760;
         const FrmHandbuch handbook(nullptr);
         const QString usual = QStringLiteral(":/handbuch/bilder/drucker.png");
         const QString enlarged = QStringLiteral(":/handbuch/bilder/150/drucker.png");
-        const QImage picture = handbook_picture(usual, 1);
+        const QImage picture = handbook_picture(usual, 1, widest);
         QCOMPARE(picture, QImage(usual));
         for (const double ratio : {1.25, 1.5, 2.0}) {
-            const QImage fine = handbook_picture(usual, ratio);
+            const QImage fine = handbook_picture(usual, ratio, widest);
             QCOMPARE(fine.size(), QImage(enlarged).size());
             const QSizeF size = fine.deviceIndependentSize();
             QVERIFY(std::abs(size.width() - picture.width()) <= 2);
             QVERIFY(std::abs(size.height() - picture.height()) <= 2);
         }
         // The page about large screens shows its pictures pixel by pixel.
-        QCOMPARE(handbook_picture(enlarged, 1).devicePixelRatio(), 1.0);
-        QCOMPARE(handbook_picture(enlarged, 1).size(), QImage(enlarged).size());
-        QCOMPARE(handbook_picture(enlarged, 1.5).devicePixelRatio(), 1.5);
+        QCOMPARE(handbook_picture(enlarged, 1, widest).devicePixelRatio(), 1.0);
+        QCOMPARE(handbook_picture(enlarged, 1, widest).size(), QImage(enlarged).size());
+        QCOMPARE(handbook_picture(enlarged, 1.5, widest).devicePixelRatio(), 1.5);
         // One that is wider than a page is made to fit.
         const QString wide = QStringLiteral(":/handbuch/bilder/150/hauptfenster.png");
         QCOMPARE(QImage(wide).size(), QSize(1140, 870));
-        QCOMPARE(handbook_picture(wide, 1).size(), QSize(760, 580));
-        QCOMPARE(handbook_picture(wide, 1.5).size(), QSize(1140, 870));
-        QVERIFY(handbook_picture(QStringLiteral(":/handbuch/bilder/fehlt.png"), 1).isNull());
+        QCOMPARE(handbook_picture(wide, 1, widest).size(), QSize(760, 580));
+        QCOMPARE(handbook_picture(wide, 1.5, widest).size(), QSize(1140, 870));
+        const QString missing = QStringLiteral(":/handbuch/bilder/fehlt.png");
+        QVERIFY(handbook_picture(missing, 1, widest).isNull());
+    }
+
+    /// A narrow page has smaller pictures, with all the pixels that its screen has for them.
+    void pictures_are_no_wider_than_their_room() {
+        const FrmHandbuch handbook(nullptr);
+        const QString usual = QStringLiteral(":/handbuch/bilder/hauptfenster.png");
+        QCOMPARE(QImage(usual).size(), QSize(760, 580));
+        QCOMPARE(handbook_picture(usual, 1, 380).size(), QSize(380, 290));
+        const QImage fine = handbook_picture(usual, 1.5, 380);
+        QCOMPARE(fine.size(), QSize(570, 435));
+        QCOMPARE(fine.devicePixelRatio(), 1.5);
+        const QString enlarged = QStringLiteral(":/handbuch/bilder/150/hauptfenster.png");
+        QCOMPARE(handbook_picture(enlarged, 1.5, 380).size(), QSize(570, 435));
+        // One that fits stays as it is.
+        QCOMPARE(handbook_picture(usual, 1, 760), QImage(usual));
     }
 
     /// Links and pictures of all pages lead to something that is there.

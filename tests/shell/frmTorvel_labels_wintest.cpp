@@ -55,7 +55,7 @@ class FrmTorvelLabelsTest : public test::HandFixture {
     std::size_t zoom_out_to(const std::string& key) {
         for (int i = 0; i < 12; ++i) {
             window_->redraw();
-            const auto& names = session_.district_cache.grid.grid_bez;
+            const auto& names = district_cache(session_).grid.grid_bez;
             for (std::size_t node = 1; node < session_.lbl_nubez.size(); ++node) {
                 if (session_.lbl_nubez[node].visible && names[node] == key) {
                     return node;

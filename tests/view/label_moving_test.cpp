@@ -39,7 +39,7 @@ class LabelMoving : public testing::Test {
 
     /// A district label at a node, 2 m high, with its lower left corner on the node.
     void node_label(double rechts, double hoch) {
-        DistrictGrid& grid = session.district_cache.grid;
+        DistrictGrid& grid = district_cache(session).grid;
         grid.grid_rechts = {0, rechts};
         grid.grid_hoch = {0, hoch};
         grid.grid_bez = {"", "5208"};
@@ -234,7 +234,7 @@ TEST_F(LabelMoving, UndoOfADistrictLabelKeepsTheEntry) {
 
 TEST_F(LabelMoving, ALabelThatIsNoNodesCannotBeMoved) {
     node_label(1030, 2040);
-    session.district_cache.grid.grid_bez[1].clear();
+    district_cache(session).grid.grid_bez[1].clear();
     EXPECT_FALSE(can_be_dragged(session, LabelArray::lbl_nubez, 1));
     drop_label(session, node_drag, 3400, 4100);
     EXPECT_EQ(session.nuoff.count(), 0);
@@ -253,7 +253,7 @@ TEST_F(LabelMovingOnFile, OffsetsAreInTheFileAfterLeaving) {
     session.lbl_pubez[2] = {"2", 101, 0, 5, 2, true, true};
     session.lbl_nubez.resize(2);
     session.lbl_nubez[1] = {"5208 ", 30, 42, 5, 2, true, true};
-    DistrictGrid& grid = session.district_cache.grid;
+    DistrictGrid& grid = district_cache(session).grid;
     grid.grid_rechts = {0, 3500030};
     grid.grid_hoch = {0, 5600040};
     grid.grid_bez = {"", "5208"};

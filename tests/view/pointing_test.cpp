@@ -160,7 +160,7 @@ TEST_F(Pointing, InfoFlipsUpwardAtTheBottom) {
 }
 
 TEST_F(Pointing, DistrictInfoIsCentredOnItsNodeAndNeverFlips) {
-    DistrictGrid& grid = session.district_cache.grid;
+    DistrictGrid& grid = district_cache(session).grid;
     grid.grid_rechts = {0, 1001};
     grid.grid_hoch = {0, 2001};
     grid.grid_bez = {"", "5208"};
@@ -172,7 +172,7 @@ TEST_F(Pointing, DistrictInfoIsCentredOnItsNodeAndNeverFlips) {
 }
 
 TEST_F(Pointing, LabelsThatAreNoNodesTellNothing) {
-    DistrictGrid& grid = session.district_cache.grid;
+    DistrictGrid& grid = district_cache(session).grid;
     grid.grid_bez = {"", "", "5208"};
     grid.grid_bez_ecke = {"", "", "x"};
     EXPECT_FALSE(is_node_label(session, 0));

@@ -22,6 +22,7 @@
 #include "picture_file.h"
 #include "platform/pdf/pdf_printer.h"
 #include "platform/qt/qt_user_interface.h"
+#include "platform/qt/sample_picture.h"
 #include "shell/frmTorvel.h"
 #include "view/frmStrichst.h"
 
@@ -118,7 +119,7 @@ class Photographer {
     }
 
     void take_line_width() {
-        LineWidthChoice choice{2, 1, 0xFFFFFF};
+        LineWidthChoice choice{2, 1, picture_background_colour()};
         FrmStrichst picker(&window_, choice, QStringLiteral("Strichstärke"));
         picker.show();
         take(picker, "strich");

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "shell/lifecycle.h"
+#include "shell/desk.h"
 #include "shell/session.h"
 
 namespace veldra {
