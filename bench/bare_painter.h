@@ -11,9 +11,9 @@
 #include <utility>
 #include <vector>
 
-#include "drawing/ellipse_curve.h"
 #include "drawing/pipeline.h"
-#include "platform/qt/picture_image.h"
+#include "model/ellipse_curve.h"
+#include "windows/qt/picture_image.h"
 
 namespace veldra::bench {
 

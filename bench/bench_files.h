@@ -5,9 +5,9 @@
 #include <string>
 
 #include "graphikdatei/header_pass.h"
+#include "model/session.h"
 #include "netzgross/large_network.h"
-#include "platform/os/files.h"
-#include "shell/session.h"
+#include "os/files.h"
 
 namespace veldra::bench {
 

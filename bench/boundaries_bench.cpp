@@ -10,14 +10,14 @@
 
 #include <benchmark/benchmark.h>
 
+#include "drawing/boundaries.h"
+#include "drawing/boundary_reduction.h"
 #include "grenzgen/boundaries.h"
-#include "platform/os/files.h"
-#include "platform/qt/qt_text_measurer.h"
-#include "platform/qt/raster_target.h"
-#include "reference/boundaries.h"
-#include "reference/boundary_reduction.h"
+#include "os/files.h"
 #include "reference/koordtrans.h"
 #include "reference/reference_system.h"
+#include "windows/qt/qt_text_measurer.h"
+#include "windows/qt/raster_target.h"
 
 namespace veldra {
 namespace {

@@ -9,12 +9,12 @@
 
 #include "bare_painter.h"
 #include "bench_files.h"
-#include "drawing/length_units.h"
+#include "commands/lifecycle.h"
 #include "offscreen_bench.h"
-#include "platform/qt/qt_text_measurer.h"
-#include "shell/lifecycle.h"
+#include "text/length_units.h"
 #include "view/extents.h"
 #include "view/viewport.h"
+#include "windows/qt/qt_text_measurer.h"
 
 namespace veldra {
 namespace {

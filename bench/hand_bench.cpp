@@ -9,14 +9,14 @@
 
 #include "bare_painter.h"
 #include "bench_files.h"
-#include "drawing/length_units.h"
+#include "commands/lifecycle.h"
 #include "offscreen_bench.h"
-#include "platform/qt/picture_image.h"
-#include "platform/qt/picture_widget.h"
-#include "platform/qt/qt_text_measurer.h"
-#include "shell/lifecycle.h"
+#include "text/length_units.h"
 #include "view/label_moving.h"
 #include "view/zoom.h"
+#include "windows/qt/picture_image.h"
+#include "windows/qt/picture_widget.h"
+#include "windows/qt/qt_text_measurer.h"
 
 namespace veldra {
 namespace {

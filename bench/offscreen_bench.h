@@ -5,7 +5,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include "shell/user_interface.h"
+#include "text/user_interface.h"
 
 namespace veldra::bench {
 

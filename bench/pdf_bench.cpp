@@ -12,9 +12,9 @@
 
 #include <benchmark/benchmark.h>
 
-#include "platform/os/files.h"
-#include "platform/pdf/pdf_printer.h"
-#include "platform/qt/painter_target.h"
+#include "os/files.h"
+#include "pdf/pdf_printer.h"
+#include "windows/qt/painter_target.h"
 
 namespace veldra {
 namespace {

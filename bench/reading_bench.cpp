@@ -12,7 +12,7 @@
 #include "graphikdatei/observation_pass.h"
 #include "graphikdatei/point_pass.h"
 #include "graphikdatei/value_pass.h"
-#include "shell/former_part.h"
+#include "model/former_part.h"
 
 namespace veldra {
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/text_measurer.h"
+#include "model/text_measurer.h"
 
 namespace veldra::test {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "shell/user_interface.h"
+#include "text/user_interface.h"
 
 namespace veldra::test {
 

@@ -5,13 +5,13 @@
 
 #include <gtest/gtest.h>
 
-#include "graphikdatei/codepage.h"
 #include "graphikdatei/header_pass.h"
 #include "graphikdatei/observation_pass.h"
 #include "graphikdatei/point_pass.h"
 #include "graphikdatei/value_pass.h"
-#include "shell/session.h"
+#include "model/session.h"
 #include "temp_file.h"
+#include "text/codepage.h"
 
 namespace veldra::testing_support {
 

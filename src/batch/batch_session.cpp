@@ -5,18 +5,18 @@
 
 #include <fmt/format.h>
 
-#include "drawing/length_units.h"
-#include "graphikdatei/codepage.h"
 #include "graphikdatei/header_pass.h"
 #include "graphikdatei/maxima_pass.h"
-#include "platform/os/files.h"
-#include "platform/qt/picture_image.h"
+#include "os/files.h"
 #include "plot/printer_adapters.h"
 #include "plot/sheet_outlines.h"
 #include "settings/defaults.h"
 #include "settings/profile.h"
-#include "shell/fatal_error.h"
+#include "text/codepage.h"
+#include "text/fatal_error.h"
+#include "text/length_units.h"
 #include "view/viewport.h"
+#include "windows/qt/picture_image.h"
 
 namespace veldra::batch {
 

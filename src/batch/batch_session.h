@@ -1,9 +1,9 @@
 #pragma once
 
 #include "batch/options.h"
-#include "shell/lifecycle.h"
-#include "shell/session.h"
-#include "shell/user_interface.h"
+#include "commands/lifecycle.h"
+#include "model/session.h"
+#include "text/user_interface.h"
 
 namespace veldra::batch {
 

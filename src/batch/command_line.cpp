@@ -16,8 +16,8 @@
 #include "batch/ground_commands.h"
 #include "batch/output.h"
 #include "batch/plot_command.h"
-#include "graphikdatei/codepage.h"
-#include "shell/fatal_error.h"
+#include "text/codepage.h"
+#include "text/fatal_error.h"
 
 namespace veldra::batch {
 

@@ -7,10 +7,10 @@
 #include "drawing/pipeline.h"
 #include "graphikdatei/hand_work_transfer.h"
 #include "graphikdatei/writer.h"
-#include "platform/os/files.h"
-#include "platform/qt/picture_image.h"
-#include "platform/qt/qt_text_measurer.h"
-#include "shell/fatal_error.h"
+#include "os/files.h"
+#include "text/fatal_error.h"
+#include "windows/qt/picture_image.h"
+#include "windows/qt/qt_text_measurer.h"
 
 namespace veldra::batch {
 

@@ -14,14 +14,14 @@
 #include "batch/batch_session.h"
 #include "batch/json_output.h"
 #include "batch/output.h"
-#include "graphikdatei/numbers.h"
-#include "graphikdatei/tokens.h"
-#include "platform/os/files.h"
-#include "platform/qt/qt_text_measurer.h"
-#include "reference/boundaries.h"
-#include "reference/boundary_reduction.h"
-#include "reference/districts.h"
-#include "shell/fatal_error.h"
+#include "drawing/boundaries.h"
+#include "drawing/boundary_reduction.h"
+#include "drawing/districts.h"
+#include "os/files.h"
+#include "text/fatal_error.h"
+#include "text/numbers.h"
+#include "text/tokens.h"
+#include "windows/qt/qt_text_measurer.h"
 
 namespace veldra::batch {
 

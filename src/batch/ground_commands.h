@@ -4,7 +4,7 @@
 #include <string>
 
 #include "batch/options.h"
-#include "shell/session.h"
+#include "model/session.h"
 
 /// Commands of veldra-cli on reference data. Each throws FatalError or UsageError when it cannot be
 /// done.

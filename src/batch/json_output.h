@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
+#include "drawing/district_grid.h"
 #include "drawing/recording_target.h"
-#include "reference/district_grid.h"
-#include "shell/session.h"
+#include "model/session.h"
 
 namespace veldra::batch {
 

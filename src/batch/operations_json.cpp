@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "batch/json_output.h"
-#include "graphikdatei/codepage.h"
+#include "text/codepage.h"
 
 namespace veldra::batch {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "shell/session.h"
+#include "model/session.h"
 
 namespace veldra::batch {
 

@@ -7,8 +7,8 @@
 #include <fmt/format.h>
 
 #include "batch/options.h"
-#include "platform/os/files.h"
-#include "shell/fatal_error.h"
+#include "os/files.h"
+#include "text/fatal_error.h"
 
 namespace veldra::batch {
 

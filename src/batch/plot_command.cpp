@@ -12,12 +12,12 @@
 #include "batch/output.h"
 #include "batch/plot_file.h"
 #include "batch/protocol_json.h"
-#include "platform/os/files.h"
-#include "platform/pdf/pdf_printer.h"
-#include "platform/qt/qt_printers.h"
-#include "platform/qt/qt_text_measurer.h"
+#include "os/files.h"
+#include "pdf/pdf_printer.h"
 #include "plot/application_printer.h"
-#include "shell/fatal_error.h"
+#include "text/fatal_error.h"
+#include "windows/qt/qt_printers.h"
+#include "windows/qt/qt_text_measurer.h"
 
 namespace veldra::batch {
 

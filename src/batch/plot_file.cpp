@@ -8,13 +8,13 @@
 #include "batch/batch_session.h"
 #include "batch/ground_commands.h"
 #include "batch/output.h"
-#include "graphikdatei/codepage.h"
+#include "commands/plot_job.h"
 #include "plot/application_printer.h"
 #include "plot/paper_codes.h"
-#include "plot/plot_job.h"
 #include "plot/printer_adapters.h"
 #include "reference/reference_system.h"
-#include "shell/fatal_error.h"
+#include "text/codepage.h"
+#include "text/fatal_error.h"
 
 namespace veldra::batch {
 

@@ -9,10 +9,10 @@
 #include <fmt/format.h>
 
 #include "batch/rows_on_sheets.h"
-#include "graphikdatei/codepage.h"
-#include "graphikdatei/numbers.h"
 #include "graphikdatei/part_filter.h"
 #include "graphikdatei/record_fields.h"
+#include "text/codepage.h"
+#include "text/numbers.h"
 
 namespace veldra::batch {
 

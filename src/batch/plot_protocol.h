@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "drawing/text_measurer.h"
+#include "model/session.h"
+#include "model/text_measurer.h"
 #include "plot/paper_frame.h"
-#include "shell/session.h"
 
 /// What became of the records of a network part on its way to the paper.
 namespace veldra::batch {

@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <vector>
 
-#include "drawing/text_measurer.h"
+#include "model/session.h"
+#include "model/text_measurer.h"
 #include "plot/paper_frame.h"
-#include "shell/session.h"
 
 namespace veldra::batch {
 

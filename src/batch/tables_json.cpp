@@ -1,7 +1,7 @@
 #include <nlohmann/json.hpp>
 
 #include "batch/json_output.h"
-#include "graphikdatei/codepage.h"
+#include "text/codepage.h"
 
 namespace veldra::batch {
 

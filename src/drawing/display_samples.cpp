@@ -4,14 +4,14 @@
 #include <cmath>
 #include <utility>
 
+#include "drawing/boundaries.h"
 #include "drawing/geometry.h"
 #include "drawing/layer_frame.h"
-#include "drawing/length_units.h"
 #include "drawing/observation_layers.h"
 #include "drawing/point_layers.h"
 #include "drawing/value_layers.h"
-#include "reference/boundaries.h"
-#include "view/paper_text.h"
+#include "model/paper_text.h"
+#include "text/length_units.h"
 
 namespace veldra {
 

@@ -4,10 +4,10 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "drawing/label.h"
-#include "drawing/target.h"
-#include "drawing/text_measurer.h"
-#include "shell/session.h"
+#include "model/label.h"
+#include "model/session.h"
+#include "model/target.h"
+#include "model/text_measurer.h"
 
 namespace veldra {
 

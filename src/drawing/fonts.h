@@ -1,7 +1,7 @@
 #pragma once
 
-#include "drawing/text_measurer.h"
-#include "settings/settings.h"
+#include "model/settings.h"
+#include "model/text_measurer.h"
 
 namespace veldra {
 

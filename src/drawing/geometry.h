@@ -3,9 +3,9 @@
 #include <cmath>
 #include <cstdint>
 
-#include "drawing/target.h"
-#include "settings/settings.h"
-#include "shell/tables.h"
+#include "model/settings.h"
+#include "model/tables.h"
+#include "model/target.h"
 
 namespace veldra {
 

@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <optional>
 
-#include "drawing/target.h"
-#include "drawing/text_measurer.h"
-#include "shell/session.h"
+#include "model/session.h"
+#include "model/target.h"
+#include "model/text_measurer.h"
 
 namespace veldra {
 

@@ -1,6 +1,6 @@
 #include "drawing/layer_surface.h"
 
-#include "shell/fatal_error.h"
+#include "text/fatal_error.h"
 
 namespace veldra {
 

@@ -7,9 +7,9 @@
 
 #include "drawing/geometry.h"
 #include "drawing/layer_frame.h"
-#include "drawing/target.h"
-#include "drawing/view_index.h"
-#include "settings/settings.h"
+#include "model/settings.h"
+#include "model/target.h"
+#include "model/view_index.h"
 
 namespace veldra {
 

@@ -5,7 +5,7 @@
 
 #include "drawing/layer_surface.h"
 #include "drawing/pen.h"
-#include "graphikdatei/codepage.h"
+#include "text/codepage.h"
 
 namespace veldra {
 

@@ -3,8 +3,8 @@
 #include <cstdint>
 
 #include "drawing/layer_frame.h"
-#include "drawing/target.h"
-#include "shell/session.h"
+#include "model/session.h"
+#include "model/target.h"
 
 namespace veldra {
 

@@ -4,14 +4,14 @@
 #include <array>
 #include <string>
 
+#include "drawing/boundaries.h"
+#include "drawing/districts.h"
 #include "drawing/observation_layers.h"
 #include "drawing/point_layers.h"
 #include "drawing/title.h"
 #include "drawing/value_layers.h"
 #include "drawing/watched_target.h"
-#include "graphikdatei/codepage.h"
-#include "reference/boundaries.h"
-#include "reference/districts.h"
+#include "text/codepage.h"
 
 namespace veldra {
 

@@ -4,10 +4,10 @@
 #include <functional>
 
 #include "drawing/layer_frame.h"
-#include "drawing/target.h"
-#include "drawing/text_measurer.h"
-#include "shell/session.h"
-#include "shell/user_interface.h"
+#include "model/session.h"
+#include "model/target.h"
+#include "model/text_measurer.h"
+#include "text/user_interface.h"
 
 namespace veldra {
 

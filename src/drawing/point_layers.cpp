@@ -7,7 +7,7 @@
 #include "drawing/layer_surface.h"
 #include "drawing/pen.h"
 #include "drawing/value_scale.h"
-#include "view/text_forms.h"
+#include "text/text_forms.h"
 
 namespace veldra {
 

@@ -6,7 +6,7 @@
 #include <variant>
 #include <vector>
 
-#include "drawing/target.h"
+#include "model/target.h"
 
 namespace veldra {
 

@@ -3,8 +3,8 @@
 #include <array>
 #include <string_view>
 
-#include "graphikdatei/codepage.h"
-#include "graphikdatei/numbers.h"
+#include "text/codepage.h"
+#include "text/numbers.h"
 
 namespace veldra {
 

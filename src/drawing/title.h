@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "shell/session.h"
+#include "model/session.h"
 
 namespace veldra {
 

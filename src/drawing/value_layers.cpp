@@ -6,7 +6,7 @@
 #include "drawing/layer_surface.h"
 #include "drawing/pen.h"
 #include "drawing/value_scale.h"
-#include "shell/fatal_error.h"
+#include "text/fatal_error.h"
 
 namespace veldra {
 

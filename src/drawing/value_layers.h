@@ -1,8 +1,8 @@
 #pragma once
 
 #include "drawing/layer_frame.h"
-#include "drawing/target.h"
-#include "shell/session.h"
+#include "model/session.h"
+#include "model/target.h"
 
 namespace veldra {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "shell/session.h"
+#include "model/session.h"
 
 namespace veldra {
 

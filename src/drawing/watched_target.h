@@ -4,8 +4,8 @@
 #include <functional>
 #include <utility>
 
-#include "drawing/target.h"
-#include "shell/long_work.h"
+#include "model/long_work.h"
+#include "model/target.h"
 
 namespace veldra {
 

@@ -3,7 +3,7 @@
 #include <cstddef>
 
 #include "graphikdatei/keywords.h"
-#include "graphikdatei/numbers.h"
+#include "text/numbers.h"
 
 namespace veldra {
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "graphikdatei/tokens.h"
-#include "shell/tables.h"
+#include "model/tables.h"
+#include "text/tokens.h"
 
 namespace veldra {
 

@@ -5,9 +5,9 @@
 #include <string_view>
 
 #include "graphikdatei/keywords.h"
-#include "graphikdatei/tokens.h"
-#include "platform/os/files.h"
-#include "shell/fatal_error.h"
+#include "os/files.h"
+#include "text/fatal_error.h"
+#include "text/tokens.h"
 
 namespace veldra {
 

@@ -5,10 +5,10 @@
 #include <iterator>
 #include <unordered_map>
 
-#include "graphikdatei/codepage.h"
 #include "graphikdatei/keywords.h"
-#include "graphikdatei/numbers.h"
-#include "shell/long_work.h"
+#include "model/long_work.h"
+#include "text/codepage.h"
+#include "text/numbers.h"
 
 namespace veldra {
 
@@ -108,9 +108,8 @@ class HandWorkReader {
                     labels.push_back(std::move(label));
                 }
             }
-            std::sort(labels.begin(), labels.end(), [](const MovedLabel& a, const MovedLabel& b) {
-                return a.number < b.number;
-            });
+            std::sort(labels.begin(), labels.end(),
+                      [](const MovedLabel& a, const MovedLabel& b) { return a.number < b.number; });
             std::move(labels_[i].moved_changes.begin(), labels_[i].moved_changes.end(),
                       std::back_inserter(labels));
         }
@@ -140,10 +139,9 @@ class HandWorkReader {
             return;
         }
         std::vector<NubezOffsetRow>& districts = part().districts;
-        const auto same =
-            std::find_if(districts.begin(), districts.end(), [&label](const NubezOffsetRow& row) {
-                return row.nuoff_bez == label->nuoff_bez;
-            });
+        const auto same = std::find_if(
+            districts.begin(), districts.end(),
+            [&label](const NubezOffsetRow& row) { return row.nuoff_bez == label->nuoff_bez; });
         if (same == districts.end()) {
             districts.push_back(std::move(*label));
         } else {
@@ -281,10 +279,9 @@ std::optional<MovedLabel> ChangeLabels::take(Record& record) {
 }
 
 void forget_title_of_path(HandWork& hand_work, std::initializer_list<std::string_view> paths) {
-    const bool is_path =
-        std::any_of(paths.begin(), paths.end(), [&hand_work](std::string_view path) {
-            return from_utf8(path) == hand_work.title;
-        });
+    const bool is_path = std::any_of(
+        paths.begin(), paths.end(),
+        [&hand_work](std::string_view path) { return from_utf8(path) == hand_work.title; });
     if (is_path) {
         hand_work.title.clear();
     }

@@ -10,7 +10,7 @@
 
 #include "graphikdatei/change_records.h"
 #include "graphikdatei/record_fields.h"
-#include "shell/tables.h"
+#include "model/tables.h"
 
 namespace veldra {
 
@@ -24,7 +24,7 @@ struct MovedLabel {
     std::string epoch_text;
     std::int32_t record = 0;  ///< of a change: its number among the changes of its part
     std::int32_t epoch = 0;   ///< 0 for the change itself, then 1, 2 and so on
-    EpochOffset offset;      ///< percent of font height
+    EpochOffset offset;       ///< percent of font height
 };
 
 /// What the user has put into a network part by hand. Records are lines of Windows-1252 without
@@ -55,8 +55,8 @@ struct HandWork {
     [[nodiscard]] const PartWork* find(std::string_view name) const;
 };
 
-/// The label of a change that a record states: its kind, place, text, epoch and offsets, which are 0
-/// where the record has none.
+/// The label of a change that a record states: its kind, place, text, epoch and offsets, which are
+/// 0 where the record has none.
 class ChangeLabels {
  public:
     /// To be told each record of the part in turn; none for one that is no change.

@@ -5,13 +5,13 @@
 
 #include <fmt/format.h>
 
-#include "graphikdatei/codepage.h"
 #include "graphikdatei/keywords.h"
 #include "graphikdatei/label_matching.h"
 #include "graphikdatei/line_reader.h"
-#include "graphikdatei/numbers.h"
 #include "graphikdatei/written_records.h"
-#include "platform/os/files.h"
+#include "os/files.h"
+#include "text/codepage.h"
+#include "text/numbers.h"
 
 namespace veldra {
 
@@ -29,10 +29,9 @@ std::string part_text(const HandWork& hand_work, const PartWork& part) {
 
 std::string label_text(const MovedLabel& label) {
     const std::string point =
-        label.number.empty()
-            ? fmt::format("an {} {}", zahl_text(label.place.rechts, "0.000", ""),
-                          zahl_text(label.place.hoch, "0.000", ""))
-            : fmt::format("\"{}\"", to_utf8(label.number));
+        label.number.empty() ? fmt::format("an {} {}", zahl_text(label.place.rechts, "0.000", ""),
+                                           zahl_text(label.place.hoch, "0.000", ""))
+                             : fmt::format("\"{}\"", to_utf8(label.number));
     if (label.kind == ChangeRecord::none) {
         return "Beschriftung des Punktes " + point;
     }

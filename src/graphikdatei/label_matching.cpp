@@ -4,8 +4,8 @@
 #include <cmath>
 #include <limits>
 
-#include "graphikdatei/codepage.h"
 #include "graphikdatei/keywords.h"
+#include "text/codepage.h"
 
 namespace veldra {
 
@@ -107,9 +107,8 @@ class PartMatching {
         std::for_each(first, last, [&](const auto& entry) {
             enter(travellers_[entry.second].by_number, candidate);
         });
-        by_place_.near(candidate.place, [&](std::size_t index) {
-            enter(travellers_[index].by_place, candidate);
-        });
+        by_place_.near(candidate.place,
+                       [&](std::size_t index) { enter(travellers_[index].by_place, candidate); });
     }
 
     /// All signatures are known: labels of points find theirs, those of changes their point.
@@ -144,8 +143,9 @@ class PartMatching {
         by_target_.near(change->place, [&](std::size_t index) {
             const MovedLabel& label = *travellers_[index].label;
             const bool same_kind = is_height(change->kind) == is_height(label.kind);
-            const bool same_epoch = label.epoch_text.empty() ? change->epoch == label.epoch
-                                                             : change->epoch_text == label.epoch_text;
+            const bool same_epoch = label.epoch_text.empty()
+                                        ? change->epoch == label.epoch
+                                        : change->epoch_text == label.epoch_text;
             if (same_kind && same_epoch) {
                 kinds_[line] = change->kind;
                 travellers_[index].epochs.push_back({line, change->place, change->epoch});
@@ -223,8 +223,7 @@ class PartMatching {
                 continue;
             }
             const bool same_number = candidate.epoch == traveller.label->epoch;
-            if (chosen == nullptr ||
-                (same_number && chosen->epoch != traveller.label->epoch)) {
+            if (chosen == nullptr || (same_number && chosen->epoch != traveller.label->epoch)) {
                 chosen = &candidate;
             }
         }

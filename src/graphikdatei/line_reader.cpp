@@ -2,8 +2,8 @@
 
 #include <cstring>
 
-#include "graphikdatei/tokens.h"
-#include "shell/long_work.h"
+#include "model/long_work.h"
+#include "text/tokens.h"
 
 namespace veldra {
 
@@ -43,9 +43,9 @@ bool LineReader::cut_line(std::string_view& line) {
     while (!ended && fill()) {
         const void* const found = std::memchr(buffer_.data() + kept, '\n', end_ - kept);
         ended = found != nullptr;
-        begin_ = ended ? static_cast<std::size_t>(static_cast<const char*>(found) -
-                                                  buffer_.data()) + 1
-                       : kept;
+        begin_ =
+            ended ? static_cast<std::size_t>(static_cast<const char*>(found) - buffer_.data()) + 1
+                  : kept;
         end_ = ended ? end_ : kept;
     }
     scanned_ = begin_;

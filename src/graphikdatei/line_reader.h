@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/os/files.h"
+#include "os/files.h"
 
 namespace veldra {
 

@@ -2,9 +2,9 @@
 
 #include <cmath>
 
-#include "graphikdatei/codepage.h"
 #include "graphikdatei/keywords.h"
 #include "graphikdatei/record_fields.h"
+#include "text/codepage.h"
 
 namespace veldra {
 

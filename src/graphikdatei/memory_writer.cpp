@@ -8,11 +8,11 @@
 #include <utility>
 
 #include "graphikdatei/change_records.h"
-#include "graphikdatei/codepage.h"
-#include "graphikdatei/numbers.h"
+#include "graphikdatei/working_copies.h"
 #include "graphikdatei/written_records.h"
-#include "platform/os/files.h"
-#include "shell/working_copies.h"
+#include "os/files.h"
+#include "text/codepage.h"
+#include "text/numbers.h"
 
 namespace veldra {
 
@@ -104,8 +104,7 @@ class MemoryWriter {
  public:
     MemoryWriter(const Session& session, const std::string& target)
         : session_(session),
-          out_(target,
-               is_own_copy(session, target) ? NamedBy::program : NamedBy::program_as_new,
+          out_(target, is_own_copy(session, target) ? NamedBy::program : NamedBy::program_as_new,
                session.graphikdatei),
           points_(session.pu) {}
 
@@ -207,7 +206,8 @@ class MemoryWriter {
             line.quoted(row.pu_bez);
         }
         if (row.pu_bez_rechts != 0) {
-            line.word(epoch_offset_text(row.pu_bez_rechts)).word(epoch_offset_text(row.pu_bez_hoch));
+            line.word(epoch_offset_text(row.pu_bez_rechts))
+                .word(epoch_offset_text(row.pu_bez_hoch));
         }
         return line;
     }
@@ -266,7 +266,9 @@ class MemoryWriter {
         const PointRow& row = session_.pu[i];
         if (row.pu_epoche > 0) {
             const PointRow& before = session_.pu[i - 1];
-            FieldLine line("N\xE4" "chsteEpoche");
+            FieldLine line(
+                "N\xE4"
+                "chsteEpoche");
             line.number(row.pu_wert_rechts - before.pu_wert_rechts)
                 .number(row.pu_wert_hoch - before.pu_wert_hoch);
             record(label(line, row));
@@ -283,7 +285,9 @@ class MemoryWriter {
     void height_change(std::int32_t i) {
         const PointRow& row = session_.pu[i];
         if (row.pu_epoche > 0) {
-            FieldLine line("N\xE4" "chsteEpoche");
+            FieldLine line(
+                "N\xE4"
+                "chsteEpoche");
             line.number(row.pu_wert_dh - session_.pu[i - 1].pu_wert_dh);
             record(label(line, row));
             return;

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "shell/session.h"
+#include "model/session.h"
 
 namespace veldra {
 
@@ -10,7 +10,8 @@ namespace veldra {
 /// the state could be merged into: the file-wide records, all parts with their plot settings, and
 /// of the current part titles, selection, points, and the observations and values of its selection.
 /// Of an observation's statistics the ones shown are there; a line's ends are those of the points
-/// within a centimetre. The file counts as a working copy of the session. Throws FatalError when the file cannot be written; an old one stands then.
+/// within a centimetre. The file counts as a working copy of the session. Throws FatalError when
+/// the file cannot be written; an old one stands then.
 void write_from_memory(Session& session, const std::string& target);
 
 }  // namespace veldra

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "graphikdatei/keywords.h"
-#include "graphikdatei/tokens.h"
-#include "shell/session.h"
+#include "model/session.h"
+#include "text/tokens.h"
 
 namespace veldra {
 

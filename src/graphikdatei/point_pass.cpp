@@ -3,11 +3,11 @@
 #include <cmath>
 #include <unordered_map>
 
-#include "graphikdatei/codepage.h"
 #include "graphikdatei/delay_line.h"
-#include "graphikdatei/numbers.h"
 #include "graphikdatei/part_filter.h"
 #include "graphikdatei/record_fields.h"
+#include "text/codepage.h"
+#include "text/numbers.h"
 
 namespace veldra {
 
@@ -182,8 +182,7 @@ void read_selection(ObjectSelection& obj, Record& record) {
 void read_title(Session& session, const Record& record) {
     const int line = title_line(record);
     if (line > 0 && record.has_rest()) {
-        session.titel[static_cast<std::size_t>(line)].setTitelText(
-            trim(one_line(record.rest())));
+        session.titel[static_cast<std::size_t>(line)].setTitelText(trim(one_line(record.rest())));
     }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/session.h"
+#include "model/session.h"
 
 namespace veldra {
 

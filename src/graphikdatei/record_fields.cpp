@@ -1,8 +1,8 @@
 #include "graphikdatei/record_fields.h"
 
-#include "graphikdatei/codepage.h"
 #include "graphikdatei/keywords.h"
-#include "graphikdatei/numbers.h"
+#include "text/codepage.h"
+#include "text/numbers.h"
 
 namespace veldra {
 

@@ -8,9 +8,9 @@
 #include <string_view>
 
 #include "graphikdatei/line_reader.h"
-#include "graphikdatei/tokens.h"
-#include "shell/fatal_error.h"
-#include "shell/tables.h"
+#include "model/tables.h"
+#include "text/fatal_error.h"
+#include "text/tokens.h"
 
 namespace veldra {
 

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <map>
 
+#include "graphikdatei/working_copies.h"
 #include "graphikdatei/writer.h"
 #include "graphikdatei/written_records.h"
-#include "platform/os/files.h"
-#include "shell/long_work.h"
-#include "shell/working_copies.h"
+#include "model/long_work.h"
+#include "os/files.h"
 
 namespace veldra {
 
@@ -83,9 +83,8 @@ void take_plot_settings(const Session& session, HandWork& hand_work) {
 }  // namespace
 
 HandWork current_hand_work(const Session& session, const HandWork& as_read, LongWork* work) {
-    HandWork hand_work = session.arbeitsdatei_suffix.empty()
-                             ? as_read
-                             : read_hand_work(working_path(session), work);
+    HandWork hand_work =
+        session.arbeitsdatei_suffix.empty() ? as_read : read_hand_work(working_path(session), work);
     hand_work.has_parts = session.netz.count() > 0;
     hand_work.title = session.titel[0].getTitelText();
     forget_title_of_path(hand_work, {session.graphikdatei});

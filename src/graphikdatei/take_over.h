@@ -4,14 +4,14 @@
 #include <string>
 
 #include "graphikdatei/hand_work_transfer.h"
-#include "shell/session.h"
+#include "model/session.h"
 
 namespace veldra {
 
 /// The hand's work on the open file as the session stands: that of the part in view and of what
 /// belongs to the whole file from memory, that of the other parts from the latest working copy, or
-/// from `as_read` (the file when it was read) while there is none. `work` follows. Throws FatalError
-/// when the working copy cannot be read.
+/// from `as_read` (the file when it was read) while there is none. `work` follows. Throws
+/// FatalError when the working copy cannot be read.
 [[nodiscard]] HandWork current_hand_work(const Session& session, const HandWork& as_read,
                                          LongWork* work);
 

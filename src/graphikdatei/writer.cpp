@@ -7,12 +7,12 @@
 #include "graphikdatei/keywords.h"
 #include "graphikdatei/line_reader.h"
 #include "graphikdatei/part_filter.h"
-#include "graphikdatei/tokens.h"
+#include "graphikdatei/working_copies.h"
 #include "graphikdatei/written_records.h"
-#include "platform/os/files.h"
-#include "shell/fatal_error.h"
-#include "shell/long_work.h"
-#include "shell/working_copies.h"
+#include "model/long_work.h"
+#include "os/files.h"
+#include "text/fatal_error.h"
+#include "text/tokens.h"
 
 namespace veldra {
 
@@ -143,8 +143,8 @@ class PartMerger {
     /// no block, and nothing to state.
     [[nodiscard]] bool complete() const {
         const bool parted = session_.netz_aktuell == 0 && parts_found_;
-        const bool empty = session_.pu.count() == 0 && session_.lin.count() == 0 &&
-                           session_.nuoff.count() == 0;
+        const bool empty =
+            session_.pu.count() == 0 && session_.lin.count() == 0 && session_.nuoff.count() == 0;
         return empty || (block_written_ && !parted);
     }
 

@@ -1,9 +1,9 @@
 #include "graphikdatei/written_records.h"
 
-#include "graphikdatei/codepage.h"
-#include "graphikdatei/numbers.h"
-#include "graphikdatei/tokens.h"
-#include "shell/fatal_error.h"
+#include "text/codepage.h"
+#include "text/fatal_error.h"
+#include "text/numbers.h"
+#include "text/tokens.h"
 
 namespace veldra {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/os/files.h"
-#include "shell/session.h"
+#include "model/session.h"
+#include "os/files.h"
 
 namespace veldra {
 

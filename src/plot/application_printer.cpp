@@ -2,9 +2,9 @@
 
 #include <cmath>
 
+#include "model/paper_text.h"
 #include "plot/printer.h"
 #include "plot/trapped_call.h"
-#include "view/paper_text.h"
 
 namespace veldra {
 

@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string>
 
+#include "model/session.h"
 #include "plot/printer.h"
-#include "shell/session.h"
-#include "shell/user_interface.h"
+#include "text/user_interface.h"
 
 namespace veldra {
 

@@ -1,8 +1,8 @@
 #include "plot/paper_frame.h"
 
 #include "drawing/fonts.h"
-#include "drawing/length_units.h"
 #include "plot/printer.h"
+#include "text/length_units.h"
 
 namespace veldra {
 

@@ -3,8 +3,8 @@
 #include <cstdint>
 
 #include "drawing/layer_frame.h"
-#include "drawing/text_measurer.h"
-#include "shell/session.h"
+#include "model/session.h"
+#include "model/text_measurer.h"
 
 namespace veldra {
 

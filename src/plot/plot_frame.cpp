@@ -5,11 +5,11 @@
 #include "drawing/fonts.h"
 #include "drawing/pen.h"
 #include "drawing/title.h"
-#include "graphikdatei/numbers.h"
 #include "plot/application_printer.h"
 #include "plot/fitted_font.h"
 #include "plot/sheet_division.h"
 #include "plot/sheet_number.h"
+#include "text/numbers.h"
 
 namespace veldra {
 

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "model/paper_text.h"
+#include "model/session.h"
 #include "plot/printer.h"
-#include "shell/session.h"
-#include "shell/user_interface.h"
-#include "view/paper_text.h"
+#include "text/user_interface.h"
 
 namespace veldra {
 

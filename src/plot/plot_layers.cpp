@@ -5,13 +5,13 @@
 #include <span>
 #include <string_view>
 
+#include "drawing/boundaries.h"
+#include "drawing/district_labels.h"
+#include "drawing/districts.h"
 #include "drawing/geometry.h"
 #include "drawing/layer_surface.h"
 #include "plot/paper_frame.h"
 #include "plot/sheet_outlines.h"
-#include "reference/boundaries.h"
-#include "reference/district_labels.h"
-#include "reference/districts.h"
 
 namespace veldra {
 

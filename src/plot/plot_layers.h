@@ -3,8 +3,8 @@
 #include <optional>
 
 #include "drawing/layer_frame.h"
+#include "model/session.h"
 #include "plot/printer.h"
-#include "shell/session.h"
 
 namespace veldra {
 

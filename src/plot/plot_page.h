@@ -1,10 +1,10 @@
 #pragma once
 
+#include "model/session.h"
 #include "plot/paper_frame.h"
 #include "plot/plot_frame.h"
 #include "plot/printer.h"
-#include "shell/session.h"
-#include "shell/user_interface.h"
+#include "text/user_interface.h"
 
 namespace veldra {
 

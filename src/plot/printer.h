@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "drawing/target.h"
-#include "drawing/text_measurer.h"
+#include "model/target.h"
+#include "model/text_measurer.h"
 
 namespace veldra {
 

@@ -1,7 +1,7 @@
 #include "plot/printer_adapters.h"
 
-#include "drawing/length_units.h"
 #include "plot/application_printer.h"
+#include "text/length_units.h"
 #include "view/extents.h"
 
 namespace veldra {

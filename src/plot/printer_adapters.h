@@ -2,11 +2,11 @@
 
 #include <optional>
 
+#include "model/desk.h"
+#include "model/paper_text.h"
+#include "model/session.h"
 #include "plot/printer.h"
 #include "plot/sheet_division.h"
-#include "shell/desk.h"
-#include "shell/session.h"
-#include "view/paper_text.h"
 
 namespace veldra {
 

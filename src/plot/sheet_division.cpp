@@ -8,9 +8,9 @@
 
 #include "plot/application_printer.h"
 #include "plot/printer.h"
-#include "shell/fatal_error.h"
+#include "text/fatal_error.h"
+#include "text/text_forms.h"
 #include "view/extents.h"
-#include "view/text_forms.h"
 
 namespace veldra {
 

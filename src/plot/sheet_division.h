@@ -2,9 +2,9 @@
 
 #include <cstdint>
 
-#include "drawing/text_measurer.h"
-#include "shell/session.h"
-#include "view/paper_text.h"
+#include "model/paper_text.h"
+#include "model/session.h"
+#include "model/text_measurer.h"
 
 namespace veldra {
 

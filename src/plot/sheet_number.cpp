@@ -2,10 +2,10 @@
 
 #include <cmath>
 
-#include "graphikdatei/numbers.h"
+#include "drawing/district_grid.h"
 #include "reference/coordinate_chain.h"
-#include "reference/district_grid.h"
 #include "reference/reference_system.h"
+#include "text/numbers.h"
 
 namespace veldra {
 

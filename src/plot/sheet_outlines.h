@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "drawing/geometry.h"
-#include "drawing/target.h"
-#include "shell/session.h"
+#include "model/session.h"
+#include "model/target.h"
 
 namespace veldra {
 

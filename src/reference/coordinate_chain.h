@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <optional>
 
+#include "model/settings.h"
 #include "reference/datum_shift.h"
 #include "reference/koordtrans.h"
-#include "settings/settings.h"
 
 namespace veldra {
 

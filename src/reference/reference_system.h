@@ -3,9 +3,9 @@
 #include <array>
 #include <cstdint>
 
+#include "model/session.h"
 #include "reference/coordinate_chain.h"
 #include "reference/datum_shift.h"
-#include "shell/session.h"
 
 namespace veldra {
 

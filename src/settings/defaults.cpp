@@ -3,7 +3,7 @@
 #include <array>
 #include <cstddef>
 
-#include "shell/session.h"
+#include "model/session.h"
 
 namespace veldra {
 

@@ -2,9 +2,9 @@
 
 #include <string_view>
 
-#include "graphikdatei/codepage.h"
-#include "platform/os/files.h"
+#include "os/files.h"
 #include "settings/profile_file.h"
+#include "text/codepage.h"
 
 namespace veldra {
 

@@ -6,10 +6,10 @@
 #include <utility>
 #include <vector>
 
+#include "model/session.h"
 #include "settings/defaults.h"
 #include "settings/profile_file.h"
 #include "settings/profile_values.h"
-#include "shell/session.h"
 
 namespace veldra {
 

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "graphikdatei/codepage.h"
-#include "platform/os/files.h"
-#include "shell/fatal_error.h"
+#include "os/files.h"
+#include "text/codepage.h"
+#include "text/fatal_error.h"
 
 namespace veldra {
 
@@ -178,7 +178,8 @@ void ProfileFile::set(std::string_view section, std::string_view key, std::strin
 }
 
 FatalError unread_profile(const std::string& path) {
-    return FatalError(path + ": Das Profil konnte nicht gelesen werden und bleibt deshalb, wie es ist.");
+    return FatalError(path +
+                      ": Das Profil konnte nicht gelesen werden und bleibt deshalb, wie es ist.");
 }
 
 bool profile_gives_back(std::string_view value) {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "shell/fatal_error.h"
+#include "text/fatal_error.h"
 
 namespace veldra {
 

@@ -8,9 +8,9 @@
 #include <optional>
 #include <utility>
 
-#include "graphikdatei/codepage.h"
-#include "graphikdatei/numbers.h"
-#include "graphikdatei/tokens.h"
+#include "text/codepage.h"
+#include "text/numbers.h"
+#include "text/tokens.h"
 
 namespace veldra {
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "settings/settings.h"
-#include "shell/fatal_error.h"
+#include "model/settings.h"
+#include "text/fatal_error.h"
 
 namespace veldra {
 

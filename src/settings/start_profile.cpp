@@ -3,9 +3,9 @@
 #include <cstddef>
 #include <string_view>
 
-#include "graphikdatei/codepage.h"
+#include "model/session.h"
 #include "settings/profile_file.h"
-#include "shell/session.h"
+#include "text/codepage.h"
 
 namespace veldra {
 

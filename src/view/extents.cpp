@@ -6,12 +6,12 @@
 #include <numbers>
 #include <vector>
 
-#include "drawing/ellipse_curve.h"
 #include "drawing/fonts.h"
 #include "drawing/value_scale.h"
-#include "graphikdatei/codepage.h"
-#include "shell/fatal_error.h"
-#include "view/text_forms.h"
+#include "model/ellipse_curve.h"
+#include "text/codepage.h"
+#include "text/fatal_error.h"
+#include "text/text_forms.h"
 
 namespace veldra {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "drawing/text_measurer.h"
-#include "shell/session.h"
-#include "view/paper_text.h"
+#include "model/paper_text.h"
+#include "model/session.h"
+#include "model/text_measurer.h"
 
 namespace veldra {
 

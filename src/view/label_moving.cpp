@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <string>
 
-#include "reference/districts.h"
+#include "drawing/districts.h"
+#include "model/undo.h"
 #include "view/pointing.h"
-#include "view/undo.h"
 
 namespace veldra {
 
@@ -52,10 +52,9 @@ void drop_point_label(Session& session, std::int32_t i, const MouseWay& moved) {
     const double a_r = picture_x(session, anchor.rechts);
     const double a_h = picture_y(session, anchor.hoch);
     const auto height = static_cast<double>(label.height);
-    move_point_label(
-        session, i,
-        {(moved.east + static_cast<double>(label.left) - a_r) / height * 100,
-         (static_cast<double>(label.top) - a_h - moved.south) / height * 100});
+    move_point_label(session, i,
+                     {(moved.east + static_cast<double>(label.left) - a_r) / height * 100,
+                      (static_cast<double>(label.top) - a_h - moved.south) / height * 100});
     label.left = static_cast<float>(height * row.pu_bez_rechts / 100 + a_r);
     label.top = static_cast<float>(height * row.pu_bez_hoch / 100 + a_h);
     session.view_index.label_moved(i);

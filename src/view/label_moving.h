@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-#include "drawing/label.h"
-#include "shell/session.h"
+#include "model/label.h"
+#include "model/session.h"
 
 namespace veldra {
 

@@ -4,10 +4,10 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "drawing/districts.h"
 #include "drawing/value_scale.h"
-#include "graphikdatei/codepage.h"
-#include "graphikdatei/numbers.h"
-#include "reference/districts.h"
+#include "text/codepage.h"
+#include "text/numbers.h"
 
 namespace veldra {
 

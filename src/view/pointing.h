@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "shell/session.h"
+#include "model/session.h"
 #include "view/viewport.h"
 
 namespace veldra {

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "reference/districts.h"
+#include "drawing/districts.h"
 #include "view/extents.h"
 #include "view/viewport.h"
 

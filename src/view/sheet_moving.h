@@ -1,7 +1,7 @@
 #pragma once
 
-#include "shell/session.h"
-#include "view/paper_text.h"
+#include "model/paper_text.h"
+#include "model/session.h"
 
 namespace veldra {
 

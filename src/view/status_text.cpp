@@ -2,9 +2,9 @@
 
 #include <cmath>
 
-#include "drawing/length_units.h"
-#include "graphikdatei/numbers.h"
-#include "view/text_forms.h"
+#include "text/length_units.h"
+#include "text/numbers.h"
+#include "text/text_forms.h"
 
 namespace veldra {
 

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-#include "shell/session.h"
-#include "view/undo.h"
+#include "model/session.h"
+#include "model/undo.h"
 
 namespace veldra {
 

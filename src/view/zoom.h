@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "shell/session.h"
+#include "model/session.h"
 #include "view/viewport.h"
 
 namespace veldra {

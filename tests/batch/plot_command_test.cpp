@@ -9,9 +9,9 @@
 #include <qpdf/QPDFPageDocumentHelper.hh>
 #include <sys/stat.h>
 
-#include "graphikdatei/codepage.h"
-#include "platform_pdf/pdf_reader.h"
+#include "pdf/pdf_reader.h"
 #include "program_run.h"
+#include "text/codepage.h"
 
 namespace veldra {
 namespace {

@@ -4,8 +4,8 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
-#include "graphikdatei/codepage.h"
 #include "program_run.h"
+#include "text/codepage.h"
 
 namespace veldra {
 namespace {

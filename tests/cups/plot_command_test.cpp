@@ -7,8 +7,8 @@
 
 #include "page_content.h"
 #include "queue_fixture.h"
-#include "shell/fatal_error.h"
 #include "temp_file.h"
+#include "text/fatal_error.h"
 
 namespace veldra {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/qt/qt_print_dialog.h"
+#include "windows/qt/qt_print_dialog.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,4 +1,4 @@
-#include "platform/qt/qt_printers.h"
+#include "windows/qt/qt_printers.h"
 
 #include <chrono>
 #include <cmath>

@@ -7,10 +7,10 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/qt/qt_text_measurer.h"
-#include "platform/qt_application.h"
 #include "private_print_service.h"
 #include "scripted_printer.h"
+#include "windows/qt/qt_application.h"
+#include "windows/qt/qt_text_measurer.h"
 
 namespace veldra::test {
 

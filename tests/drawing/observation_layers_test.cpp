@@ -2,7 +2,7 @@
 
 #include "drawing/layer_surface.h"
 #include "layer_fixture.h"
-#include "shell/fatal_error.h"
+#include "text/fatal_error.h"
 
 namespace veldra {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "graphikdatei/codepage.h"
 #include "network_builder.h"
+#include "text/codepage.h"
 
 namespace veldra {
 namespace {

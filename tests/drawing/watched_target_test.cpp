@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "drawing/layer_fixture.h"
 #include "drawing/pipeline.h"
+#include "layer_fixture.h"
 #include "recording_interface.h"
 
 namespace veldra::test {

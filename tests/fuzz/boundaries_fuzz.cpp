@@ -6,10 +6,10 @@
 #include <utility>
 #include <vector>
 
+#include "drawing/boundary_lines.h"
+#include "drawing/boundary_reduction.h"
 #include "fuzz_support.h"
 #include "graphikdatei/line_reader.h"
-#include "reference/boundary_lines.h"
-#include "reference/boundary_reduction.h"
 #include "reference/koordtrans.h"
 
 namespace {

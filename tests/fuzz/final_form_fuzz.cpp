@@ -4,9 +4,9 @@
 #include "graphikdatei/header_pass.h"
 #include "graphikdatei/keywords.h"
 #include "graphikdatei/line_reader.h"
-#include "graphikdatei/numbers.h"
-#include "graphikdatei/tokens.h"
 #include "graphikdatei/writer.h"
+#include "text/numbers.h"
+#include "text/tokens.h"
 
 namespace {
 

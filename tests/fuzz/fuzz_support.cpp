@@ -14,9 +14,9 @@
 
 #include "graphikdatei/keywords.h"
 #include "graphikdatei/line_reader.h"
-#include "graphikdatei/tokens.h"
-#include "platform/os/files.h"
-#include "shell/fatal_error.h"
+#include "os/files.h"
+#include "text/fatal_error.h"
+#include "text/tokens.h"
 
 namespace veldra::fuzz {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "shell/session.h"
+#include "model/session.h"
 
 namespace veldra::fuzz {
 

@@ -5,9 +5,9 @@
 #include <limits>
 
 #include "fuzz_support.h"
-#include "graphikdatei/codepage.h"
-#include "graphikdatei/numbers.h"
-#include "graphikdatei/tokens.h"
+#include "text/codepage.h"
+#include "text/numbers.h"
+#include "text/tokens.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "session_fixture.h"
-#include "shell/fatal_error.h"
+#include "text/fatal_error.h"
 
 namespace veldra {
 namespace {

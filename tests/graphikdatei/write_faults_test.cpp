@@ -19,11 +19,11 @@
 #include <unistd.h>
 
 #include "child_process.h"
+#include "graphikdatei/working_copies.h"
 #include "graphikdatei/writer.h"
-#include "platform/os/files.h"
+#include "os/files.h"
 #include "session_fixture.h"
-#include "shell/fatal_error.h"
-#include "shell/working_copies.h"
+#include "text/fatal_error.h"
 
 namespace veldra {
 namespace {

@@ -2,9 +2,9 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/os/files.h"
+#include "os/files.h"
 #include "session_fixture.h"
-#include "shell/fatal_error.h"
+#include "text/fatal_error.h"
 
 namespace veldra {
 namespace {

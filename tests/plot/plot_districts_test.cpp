@@ -4,13 +4,13 @@
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 
+#include "drawing/district_labels.h"
+#include "drawing/districts.h"
 #include "fake_measurer.h"
 #include "network_builder.h"
 #include "plot/paper_frame.h"
 #include "plot/plot_layers.h"
 #include "recorded_page.h"
-#include "reference/district_labels.h"
-#include "reference/districts.h"
 
 namespace veldra {
 namespace {

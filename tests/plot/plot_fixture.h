@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include "commands/lifecycle.h"
 #include "fake_measurer.h"
 #include "network_builder.h"
 #include "plot/plot_page.h"
 #include "recording_interface.h"
 #include "scripted_printer.h"
-#include "shell/lifecycle.h"
 
 namespace veldra::test {
 

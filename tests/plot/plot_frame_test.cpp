@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 
 #include "drawing/title.h"
-#include "graphikdatei/codepage.h"
 #include "plot_fixture.h"
+#include "text/codepage.h"
 
 namespace veldra {
 namespace {

@@ -9,7 +9,7 @@
 
 #include "fake_measurer.h"
 #include "network_builder.h"
-#include "shell/fatal_error.h"
+#include "text/fatal_error.h"
 #include "view/extents.h"
 
 namespace veldra {

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "shell/session.h"
+#include "model/session.h"
 
 namespace veldra {
 namespace {

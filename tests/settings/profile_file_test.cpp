@@ -5,8 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include "shell/fatal_error.h"
 #include "temp_file.h"
+#include "text/fatal_error.h"
 
 namespace veldra {
 namespace {

@@ -10,12 +10,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "settings/default_profile.h"
+#include "default_profile.h"
+#include "model/session.h"
 #include "settings/defaults.h"
 #include "settings/profile_file.h"
-#include "shell/fatal_error.h"
-#include "shell/session.h"
 #include "temp_file.h"
+#include "text/fatal_error.h"
 
 namespace veldra {
 namespace {

@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include "shell/fatal_error.h"
-#include "shell/session.h"
+#include "model/session.h"
 #include "temp_file.h"
+#include "text/fatal_error.h"
 
 namespace veldra {
 namespace {

@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "graphikdatei/writer.h"
+#include "model/undo.h"
 #include "network_builder.h"
 #include "session_fixture.h"
-#include "view/undo.h"
 
 namespace veldra {
 namespace {

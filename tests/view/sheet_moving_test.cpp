@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "fake_measurer.h"
+#include "model/undo.h"
 #include "network_builder.h"
 #include "plot/sheet_outlines.h"
-#include "view/undo.h"
 #include "view/viewport.h"
 
 namespace veldra {

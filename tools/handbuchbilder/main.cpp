@@ -19,12 +19,12 @@
 #include <optional>
 #include <stdexcept>
 
+#include "pdf/pdf_printer.h"
 #include "picture_file.h"
-#include "platform/pdf/pdf_printer.h"
-#include "platform/qt/qt_user_interface.h"
-#include "platform/qt/sample_picture.h"
-#include "shell/frmTorvel.h"
-#include "view/frmStrichst.h"
+#include "windows/forms/frmStrichst.h"
+#include "windows/frmTorvel.h"
+#include "windows/qt/qt_user_interface.h"
+#include "windows/qt/sample_picture.h"
 
 using namespace veldra;
 

@@ -1,0 +1,357 @@
+#include "commands/plot_job.h"
+
+#include <exception>
+#include <functional>
+
+#include "commands/write_back.h"
+#include "drawing/fonts.h"
+#include "graphikdatei/observation_pass.h"
+#include "graphikdatei/point_pass.h"
+#include "graphikdatei/value_pass.h"
+#include "graphikdatei/writer.h"
+#include "model/hourglass.h"
+#include "plot/application_printer.h"
+#include "plot/fitted_font.h"
+#include "plot/plot_page.h"
+#include "plot/printer.h"
+#include "plot/printer_adapters.h"
+#include "plot/trapped_call.h"
+#include "reference/reference_system.h"
+#include "text/fatal_error.h"
+#include "view/viewport.h"
+
+namespace veldra {
+
+namespace {
+
+constexpr float twips_per_millimetre = 1440.0F / 25.4F;
+
+/// Runs calls on the printer. One that fails is reported and sets `abbruch`.
+template <typename Calls>
+void trap_printer(UserInterface& ui, std::int16_t& abbruch, Calls&& calls) {
+    try {
+        calls();
+    } catch (const PrinterError& error) {
+        report_printer_failure(ui, error);
+        abbruch = 1;
+    }
+}
+
+std::int16_t fitted_points(const Session& session, Printer& printer, const FontSpec& font,
+                           float size) {
+    return static_cast<std::int16_t>(fitted_font(session, printer, font, size).points);
+}
+
+/// Name of the current part, for a reader of the document.
+std::string part_name(const Session& session) {
+    return session.netz.count() > 0 ? session.netz[session.netz_aktuell].netz_name : std::string();
+}
+
+void plot_sheets(Session& session, Printer& printer, UserInterface& ui, const PartOnPaper& part) {
+    SheetPlace place;
+    place.columns = session.plot.plot_blatt_rechts;
+    place.rows = session.plot.plot_blatt_hoch;
+    for (int column = 1; column <= place.columns; ++column) {
+        for (int row = 1; row <= place.rows; ++row) {
+            place.column = static_cast<std::int16_t>(column);
+            place.row = static_cast<std::int16_t>(row);
+            printer.begin_sheet({part_name(session), sheet_title(place)});
+            PlotPage(session, printer, ui, part, place);
+            printer.NewPage();
+        }
+    }
+}
+
+/// The tables as the file holds them; selection and titles as the part's records tell.
+void read_part(Session& session) {
+    punkt_lesen(session);
+    beob_lesen(session);
+    wert_lesen(session);
+}
+
+void make_current(Session& session, std::int32_t part) {
+    session.netz_aktuell = part;
+    load_plot_settings(session);
+}
+
+void divide_and_resolve(Session& session, const Desk& desk) {
+    ComputeSheetDivision(session, desk);
+    ResolveSystem(session);
+}
+
+/// Calls `visit` for each marked part.
+template <typename Visit>
+void visit_marked(Session& session, Visit&& visit) {
+    for (std::int32_t part = 1; part <= session.netz.count(); ++part) {
+        if (session.netz[part].netz_plotmarke == table_true) {
+            visit(part);
+        }
+    }
+}
+
+/// Parts that have never been plotted get their settings.
+void settle_marked_parts(Session& session, const Desk& desk) {
+    visit_marked(session, [&](std::int32_t part) {
+        make_current(session, part);
+        if (session.netz[part].netz_ausrichtung == -99) {
+            netzteil_lesen(session, desk);
+            store_plot_settings(session);
+        }
+    });
+}
+
+void clear_part_titles(Session& session) {
+    for (std::size_t i = 1; i < session.titel.size(); ++i) {
+        session.titel[i].setTitelText("");
+    }
+}
+
+void plot_marked_part(Session& session, Printer& printer, const Desk& desk, std::int32_t part,
+                      std::int16_t& abbruch) {
+    make_current(session, part);
+    clear_part_titles(session);
+    read_part(session);
+    divide_and_resolve(session, desk);
+    if (session.pu.count() < 1 && session.lin.count() < 1) {
+        session.netz[part].netz_plotmarke = table_false;
+        return;
+    }
+    PlotNetworkPart(session, printer, desk, abbruch);
+}
+
+/// The part in view, with what the user has chosen for it.
+class PartInView {
+ public:
+    explicit PartInView(const Session& session)
+        : part_(session.netz_aktuell),
+          view_(session.view),
+          obj_(session.obj),
+          titel_(session.titel) {}
+
+    /// Its place in the tables of parts, its selection and its titles.
+    void choose(Session& session) const {
+        make_current(session, part_);
+        session.obj = obj_;
+        session.titel = titel_;
+    }
+
+    void restore(Session& session, const Desk& desk) const {
+        const Hourglass hourglass(session, desk.ui);
+        choose(session);
+        read_part(session);
+        divide_and_resolve(session, desk);
+        FitView(session, view_.ansicht_rw_min, view_.ansicht_hw_min, view_.ansicht_rw_max,
+                view_.ansicht_hw_max, 0);
+    }
+
+ private:
+    std::int32_t part_;
+    Viewport view_;
+    ObjectSelection obj_;
+    std::array<Titelzeile, 4> titel_;
+};
+
+/// Drops the document unless it was ended.
+class Document {
+ public:
+    explicit Document(Printer& printer) : printer_(printer) {}
+    ~Document() {
+        if (open_) {
+            printer_.abort_job();
+        }
+    }
+    Document(const Document&) = delete;
+    Document& operator=(const Document&) = delete;
+
+    bool begin(const Session& session) {
+        open_ = printer_.begin_job({session.titel[0].getTitelText()});
+        return open_;
+    }
+    void end() {
+        printer_.end_job();
+        open_ = false;
+    }
+
+ private:
+    Printer& printer_;
+    bool open_ = false;
+};
+
+/// Another device takes the place of the application printer as long as this lives.
+class StandIn {
+ public:
+    explicit StandIn(Session& session)
+        : session_(session),
+          printer_(session.printer),
+          plot_(session.plot),
+          sheet_(session.sheet),
+          entry_(session.window[MenuItem::m_optionen_drucker]) {
+        constexpr std::int16_t colours = 2;
+        session.printer.drucker_ok = table_true;
+        session.printer.drucker_farbe = colours;
+    }
+    ~StandIn() {
+        session_.printer = printer_;
+        session_.plot = plot_;
+        session_.sheet = sheet_;
+        session_.window[MenuItem::m_optionen_drucker] = entry_;
+    }
+    StandIn(const StandIn&) = delete;
+    StandIn& operator=(const StandIn&) = delete;
+
+ private:
+    Session& session_;
+    PrinterState printer_;
+    PlotSettings plot_;
+    SheetGeometry sheet_;
+    MenuItemState entry_;
+};
+
+/// What both commands do around the plotting itself.
+bool run_job(Session& session, const Desk& desk,
+             const std::function<void(Printer&, std::int16_t&)>& plot) {
+    if (desk.printer == nullptr) {
+        report_printer_failure(desk.ui, PrinterError(""));
+        return false;
+    }
+    Printer& printer = *desk.printer;
+    std::int16_t abbruch = 0;
+    bool begun = false;
+    ResetPrinter(session, printer);
+    {
+        Document document(printer);
+        trap_printer(desk.ui, abbruch, [&] {
+            if (desk.print_dialog != nullptr) {
+                PreparePrintToFile(session, printer, desk.ui, *desk.print_dialog);
+            }
+            begun = document.begin(session);
+        });
+        if (begun) {
+            plot(printer, abbruch);
+        }
+        if (begun && abbruch == 0) {
+            trap_printer(desk.ui, abbruch, [&] { document.end(); });
+        }
+    }
+    ResetPrinter(session, printer);
+    if (begun) {
+        desk.redraw();
+        clear_undo(session.window);
+    }
+    return begun && abbruch == 0;
+}
+
+}  // namespace
+
+PartOnPaper prepare_part(Session& session, Printer& printer, const Desk& desk) {
+    ComputePaperArea(session, desk);
+    printer.set_Orientation(printer.Orientation());
+    const Settings& settings = session.settings;
+    PartOnPaper part;
+    part.fonts.point_labels =
+        fitted_points(session, printer, point_label_font(settings), settings.pubsizplo);
+    part.fonts.district_labels =
+        fitted_points(session, printer, district_label_font(settings), settings.nubsizplo);
+    PaperTextOnDesk text(session, desk.measurer, desk.printer);
+    part.legend = ComputeLegendSize(session, text);
+    count_plot_sheets(session);
+    return part;
+}
+
+void PlotNetworkPart(Session& session, Printer& printer, const Desk& desk, std::int16_t& abbruch) {
+    const Hourglass hourglass(session, desk.ui);
+    trap_printer(desk.ui, abbruch, [&] {
+        const PartOnPaper part = prepare_part(session, printer, desk);
+        plot_sheets(session, printer, desk.ui, part);
+    });
+}
+
+void PlotAllMarked(Session& session, Printer& printer, const Desk& desk, std::int16_t& abbruch) {
+    {
+        const Hourglass hourglass(session, desk.ui);
+        arbeitskopie_schreiben(session);
+    }
+    store_plot_settings(session);
+    const PartInView in_view(session);
+    try {
+        trap_printer(desk.ui, abbruch, [&] {
+            settle_marked_parts(session, desk);
+            for (int copy = 1; copy <= session.printer.exemplare && abbruch == 0; ++copy) {
+                visit_marked(session, [&](std::int32_t part) {
+                    if (abbruch == 0) {
+                        plot_marked_part(session, printer, desk, part, abbruch);
+                    }
+                });
+            }
+        });
+        in_view.restore(session, desk);
+    } catch (const FatalError& error) {
+        // The tables may hold half of another part; all that the user has moved was written.
+        in_view.choose(session);
+        throw abandon_file(session, desk, error.what(), WorkingCopy::written);
+    }
+}
+
+bool plotten_aktuell(Session& session, const Desk& desk) {
+    return run_job(session, desk, [&](Printer& printer, std::int16_t& abbruch) {
+        for (int copy = 1; copy <= session.printer.exemplare && abbruch == 0; ++copy) {
+            PlotNetworkPart(session, printer, desk, abbruch);
+        }
+    });
+}
+
+void plot_on_device(Session& session, Printer& device, const Desk& desk) {
+    Document document(device);
+    if (!document.begin(session)) {
+        return;
+    }
+    std::exception_ptr failure;
+    try {
+        const Hourglass hourglass(session, desk.ui);
+        const StandIn stand_in(session);
+        Desk with_device = desk;
+        with_device.printer = &device;
+        const PartOnPaper part = prepare_part(session, device, with_device);
+        plot_sheets(session, device, desk.ui, part);
+        document.end();
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    desk.redraw();
+    clear_undo(session.window);
+    if (failure) {
+        std::rethrow_exception(failure);
+    }
+}
+
+PlotPaper plot_paper(Session& session, const Desk& desk) {
+    constexpr std::int16_t a4 = 9;
+    constexpr float a4_short = 210 * twips_per_millimetre;
+    constexpr float a4_long = 297 * twips_per_millimetre;
+    const bool lying = session.plot.plot_ausrichtung == querformat;
+    PlotPaper paper{a4, lying ? a4_long : a4_short, lying ? a4_short : a4_long, 0, 0};
+    ComputePaperArea(session, desk);
+    if (session.printer.drucker_ok == table_true && desk.printer != nullptr) {
+        trapped([&] {
+            Printer& printer = *desk.printer;
+            paper = {printer.PaperSize(), printer.Width(), printer.Height(), 0, 0};
+        });
+    }
+    const SheetGeometry& sheet = session.sheet;
+    paper.printable_width = (sheet.papier_breite + sheet.rand_links + sheet.rand_rechts) * 1000;
+    paper.printable_height = (sheet.papier_hoehe + sheet.rand_oben + sheet.rand_unten) * 1000;
+    return paper;
+}
+
+bool plotten_alle(Session& session, const Desk& desk) {
+    if (!desk.ui.message_box(MessageStyle::question_yes_no, "Plotten",
+                             "Sollen wirklich alle gekennzeichneten\nNetzteile geplottet "
+                             "werden?")) {
+        return false;
+    }
+    return run_job(session, desk, [&](Printer& printer, std::int16_t& abbruch) {
+        PlotAllMarked(session, printer, desk, abbruch);
+    });
+}
+
+}  // namespace veldra

@@ -1,0 +1,197 @@
+#include "commands/write_back.h"
+
+#include <string>
+
+#include "commands/file_watch.h"
+#include "graphikdatei/memory_writer.h"
+#include "graphikdatei/working_copies.h"
+#include "graphikdatei/writer.h"
+#include "model/hourglass.h"
+#include "model/long_work.h"
+#include "os/files.h"
+#include "text/fatal_error.h"
+
+namespace veldra {
+
+namespace {
+
+/// Where the user's changes are when the graphic file could not take them.
+struct Rescue {
+    std::string path;     ///< "" if there is no working copy
+    std::string reasons;  ///< why not, UTF-8
+    bool from_memory = false;
+};
+
+std::string file_name(const std::string& path) {
+    return path.substr(path.rfind('/') + 1);
+}
+
+/// The copy takes the plot settings and titles as well, if there is room for them.
+bool complete_copy(Session& session) {
+    try {
+        write_final_form(session, working_path(session));
+    } catch (const FatalError&) {
+        return false;  // what has been written stands
+    }
+    return true;
+}
+
+/// Writes a working copy to a path, of a session that may still read the one before.
+using CopyWriter = void (*)(Session& session, const std::string& target);
+
+void copy_beside(Session& session, CopyWriter write_copy) {
+    const WorkingCopyName next = next_working_copy(session);
+    write_copy(session, next.path());
+    session.arbeitsdatei_basis = next.base;
+    session.arbeitsdatei_suffix = next.suffix;
+}
+
+void copy_into(Session& session, const std::string& folder, CopyWriter write_copy) {
+    create_folder(folder);
+    const std::string base = unused_base(folder, file_name(session.graphikdatei));
+    write_copy(session, base + "_1");
+    session.arbeitsdatei_basis = base;
+    session.arbeitsdatei_suffix = "_1";
+}
+
+/// True when the whole state has found a place. A copy without plot settings and titles is better
+/// than none: the first of them is kept in mind.
+template <typename Attempt>
+bool attempt_copy(Session& session, Rescue& rescue, const Attempt& attempt) {
+    try {
+        attempt();
+    } catch (const FatalError& error) {
+        // Without the file to copy from, each place fails for the same reason.
+        const std::string reason = std::string("\n") + error.what();
+        if (!rescue.reasons.ends_with(reason)) {
+            rescue.reasons += reason;
+        }
+        return false;
+    }
+    const bool complete = complete_copy(session);
+    if (complete || rescue.path.empty()) {
+        rescue.path = working_path(session);
+    }
+    return complete;
+}
+
+/// The places for a copy in turn: beside the file, where there may be one already, the user's
+/// folder, that for temporary files.
+void try_places(Session& session, const Desk& desk, WorkingCopy copy, Rescue& rescue,
+                CopyWriter write_copy) {
+    const auto beside_the_file = [&] {
+        if (copy == WorkingCopy::outdated) {
+            copy_beside(session, write_copy);
+        }
+    };
+    // A folder that goes with the open file keeps nothing.
+    if (!session.arbeitsordner && attempt_copy(session, rescue, beside_the_file)) {
+        return;
+    }
+    for (const std::string& folder : {desk.rescue_folder, temporary_directory()}) {
+        const auto into_folder = [&] { copy_into(session, folder, write_copy); };
+        if (!folder.empty() && attempt_copy(session, rescue, into_folder)) {
+            return;
+        }
+    }
+}
+
+/// Puts the changes into a working copy. If there is no file any more that they fit into, the copy
+/// is made of what is in memory.
+Rescue keep_working_copy(Session& session, const Desk& desk, WorkingCopy copy) {
+    Rescue rescue;
+    try_places(session, desk, copy, rescue, write_working_copy);
+    if (rescue.path.empty()) {
+        rescue.from_memory = true;
+        try_places(session, desk, WorkingCopy::outdated, rescue, write_from_memory);
+    }
+    return rescue;
+}
+
+std::string rescue_text(const Rescue& rescue) {
+    if (rescue.path.empty()) {
+        return "Auch eine Arbeitskopie konnte nicht geschrieben werden:" + rescue.reasons;
+    }
+    std::string text = "Ihr Stand bleibt in der Arbeitskopie\n" + rescue.path + "\nerhalten.";
+    if (rescue.from_memory) {
+        text +=
+            " Sie enthält, was im Speicher war: das angezeigte Netzteil mit seinen Punkten und den "
+            "dargestellten Beobachtungen und Werten.";
+    }
+    return text;
+}
+
+bool may_overwrite(const Session& session, const Desk& desk, Attendance attendance) {
+    if (desk.watch == nullptr || !desk.watch->rewritten()) {
+        return true;
+    }
+    return attendance == Attendance::user &&
+           desk.ui.message_box(MessageStyle::question_no_yes, "VELDRA - Graphikdatei geändert",
+                               "Ein anderes Programm hat die Graphikdatei\n" +
+                                   session.graphikdatei +
+                                   "\ngeändert, seit sie gelesen wurde.\n"
+                                   "Soll sie mit dem hier gezeigten Stand überschrieben werden?");
+}
+
+void tell(const Desk& desk, Attendance attendance, const std::string& text) {
+    if (attendance == Attendance::nobody) {
+        throw FatalError(text);
+    }
+    desk.ui.message_box(MessageStyle::information, "VELDRA - Graphikdatei geändert", text);
+}
+
+/// The graphic file stays as the other program has written it.
+void leave_unwritten(Session& session, const Desk& desk, Attendance attendance) {
+    const Rescue rescue = keep_working_copy(session, desk, WorkingCopy::outdated);
+    const std::string text = session.graphikdatei +
+                             ": Ein anderes Programm hat die Graphikdatei geändert; sie wird "
+                             "nicht überschrieben.\n\n" +
+                             rescue_text(rescue);
+    close_document(session);
+    tell(desk, attendance, text);
+}
+
+void write(Session& session, const Desk& desk) {
+    constexpr int copy_and_final_form = 2;
+    bool copied = false;
+    expect_writings(session.work, copy_and_final_form);
+    try {
+        arbeitskopie_schreiben(session);
+        copied = true;
+        endfassung_schreiben(session);
+    } catch (const FatalError& error) {
+        if (session.datei_geladen != 1) {
+            throw;  // all is written, but an old copy could not be deleted
+        }
+        throw abandon_file(session, desk, error.what(),
+                           copied ? WorkingCopy::written : WorkingCopy::outdated);
+    }
+}
+
+}  // namespace
+
+FatalError abandon_file(Session& session, const Desk& desk, const std::string& reason,
+                        WorkingCopy copy) {
+    if (session.datei_geladen != 1) {
+        return FatalError(reason);
+    }
+    const Rescue rescue = keep_working_copy(session, desk, copy);
+    const std::string text = reason + "\n\n" + rescue_text(rescue);
+    close_document(session);
+    return FatalError(text);
+}
+
+void datei_zurueckschreiben(Session& session, const Desk& desk, Attendance attendance) {
+    if (session.datei_geladen != 1) {
+        return;
+    }
+    const bool overwrite = may_overwrite(session, desk, attendance);
+    const Hourglass hourglass(session, desk.ui);
+    if (overwrite) {
+        write(session, desk);
+    } else {
+        leave_unwritten(session, desk, attendance);
+    }
+}
+
+}  // namespace veldra

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QString>
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+#include "dialogs/display_fonts.h"
+
+class QWidget;
+
+namespace veldra {
+
+/// The dialogs in which a user chooses a colour or a font; tests put answers in their place. They
+/// are given the dialog's name and what is set, and give nothing if the user gave up.
+struct Choosers {
+    using Colour = std::function<std::optional<std::int32_t>(QWidget* parent, const QString& name,
+                                                             std::int32_t colour)>;
+    using Font = std::function<std::optional<FontChoice>(QWidget* parent, const QString& name,
+                                                         const FontChoice& choice)>;
+    Colour colour;
+    Font font;
+};
+
+/// The toolkit's dialogs.
+[[nodiscard]] Choosers toolkit_choosers();
+
+}  // namespace veldra

@@ -1,0 +1,344 @@
+#include "commands/plot_job.h"
+
+#include <gmock/gmock.h>
+
+#include "fake_measurer.h"
+#include "model/long_work.h"
+#include "plot/application_printer.h"
+#include "recording_interface.h"
+#include "scripted_printer.h"
+#include "session_fixture.h"
+#include "text/fatal_error.h"
+
+namespace veldra {
+namespace {
+
+using test::ScriptedDocument;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+/// Part A: two points 30 m and 40 m apart at 1:1000, one sheet. Part B: 400 m wide, at 1:1000 three
+/// sheets across. Part C has nothing. Part D was never plotted.
+constexpr const char* four_parts =
+    "VERFAHRENLEGENDE Netz\n"
+    "NETZTEIL A\nMAßSTABGRUNDRISS 1000 0 0 73\n"
+    "TITEL2 Titel von A\nOBJEKTE 1 1 0 0 0 0 0 1 0 1 0 1 1\n"
+    "PUNKTSIGNATUR 10 20 0 0 1 \"1\"\nPUNKTSIGNATUR 40 60 0 0 0 \"2\"\n"
+    "NETZTEIL B\nMAßSTABGRUNDRISS 1000 0 0 73\nOBJEKTE 1 1 0 0 0 0 0 2 0 1 0 1 1\n"
+    "PUNKTSIGNATUR 100 120 0 0 1 \"3\"\nPUNKTSIGNATUR 500 180 0 0 0 \"4\"\n"
+    "NETZTEIL C\nMAßSTABGRUNDRISS 1000 0 0 73\n"
+    "NETZTEIL D\nOBJEKTE 1 1 0 0 0 0 0 2 0 1 0 1 1\n"
+    "PUNKTSIGNATUR 1000 1200 0 0 1 \"5\"\nPUNKTSIGNATUR 1060 1240 0 0 0 \"6\"\n";
+
+class PlotJobTest : public testing_support::SessionOnFile {
+ protected:
+    void open(std::string_view utf8 = four_parts) {
+        take_printer(session, &printer);
+        datei_neu_laden(session, folder.file("ve.dat", from_utf8(utf8)), OpenedBy::open_command,
+                        desk);
+        printer.calls.clear();
+        drawn = 0;
+    }
+    void mark(const std::vector<bool>& marks) {
+        for (std::size_t i = 0; i < marks.size(); ++i) {
+            session.netz[static_cast<std::int32_t>(i + 1)].netz_plotmarke =
+                marks[i] ? table_true : table_false;
+        }
+    }
+    /// Part and sheet of each page of the only document.
+    [[nodiscard]] std::vector<std::string> pages() const {
+        std::vector<std::string> titles;
+        EXPECT_EQ(printer.documents.size(), 1U);
+        for (const test::RecordedPage& page : printer.documents.front().pages) {
+            titles.push_back(page.title.netzteil + " " + page.title.blatt);
+        }
+        return titles;
+    }
+    [[nodiscard]] ScriptedDocument::State state() const { return printer.documents.front().state; }
+
+    test::FakeMeasurer measurer;
+    test::ScriptedPrinter printer;
+    test::RecordingInterface ui;
+    int drawn = 0;
+    Desk desk{measurer, ui, [this] { ++drawn; }, &printer};
+};
+
+TEST_F(PlotJobTest, CopiesOfOnePartAreOneDocument) {
+    open();
+    session.printer.exemplare = 3;
+    EXPECT_TRUE(plotten_aktuell(session, desk));
+    EXPECT_THAT(pages(),
+                ElementsAre("A Blatt 1.1 (1.1)", "A Blatt 1.1 (1.1)", "A Blatt 1.1 (1.1)"));
+    EXPECT_EQ(state(), ScriptedDocument::State::sent);
+    EXPECT_EQ(printer.documents.front().title.titel, "Netz");
+    EXPECT_THAT(ui.texts, IsEmpty());
+    EXPECT_EQ(drawn, 1);
+}
+
+TEST_F(PlotJobTest, PrinterIsResetBeforeTheJobAndAfterItsEnd) {
+    open();
+    plotten_aktuell(session, desk);
+    std::vector<std::string> order;
+    for (const std::string& call : printer.calls) {
+        const std::string name = call.substr(0, call.find(' '));
+        if (name == "EndDoc" || name == "begin_job" || name == "end_job" || name == "begin_sheet" ||
+            name == "NewPage") {
+            order.push_back(name);
+        }
+    }
+    EXPECT_THAT(order,
+                ElementsAre("EndDoc", "begin_job", "begin_sheet", "NewPage", "end_job", "EndDoc"));
+}
+
+TEST_F(PlotJobTest, SheetsComeByColumnsFromBelow) {
+    open();
+    session.plot.plot_blatt_auto = table_false;
+    session.plot.plot_blatt_rechts = 2;
+    session.plot.plot_blatt_hoch = 3;
+    plotten_aktuell(session, desk);
+    EXPECT_THAT(pages(),
+                ElementsAre("A Blatt 1.1 (2.3)", "A Blatt 1.2 (2.3)", "A Blatt 1.3 (2.3)",
+                            "A Blatt 2.1 (2.3)", "A Blatt 2.2 (2.3)", "A Blatt 2.3 (2.3)"));
+}
+
+TEST_F(PlotJobTest, AutomaticCountsFollowTheRealPaper) {
+    open();
+    session.extents.gesamt_rw_max = 500;
+    session.plot.plot_blatt_rechts = 1;
+    plotten_aktuell(session, desk);
+    // 500 m from the zero point at 0 on sheets of 184.5 m.
+    EXPECT_EQ(session.plot.plot_blatt_rechts, 3);
+    EXPECT_EQ(pages().size(), 3U);
+}
+
+TEST_F(PlotJobTest, UndoIsClearedAfterwards) {
+    open();
+    session.window[MenuItem::m_ansicht_undo].enabled = true;
+    session.window[MenuItem::m_ansicht_undo].caption = "Rückgängig: Lupe";
+    session.window[ToolButton::rueckgaengig].enabled = true;
+    plotten_aktuell(session, desk);
+    EXPECT_FALSE(session.window[MenuItem::m_ansicht_undo].enabled);
+    EXPECT_EQ(session.window[MenuItem::m_ansicht_undo].caption, "Rückgängig:");
+    EXPECT_FALSE(session.window[ToolButton::rueckgaengig].enabled);
+    EXPECT_EQ(session.window[ToolButton::rueckgaengig].tool_tip, "Rückgängig:");
+}
+
+TEST_F(PlotJobTest, NoFileGivenMeansNothingHappens) {
+    open();
+    printer.device().cancels_jobs = true;
+    EXPECT_FALSE(plotten_aktuell(session, desk));
+    EXPECT_THAT(printer.documents, IsEmpty());
+    EXPECT_THAT(ui.texts, IsEmpty());
+    EXPECT_EQ(drawn, 0);
+}
+
+TEST_F(PlotJobTest, AllPartsNeedAYes) {
+    open();
+    ui.answer = false;
+    EXPECT_FALSE(plotten_alle(session, desk));
+    EXPECT_THAT(ui.styles, ElementsAre(MessageStyle::question_yes_no));
+    EXPECT_THAT(ui.titles, ElementsAre("Plotten"));
+    EXPECT_THAT(ui.texts,
+                ElementsAre("Sollen wirklich alle gekennzeichneten\nNetzteile geplottet werden?"));
+    EXPECT_THAT(printer.calls, IsEmpty());
+    EXPECT_EQ(drawn, 0);
+}
+
+TEST_F(PlotJobTest, CopiesAreTheOuterLoopAndPartsTheInner) {
+    open();
+    mark({true, true, false, false});
+    session.printer.exemplare = 2;
+    EXPECT_TRUE(plotten_alle(session, desk));
+    const std::string a = "A Blatt 1.1 (1.1)";
+    const std::vector<std::string> b{"B Blatt 1.1 (3.1)", "B Blatt 2.1 (3.1)", "B Blatt 3.1 (3.1)"};
+    EXPECT_THAT(pages(), ElementsAre(a, b[0], b[1], b[2], a, b[0], b[1], b[2]));
+    EXPECT_EQ(state(), ScriptedDocument::State::sent);
+    EXPECT_EQ(drawn, 1);
+}
+
+TEST_F(PlotJobTest, TheHourglassStandsWhileTheWorkingCopyIsWritten) {
+    struct Listener final : LongWork {
+        bool goes_on() override {
+            if (step() == Step::writing) {
+                seen.push_back(ui->pointers.back());
+            }
+            return true;
+        }
+        const test::RecordingInterface* ui = nullptr;
+        std::vector<int> seen;
+    };
+    open();
+    mark({true, false, false, false});
+    Listener work;
+    work.ui = &ui;
+    session.work = &work;
+    EXPECT_TRUE(plotten_alle(session, desk));
+    session.work = nullptr;
+    EXPECT_THAT(work.seen, ElementsAre(11, 11));  // one window of the file, and its end
+    EXPECT_EQ(ui.pointers.back(), 0);
+}
+
+TEST_F(PlotJobTest, EachPartIsReadOncePerCopy) {
+    open();
+    mark({true, true, false, false});
+    const auto reads = [this](std::int16_t copies) {
+        session.printer.exemplare = copies;
+        const std::uint64_t before = session.tables_revision;
+        plotten_alle(session, desk);
+        return session.tables_revision - before;
+    };
+    const std::uint64_t one = reads(1);
+    const std::uint64_t three = reads(3);
+    // Two parts a copy, and the part in view once more; each reading takes the same passes.
+    EXPECT_EQ(one % 3, 0U);
+    EXPECT_EQ(three, one / 3 * 7);
+}
+
+TEST_F(PlotJobTest, EmptyPartLosesItsMarkSilently) {
+    open();
+    mark({true, false, true, false});
+    EXPECT_TRUE(plotten_alle(session, desk));
+    EXPECT_EQ(session.netz[3].netz_plotmarke, table_false);
+    EXPECT_EQ(session.netz[1].netz_plotmarke, table_true);
+    EXPECT_EQ(pages().size(), 1U);
+    EXPECT_EQ(ui.texts.size(), 1U);  // the question
+}
+
+TEST_F(PlotJobTest, NoMarkedPartPrintsNothingAndReadsThePartInView) {
+    open();
+    mark({false, false, false, false});
+    const std::uint64_t before = session.tables_revision;
+    EXPECT_TRUE(plotten_alle(session, desk));
+    EXPECT_THAT(pages(), IsEmpty());
+    EXPECT_GT(session.tables_revision, before);
+    EXPECT_EQ(session.pu.count(), 2);
+    EXPECT_EQ(drawn, 1);
+}
+
+TEST_F(PlotJobTest, PartInViewIsAsBefore) {
+    open();
+    mark({false, true, false, true});
+    session.obj.obj_pube = 0;  // chosen in the window, not in the file
+    session.titel[2].setTitelText("Eigene Zeile");
+    session.plot.plot_legendenlage = 1;
+    session.view = {5, 7, 5 + 15000 * 0.01, 7 + 9000 * 0.01, 0.01};
+    const Viewport view = session.view;
+    plotten_alle(session, desk);
+    EXPECT_EQ(session.netz_aktuell, 1);
+    EXPECT_EQ(session.pu.count(), 2);
+    EXPECT_EQ(session.pu[1].pu_rechts, 10);
+    EXPECT_EQ(session.obj.obj_pube, 0);
+    EXPECT_EQ(session.titel[1].getTitelText(), "Titel von A");
+    EXPECT_EQ(session.titel[2].getTitelText(), "Eigene Zeile");
+    EXPECT_EQ(session.plot.plot_legendenlage, 1);
+    EXPECT_NEAR(session.view.ansicht_rw_min, view.ansicht_rw_min, 1e-9);
+    EXPECT_NEAR(session.view.ansicht_hw_max, view.ansicht_hw_max, 1e-9);
+    EXPECT_NEAR(session.view.ansicht_masseinheit, 0.01, 1e-12);
+    EXPECT_EQ(session.window.mouse_pointer, 0);
+    EXPECT_THAT(ui.pointers, testing::Contains(11));
+}
+
+TEST_F(PlotJobTest, TitleLinesOfThePartInViewDoNotStandInOtherLegends) {
+    open();
+    mark({true, true, false, false});
+    plotten_alle(session, desk);
+    const auto texts = [this](std::size_t page) {
+        return printer.documents.front().pages[page].printed_texts();
+    };
+    EXPECT_THAT(texts(0), testing::Contains("Titel von A"));
+    for (std::size_t page = 1; page < 4; ++page) {
+        EXPECT_THAT(texts(page), testing::Not(testing::Contains("Titel von A")));
+    }
+    // On the sheet in the lower right corner.
+    EXPECT_THAT(texts(3), testing::Contains(HasSubstr("B: ")));
+}
+
+TEST_F(PlotJobTest, MovedLabelsReachTheFileBeforeItIsRead) {
+    open();
+    mark({true, false, false, false});
+    session.pu[1].pu_bez_rechts = 150;
+    session.pu[1].pu_bez_hoch = -30;
+    plotten_alle(session, desk);
+    EXPECT_EQ(session.pu[1].pu_bez_rechts, 150);
+    EXPECT_EQ(session.pu[1].pu_bez_hoch, -30);
+}
+
+TEST_F(PlotJobTest, PartNeverPlottedGetsSettings) {
+    open();
+    mark({false, false, false, true});
+    ASSERT_EQ(session.netz[4].netz_ausrichtung, -99);
+    plotten_alle(session, desk);
+    EXPECT_NE(session.netz[4].netz_ausrichtung, -99);
+    EXPECT_GT(session.netz[4].netz_massstab, 0);
+    EXPECT_THAT(pages(), ElementsAre("D Blatt 1.1 (1.1)"));
+}
+
+TEST_F(PlotJobTest, FailureEndsTheJobAfterOneMessage) {
+    open();
+    session.printer.exemplare = 5;
+    printer.device().unreachable_at_page = 2;
+    EXPECT_FALSE(plotten_aktuell(session, desk));
+    EXPECT_EQ(printer.pages_begun, 2);
+    EXPECT_THAT(ui.styles, ElementsAre(MessageStyle::critical));
+    EXPECT_THAT(ui.titles, ElementsAre("Netzteil(e) plotten"));
+    EXPECT_THAT(ui.texts, ElementsAre("Drucker-PC bzw. Netz nicht erreichbar\n"
+                                      "Plotter: nicht erreichbar"));
+    EXPECT_EQ(state(), ScriptedDocument::State::aborted);
+    EXPECT_EQ(printer.calls.back().substr(0, 9), "PaperSize");  // the reset after the job
+    EXPECT_EQ(session.window.mouse_pointer, 0);
+    EXPECT_EQ(drawn, 1);
+}
+
+TEST_F(PlotJobTest, FailureLeavesAllLoopsAndRestoresThePart) {
+    open();
+    mark({true, true, false, false});
+    session.printer.exemplare = 3;
+    printer.device().unreachable_at_page = 3;  // the second sheet of B
+    EXPECT_FALSE(plotten_alle(session, desk));
+    EXPECT_EQ(printer.pages_begun, 3);
+    EXPECT_EQ(ui.texts.size(), 2U);  // the question and the message
+    EXPECT_EQ(state(), ScriptedDocument::State::aborted);
+    EXPECT_EQ(session.netz_aktuell, 1);
+    EXPECT_EQ(session.pu[1].pu_rechts, 10);
+}
+
+TEST_F(PlotJobTest, DocumentThatDoesNotGetThroughIsReported) {
+    open();
+    printer.device().failing = {"end_job"};
+    EXPECT_FALSE(plotten_aktuell(session, desk));
+    EXPECT_THAT(ui.styles, ElementsAre(MessageStyle::critical));
+    EXPECT_THAT(ui.texts, ElementsAre("Drucker-PC bzw. Netz nicht erreichbar\nPlotter: end_job"));
+    EXPECT_EQ(state(), ScriptedDocument::State::aborted);
+}
+
+TEST_F(PlotJobTest, PageThatDoesNotGetThroughIsReported) {
+    open();
+    printer.device().failing = {"NewPage"};
+    session.printer.exemplare = 2;
+    EXPECT_FALSE(plotten_aktuell(session, desk));
+    EXPECT_EQ(ui.texts.size(), 1U);
+    EXPECT_EQ(printer.pages_begun, 1);
+}
+
+TEST_F(PlotJobTest, WithoutPrintersThereIsAMessage) {
+    open();
+    desk.printer = nullptr;
+    EXPECT_FALSE(plotten_aktuell(session, desk));
+    EXPECT_THAT(ui.texts, ElementsAre("Drucker-PC bzw. Netz nicht erreichbar"));
+}
+
+TEST_F(PlotJobTest, FatalErrorDropsTheDocument) {
+    open();
+    session.obj.obj_beob = 1;
+    session.settings.faktorStrich = 32767;
+    session.settings.punkt_breite = 2;
+    session.obj.obj_pusi = 0;
+    session.lin.lin_suchen({10, 20, 40, 60});
+    ++session.tables_revision;
+    EXPECT_THROW(plotten_aktuell(session, desk), FatalError);
+    EXPECT_EQ(state(), ScriptedDocument::State::aborted);
+}
+
+}  // namespace
+}  // namespace veldra
