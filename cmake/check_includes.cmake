@@ -1,22 +1,68 @@
-# Fails when a source file reaches for something that its room may not use:
-#
-# - the toolkit belongs to platform/qt, the windows (frm*) and the batch program alone,
-# - the operating system's own headers belong to platform/os alone.
+# Fails when a source file includes what its room may not: a room above it or beside it, the toolkit,
+# or the operating system. The rooms and what each may include stand in rooms.txt.
 #
 # Run as: cmake -D SOURCE_DIR=<the src folder> -P check_includes.cmake
 cmake_minimum_required(VERSION 3.25)
 
-if(NOT IS_DIRECTORY "${SOURCE_DIR}")
-  message(FATAL_ERROR "SOURCE_DIR is no folder: '${SOURCE_DIR}'")
+if(NOT EXISTS "${SOURCE_DIR}/rooms.txt")
+  message(FATAL_ERROR "no list of rooms in '${SOURCE_DIR}'")
 endif()
 
-set(toolkit_rooms "^(platform/qt/|batch/|[^/]+/frm[^/]*$)")
-set(toolkit_include "^[ \t]*#[ \t]*include[ \t]*([<\"](Q[A-Za-z]|q[a-z]+\\.h|Qt[A-Za-z0-9]*/)|\"platform/qt/|\"([^\"]*/)?frm)")
-set(system_rooms "^platform/os/")
+set(toolkit_include "^[ \t]*#[ \t]*include[ \t]*[<\"](Q[A-Za-z]|q[a-z]+\\.h|Qt[A-Za-z0-9]*/)")
 string(JOIN "|" system_headers "unistd" "fcntl" "sys/[a-z_]+" "dirent" "dlfcn" "poll" "pwd" "grp"
        "pthread" "sched" "spawn" "termios" "utime" "glob" "fnmatch" "ftw" "netdb" "netinet/[a-z_]+"
        "arpa/[a-z_]+" "linux/[a-z_]+" "windows" "io" "direct")
 set(system_include "^[ \t]*#[ \t]*include[ \t]*[<\"](${system_headers})\\.h[>\"]")
+
+# The floor of each room, counted from the ground, and what it may use.
+file(STRINGS "${SOURCE_DIR}/rooms.txt" lines REGEX "^[^#]")
+set(rooms "")
+set(floor 0)
+foreach(line IN LISTS lines)
+  math(EXPR floor "${floor} + 1")
+  string(REGEX MATCH "^([^:]*):?(.*)$" unused "${line}")
+  set(names "${CMAKE_MATCH_1}")
+  set(uses "${CMAKE_MATCH_2}")
+  separate_arguments(names)
+  foreach(room IN LISTS names)
+    list(APPEND rooms "${room}")
+    set("floor_of_${room}" ${floor})
+    set("uses_of_${room}" "${uses}")
+  endforeach()
+endforeach()
+
+# The room that a file of src/ belongs to: the longest of the listed folders that holds it.
+function(room_of file result)
+  set(longest "")
+  foreach(room IN LISTS rooms)
+    string(FIND "${file}" "${room}/" at)
+    if(at EQUAL 0)
+      string(LENGTH "${room}" length)
+      string(LENGTH "${longest}" best)
+      if(length GREATER best)
+        set(longest "${room}")
+      endif()
+    endif()
+  endforeach()
+  set(${result} "${longest}" PARENT_SCOPE)
+endfunction()
+
+# Why a line of a file in `room` may not stand there; empty if it may.
+function(objection_to line room result)
+  set(${result} "" PARENT_SCOPE)
+  if(line MATCHES "${toolkit_include}" AND NOT uses_of_${room} MATCHES "toolkit")
+    set(${result} "the toolkit" PARENT_SCOPE)
+  elseif(line MATCHES "${system_include}" AND NOT uses_of_${room} MATCHES "system")
+    set(${result} "the operating system" PARENT_SCOPE)
+  elseif(line MATCHES "^[ \t]*#[ \t]*include[ \t]*\"([^\"]+)\"")
+    room_of("${CMAKE_MATCH_1}" other)
+    if(other STREQUAL "")
+      set(${result} "no room of the house" PARENT_SCOPE)
+    elseif(NOT other STREQUAL room AND NOT floor_of_${other} LESS floor_of_${room})
+      set(${result} "not below ${room}" PARENT_SCOPE)
+    endif()
+  endif()
+endfunction()
 
 file(GLOB_RECURSE files RELATIVE "${SOURCE_DIR}" "${SOURCE_DIR}/*.cpp" "${SOURCE_DIR}/*.h")
 list(LENGTH files file_count)
@@ -26,11 +72,16 @@ endif()
 
 set(violations "")
 foreach(file IN LISTS files)
+  room_of("${file}" room)
+  if(room STREQUAL "")
+    string(APPEND violations "\n  ${file}: stands in no room")
+    continue()
+  endif()
   file(STRINGS "${SOURCE_DIR}/${file}" includes REGEX "^[ \t]*#[ \t]*include")
   foreach(line IN LISTS includes)
-    if((NOT file MATCHES "${toolkit_rooms}" AND line MATCHES "${toolkit_include}")
-       OR (NOT file MATCHES "${system_rooms}" AND line MATCHES "${system_include}"))
-      string(APPEND violations "\n  ${file}: ${line}")
+    objection_to("${line}" "${room}" objection)
+    if(objection)
+      string(APPEND violations "\n  ${file}: ${line} (${objection})")
     endif()
   endforeach()
 endforeach()

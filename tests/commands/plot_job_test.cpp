@@ -158,7 +158,7 @@ TEST_F(PlotJobTest, CopiesAreTheOuterLoopAndPartsTheInner) {
 }
 
 TEST_F(PlotJobTest, TheHourglassStandsWhileTheWorkingCopyIsWritten) {
-    struct Listener final : LongWork {
+    struct PointerWatch final : LongWork {
         bool goes_on() override {
             if (step() == Step::writing) {
                 seen.push_back(ui->pointers.back());
@@ -170,7 +170,7 @@ TEST_F(PlotJobTest, TheHourglassStandsWhileTheWorkingCopyIsWritten) {
     };
     open();
     mark({true, false, false, false});
-    Listener work;
+    PointerWatch work;
     work.ui = &ui;
     session.work = &work;
     EXPECT_TRUE(plotten_alle(session, desk));

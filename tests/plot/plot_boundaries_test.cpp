@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 
+#include "drawing/boundaries.h"
 #include "fake_measurer.h"
 #include "network_builder.h"
 #include "plot/paper_frame.h"

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "drawing/districts.h"
 #include "graphikdatei/writer.h"
 #include "model/undo.h"
 #include "network_builder.h"

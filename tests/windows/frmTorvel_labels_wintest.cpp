@@ -1,6 +1,7 @@
 // Pointing at labels and moving them, driven by the mouse.
 #include <QFontMetrics>
 
+#include "drawing/districts.h"
 #include "hand_fixture.h"
 
 using namespace veldra;
