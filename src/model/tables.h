@@ -177,8 +177,8 @@ struct EpochOffset {
     double pu_rechts = 0;  ///< easting of its point, metres
     double pu_hoch = 0;
     std::int16_t pu_epoche = 0;
-    bool hoehe = false;  ///< of the height; else of the position
-    std::string pu_bez;  ///< text of its epoch
+    bool hoehe = false;       ///< of the height; else of the position
+    std::string pu_bez = {};  ///< text of its epoch
 };
 /// Moved labels of changes by the number of their record (PointRow::pu_satz).
 using EpochOffsets = std::unordered_map<std::int32_t, EpochOffset>;
