@@ -13,7 +13,7 @@ constexpr std::string_view blank = " ";
 
 void add_padded(std::string& line, double value, std::string_view mask) {
     const std::string text = zahl_text(value, mask, blank);
-    if (text.size() >= mask.size() && !line.ends_with(' ')) {
+    if (!text.starts_with(' ') && !line.ends_with(' ')) {
         line += blank;
     }
     line += text;
@@ -32,7 +32,6 @@ int layout_code(const PlotSettings& plot) {
 /// The label with its offsets; nothing for a point without one. `before` is the record up to it.
 std::string label_fields(const PointRow& point, std::size_t before) {
     constexpr std::string_view offset_mask = "#######0.0";
-    constexpr std::size_t quotes = 2;
     const std::string bytes = one_line(point.pu_bez);
     const std::string_view label = trim(bytes);
     if (label.empty()) {
@@ -41,7 +40,7 @@ std::string label_fields(const PointRow& point, std::size_t before) {
     std::string offsets = "\"";
     add_padded(offsets, point.pu_bez_rechts, offset_mask);
     add_padded(offsets, point.pu_bez_hoch, offset_mask);
-    const std::size_t taken = before + quotes + offsets.size();
+    const std::size_t taken = before + 1 + offsets.size();
     const std::size_t room = taken < longest_line ? longest_line - taken : 0;
     return '"' + std::string(label.substr(0, room)) + offsets;
 }
