@@ -74,7 +74,9 @@ void befehlszeile_deuten(ProgramRun& run) {
 }
 
 void start_vorbereiten(Session& session, ProgramRun& run) {
+    LongWork* const listener = session.work;  // of the command that brings the program up
     session = Session();
+    session.work = listener;
     run.programm_aktiv = true;
     standard_alle(session);
     disable_file_commands(session.window);

@@ -25,7 +25,7 @@ struct ProgramRun {
 void befehlszeile_deuten(ProgramRun& run);
 
 /// The state that every start begins with: no file, empty tables, all display settings at their
-/// defaults, and the commands that need a file disabled.
+/// defaults, and the commands that need a file disabled. Whoever follows the work goes on doing so.
 void start_vorbereiten(Session& session, ProgramRun& run);
 
 /// Finds the profile of this start. A project's gives icon, graphic file and window title, and the

@@ -209,7 +209,7 @@ void draw_boundaries_or_report(Session& session, UserInterface& ui,
     }
 }
 
-void draw_or_give_up(Session& session, DrawingTarget& target,
+bool draw_or_give_up(Session& session, DrawingTarget& target,
                      const std::function<void(DrawingTarget&)>& draw) {
     const double rows = rows_to_draw(session);
     session.view_index.begin_counting();
@@ -220,7 +220,9 @@ void draw_or_give_up(Session& session, DrawingTarget& target,
         draw(watched);
     } catch (const WorkCancelled&) {
         hide_labels(session);
+        return false;
     }
+    return true;
 }
 
 void begin_picture(Session& session, UserInterface& ui) {
@@ -240,12 +242,12 @@ void end_picture(Session& session, UserInterface& ui, PictureMode mode) {
     set_pointer(session, ui, default_pointer);
 }
 
-void DrawAll(Session& session, DrawingTarget& target, TextMeasurer& measurer, UserInterface& ui) {
+bool DrawAll(Session& session, DrawingTarget& target, TextMeasurer& measurer, UserInterface& ui) {
     begin_picture(session, ui);
     const LayerFrame frame = screen_frame(session, measurer);
     session.lbl_pubez_font = frame.point_font;
     session.lbl_nubez_font = frame.district_font;
-    draw_or_give_up(session, target, [&](DrawingTarget& watched) {
+    const bool whole = draw_or_give_up(session, target, [&](DrawingTarget& watched) {
         if (session.obj.obj_verw != 0) {
             draw_boundaries_or_report(session, ui,
                                       [&] { DrawBoundaries(session, frame, watched); });
@@ -255,6 +257,7 @@ void DrawAll(Session& session, DrawingTarget& target, TextMeasurer& measurer, Us
         DrawPointLabels(session, frame, watched);
     });
     end_picture(session, ui, PictureMode::screen);
+    return whole;
 }
 
 }  // namespace veldra

@@ -16,8 +16,9 @@ enum class PictureMode : std::uint8_t { screen, preview };
 
 /// Renders the current network part at the current viewport into an empty target, places the
 /// labels, and brings window caption, menus and toolbar in `session.window` into line. A part
-/// without anything to draw is reported in a message box and loses its mark for plotting.
-void DrawAll(Session& session, DrawingTarget& target, TextMeasurer& measurer, UserInterface& ui);
+/// without anything to draw is reported in a message box and loses its mark for plotting. False if
+/// the user gave the drawing up.
+bool DrawAll(Session& session, DrawingTarget& target, TextMeasurer& measurer, UserInterface& ui);
 
 /// What every drawing of the picture begins with: the hourglass, no legend, the caption.
 void begin_picture(Session& session, UserInterface& ui);
@@ -44,8 +45,8 @@ void draw_boundaries_or_report(Session& session, UserInterface& ui,
 void draw_network(Session& session, const LayerFrame& frame, DrawingTarget& target);
 
 /// Draws on a target that `session.work` follows. A drawing that the user gives up leaves what has
-/// been drawn, without any labels.
-void draw_or_give_up(Session& session, DrawingTarget& target,
+/// been drawn, without any labels, and gives false.
+bool draw_or_give_up(Session& session, DrawingTarget& target,
                      const std::function<void(DrawingTarget&)>& draw);
 
 }  // namespace veldra

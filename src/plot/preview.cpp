@@ -246,7 +246,7 @@ LayerFrame preview_frame(const Session& session, const PaperFonts& paper, TextMe
     return frame;
 }
 
-void PreviewAll(Session& session, DrawingTarget& target, const Desk& desk) {
+bool PreviewAll(Session& session, DrawingTarget& target, const Desk& desk) {
     begin_picture(session, desk.ui);
     divide_into_sheets(session, desk);
     const LayerFrame frame = fitted_frame(session, desk);
@@ -255,7 +255,7 @@ void PreviewAll(Session& session, DrawingTarget& target, const Desk& desk) {
     const std::optional<TargetBox> legend = measured_legend(session, desk);
     LayerFrame beneath = frame;
     beneath.gap = legend;
-    draw_or_give_up(session, target, [&](DrawingTarget& watched) {
+    const bool whole = draw_or_give_up(session, target, [&](DrawingTarget& watched) {
         if (session.obj.obj_verw != 0) {
             draw_boundaries_or_report(session, desk.ui,
                                       [&] { DrawBoundaries(session, beneath, watched); });
@@ -267,14 +267,14 @@ void PreviewAll(Session& session, DrawingTarget& target, const Desk& desk) {
         place_edge_numbers(session, frame, &watched);
     });
     end_picture(session, desk.ui, PictureMode::preview);
+    return whole;
 }
 
-void draw_picture(Session& session, DrawingTarget& target, const Desk& desk) {
+bool draw_picture(Session& session, DrawingTarget& target, const Desk& desk) {
     if (session.plotmodus == 1) {
-        PreviewAll(session, target, desk);
-    } else {
-        DrawAll(session, target, desk.measurer, desk.ui);
+        return PreviewAll(session, target, desk);
     }
+    return DrawAll(session, target, desk.measurer, desk.ui);
 }
 
 void draw_sheet_frames(const Session& session, DrawingTarget& target) {

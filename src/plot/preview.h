@@ -17,11 +17,11 @@ namespace veldra {
 /// Renders the current network part as it will come out on paper, in place of DrawAll: tries the
 /// printer, divides the part into sheets, draws the layers in the sizes of the plot, and places the
 /// numbers on the edges of the sheets and the legend. Throws FatalError when a count of sheets
-/// leaves 16 bits.
-void PreviewAll(Session& session, DrawingTarget& target, const Desk& desk);
+/// leaves 16 bits. False if the user gave the drawing up.
+bool PreviewAll(Session& session, DrawingTarget& target, const Desk& desk);
 
 /// Draws DrawAll or, in plot mode, PreviewAll.
-void draw_picture(Session& session, DrawingTarget& target, const Desk& desk);
+bool draw_picture(Session& session, DrawingTarget& target, const Desk& desk);
 
 /// What lies over the layers of the preview and moves with the sheets: their outlines (dotted) and
 /// corner marks and, while it is visible, the box of the legend. Outlines closer than three pixels

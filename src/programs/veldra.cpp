@@ -56,17 +56,23 @@ std::string command_line() {
     return veldra::system_path(words.join(QLatin1Char(' ')));
 }
 
-std::optional<std::string> document_file() {
-    const QString file = veldra::ask_for_output_file(QApplication::activeWindow());
-    return file.isEmpty() ? std::nullopt : std::optional(veldra::system_path(file));
-}
-
 int run(VeldraApplication& application) {
     veldra::Session session;
     veldra::QtTextMeasurer measurer;
+    const auto folder = std::make_shared<QString>();  // of all file dialogs
+    const auto output_file = [&session, folder](QWidget* parent) {
+        return veldra::ask_for_output_file(
+            parent, veldra::proposed_name(session.graphikdatei, QStringLiteral("pdf")), *folder);
+    };
+    const auto document_file = [output_file]() -> std::optional<std::string> {
+        const QString file = output_file(QApplication::activeWindow());
+        return file.isEmpty() ? std::nullopt : std::optional(veldra::system_path(file));
+    };
     veldra::QtPrinters printers(std::make_unique<veldra::PdfPrinter>(document_file), measurer);
     veldra::FrmTorvel window(session, veldra::system_folders(), command_line());
+    window.last_folder = folder;
     veldra::QtPrintDialog print_dialog(printers, &window);
+    print_dialog.choose_file = output_file;
     window.use_printer(printers, print_dialog);
     window.on_failure = [&application](const std::exception& failure) {
         application.fail(failure.what());

@@ -1,6 +1,7 @@
 #include "view/zoom.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace veldra {
@@ -25,13 +26,18 @@ bool can_go_closer(const Viewport& view) {
     return rw_span(view) > smallest_view && hw_span(view) > smallest_view;
 }
 
-void remember_view(Session& session, bool closer) {
-    const Viewport& view = session.view;
+void store_zoom(WindowState& window, const std::array<double, 4>& before, bool closer) {
     Undo step;
     step.undo_art = closer ? undo_kind::zoom_in : undo_kind::zoom_out;
-    step.undo_wert = {view.ansicht_rw_min, view.ansicht_hw_min, view.ansicht_rw_max,
-                      view.ansicht_hw_max};
-    store_undo(session.window, step, closer ? undo_caption::zoom_in : undo_caption::zoom_out);
+    step.undo_wert = before;
+    store_undo(window, step, closer ? undo_caption::zoom_in : undo_caption::zoom_out);
+}
+
+void remember_view(Session& session, bool closer) {
+    const Viewport& view = session.view;
+    store_zoom(session.window,
+               {view.ansicht_rw_min, view.ansicht_hw_min, view.ansicht_rw_max, view.ansicht_hw_max},
+               closer);
 }
 
 /// Moves each edge of the view outward by a share of its span.
@@ -109,6 +115,13 @@ bool zoom_about(Session& session, const WorldPoint& fixed, double factor) {
             fixed.rechts + (view.ansicht_rw_max - fixed.rechts) / factor,
             fixed.hoch + (view.ansicht_hw_max - fixed.hoch) / factor, exact);
     return true;
+}
+
+void join_zooms(Session& session, const Undo& first) {
+    const Viewport& view = session.view;
+    const auto [rw1, hw1, rw2, hw2] = first.undo_wert;
+    const bool closer = rw_span(view) < rw2 - rw1 || hw_span(view) < hw2 - hw1;
+    store_zoom(session.window, first.undo_wert, closer);
 }
 
 void pan_view(Session& session, double rechts, double hoch) {

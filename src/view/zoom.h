@@ -31,6 +31,10 @@ bool zoom_to_band(Session& session, const WorldPoint& a, const WorldPoint& b);
 /// picture. False, and nothing happens, when it would go closer on a view of 10 m or less.
 bool zoom_about(Session& session, const WorldPoint& fixed, double factor);
 
+/// Makes the last zoom one step with those since `first`, which was the step to undo before it:
+/// undo goes back to the view before all of them.
+void join_zooms(Session& session, const Undo& first);
+
 /// Moves the view by metres of ground. It cannot be undone.
 void pan_view(Session& session, double rechts, double hoch);
 

@@ -74,9 +74,11 @@ FrmTorvel::FrmTorvel(Session& session, const SystemFolders& folders,
     setContextMenuPolicy(Qt::PreventContextMenu);
     build_controls();
     choose_file = [this] {
-        return ask_for_existing_file(this, QStringLiteral("dlg_torvel_datei"),
-                                     QStringLiteral("Graphikdatei öffnen"),
-                                     "Graphikdateien (ve*.dat)|ve*.dat|Alle Dateien (*.*)|*.*");
+        return ask_for_existing_file(
+            this,
+            {QStringLiteral("dlg_torvel_datei"), QStringLiteral("Graphikdatei öffnen"),
+             "Graphikdateien (ve*.dat)|ve*.dat|Alle Dateien (*.*)|*.*"},
+            *last_folder);
     };
     choose_settings_file = [this] {
         return ask_for_existing_file(this, QStringLiteral("dlg_torvel_uebernehmen"),
@@ -181,11 +183,14 @@ void FrmTorvel::load() {
         start_vorbereiten(session_, run_);
         take_printer(session_, printer_);
         startprofil_lesen(session_, run_);
+        take_first_folder();
         if (!run_.icon_datei.empty()) {
             setWindowIcon(QIcon(path_text(run_.icon_datei)));
         }
         synchronise();
         show();
+        // What is asked from now on stands over the window.
+        wait_until_shown(*this, [this] { return !end_wanted_; });
         apply_size();
         profil_lesen(session_, run_.ini_datei);
         if (run_.is_project()) {

@@ -51,9 +51,9 @@ class FrmTorvel final : public QMainWindow {
     /// written; false amid a command, which does not serve events any more.
     bool end_by_system();
 
-    /// The display is gone and the process ends: writes what the end of the program writes and
-    /// touches no control. Amid a reading the tables are incomplete, and the files stay as they
-    /// are.
+    /// The display is gone and the process ends: what dialogs hold is given up, then this writes
+    /// what the end of the program writes, and touches no control. Amid a reading the tables are
+    /// incomplete, and the files stay as they are.
     void end_without_display();
 
     /// What the program tells the system that has ended it: 0 if all has been written.
@@ -68,6 +68,8 @@ class FrmTorvel final : public QMainWindow {
     [[nodiscard]] PictureWidget& picture() { return *picture_; }
     [[nodiscard]] TorvelHelp& help() { return *help_; }
 
+    /// Where file dialogs begin: the folder of the file that was chosen or opened last.
+    std::shared_ptr<QString> last_folder = std::make_shared<QString>();
     /// Asks the user for a graphic file; "" if there is none. Tests put an answer in its place.
     std::function<QString()> choose_file;
     /// Told of the failure that broke a command off; nothing runs any more after it. Without it the
@@ -98,6 +100,8 @@ class FrmTorvel final : public QMainWindow {
     /// A command that changes the view, and the picture after it.
     [[nodiscard]] Command view_command(std::function<bool()> change);
     void undo();
+    /// The folder that file dialogs of this run begin in.
+    void take_first_folder();
     void save_picture(const std::string& path);
     /// A command that writes a file which the user names. What goes wrong is told under `title` and
     /// takes nothing of the user's work with it.

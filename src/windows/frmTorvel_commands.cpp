@@ -1,10 +1,13 @@
 #include "windows/frmTorvel_commands.h"
 
+#include <QApplication>
 #include <QIcon>
+#include <QKeyEvent>
 #include <QKeySequence>
 #include <QList>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPointer>
 #include <cstdint>
 #include <utility>
 
@@ -135,6 +138,54 @@ void run_if_there(const std::map<Key, Command>& commands, Key key) {
     }
 }
 
+/// Keys of the menu bar. An entry of the bar that opens no menu leaves the keys to whoever had them
+/// before, and the arrows to the commands of the window: here they go on moving in the bar.
+class MenuBarKeys final : public QObject {
+ public:
+    explicit MenuBarKeys(QMenuBar& bar) : QObject(&bar), bar_(bar) { bar.installEventFilter(this); }
+
+ protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::ShortcutOverride && watched == &bar_ && is_arrow(event) &&
+            bar_.activeAction() != nullptr) {
+            event->accept();
+            return true;
+        }
+        if (event->type() != QEvent::KeyPress) {
+            return false;
+        }
+        give_back();
+        watched->event(event);
+        take();
+        return true;
+    }
+
+ private:
+    static bool is_arrow(QEvent* event) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up ||
+               key == Qt::Key_Down;
+    }
+    void take() {
+        const QAction* const entry = bar_.activeAction();
+        if (entry == nullptr || entry->menu() != nullptr || bar_.hasFocus() ||
+            QApplication::activePopupWidget() != nullptr) {
+            return;
+        }
+        before_ = bar_.window()->focusWidget();
+        bar_.setFocus(Qt::MenuBarFocusReason);
+    }
+    void give_back() {
+        if (before_ != nullptr && bar_.hasFocus()) {
+            before_->setFocus(Qt::MenuBarFocusReason);
+        }
+        before_ = nullptr;
+    }
+
+    QMenuBar& bar_;
+    QPointer<QWidget> before_;  ///< had the keys
+};
+
 }  // namespace
 
 TorvelCommands::TorvelCommands(QMainWindow& window, std::map<MenuItem, Command> menu_commands,
@@ -146,6 +197,7 @@ TorvelCommands::TorvelCommands(QMainWindow& window, std::map<MenuItem, Command> 
 
 void TorvelCommands::build_menus(QMainWindow& window) {
     QMenu* menu = nullptr;
+    auto* keys = new MenuBarKeys(*window.menuBar());
     for (const MenuLine& line : menu_lines) {
         const QString name = QString::fromUtf8(line.name);
         const QString caption = QString::fromUtf8(line.caption);
@@ -153,6 +205,7 @@ void TorvelCommands::build_menus(QMainWindow& window) {
         if (line.kind == Kind::menu) {
             menu = window.menuBar()->addMenu(caption);
             menu->setObjectName(name);
+            menu->installEventFilter(keys);
             action = menu->menuAction();
         } else {
             action = new QAction(caption, &window);

@@ -14,6 +14,7 @@
 #include "windows/forms/frmNetzteile.h"
 #include "windows/forms/frmObjekte.h"
 #include "windows/frmTorvel.h"
+#include "windows/qt/session_editor.h"
 
 namespace veldra {
 
@@ -210,6 +211,11 @@ void FrmTorvel::end_without_display() {
         return;
     }
     session_.work = nullptr;
+    for (QDialog* dialog : findChildren<QDialog*>()) {
+        if (auto* editor = dynamic_cast<SessionEditor*>(dialog)) {
+            editor->give_up_edits();
+        }
+    }
     QtUserInterface nobody(nullptr, nullptr);
     nobody.unattended = true;
     const Desk blind{

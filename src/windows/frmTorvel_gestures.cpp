@@ -21,6 +21,8 @@ constexpr int moving_pointer = 99;
 /// Of one notch of the wheel.
 constexpr double wheel_factor = 1.25;
 constexpr double wheel_notch = 120;
+/// Between two notches of one turn, milliseconds.
+constexpr quint64 longest_pause = 500;
 
 float twips(double pixels) {
     return static_cast<float>(pixels * twips_per_pixel);
@@ -112,18 +114,29 @@ void TorvelGestures::press_left(const QPointF& place) {
         return;
     }
     if (session_.plotmodus == 1) {
+        const std::optional<QRectF> legend = legend_box();
         host_.perform([this] { begin_sheet_drag(session_); });
         PictureOverlay overlay;
         overlay.sheets = true;
+        overlay.legend = legend;
         picture_.set_overlay(overlay);
         picture_.repaint_labels();
-        gesture_ = MovedSheets{in_picture(place)};
+        gesture_ = MovedSheets{in_picture(place), place, legend};
         set_pointer(moving_pointer);
     } else {
         gesture_ = RubberBand{to_world(session_.view, in_picture(place)), place};
         set_pointer(cross_pointer);
     }
     button_ = Qt::LeftButton;
+}
+
+/// Where the preview shows the legend, logical pixels.
+std::optional<QRectF> TorvelGestures::legend_box() const {
+    if (!session_.window.lbl_legende_visible) {
+        return std::nullopt;
+    }
+    const Label& legend = session_.lbl_legende;
+    return to_logical(session_.view, {legend.left, legend.top, legend.width, legend.height});
 }
 
 void TorvelGestures::move(const QMouseEvent& event) {
@@ -246,7 +259,13 @@ void TorvelGestures::drag(MovedSheets& sheets, const QPointF& place) {
     move_sheets(session_, static_cast<double>(now.x) - static_cast<double>(sheets.last.x),
                 static_cast<double>(now.y) - static_cast<double>(sheets.last.y));
     sheets.last = now;
-    picture_.update();
+    PictureOverlay overlay;
+    overlay.sheets = true;
+    if (sheets.legend) {
+        overlay.legend = sheets.legend->translated(place - sheets.start);
+    }
+    picture_.set_overlay(overlay);
+    picture_.update();  // sheets without a legend are another picture, too
 }
 
 void TorvelGestures::drop(const MovedSheets& /*sheets*/, const QPointF& /*place*/) {
@@ -276,6 +295,11 @@ void TorvelGestures::wheel(const QWheelEvent& event) {
     if (button_ != Qt::NoButton || !host_.idle() || !is_view_offered()) {
         return;
     }
+    // The times of the notches are those of the hand, however long a drawing has kept them waiting.
+    if (event.timestamp() - wheel_time_ > longest_pause) {
+        wheel_paused_ = true;
+    }
+    wheel_time_ = event.timestamp();
     // A wheel turns faster than a large network is drawn: what has come is done at once.
     wheel_steps_ += event.angleDelta().y() / wheel_notch;
     wheel_place_ = event.position();
@@ -287,12 +311,30 @@ void TorvelGestures::zoom_by_wheel() {
     if (steps == 0 || !host_.idle()) {
         return;
     }
+    const bool goes_on = turn_goes_on();
+    wheel_paused_ = false;
     host_.perform([&] {
         const WorldPoint fixed = to_world(session_.view, in_picture(wheel_place_));
-        if (zoom_about(session_, fixed, std::pow(wheel_factor, steps))) {
-            host_.redraw();
+        if (!zoom_about(session_, fixed, std::pow(wheel_factor, steps))) {
+            return;
         }
+        if (goes_on) {
+            join_zooms(session_, turn_->step);
+        }
+        turn_ = {session_.window.undo, session_.view};
+        host_.redraw();
     });
+}
+
+/// The notches belong to the turn before, and nothing else has changed the view since.
+bool TorvelGestures::turn_goes_on() const {
+    const Undo& step = session_.window.undo;
+    const Viewport& view = session_.view;
+    return turn_ && !wheel_paused_ && step.undo_art == turn_->step.undo_art &&
+           step.undo_wert == turn_->step.undo_wert &&
+           view.ansicht_rw_min == turn_->view.ansicht_rw_min &&
+           view.ansicht_rw_max == turn_->view.ansicht_rw_max &&
+           view.ansicht_hw_min == turn_->view.ansicht_hw_min;
 }
 
 void TorvelGestures::show_info(const PictureWidget::LabelHit& hit) {

@@ -54,9 +54,16 @@ class TorvelGestures final : public QObject {
     };
     struct MovedSheets {
         PicturePoint last;
+        QPointF start;
+        std::optional<QRectF> legend;  ///< where its box was at first
     };
     struct MovedView {
         QPointF start;
+    };
+    /// A turn of the wheel, as far as it has been shown.
+    struct Turn {
+        Undo step;      ///< back to the view before it
+        Viewport view;  ///< that it has led to
     };
     using Gesture = std::variant<Nothing, RubberBand, MovedLabel, MovedSheets, MovedView>;
 
@@ -65,11 +72,13 @@ class TorvelGestures final : public QObject {
     [[nodiscard]] bool is_view_offered() const;
     void press(const QMouseEvent& event);
     void press_left(const QPointF& place);
+    [[nodiscard]] std::optional<QRectF> legend_box() const;
     void move(const QMouseEvent& event);
     void move_freely(const QMouseEvent& event);
     void release(const QMouseEvent& event);
     void wheel(const QWheelEvent& event);
     void zoom_by_wheel();
+    [[nodiscard]] bool turn_goes_on() const;
     void end();
 
     void drag(RubberBand& band, const QPointF& place);
@@ -95,6 +104,9 @@ class TorvelGestures final : public QObject {
     Qt::MouseButton button_ = Qt::NoButton;  ///< that the gesture began with
     double wheel_steps_ = 0;                 ///< turned and not yet shown
     QPointF wheel_place_;
+    quint64 wheel_time_ = 0;     ///< of the last notch, milliseconds of the system
+    bool wheel_paused_ = false;  ///< before the notches that are not yet shown
+    std::optional<Turn> turn_;
     std::optional<QPointF> pointer_;  ///< where it was last, as long as it is over the picture
     QTimer wheel_timer_;
 };

@@ -1,6 +1,4 @@
 // The part of the main window that looks after plotting.
-#include <QDir>
-#include <QFileInfo>
 #include <QLabel>
 #include <algorithm>
 #include <cmath>
@@ -14,17 +12,6 @@
 
 namespace veldra {
 
-namespace {
-
-/// "plan.pdf" for the graphic file "plan.dat", in its folder.
-QString plot_file_beside(const QString& graphic_file) {
-    const QFileInfo file(graphic_file);
-    const QString base = file.completeBaseName();
-    return file.dir().filePath((base.isEmpty() ? file.fileName() : base) + QStringLiteral(".pdf"));
-}
-
-}  // namespace
-
 void FrmTorvel::add_plot_commands(std::map<MenuItem, Command>& commands) {
     commands[MenuItem::m_plotten_ein] = [this] {
         perform([this] { plotmodus_ein(session_, desk()); });
@@ -37,7 +24,9 @@ void FrmTorvel::add_plot_commands(std::map<MenuItem, Command>& commands) {
     };
     commands[MenuItem::m_datei_plot] = save_command(
         "VELDRA - Plot als PDF speichern",
-        [this] { return choose_plot_file(plot_file_beside(path_text(session_.graphikdatei))); },
+        [this] {
+            return choose_plot_file(proposed_name(session_.graphikdatei, QStringLiteral("pdf")));
+        },
         [this](const std::string& path) { plot_als_pdf(session_, path, desk()); });
     commands[MenuItem::m_plotten_alle] = [this] {
         perform([this] { plotten_alle(session_, desk()); });

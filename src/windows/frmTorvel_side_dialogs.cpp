@@ -11,7 +11,12 @@ void FrmTorvel::add_side_dialogs(std::map<MenuItem, Command>& commands) {
         open_modal([this] { return new FrmLegende(this, session_, printer_); }, Redraw::always);
     };
     commands[MenuItem::m_optionen_grenzen] = [this] {
-        open_modal([this] { return new FrmVerwopt(this, session_); }, Redraw::if_accepted);
+        const auto create = [this] {
+            auto* dialog = new FrmVerwopt(this, session_);
+            dialog->last_folder = last_folder;
+            return dialog;
+        };
+        open_modal(create, Redraw::if_accepted);
     };
     commands[MenuItem::m_ansicht_massstab] = [this] {
         perform([this] {

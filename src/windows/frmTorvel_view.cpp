@@ -31,6 +31,7 @@ void FrmTorvel::build_gestures() {
         picture_->show_unfinished();
     };
     connect(picture_, &PictureWidget::redraw_missed, this, &FrmTorvel::make_up_redraw);
+    connect(picture_, &PictureWidget::redraw_wanted, this, &FrmTorvel::redraw_open_file);
     redraw_timer_.setSingleShot(true);
     connect(&redraw_timer_, &QTimer::timeout, this, &FrmTorvel::make_up_redraw);
     GestureHost host;
@@ -53,13 +54,18 @@ void FrmTorvel::build_gestures() {
     addAction(full_screen);
     setAcceptDrops(true);
     choose_picture_file = [this] {
-        return ask_for_new_file(this, QStringLiteral("Bild speichern unter"),
-                                "PNG-Bild (*.png)|*.png|SVG-Bild (*.svg)|*.svg",
-                                QStringLiteral("png"));
+        return ask_for_new_file(
+            this,
+            {QStringLiteral("dlg_torvel_speichern"), QStringLiteral("Bild speichern unter"),
+             "PNG-Bild (*.png)|*.png|SVG-Bild (*.svg)|*.svg"},
+            proposed_name(session_.graphikdatei, QStringLiteral("png")), *last_folder);
     };
     choose_plot_file = [this](const QString& proposed) {
-        return ask_for_new_file(this, QStringLiteral("Plot als PDF speichern"),
-                                "PDF-Datei (*.pdf)|*.pdf", QStringLiteral("pdf"), proposed);
+        return ask_for_new_file(
+            this,
+            {QStringLiteral("dlg_torvel_speichern"), QStringLiteral("Plot als PDF speichern"),
+             "PDF-Datei (*.pdf)|*.pdf"},
+            proposed, *last_folder);
     };
 }
 
@@ -136,7 +142,19 @@ void FrmTorvel::revocable(const Command& change) {
     }
 }
 
+void FrmTorvel::take_first_folder() {
+    for (const std::string& recent : session_.zuletzt_datei) {
+        const QString folder = QFileInfo(path_text(recent)).path();
+        if (!recent.empty() && QFileInfo(folder).isDir()) {
+            *last_folder = folder;
+            return;
+        }
+    }
+    *last_folder = path_text(run_.folders.documents);
+}
+
 void FrmTorvel::opening(const Command& open) {
+    const std::string before = session_.graphikdatei;
     const TorvelProgress::MayCancel may_cancel(*progress_);
     progress_->begin();
     try {
@@ -144,6 +162,9 @@ void FrmTorvel::opening(const Command& open) {
     } catch (const WorkCancelled&) {
         forget_file(session_);
         watch_.leave();
+    }
+    if (session_.graphikdatei != before && session_.datei_geladen == 1) {
+        *last_folder = QFileInfo(path_text(session_.graphikdatei)).path();
     }
 }
 

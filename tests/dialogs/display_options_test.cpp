@@ -129,6 +129,7 @@ TEST(DisplayOptions, VectorScalesMustBeAboveZeroWithTheirOneDecimal) {
 TEST(DisplayOptions, WidthFactorsLeaveThePensWithinSixteenBits) {
     EXPECT_EQ(width_factor_entry("3").value, 3);
     EXPECT_EQ(width_factor_entry("2,6").text, "3");
+    EXPECT_TRUE(width_factor_entry("1").valid);
     EXPECT_TRUE(width_factor_entry("5461").valid);  // 5461 * 6 = 32766
     for (const char* const wrong : {"", "0", "0.4", "-1", "abc", "5462", "32767", "32768", "1e9"}) {
         EXPECT_FALSE(width_factor_entry(wrong).valid) << wrong;

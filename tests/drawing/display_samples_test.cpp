@@ -69,6 +69,31 @@ TEST_F(DisplaySamples, TheLabelOfTheChosenClassStandsAtTheStandardOffset) {
     EXPECT_EQ(sample.nubez.width, 800);
 }
 
+TEST_F(DisplaySamples, TheDistrictLabelStandsInTheLowerPart) {
+    const PointSample sample =
+        draw_point_sample(session, measurer, target, size, SampleMedium::screen, 0);
+    // Its middle, 200 twips high, at a quarter of the height.
+    EXPECT_EQ(sample.nubez.left, 180);
+    EXPECT_EQ(sample.nubez.top, 375 + 100);
+    EXPECT_EQ(sample.nubez.height, 200);
+}
+
+TEST_F(DisplaySamples, OnlyThePointOfTheLastClassIsANewPoint) {
+    draw_point_sample(session, measurer, target, size, SampleMedium::screen, 0);
+    const std::string blue = fmt::format("FillColor {}", rgb(0, 127, 255));
+    const std::string red = fmt::format("FillColor {}", rgb(255, 0, 63));
+    Lines colours;  // of the circles, in the order of their classes
+    std::string fill;
+    for (const std::string& line : described(target)) {
+        if (line.rfind("FillColor ", 0) == 0) {
+            fill = line;
+        } else if (line.rfind("Circle ", 0) == 0) {
+            colours.push_back(fill);
+        }
+    }
+    EXPECT_EQ(colours, (Lines{blue, blue, blue, red}));
+}
+
 TEST_F(DisplaySamples, LabelsInThePlotHaveTheirHeightOnPaper) {
     session.settings.pubsizplo = 2.54F;
     const PointSample sample =

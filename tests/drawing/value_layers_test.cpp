@@ -62,6 +62,12 @@ TEST_F(ValueLayersTest, VectorOfANewPointTakesItsWidthAndColour) {
     EXPECT_EQ(vectors(2), Lines{"DrawStyle 0"} + pen(2, red) + Lines{"Line 10 20 20 15"});
 }
 
+TEST_F(ValueLayersTest, AFurtherEpochWithoutAFirstBeginsAtTheOrigin) {
+    position_value(2, -1, 1).pu_epoche = 1;
+    // No end has been kept yet: 0, 0 of the ground, whose view begins at 1000, 2000.
+    EXPECT_EQ(only(vectors(1), "Line"), Lines{"Line -1000 -2000 20 15"});
+}
+
 TEST_F(ValueLayersTest, VectorsOfOtherKindsAreSkipped) {
     position_value(2, -1, 2);
     EXPECT_EQ(vectors(1), Lines{"DrawStyle 0"});

@@ -110,6 +110,14 @@ TEST_F(ViewIndexTest, MovedLabelIsVisitedUntilTheNextRebuild) {
     EXPECT_EQ(points_in(box), (Rows{}));
 }
 
+TEST_F(ViewIndexTest, MovedLabelOfTheFirstRowIsVisited) {
+    add_point(session, 1000, 1000);
+    const TargetBox box{0, 0, 10, 10};
+    EXPECT_EQ(points_in(box), (Rows{}));
+    session.view_index.label_moved(1);
+    EXPECT_EQ(points_in(box), (Rows{1}));
+}
+
 TEST_F(ViewIndexTest, IsRebuiltWhenTheTablesChange) {
     add_point(session, 0, 0);
     const TargetBox box{0, 0, 10, 10};

@@ -167,6 +167,18 @@ TEST_F(PlotDistrictsTest, WithoutALegendNothingIsCovered) {
 
 // Numbers at the nodes.
 
+TEST_F(PlotDistrictsTest, NodesOnTheLowerAndLeftEdgeHaveTheirNumbers) {
+    session.plot.plot_null_rechts = 2571000;
+    session.plot.plot_null_hoch = 5619000;
+    session.blatt = {2571000, 5619000, 2574000, 5621000};
+    session.extents = {2571000, 5619000, 2574000, 5621000, 0, 0};
+    session.obj.obj_nbez = 1;
+    const std::vector<std::string> found = labels();
+    EXPECT_THAT(found, Contains("25715619 @0 20"));
+    EXPECT_THAT(found, Contains("25725619 @1000 20"));
+    EXPECT_THAT(found, Contains("25715620 @0 1020"));
+}
+
 TEST_F(PlotDistrictsTest, NumbersStandAtTheNodes) {
     session.obj.obj_nbez = 1;
     EXPECT_THAT(labels(),

@@ -7,6 +7,7 @@
 #include "drawing/geometry.h"
 #include "drawing/pipeline.h"
 #include "plot_fixture.h"
+#include "temp_file.h"
 
 namespace veldra {
 namespace {
@@ -44,6 +45,23 @@ class PlotPageTest : public test::PlotFixture {
         return lines;
     }
 };
+
+TEST_F(PlotPageTest, BoundariesAreDrawnIfTheyAreChosen) {
+    const testing_support::TempFolder folder;
+    session.settings.verw_datei =
+        folder.file("grenzen.dat", "@ 1 Land x LND\r\n2 2570010 5620100\r\n1 2570100 5620100\r\n");
+    session.settings.verw_datum = {};
+    session.settings.grenzdrw[1] = 4;
+    session.plot.plot_null_rechts = 2570000;
+    session.plot.plot_null_hoch = 5620000;
+    session.extents = {2570000, 5620000, 2570500, 5620500, 0, 0};
+    session.obj.obj_bezu = 1;
+    session.obj.obj_bezu_elli = 1;
+    session.obj.obj_bezu_abbi = 1;
+    EXPECT_THAT(plot(1, 1).all<test::page::Polygon>(), IsEmpty());
+    session.obj.obj_verw = 1;
+    EXPECT_FALSE(plot(1, 1).all<test::page::Polygon>().empty());
+}
 
 TEST_F(PlotPageTest, SheetsLieEdgeToEdgeFromTheZeroPoint) {
     set_sheet_window(session, place(1, 1));

@@ -95,6 +95,21 @@ TEST_F(KoordtransTest, EastingCountsFromTheCentralMeridianOfItsNumber) {
     EXPECT_DOUBLE_EQ(zone.hoch, 0);
 }
 
+TEST_F(KoordtransTest, OutsideTheDomainBothCoordinatesAreZero) {
+    ASSERT_EQ(define(1, 1, gauss_krueger), 0);
+    const Plane none[] = {to_plane(50, 361, 3, find_strip), to_plane(50, 9, 120, by_number),
+                          to_plane(50, 9, 3, by_number, 2)};
+    for (const Plane& plane : none) {
+        EXPECT_EQ(plane.status, 1);
+        EXPECT_EQ(plane.rechts, 0);
+        EXPECT_EQ(plane.hoch, 0);
+    }
+    const Geographic nowhere = to_geographic(3500000, 5600000, 120, by_number);
+    EXPECT_EQ(nowhere.status, 1);
+    EXPECT_EQ(nowhere.latitude, 0);
+    EXPECT_EQ(nowhere.longitude, 0);
+}
+
 TEST_F(KoordtransTest, ScaleOnTheCentralMeridianIsOneAndUtmsIsSmaller) {
     ASSERT_EQ(define(1, 4, gauss_krueger), 0);
     ASSERT_EQ(define(2, 4, utm), 0);

@@ -262,7 +262,8 @@ class FrmTorvelHandTest : public test::HandFixture {
         QVERIFY(close_to(session_.view.ansicht_rw_min + place.x() * pixel(), rechts, 1e-4));
         QVERIFY(close_to(session_.view.ansicht_hw_max - place.y() * pixel(), hoch, 1e-4));
         QCOMPARE(undo_text(), text("Rückgängig: Vergrößern"));
-        turn_wheel(place, -120);
+        constexpr quint64 later = 501;
+        turn_wheel(place, -120, later);
         QTest::qWait(20);
         QVERIFY(close_to(pixel(), before / 1.25));
         QCOMPARE(undo_text(), text("Rückgängig: Verkleinern"));

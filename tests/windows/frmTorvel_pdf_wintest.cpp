@@ -219,7 +219,9 @@ class FrmTorvelPdfTest : public test::TorvelFixture {
             chooser.selectFile(path("plan"));
             static_cast<QDialog&>(chooser).accept();
         });
-        QCOMPARE(ask_for_output_file(nullptr), path("plan.pdf"));
+        QString folder;
+        QCOMPARE(ask_for_output_file(nullptr, {}, folder), path("plan.pdf"));
+        QCOMPARE(folder, root_->path());
         QCOMPARE(types, QStringList({text("Alle Dateien (*.*)"), text("PDF-Dateien (*.pdf)")}));
         QCOMPARE(endings, QStringList({QString(), text("pdf")}));
     }

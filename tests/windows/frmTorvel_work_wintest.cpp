@@ -306,6 +306,43 @@ class LongWorkTest : public WorkFixture {
         QCOMPARE(drawn_afresh(), shown);
     }
 
+    void a_given_up_drawing_says_so_and_offers_to_draw_anew() {
+        start_with(diagonal(4 * many));
+        const auto& notice = control<QFrame>(*window_, "fra_abgebrochen");
+        QVERIFY(!notice.isVisible());
+        be_slow([this] { give_up().click(); });
+        action("lupe_minus")->trigger();
+        QVERIFY(notice.isVisible());
+        QVERIFY(picture().rect().contains(notice.geometry()));
+        QCOMPARE(control<QLabel>(notice, "lbl_abgebrochen").text(),
+                 text("Das Zeichnen wurde abgebrochen, das Bild ist unvollständig."));
+        const QString pictures = qEnvironmentVariable("VELDRA_PICTURES");
+        if (!pictures.isEmpty()) {
+            QVERIFY(window_->grab().save(pictures + text("/abgebrochen.png")));
+        }
+        // Giving up once more leaves it; the arrows still move the picture.
+        be_slow([this] { give_up().click(); });
+        control<QPushButton>(notice, "cmd_neu_zeichnen").click();
+        QVERIFY(slow_.questions > 0);
+        QVERIFY(notice.isVisible());
+        QVERIFY(action("rückgängig")->isEnabled());
+        control<QPushButton>(notice, "cmd_neu_zeichnen").click();
+        QVERIFY(!notice.isVisible());
+        QVERIFY(!session_.lbl_pubez_placed.empty());
+        const QImage shown = picture().shown();
+        QCOMPARE(drawn_afresh(), shown);
+    }
+
+    void the_notice_of_a_given_up_drawing_goes_with_the_file() {
+        start_with(diagonal(4 * many));
+        be_slow([this] { give_up().click(); });
+        action("lupe_minus")->trigger();
+        const auto& notice = control<QFrame>(*window_, "fra_abgebrochen");
+        QVERIFY(notice.isVisible());
+        open("ve_zwei.dat", square_network);
+        QVERIFY(!notice.isVisible());
+    }
+
     void a_redraw_and_a_new_size_amid_a_drawing_come_after_it() {
         start_with(diagonal(4 * many));
         const QSize before = window_->size();

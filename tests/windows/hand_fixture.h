@@ -48,9 +48,11 @@ class HandFixture : public TorvelFixture {
                   session_.view.ansicht_hw_min + static_cast<double>(label.top - label.height / 2));
     }
 
-    void turn_wheel(const QPoint& place, int angle) {
+    /// `time` is that of the hand, milliseconds.
+    void turn_wheel(const QPoint& place, int angle, quint64 time = 0) {
         QWheelEvent event(place, picture().mapToGlobal(QPointF(place)), {}, QPoint(0, angle),
                           Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        event.setTimestamp(time);
         QApplication::sendEvent(&picture(), &event);
     }
 };

@@ -62,11 +62,8 @@ FrmDarstellungen::FrmDarstellungen(QWidget* window, Session& session, TextMeasur
 }
 
 FrmDarstellungen::~FrmDarstellungen() {
-    if (!left_) {
-        display_reject(context_.session, plot_massstab_);
-    }
+    FrmDarstellungen::give_up_edits();
     // Boxes lose the focus now, while what they would be read by is still there.
-    left_ = true;
     hide();
     tab_darstellungen_->disconnect(this);  // it loses its tabs one by one
 }
@@ -202,9 +199,15 @@ void FrmDarstellungen::accept() {
 }
 
 void FrmDarstellungen::reject() {
-    left_ = true;
-    display_reject(context_.session, plot_massstab_);
+    give_up_edits();
     QDialog::reject();
+}
+
+void FrmDarstellungen::give_up_edits() {
+    if (!left_) {
+        left_ = true;
+        display_reject(context_.session, plot_massstab_);
+    }
 }
 
 void FrmDarstellungen::showEvent(QShowEvent* event) {

@@ -7,6 +7,7 @@
 
 #include "windows/forms/frmDarstellungen_page.h"
 #include "windows/qt/qt_user_interface.h"
+#include "windows/qt/session_editor.h"
 
 class QPushButton;
 class QTabWidget;
@@ -16,7 +17,7 @@ namespace veldra {
 /// Sets how objects look. The dialog edits the live settings, so that its samples show what is set;
 /// OK keeps them, Abbrechen and closing return to those of its opening. The picture is left to the
 /// caller, who draws it anew when the dialog has finished.
-class FrmDarstellungen final : public QDialog {
+class FrmDarstellungen final : public QDialog, public SessionEditor {
     Q_OBJECT
 
  public:
@@ -38,6 +39,7 @@ class FrmDarstellungen final : public QDialog {
 
     void accept() override;
     void reject() override;
+    void give_up_edits() override;
 
  protected:
     void showEvent(QShowEvent* event) override;

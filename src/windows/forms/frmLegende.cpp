@@ -204,10 +204,9 @@ void FrmLegende::ask_for_font(std::size_t number) {
     }
 }
 
-void FrmLegende::store() {
+void FrmLegende::store_texts() {
     std::array<LegendEntry, legend_line_count> entries;
     for (std::size_t number = 1; number <= legend_line_count; ++number) {
-        take_size(number);
         const Line& shown = line(number);
         entries[number - 1] = {bytes_of(shown.txt_legende->text()),
                                shown.chk_standard != nullptr && shown.chk_standard->isChecked()};
@@ -232,8 +231,17 @@ bool FrmLegende::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void FrmLegende::done(int result) {
-    store();
+    for (std::size_t number = 1; number <= legend_line_count; ++number) {
+        take_size(number);
+    }
+    store_texts();
     QDialog::done(result);
+}
+
+void FrmLegende::give_up_edits() {
+    if (!isHidden()) {
+        store_texts();
+    }
 }
 
 void FrmLegende::showEvent(QShowEvent* event) {

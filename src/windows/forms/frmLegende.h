@@ -7,6 +7,7 @@
 #include "dialogs/legend_options.h"
 #include "model/session.h"
 #include "windows/qt/face_chooser.h"
+#include "windows/qt/session_editor.h"
 
 class QCheckBox;
 class QGridLayout;
@@ -18,7 +19,7 @@ namespace veldra {
 
 /// Edits the four title lines of the legend and its place. However it is closed, what it shows is
 /// taken over.
-class FrmLegende final : public QDialog {
+class FrmLegende final : public QDialog, public SessionEditor {
     Q_OBJECT
 
  public:
@@ -34,6 +35,8 @@ class FrmLegende final : public QDialog {
 
     /// Closing in any way.
     void done(int result) override;
+    /// Takes texts and place over; a height counts when its box has been left.
+    void give_up_edits() override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  protected:
@@ -58,7 +61,7 @@ class FrmLegende final : public QDialog {
     void take_size(std::size_t number);
     void ask_for_font(std::size_t number);
     void follow_standard(std::size_t number, bool standard);
-    void store();
+    void store_texts();
     Line& line(std::size_t number) { return lines_[number - 1]; }
 
     Session& session_;

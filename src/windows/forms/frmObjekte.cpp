@@ -433,6 +433,12 @@ void FrmObjekte::showEvent(QShowEvent* event) {
     }
 }
 
+void FrmObjekte::give_up_edits() {
+    if (!left_ && txt_nubemerit_->isModified()) {
+        type_meridian(session_.obj, txt_nubemerit_->text().toStdString());
+    }
+}
+
 void FrmObjekte::done(int result) {
     if (!left_) {
         left_ = true;

@@ -8,6 +8,7 @@
 #include <functional>
 
 #include "dialogs/object_selection.h"
+#include "windows/qt/session_editor.h"
 
 class QCheckBox;
 class QComboBox;
@@ -20,13 +21,14 @@ namespace veldra {
 
 /// "Auswahl Objekte": chooses what is shown of the current network part. Each choice goes to the
 /// session at once; leaving the dialog in any way takes them, and `taken` is then called once.
-class FrmObjekte final : public QDialog {
+class FrmObjekte final : public QDialog, public SessionEditor {
     Q_OBJECT
 
  public:
     FrmObjekte(QWidget* window, Session& session, std::function<void(SelectionLeft)> taken);
 
     void done(int result) override;
+    void give_up_edits() override;
 
  protected:
     void showEvent(QShowEvent* event) override;

@@ -313,6 +313,13 @@ void FrmPlotten::reject() {
     QDialog::reject();
 }
 
+void FrmPlotten::give_up_edits() {
+    if (!left_) {
+        left_ = true;
+        plot_merken(session_, 3);
+    }
+}
+
 bool FrmPlotten::eventFilter(QObject* watched, QEvent* event) {
     if (watched == chk_plotternull_ && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();

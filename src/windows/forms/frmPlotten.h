@@ -8,6 +8,7 @@
 #include "commands/lifecycle.h"
 #include "dialogs/plot_options.h"
 #include "windows/qt/qt_user_interface.h"
+#include "windows/qt/session_editor.h"
 
 class QCheckBox;
 class QComboBox;
@@ -24,7 +25,7 @@ class PaperSymbol;
 
 /// The plot settings of the current network part, edited live. It stands beside its window, where
 /// it hides nothing of the picture if there is room.
-class FrmPlotten final : public QDialog {
+class FrmPlotten final : public QDialog, public SessionEditor {
     Q_OBJECT
 
  public:
@@ -42,6 +43,7 @@ class FrmPlotten final : public QDialog {
 
     void accept() override;
     void reject() override;
+    void give_up_edits() override;
 
  protected:
     void showEvent(QShowEvent* event) override;

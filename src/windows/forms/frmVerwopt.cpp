@@ -48,9 +48,11 @@ FrmVerwopt::FrmVerwopt(QWidget* window, Session& session)
     refused_timer_.setSingleShot(true);
     connect(&refused_timer_, &QTimer::timeout, this, &FrmVerwopt::return_to_refused_row);
     choose_file = [this] {
-        return ask_for_existing_file(this, QStringLiteral("dlg_grendatei"),
-                                     QStringLiteral("Verwaltungsgrenzendatei wählen"),
-                                     "Alle *.dat|*.dat|Alle Dateien (*.*)|*.*");
+        return ask_for_existing_file(
+            this,
+            {QStringLiteral("dlg_grendatei"), QStringLiteral("Verwaltungsgrenzendatei wählen"),
+             "Alle *.dat|*.dat|Alle Dateien (*.*)|*.*"},
+            *last_folder);
     };
     build();
     show_options(boundary_options(session.settings));

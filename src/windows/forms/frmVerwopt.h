@@ -4,6 +4,7 @@
 #include <QTimer>
 #include <array>
 #include <functional>
+#include <memory>
 
 #include "dialogs/boundary_options.h"
 #include "model/session.h"
@@ -32,6 +33,8 @@ class FrmVerwopt final : public QDialog {
     /// Asks for the boundary file (`dlg_grendatei`); "" if there is none. Tests put an answer in
     /// its place.
     std::function<QString()> choose_file;
+    /// Where the dialog for it begins; shared with the other file dialogs.
+    std::shared_ptr<QString> last_folder = std::make_shared<QString>();
 
     /// Stores what is shown, if all transitions can be read.
     void accept() override;

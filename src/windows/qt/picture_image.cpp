@@ -83,10 +83,10 @@ QImage empty_picture(QSize pixels, double device_pixel_ratio) {
     return image;
 }
 
-void draw_layers(Session& session, TextMeasurer& measurer, UserInterface& ui, QImage& image,
+bool draw_layers(Session& session, TextMeasurer& measurer, UserInterface& ui, QImage& image,
                  double device_pixel_ratio, Printer* printer) {
     RasterTarget target(image, session_mapping(session, image, device_pixel_ratio));
-    draw_picture(session, target, {measurer, ui, [] {}, printer});
+    return draw_picture(session, target, {measurer, ui, [] {}, printer});
 }
 
 void draw_labels(const Session& session, LabelPainter& painter, QImage& image,

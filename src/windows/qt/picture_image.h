@@ -32,8 +32,9 @@ void copy_picture(const QImage& from, QImage& image);
 
 /// Draws all layers of the session, without the labels, on an empty picture: those of the screen,
 /// or of the preview in plot mode, which looks at the application printer. Whatever drawing changes
-/// of the session or says to the user, happens.
-void draw_layers(Session& session, TextMeasurer& measurer, UserInterface& ui, QImage& image,
+/// of the session or says to the user, happens. False if the user gave the drawing up: the image
+/// then holds a part of the layers.
+bool draw_layers(Session& session, TextMeasurer& measurer, UserInterface& ui, QImage& image,
                  double device_pixel_ratio, Printer* printer = nullptr);
 
 /// Paints the session's labels over its layers, and in plot mode sheets and legend. What they cover

@@ -70,6 +70,13 @@ void paint_overlay(QPainter& painter, const PictureOverlay& overlay, const Sessi
         painter.setPen(QPen(Qt::white, 1));
         painter.drawLines(sheets.data(), static_cast<int>(sheets.size()));
     }
+    if (overlay.legend) {
+        // Its edges may lie on those of a sheet, where inverting twice would show neither.
+        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+        painter.setPen(QPen(Qt::black, 1));
+        painter.drawRect(*overlay.legend);
+        painter.setCompositionMode(QPainter::RasterOp_SourceXorDestination);
+    }
     if (overlay.rubber_band) {
         QPen dotted(Qt::white, 1);
         dotted.setDashPattern({3, 3});

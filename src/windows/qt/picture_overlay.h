@@ -16,9 +16,10 @@ namespace veldra {
 /// they are.
 struct PictureOverlay {
     std::optional<QRectF> rubber_band;
-    std::optional<QRectF> ghost;  ///< frame of the label that is being moved
-    QPointF shift;                ///< how far the whole picture is being pushed
-    bool sheets = false;          ///< the sheets of the plot are being moved
+    std::optional<QRectF> ghost;   ///< frame of the label that is being moved
+    QPointF shift;                 ///< how far the whole picture is being pushed
+    bool sheets = false;           ///< the sheets of the plot are being moved
+    std::optional<QRectF> legend;  ///< empty box of the legend that moves with them
 
     bool operator==(const PictureOverlay&) const = default;
 };

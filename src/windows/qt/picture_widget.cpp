@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "windows/qt/picture_image.h"
+#include "windows/qt/picture_notice.h"
 
 namespace veldra {
 
@@ -27,7 +28,11 @@ class Pointing {
 }  // namespace
 
 PictureWidget::PictureWidget(const Session& session, TextMeasurer& measurer, QWidget* parent)
-    : QWidget(parent), session_(session), measurer_(measurer), labels_(measurer) {
+    : QWidget(parent),
+      session_(session),
+      measurer_(measurer),
+      labels_(measurer),
+      given_up_(new PictureNotice(this)) {
     setObjectName(QStringLiteral("pic_torvel"));
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
@@ -37,6 +42,7 @@ PictureWidget::PictureWidget(const Session& session, TextMeasurer& measurer, QWi
     // Not from within the painting that finds it out.
     resolution_timer_.setSingleShot(true);
     connect(&resolution_timer_, &QTimer::timeout, this, &PictureWidget::resolution_changed);
+    connect(given_up_, &PictureNotice::redraw_wanted, this, &PictureWidget::redraw_wanted);
 }
 
 QSize PictureWidget::device_size() const {
@@ -53,14 +59,17 @@ void PictureWidget::redraw(Session& session, UserInterface& ui, Printer* printer
     const double ratio = devicePixelRatioF();
     QImage layers = std::exchange(spare_, QImage());
     clear_picture(layers, device_size(), ratio);
+    given_up_->hide();
+    bool whole = false;
     {
         const Pointing pointing(unfinished_, layers);
-        draw_layers(session, measurer_, ui, layers, ratio, printer);
+        whole = draw_layers(session, measurer_, ui, layers, ratio, printer);
     }
     spare_ = std::exchange(shown_, std::move(layers));
     beneath_labels_.forget();
     ratio_ = ratio;
     paint_labels();
+    given_up_->setVisible(!whole);
     if (std::exchange(redraw_missed_, false)) {
         Q_EMIT redraw_missed();
     }
@@ -92,6 +101,7 @@ void PictureWidget::show_unfinished() {
 }
 
 void PictureWidget::clear() {
+    given_up_->hide();
     shown_ = QImage();
     beneath_labels_.forget();
     spare_ = QImage();

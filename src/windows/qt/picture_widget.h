@@ -15,6 +15,7 @@
 
 namespace veldra {
 
+class PictureNotice;
 class Printer;
 
 /// The picture of the main window: the drawn layers with the session's labels painted over them. It
@@ -38,6 +39,9 @@ class PictureWidget final : public QWidget {
     /// Events may be served meanwhile. What is being drawn belongs to this call alone, so nothing
     /// can take it away; a call that comes meanwhile draws nothing and is told by `redraw_missed`
     /// at the end.
+    ///
+    /// A drawing that the user gives up leaves what it has drawn, and a notice over it that offers
+    /// to draw anew, until the next drawing.
     void redraw(Session& session, UserInterface& ui, Printer* printer = nullptr);
     [[nodiscard]] bool is_drawing() const { return unfinished_ != nullptr; }
     /// Paints the labels anew over the layers that are there; not while a drawing is under way.
@@ -62,6 +66,8 @@ class PictureWidget final : public QWidget {
     void resized();
     /// A redraw was asked for while another one was under way, which is over now.
     void redraw_missed();
+    /// The user wants the picture that was given up drawn anew.
+    void redraw_wanted();
     /// The window has moved to a screen of another resolution.
     void resolution_changed();
 
@@ -82,6 +88,7 @@ class PictureWidget final : public QWidget {
     const QImage* unfinished_ = nullptr;  ///< being drawn
     bool redraw_missed_ = false;
     PictureOverlay overlay_;
+    PictureNotice* given_up_;  ///< shown over a picture that is not whole
     double ratio_ = 1;
     QTimer resolution_timer_;
 };

@@ -12,10 +12,12 @@
 
 namespace veldra {
 
-QString ask_for_output_file(QWidget* window) {
-    return ask_for_new_file(window, QStringLiteral("Ausgabe in Datei"),
-                            "PDF-Dateien (*.pdf)|*.pdf|Alle Dateien (*.*)|*.*",
-                            QStringLiteral("pdf"));
+QString ask_for_output_file(QWidget* window, const QString& proposed, QString& folder) {
+    return ask_for_new_file(
+        window,
+        {QStringLiteral("dlg_torvel_speichern"), QStringLiteral("Ausgabe in Datei"),
+         "PDF-Dateien (*.pdf)|*.pdf|Alle Dateien (*.*)|*.*"},
+        proposed, folder);
 }
 
 class QtPrintDialog::Form {
@@ -64,7 +66,11 @@ class QtPrintDialog::Form {
 };
 
 QtPrintDialog::QtPrintDialog(QtPrinters& printers, QWidget* window)
-    : choose_file(ask_for_output_file), printers_(printers), window_(window) {}
+    : choose_file([folder = QString()](QWidget* parent) mutable {
+          return ask_for_output_file(parent, {}, folder);
+      }),
+      printers_(printers),
+      window_(window) {}
 
 bool QtPrintDialog::take_print(Form& form, std::int32_t& flags) {
     std::string file;

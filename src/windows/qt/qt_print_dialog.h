@@ -9,8 +9,10 @@
 
 namespace veldra {
 
-/// Asks for the PDF file that takes a plot; "" if the user does not want one after all.
-[[nodiscard]] QString ask_for_output_file(QWidget* window);
+/// Asks for the PDF file that takes a plot; "" if the user does not want one after all. `proposed`
+/// and `folder` are those of `ask_for_new_file`.
+[[nodiscard]] QString ask_for_output_file(QWidget* window, const QString& proposed,
+                                          QString& folder);
 
 /// The common print dialog: a list of the printers and, in the print form, the box for printing to
 /// a file. A file that is wanted for a queue is asked for behind OK; the built-in device asks for

@@ -1,13 +1,18 @@
 #include "windows/qt/qt_user_interface.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QHeaderView>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
+#include <QThread>
 #include <QTreeView>
+#include <QWindow>
 #include <cstdio>
 
 namespace veldra {
@@ -88,6 +93,22 @@ void QtUserInterface::set_mouse_pointer(int pointer) {
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
+void wait_until_shown(const QWidget& window, const std::function<bool()>& goes_on) {
+    constexpr int longest = 1000;  // milliseconds
+    constexpr unsigned long pause = 5;
+    QElapsedTimer waited;
+    waited.start();
+    const auto shown = [&window] {
+        return window.windowHandle() != nullptr && window.windowHandle()->isExposed();
+    };
+    while (!shown() && goes_on() && waited.elapsed() < longest) {
+        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        if (!shown()) {
+            QThread::msleep(pause);
+        }
+    }
+}
+
 void show_fatal_error(QWidget* window, const std::string& message) {
     QtUserInterface(window, nullptr).message_box(MessageStyle::critical, "VELDRA", message);
 }
@@ -139,11 +160,21 @@ void show_whole_columns(QFileDialog& dialog) {
     dialog.resize(usual_size.boundedTo(room));
 }
 
-/// A file dialog with German texts; the user's choice or "".
-QString run_file_dialog(QFileDialog& dialog, std::string_view filter, const QString& accept) {
+/// "png" of "PNG-Bild (*.png) (*.png)"; "" where all files are meant.
+QString ending_of_filter(const QString& text) {
+    const QString pattern = text.mid(text.lastIndexOf(QLatin1Char('(')) + 1).chopped(1);
+    const QString ending = pattern.mid(pattern.lastIndexOf(QLatin1Char('.')) + 1);
+    return ending == QLatin1String("*") ? QString() : ending;
+}
+
+/// Runs a file dialog with German texts; the user's choice or "".
+QString run_file_dialog(QFileDialog& dialog, const FileQuestion& question, const QString& accept,
+                        QString& folder) {
+    dialog.setObjectName(question.name);
+    dialog.setWindowTitle(question.title);
     // The texts name their patterns themselves; those added behind them stay out of sight.
     dialog.setOption(QFileDialog::HideNameFilterDetails);
-    dialog.setNameFilters(to_name_filters(filter));
+    dialog.setNameFilters(to_name_filters(question.filter));
     dialog.setLabelText(QFileDialog::Accept, accept);
     dialog.setLabelText(QFileDialog::Reject, QStringLiteral("Abbrechen"));
     dialog.setLabelText(QFileDialog::LookIn, QStringLiteral("Suchen in:"));
@@ -153,37 +184,47 @@ QString run_file_dialog(QFileDialog& dialog, std::string_view filter, const QStr
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
         return {};
     }
-    return dialog.selectedFiles().constFirst();
+    const QString file = dialog.selectedFiles().constFirst();
+    folder = QFileInfo(file).path();
+    return file;
+}
+
+void begin_in(QFileDialog& dialog, const QString& folder) {
+    const bool there = !folder.isEmpty() && QFileInfo(folder).isDir();
+    dialog.setDirectory(there ? folder : QDir::currentPath());
 }
 
 }  // namespace
 
-QString ask_for_existing_file(QWidget* window, const QString& name, const QString& title,
-                              std::string_view filter) {
-    QFileDialog dialog(window, title);
-    dialog.setObjectName(name);
+QString ask_for_existing_file(QWidget* window, const FileQuestion& question, QString& folder) {
+    QFileDialog dialog(window);
     dialog.setFileMode(QFileDialog::ExistingFile);
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
-    return run_file_dialog(dialog, filter, QStringLiteral("Ö&ffnen"));
+    begin_in(dialog, folder);
+    return run_file_dialog(dialog, question, QStringLiteral("Ö&ffnen"), folder);
 }
 
-QString ask_for_new_file(QWidget* window, const QString& title, std::string_view filter,
-                         const QString& suffix, const QString& proposed) {
-    QFileDialog dialog(window, title);
-    dialog.setObjectName(QStringLiteral("dlg_torvel_speichern"));
+QString ask_for_new_file(QWidget* window, const FileQuestion& question, const QString& proposed,
+                         QString& folder) {
+    QFileDialog dialog(window);
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(suffix);
+    dialog.setDefaultSuffix(ending_of_filter(to_name_filters(question.filter).value(0)));
     QObject::connect(
-        &dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& text) {
-            const QString pattern = text.mid(text.lastIndexOf(QLatin1Char('(')) + 1).chopped(1);
-            const QString ending = pattern.mid(pattern.lastIndexOf(QLatin1Char('.')) + 1);
-            dialog.setDefaultSuffix(ending == QLatin1String("*") ? QString() : ending);
-        });
+        &dialog, &QFileDialog::filterSelected, &dialog,
+        [&dialog](const QString& text) { dialog.setDefaultSuffix(ending_of_filter(text)); });
+    begin_in(dialog, folder);
     if (!proposed.isEmpty()) {
         dialog.selectFile(proposed);
     }
-    return run_file_dialog(dialog, filter, QStringLiteral("&Speichern"));
+    return run_file_dialog(dialog, question, QStringLiteral("&Speichern"), folder);
+}
+
+QString proposed_name(const std::string& graphic_file, const QString& ending) {
+    const QFileInfo file(path_text(graphic_file));
+    const QString base =
+        file.completeBaseName().isEmpty() ? file.fileName() : file.completeBaseName();
+    return base.isEmpty() ? QString() : base + QLatin1Char('.') + ending;
 }
 
 QString path_text(const std::string& path) {

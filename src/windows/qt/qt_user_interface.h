@@ -33,20 +33,33 @@ class QtUserInterface final : public UserInterface {
     QPointer<QWidget> picture_;
 };
 
+/// Serves the window system's events, but no input, until it has shown the window: only then is it
+/// known where the window stands. Waits a second at most, and no longer than `goes_on`.
+void wait_until_shown(const QWidget& window, const std::function<bool()>& goes_on);
+
 /// Shows the reason why the program cannot go on.
 void show_fatal_error(QWidget* window, const std::string& message);
 
-/// The file dialog `name`. `filter` is in pairs of text and pattern with "|" between them, UTF-8.
-/// "" if the user gave up.
-[[nodiscard]] QString ask_for_existing_file(QWidget* window, const QString& name,
-                                            const QString& title, std::string_view filter);
+/// What a file dialog says. `filter` is in pairs of text and pattern with "|" between them, UTF-8.
+struct FileQuestion {
+    QString name;  ///< of the dialog
+    QString title;
+    std::string_view filter;
+};
+
+/// Asks for a file that exists; "" if the user gave up. The dialog begins in `folder`, or in the
+/// current one if there is none of that name, and leaves there the folder of the choice.
+[[nodiscard]] QString ask_for_existing_file(QWidget* window, const FileQuestion& question,
+                                            QString& folder);
 
 /// Asks for the name of a file to be written, which may exist: the user is then asked once more. ""
-/// if the user gave up. `suffix` is added to a name without one; `proposed` is the path that stands
-/// in the dialog at first, "" for none.
-[[nodiscard]] QString ask_for_new_file(QWidget* window, const QString& title,
-                                       std::string_view filter, const QString& suffix,
-                                       const QString& proposed = {});
+/// if the user gave up. `proposed` is the name that stands in the dialog at first, "" for none; a
+/// name without an ending gets that of the filter. `folder` as above.
+[[nodiscard]] QString ask_for_new_file(QWidget* window, const FileQuestion& question,
+                                       const QString& proposed, QString& folder);
+
+/// "plan.pdf" for the graphic file "plan.dat"; "" for no file.
+[[nodiscard]] QString proposed_name(const std::string& graphic_file, const QString& ending);
 
 /// The pointer shape of a platform number: 0 default, 2 cross, 11 hourglass, 99 moving.
 void show_mouse_pointer(QWidget& widget, int pointer);
