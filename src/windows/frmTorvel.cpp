@@ -28,6 +28,9 @@ namespace veldra {
 namespace {
 
 constexpr QSize usual_size(1120, 760);
+/// The filter of dialogs for graphic files.
+constexpr std::string_view graphic_files =
+    "Graphikdateien (ve*.dat)|ve*.dat|Alle Dateien (*.*)|*.*";
 /// A new size and a new state of the window (maximised, restored) come as two events in either
 /// order. Both have come this many milliseconds after the first.
 constexpr int size_delay = 60;
@@ -74,16 +77,17 @@ FrmTorvel::FrmTorvel(Session& session, const SystemFolders& folders,
     setContextMenuPolicy(Qt::PreventContextMenu);
     build_controls();
     choose_file = [this] {
-        return ask_for_existing_file(
-            this,
-            {QStringLiteral("dlg_torvel_datei"), QStringLiteral("Graphikdatei öffnen"),
-             "Graphikdateien (ve*.dat)|ve*.dat|Alle Dateien (*.*)|*.*"},
-            *last_folder);
+        return ask_for_existing_file(this,
+                                     {QStringLiteral("dlg_torvel_datei"),
+                                      QStringLiteral("Graphikdatei öffnen"), graphic_files},
+                                     *last_folder);
     };
     choose_settings_file = [this] {
-        return ask_for_existing_file(this, QStringLiteral("dlg_torvel_uebernehmen"),
-                                     QStringLiteral("Einstellungen übernehmen aus"),
-                                     "Graphikdateien (ve*.dat)|ve*.dat|Alle Dateien (*.*)|*.*");
+        return ask_for_existing_file(
+            this,
+            {QStringLiteral("dlg_torvel_uebernehmen"),
+             QStringLiteral("Einstellungen übernehmen aus"), graphic_files},
+            *last_folder);
     };
     ui_.before_message = [this] {
         picture_->show_unfinished();

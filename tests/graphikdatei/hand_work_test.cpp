@@ -1,8 +1,7 @@
 // What users put into a graphic file by hand, read out of one file and carried into another.
-#include "graphikdatei/hand_work_transfer.h"
-
 #include <gmock/gmock.h>
 
+#include "graphikdatei/hand_work_transfer.h"
 #include "graphikdatei/take_over.h"
 #include "os/files.h"
 #include "session_fixture.h"
@@ -181,9 +180,9 @@ TEST_F(HandWorkTransfer, PartsOfOneNameKeepTheirOwnPlotSettings) {
 
 TEST_F(HandWorkTransfer, PlotSettingsThatNoReaderTakesAreNotCarried) {
     // T5 is beyond 16 bits, which ends a reading; T2 is below 1.
-    EXPECT_EQ(carry("NETZTEIL A\nMAßSTABGRUNDRISS 500 1 1 70000\nMAßSTABGRUNDRISS 0.5\n",
-                    "NETZTEIL A\n"),
-              "NETZTEIL A\n");
+    EXPECT_EQ(
+        carry("NETZTEIL A\nMAßSTABGRUNDRISS 500 1 1 70000\nMAßSTABGRUNDRISS 0.5\n", "NETZTEIL A\n"),
+        "NETZTEIL A\n");
 }
 
 TEST_F(HandWorkTransfer, TitleThatIsThePathOfAFileIsNone) {

@@ -265,8 +265,14 @@ class ProgramEndTest : public TorvelFixture {
         move_label();
         rewrite(square_network);
         // The notice about the rewritten file stands open when the signal comes.
-        QTimer::singleShot(200, this, [] { ::raise(SIGTERM); });
-        activate_again();
+        QTimer look;
+        connect(&look, &QTimer::timeout, this, [&look] {
+            if (QApplication::activeModalWidget() != nullptr) {
+                look.stop();
+                ::raise(SIGTERM);
+            }
+        });
+        look.start(10);
         QTRY_VERIFY(!window_->isVisible());
         QVERIFY(!window_->run().programm_aktiv);
         // Nobody has agreed to overwrite it.
