@@ -19,15 +19,15 @@ class LinesBeyondTheView : public test::LayerFixture {
         row.lin_fernziel.set(name);
         return row;
     }
-    Lines texts_in(const TargetBox& box) {
+    Lines texts_in(const TargetBox& visible) {
         RecordingTarget seen;
-        seen.set_visible_box(box);
+        seen.set_visible_box(visible);
         DrawOrientations(session, frame(), seen);
         return only(described(seen), "TextRotated");
     }
-    Lines drawn_in(const TargetBox& box, const char* kind) {
+    Lines drawn_in(const TargetBox& visible, const char* kind) {
         RecordingTarget seen;
-        seen.set_visible_box(box);
+        seen.set_visible_box(visible);
         DrawObservations(session, frame(), seen, ObservationForm::horizontal);
         return only(described(seen), kind);
     }
@@ -36,8 +36,9 @@ class LinesBeyondTheView : public test::LayerFixture {
 TEST_F(LinesBeyondTheView, LongRemoteNameReachesBackIntoTheView) {
     // The stub ends 20 m east of its point; 60 letters of 1 m run back to 40 m west of it.
     orientation({1000, 2000, 1600, 2000}, std::string(60, 'w'));
-    orientation({1000, 2080, 1600, 2080}, "kurz");  // the longest name need not be the last
-    EXPECT_EQ(texts_in({-45, -5, -35, 5}), Lines{"TextRotated '" + std::string(60, 'w') + "' 0 11"});
+    orientation({1000, 2900, 1600, 2900}, "kurz");  // the longest name need not be the last
+    EXPECT_EQ(texts_in({-45, -5, -35, 5}),
+              Lines{"TextRotated '" + std::string(60, 'w') + "' 0 11"});
 }
 
 TEST_F(LinesBeyondTheView, ShortNameFarOutsideIsLeftOut) {

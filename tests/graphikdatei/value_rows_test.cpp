@@ -25,8 +25,7 @@ TEST_F(ValueRows, AreFoundAfterManyOfThemAndAnotherSelection) {
     for (int i = many - 1; i >= 0; --i) {
         file += "HÖHENRESTKLAFFUNGEN " + std::to_string(i) + " 7 99 0\n";
         // The second record of a point meets the row of the first.
-        file += "HÖHENRESTKLAFFUNGEN " + std::to_string(i) + " 7 " + std::to_string(2 * i) +
-                " 0\n";
+        file += "HÖHENRESTKLAFFUNGEN " + std::to_string(i) + " 7 " + std::to_string(2 * i) + " 0\n";
     }
     read_values(file, Shown::horizontal_residuals);
     ASSERT_EQ(session.pu.count(), 1 + many);
