@@ -38,6 +38,7 @@ void command_bild(const FileOptions& options, const PictureOptions& picture,
         throw UsageError(output + ": der Name der Ausgabe endet auf .png oder .svg");
     }
     refuse_input_as_output(options.file, output);
+    tell_ownership_loss(output);
     Session session;
     QtTextMeasurer measurer;
     ConsoleInterface ui;
@@ -62,6 +63,7 @@ void command_operationen(const FileOptions& options, const PictureOptions& pictu
 void command_normalform(const FileOptions& options, const std::vector<std::string>& parts,
                         const std::string& output) {
     refuse_input_as_output(options.file, output);
+    tell_ownership_loss(output);
     Session session;
     QtTextMeasurer measurer;
     ConsoleInterface ui;

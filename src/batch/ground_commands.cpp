@@ -163,7 +163,9 @@ void command_koordinaten(const TransformationOptions& options) {
 void command_grenzen(const std::string& input, const std::string& output) {
     constexpr std::uint64_t long_file = 20'000'000;
     const std::string target = output.empty() ? input + "_neu" : output;
+    const NamedBy named_by = output.empty() ? NamedBy::program : NamedBy::user;
     refuse_input_as_output(input, target);
+    tell_ownership_loss(target);
     ReductionProgress progress;
     int told = 0;
     if (file_stamp(input).size > long_file) {
@@ -176,7 +178,7 @@ void command_grenzen(const std::string& input, const std::string& output) {
             }
         };
     }
-    const ReductionResult result = reduce_boundaries(input, target, progress);
+    const ReductionResult result = reduce_boundaries(input, target, progress, named_by);
     write_to_standard_output(
         fmt::format("{}: {} von {} Strecken entfallen\n", target, result.dropped, result.segments));
 }

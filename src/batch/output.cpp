@@ -27,6 +27,21 @@ void refuse_input_as_output(const std::string& input, const std::string& output)
     }
 }
 
+void tell_ownership_loss(const std::string& output) {
+    const OwnershipLoss loss = ownership_loss(output);
+    if (!loss.any()) {
+        return;
+    }
+    std::string lost;
+    if (!loss.owner.empty()) {
+        lost = "den Besitzer " + loss.owner;
+    }
+    if (!loss.group.empty()) {
+        lost += (lost.empty() ? "die Gruppe " : " und die Gruppe ") + loss.group;
+    }
+    remark(output + ": behält " + lost + " nicht und gehört danach dem, der sie schreibt");
+}
+
 std::string one_line(std::string text) {
     while (!text.empty() && text.back() == '\n') {
         text.pop_back();

@@ -180,6 +180,10 @@ int command_plot(const PlotArguments& arguments) {
     const PlotChoice choice = parse_plot_choice(arguments);
     const std::vector<std::string> outputs = output_paths(arguments);
     check_paths(arguments, outputs);
+    for (const std::string& output : outputs) {
+        tell_ownership_loss(output);
+    }
+    tell_ownership_loss(arguments.protocol);
     if (arguments.files.size() > 1 && !arguments.output.empty()) {
         create_folder(arguments.output);
     }

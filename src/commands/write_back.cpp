@@ -1,6 +1,8 @@
 #include "commands/write_back.h"
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 #include "commands/file_watch.h"
 #include "graphikdatei/memory_writer.h"
@@ -133,22 +135,64 @@ bool may_overwrite(const Session& session, const Desk& desk, Attendance attendan
                                    "Soll sie mit dem hier gezeigten Stand überschrieben werden?");
 }
 
-void tell(const Desk& desk, Attendance attendance, const std::string& text) {
+/// Whom the file is taken from when it is written, as a question.
+std::string ownership_question(const std::string& path, const OwnershipLoss& loss) {
+    std::string text = "Die Graphikdatei\n" + path +
+                       "\nliegt in einem Ordner, in den eine Gruppe schreiben darf. "
+                       "Wird sie geschrieben, so behält sie ";
+    if (!loss.owner.empty()) {
+        text += "ihren Besitzer (" + loss.owner + ")";
+    }
+    if (!loss.group.empty()) {
+        text += std::string(loss.owner.empty() ? "" : " und ") + "ihre Gruppe (" + loss.group + ")";
+    }
+    text += " nicht; sie gehört dann Ihnen.";
+    if (!loss.group.empty()) {
+        text += "\nDie Mitglieder der Gruppe dürfen danach nur noch, was alle dürfen.";
+    }
+    return text + "\n\nTrotzdem schreiben?";
+}
+
+/// Asks once for each file of a run. With nobody there the work counts for more.
+bool may_become_owner(Session& session, const Desk& desk, Attendance attendance) {
+    const OwnershipLoss loss = ownership_loss(session.graphikdatei);
+    std::vector<std::string>& agreed = session.besitz_geht_ueber;
+    if (!loss.any() || attendance == Attendance::nobody ||
+        std::find(agreed.begin(), agreed.end(), session.graphikdatei) != agreed.end()) {
+        return true;
+    }
+    const bool agrees =
+        desk.ui.message_box(MessageStyle::question_yes_no, "VELDRA - Graphikdatei schreiben",
+                            ownership_question(session.graphikdatei, loss));
+    if (agrees) {
+        agreed.push_back(session.graphikdatei);
+    }
+    return agrees;
+}
+
+/// Why the graphic file stays as it is.
+struct Unwritten {
+    const char* title;
+    const char* reason;
+};
+
+constexpr Unwritten rewritten_elsewhere{
+    "VELDRA - Graphikdatei geändert",
+    ": Ein anderes Programm hat die Graphikdatei geändert; sie wird nicht überschrieben."};
+constexpr Unwritten keeps_its_owner{
+    "VELDRA - Graphikdatei schreiben",
+    ": Die Graphikdatei wird nicht überschrieben und bleibt, wem sie gehört."};
+
+/// The graphic file stays; the work goes to a copy.
+void leave_unwritten(Session& session, const Desk& desk, Attendance attendance,
+                     const Unwritten& why) {
+    const Rescue rescue = keep_working_copy(session, desk, WorkingCopy::outdated);
+    const std::string text = session.graphikdatei + why.reason + "\n\n" + rescue_text(rescue);
+    close_document(session);
     if (attendance == Attendance::nobody) {
         throw FatalError(text);
     }
-    desk.ui.message_box(MessageStyle::information, "VELDRA - Graphikdatei geändert", text);
-}
-
-/// The graphic file stays as the other program has written it.
-void leave_unwritten(Session& session, const Desk& desk, Attendance attendance) {
-    const Rescue rescue = keep_working_copy(session, desk, WorkingCopy::outdated);
-    const std::string text = session.graphikdatei +
-                             ": Ein anderes Programm hat die Graphikdatei geändert; sie wird "
-                             "nicht überschrieben.\n\n" +
-                             rescue_text(rescue);
-    close_document(session);
-    tell(desk, attendance, text);
+    desk.ui.message_box(MessageStyle::information, why.title, text);
 }
 
 void write(Session& session, const Desk& desk) {
@@ -186,11 +230,13 @@ void datei_zurueckschreiben(Session& session, const Desk& desk, Attendance atten
         return;
     }
     const bool overwrite = may_overwrite(session, desk, attendance);
+    const bool write_it = overwrite && may_become_owner(session, desk, attendance);
     const Hourglass hourglass(session, desk.ui);
-    if (overwrite) {
+    if (write_it) {
         write(session, desk);
     } else {
-        leave_unwritten(session, desk, attendance);
+        leave_unwritten(session, desk, attendance,
+                        overwrite ? keeps_its_owner : rewritten_elsewhere);
     }
 }
 

@@ -125,11 +125,12 @@ ReductionEnd optimise_boundaries(const Session& session, std::string& datei,
         return ReductionEnd::no_file;
     }
     try {
-        reduce_boundaries(input, input + std::string(suffix), [&watch](double share) {
+        const auto progress = [&watch](double share) {
             if (!watch(share)) {
                 throw GivenUp();
             }
-        });
+        };
+        reduce_boundaries(input, input + std::string(suffix), progress, NamedBy::program);
     } catch (const GivenUp&) {
         return ReductionEnd::cancelled;
     }

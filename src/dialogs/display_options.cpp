@@ -102,7 +102,7 @@ ScaleEntry ground_scale_entry(std::string_view text) {
 }
 
 ScaleEntry vector_scale_entry(std::string_view text) {
-    const std::string normal = number_text(zahl_wert(text), vector_scale_mask);
+    const std::string normal = number_text(GroupDigits(text).value, vector_scale_mask);
     const double value = zahl_wert(normal);
     return {value > 0, normal, value};
 }

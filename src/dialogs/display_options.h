@@ -70,7 +70,8 @@ struct ScaleEntry {
 
 /// The ground scale: valid if above 0, also in its normal form, which has groups of three digits.
 [[nodiscard]] ScaleEntry ground_scale_entry(std::string_view text);
-/// A vector scale, one decimal at most: valid if above 0 with that decimal.
+/// A vector scale, one decimal at most: valid if above 0 with that decimal. It may be typed in
+/// groups too.
 [[nodiscard]] ScaleEntry vector_scale_entry(std::string_view text);
 /// The multiplier of line widths: valid from 1 up to what the widest pen of the picker can take
 /// without passing 16 bits.

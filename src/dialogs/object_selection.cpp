@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 #include "graphikdatei/observation_pass.h"
 #include "graphikdatei/value_pass.h"
@@ -10,6 +11,7 @@
 #include "model/long_work.h"
 #include "plot/printer_adapters.h"
 #include "reference/reference_system.h"
+#include "text/codepage.h"
 #include "text/numbers.h"
 #include "view/viewport.h"
 
@@ -122,6 +124,44 @@ void fit_empty_part(Session& session, SelectionLeft left) {
     }
 }
 
+/// Reads what the selection asks for of the current part, measures the extents and lets `settle`
+/// follow them. If that fails or is given up, everything is as before, with the selection `before`.
+void read_part_anew(Session& session, const ObjectSelection& before, const Desk& desk,
+                    const std::function<void()>& settle) {
+    constexpr int readings = 2;
+    const Hourglass hourglass(session, desk.ui);
+    const bool values = shows_values(before) || shows_values(session.obj);
+    FormerPart former(session, values ? FormerPart::Points::copied : FormerPart::Points::kept,
+                      before);
+    expect_readings(session.work, readings);
+    beob_lesen(session);
+    wert_lesen(session);
+    ComputeExtents(session, desk);
+    settle();
+    former.replaced();
+}
+
+/// Puts a limit of EV back, unless the new one was taken.
+class FormerLimit {
+ public:
+    FormerLimit(Session& session, double limit) : session_(session), limit_(limit) {}
+    ~FormerLimit() {
+        if (!replaced_) {
+            session_.settings.stndwert = limit_;
+            session_.twins.settings.stndwert = limit_;
+        }
+    }
+    FormerLimit(const FormerLimit&) = delete;
+    FormerLimit& operator=(const FormerLimit&) = delete;
+
+    void replaced() { replaced_ = true; }
+
+ private:
+    Session& session_;
+    double limit_;
+    bool replaced_ = false;
+};
+
 }  // namespace
 
 SelectionControls selection_controls(const ObjectSelection& obj, double roh_rw_min) {
@@ -160,6 +200,12 @@ std::int32_t wrapped_meridian(std::int64_t strip) {
     return strip >= meridian_strips ? 0 : static_cast<std::int32_t>(strip);
 }
 
+bool is_meridian(std::string_view text) {
+    const std::string_view typed = trim(text);
+    const bool is_number = !typed.empty() && typed.front() >= '0' && typed.front() <= '9';
+    return is_number && zahl_wert(typed) < meridian_strips;
+}
+
 void type_meridian(ObjectSelection& obj, std::string_view text) {
     constexpr double far_beyond = 1e6;
     const double typed = std::clamp(zahl_wert(text), -far_beyond, far_beyond);
@@ -172,25 +218,25 @@ void step_meridian(ObjectSelection& obj, int step) {
 
 void auswahl_uebernehmen(Session& session, const ObjectSelection& before, SelectionLeft left,
                          const Desk& desk) {
-    constexpr int readings = 2;
     derive_value_modes(session.obj);
     if (session.datei_geladen != 1) {
         return;
     }
-    {
-        const Hourglass hourglass(session, desk.ui);
-        const bool values = shows_values(before) || shows_values(session.obj);
-        FormerPart former(session, values ? FormerPart::Points::copied : FormerPart::Points::kept,
-                          before);
-        expect_readings(session.work, readings);
-        beob_lesen(session);
-        wert_lesen(session);
-        ComputeExtents(session, desk);
+    read_part_anew(session, before, desk, [&session, left] {
         if (session.pu.count() == 0 && session.lin.count() == 0) {
             fit_empty_part(session, left);
         }
-        former.replaced();
+    });
+    desk.redraw();
+}
+
+void grenzwert_uebernehmen(Session& session, double before, const Desk& desk) {
+    if (session.datei_geladen != 1) {
+        return;
     }
+    FormerLimit former(session, before);
+    read_part_anew(session, session.obj, desk, [] {});
+    former.replaced();
     desk.redraw();
 }
 

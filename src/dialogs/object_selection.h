@@ -65,6 +65,8 @@ constexpr std::int32_t meridian_strips = 120;  ///< strips are 0 to 119
 
 /// A strip within 0 to 119: above that the first, below it the last.
 [[nodiscard]] std::int32_t wrapped_meridian(std::int64_t strip);
+/// The text is the number of a strip.
+[[nodiscard]] bool is_meridian(std::string_view text);
 /// Takes the strip that the user has typed; what is no number counts as 0.
 void type_meridian(ObjectSelection& obj, std::string_view text);
 /// Goes to the next strip (1) or the one before (-1).
@@ -81,5 +83,13 @@ enum class SelectionLeft { by_ok, by_closing };
 /// force again, with everything that was read for it.
 void auswahl_uebernehmen(Session& session, const ObjectSelection& before, SelectionLeft left,
                          const Desk& desk);
+
+/// Takes another limit of EV, `stndwert`, below which the other test values are hidden: reads
+/// observations and point values of the current part anew, measures the extents and draws. Without
+/// a file nothing is read or drawn.
+///
+/// When the reading fails (FatalError) or is given up (WorkCancelled), the limit `before` is in
+/// force again, also as the one to return to, with everything that was read for it.
+void grenzwert_uebernehmen(Session& session, double before, const Desk& desk);
 
 }  // namespace veldra

@@ -23,10 +23,11 @@ std::string count_text(std::int16_t count) {
     return zahl_text(count, count_mask, "");
 }
 
+constexpr double most_sheets = std::numeric_limits<std::int16_t>::max();
+
 /// A typed number of sheets; at least one, at most what the settings can hold.
 std::int16_t typed_count(std::string_view text) {
-    constexpr double most = std::numeric_limits<std::int16_t>::max();
-    return to_int16(std::clamp(zahl_wert(text), 1.0, most)).value_or(1);
+    return to_int16(std::clamp(zahl_wert(text), 1.0, most_sheets)).value_or(1);
 }
 
 void RefreshSheetCounts(Session& session, PlotOptions& options, const WorldPoint& from,
@@ -88,6 +89,11 @@ bool has_open_part(const Session& session) {
 }
 
 }  // namespace
+
+bool is_sheet_count(std::string_view text) {
+    const double typed = zahl_wert(text);
+    return typed >= 1 && typed <= most_sheets;
+}
 
 std::string plot_scale_denominator(double plot_massstab) {
     if (!(plot_massstab > 0)) {

@@ -61,4 +61,7 @@ struct PlotOptions {
 /// Abbrechen.
 void reject_plot_options(Session& session, const Desk& desk);
 
+/// The text is a number of sheets that can be set by hand, 1 to 32767.
+[[nodiscard]] bool is_sheet_count(std::string_view text);
+
 }  // namespace veldra

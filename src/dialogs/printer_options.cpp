@@ -257,19 +257,21 @@ std::int32_t choose_standard_printer(Session& session, Printer& printer, Printer
     return options.printer_index;
 }
 
-void choose_paper(Printer& printer, std::int16_t code) {
+bool choose_paper(Printer& printer, std::int16_t code) {
     keeping_orientation(printer, [&] { trapped([&] { printer.set_PaperSize(code); }); });
+    return read(printer, &Printer::PaperSize) == code;
 }
 
-void choose_paper_bin(Printer& printer, std::int16_t bin) {
+bool choose_paper_bin(Printer& printer, std::int16_t bin) {
     keeping_orientation(printer, [&] { trapped([&] { printer.set_PaperBin(bin); }); });
+    return read(printer, &Printer::PaperBin) == bin;
 }
 
 void choose_orientation(Printer& printer, std::int16_t orientation) {
     trapped([&] { printer.set_Orientation(orientation); });
 }
 
-void set_user_paper(Printer& printer, std::string_view across, std::string_view up) {
+bool set_user_paper(Printer& printer, std::string_view across, std::string_view up) {
     const PaperUnits units = paper_units(printer);
     const auto width = to_int32(zahl_wert(across) * units.across);
     const auto height = to_int32(zahl_wert(up) * units.up);
@@ -279,6 +281,12 @@ void set_user_paper(Printer& printer, std::string_view across, std::string_view 
     if (height && *height > 0) {
         trapped([&] { printer.set_Height(static_cast<float>(*height)); });
     }
+    const auto has = [](float taken, std::string_view wanted, double unit) {
+        constexpr double rounding = 0.5;  // millimetres
+        return std::fabs(static_cast<double>(taken) / unit - zahl_wert(wanted)) <= rounding;
+    };
+    return has(read(printer, &Printer::Width), across, units.across) &&
+           has(read(printer, &Printer::Height), up, units.up);
 }
 
 std::int16_t limited_copies(int copies) {
@@ -288,6 +296,11 @@ std::int16_t limited_copies(int copies) {
 std::int16_t copies_of_text(std::string_view text) {
     const double typed = std::clamp(zahl_wert(text), 1.0, static_cast<double>(most_copies));
     return to_int16(typed).value_or(1);
+}
+
+bool are_copies(std::string_view text) {
+    const double typed = zahl_wert(text);
+    return typed >= 1 && typed <= static_cast<double>(most_copies);
 }
 
 void accept_printer_options(Session& session, Printer& printer, PrinterOptions& options,

@@ -71,17 +71,20 @@ std::int32_t choose_printer(Session& session, Printer& printer, PrinterOptions& 
 /// result is its index.
 std::int32_t choose_standard_printer(Session& session, Printer& printer, PrinterOptions& options);
 
-/// Writes a paper code or bin; the orientation stays.
-void choose_paper(Printer& printer, std::int16_t code);
-void choose_paper_bin(Printer& printer, std::int16_t bin);
+/// Writes a paper code or bin; the orientation stays. False if the printer has another one then.
+bool choose_paper(Printer& printer, std::int16_t code);
+bool choose_paper_bin(Printer& printer, std::int16_t bin);
 /// 1 Hochformat, 2 Querformat.
 void choose_orientation(Printer& printer, std::int16_t orientation);
 /// Sets the size of a user-defined paper from two typed texts, millimetres as the paper lies. A
-/// side that is not above 0, or beyond 32 bits of twips, is not written.
-void set_user_paper(Printer& printer, std::string_view across, std::string_view up);
+/// side that is not above 0, or beyond 32 bits of twips, is not written. False if the printer has
+/// another size then, by more than the half millimetre that its texts are rounded by.
+bool set_user_paper(Printer& printer, std::string_view across, std::string_view up);
 
 /// A typed number of copies, 1 to 100; what is no number counts as 1.
 [[nodiscard]] std::int16_t copies_of_text(std::string_view text);
+/// The text is a number within these limits.
+[[nodiscard]] bool are_copies(std::string_view text);
 /// A number of copies brought into 1 to 100.
 [[nodiscard]] std::int16_t limited_copies(int copies);
 

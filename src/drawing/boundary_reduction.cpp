@@ -80,8 +80,11 @@ class SegmentSet {
 
 class Reduction {
  public:
-    explicit Reduction(const std::string& output)
-        : out_(output), no_point_(points_.number("")), current_(no_point_), written_(no_point_) {}
+    Reduction(const std::string& output, NamedBy named_by)
+        : out_(output, named_by),
+          no_point_(points_.number("")),
+          current_(no_point_),
+          written_(no_point_) {}
 
     void line(std::string_view line) {
         constexpr std::size_t text_at = 2;
@@ -157,11 +160,11 @@ class Reduction {
 }  // namespace
 
 ReductionResult reduce_boundaries(const std::string& input, const std::string& output,
-                                  const ReductionProgress& progress) {
+                                  const ReductionProgress& progress, NamedBy named_by) {
     constexpr std::int64_t lines_between_reports = 1 << 16;
     const auto size = static_cast<double>(std::max<std::uint64_t>(file_stamp(input).size, 1));
     LineReader reader(input);
-    Reduction reduction(output);
+    Reduction reduction(output, named_by);
     std::string_view line;
     double read = 0;
     while (reader.next(line)) {

@@ -4,6 +4,8 @@
 #include <functional>
 #include <string>
 
+#include "os/files.h"
+
 namespace veldra {
 
 /// What a reduction came to.
@@ -21,8 +23,10 @@ using ReductionProgress = std::function<void(double)>;
 /// first and last point differ is closed by a segment that joins the two. Object headers end a run
 /// and stay as they are, in their places; lines that are neither points nor headers are left out.
 /// Takes time and memory in proportion to the input. Throws FatalError when a file cannot be read
-/// or written; `output` is replaced as a whole or not at all.
+/// or written; `output` is replaced as a whole or not at all. Who has chosen its name decides
+/// whether a link of that name is followed.
 ReductionResult reduce_boundaries(const std::string& input, const std::string& output,
-                                  const ReductionProgress& progress);
+                                  const ReductionProgress& progress,
+                                  NamedBy named_by = NamedBy::user);
 
 }  // namespace veldra

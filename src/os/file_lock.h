@@ -5,9 +5,11 @@
 namespace veldra {
 
 /// Marks a file as open in this program, for other copies of it on this and other computers. The
-/// mark is a hidden file beside it, locked as long as this object lives and deleted at the end;
-/// what a crash leaves behind is not locked and so counts for nothing. Where no mark can be made
-/// (a folder that cannot be written to, a file system without locks) nobody is kept from anything.
+/// mark is a hidden file beside it, locked as long as this object lives and deleted at the end. It
+/// has the rights and the group of the file, so that whoever may read the file sees the lock. What
+/// a crash leaves behind is not locked and so counts for nothing. Where no mark can be made (a
+/// folder that cannot be written to, a file system without locks, a file of somebody else that has
+/// this name) nobody is kept from anything.
 class FileLock {
  public:
     explicit FileLock(const std::string& path);
@@ -25,8 +27,11 @@ class FileLock {
 
  private:
     bool take();
+    bool take_new();
+    bool take_present(int handle, bool writable);
     void sign() const;
 
+    std::string path_;
     std::string mark_;
     std::string holder_;
     int handle_ = -1;

@@ -105,6 +105,15 @@ void create_folder(const std::string& path);
 [[nodiscard]] bool file_writable(const std::string& path);
 /// True if the user may create and replace files in the folder.
 [[nodiscard]] bool folder_writable(const std::string& path);
+/// To whom a file will no longer belong once it has been replaced.
+struct OwnershipLoss {
+    std::string owner;  ///< name of the user, UTF-8; "" if the owner stays
+    std::string group;
+    [[nodiscard]] bool any() const { return !owner.empty() || !group.empty(); }
+};
+/// What replacing the file would take from its owner and group, where that matters to others: in a
+/// folder that a group may write to. Nothing if there is no such file or it cannot be replaced.
+[[nodiscard]] OwnershipLoss ownership_loss(const std::string& path);
 /// Size and time of last change, to notice that a file has become another one; zeros if missing.
 struct FileStamp {
     std::uint64_t size = 0;

@@ -21,7 +21,7 @@ std::string join(std::string folder, std::string_view name) {
 }
 
 void copy_file(const std::string& from, const std::string& to) {
-    ReplacedFile copy(to);
+    ReplacedFile copy(to, NamedBy::user, from);
     copy.write(read_whole_file(from));
     copy.commit();
 }

@@ -1,6 +1,7 @@
 #include "text/text_forms.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 
 #include "text/codepage.h"
@@ -95,6 +96,17 @@ std::string ShortPointNumber(std::string_view text) {
         short_form = std::to_string(small_number(text.substr(text.size() - kept)));
     }
     return short_form;
+}
+
+std::string taken_otherwise(std::string_view typed, std::string_view shown) {
+    constexpr double close = 0.1;
+    const double wanted = zahl_wert(typed);
+    const bool is_number = std::any_of(typed.begin(), typed.end(), is_digit);
+    const double off = std::fabs(zahl_wert(shown) - wanted);
+    if (is_number && off <= close * std::fabs(wanted)) {
+        return {};
+    }
+    return "Statt \"" + std::string(trim(typed)) + "\" gilt " + std::string(shown);
 }
 
 }  // namespace veldra

@@ -27,4 +27,9 @@ struct GroupedNumber {
 /// only trimmed. Texts are Windows-1252.
 [[nodiscard]] std::string ShortPointNumber(std::string_view text);
 
+/// What to tell of a typed number in whose place another one stands, UTF-8: that it was none, or
+/// that the one in force is off by more than a tenth of it. "" if there is nothing to tell. `shown`
+/// is the number in force in its normal form.
+[[nodiscard]] std::string taken_otherwise(std::string_view typed, std::string_view shown);
+
 }  // namespace veldra

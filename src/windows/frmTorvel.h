@@ -160,6 +160,9 @@ class FrmTorvel final : public QMainWindow {
     void open_file();
     void show_logo(FrmLogo::ShownBy shown_by);
     void open_display_options();
+    /// `limit` is that of EV at the opening: another one hides and shows other test values, which
+    /// are read anew.
+    void take_display_options(double limit);
     // The dialogs of the plot: frmTorvel_plotdialogs.cpp.
     void add_plot_dialogs(std::map<MenuItem, Command>& commands);
     void open_plot_settings();

@@ -14,6 +14,7 @@
 #include "windows/forms/frmNetzteile.h"
 #include "windows/forms/frmObjekte.h"
 #include "windows/frmTorvel.h"
+#include "windows/qt/dialog_place.h"
 #include "windows/qt/session_editor.h"
 
 namespace veldra {
@@ -89,6 +90,8 @@ void FrmTorvel::load_network_parts() {
     }
     frm_netzteile_->move(*netzteile_place_);
     frm_netzteile_->show();
+    // Larger letters or another screen may not have the room there any more.
+    keep_on_screen(*frm_netzteile_, *screen());
 }
 
 void FrmTorvel::unload_network_parts() {

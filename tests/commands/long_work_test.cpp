@@ -14,6 +14,7 @@
 #include "model/undo.h"
 #include "recording_interface.h"
 #include "session_fixture.h"
+#include "settings/defaults.h"
 
 namespace veldra {
 namespace {
@@ -335,6 +336,30 @@ TEST_F(LongWorkOnDesk, AnotherSelectionWithoutValuesKeepsThePoints) {
     EXPECT_EQ(&session.pu[1], row);
     EXPECT_EQ(session.obj.obj_beob, 1);
     EXPECT_EQ(session.lin.count(), 1);
+}
+
+TEST_F(LongWorkOnDesk, ANewLimitGivenUpAnywhereLeavesTheFormerOne) {
+    open(
+        "NETZTEIL A\nPUNKTSIGNATUR 10 20 0 0 1\nPUNKTSIGNATUR 40 60 0 0 1\n"
+        "DISTANZ 10 20 40 60 5.0 9.0\n");
+    standard_test(session, 2);
+    drawn = 0;
+    const int times = give_up_everywhere(
+        [&] {
+            session.settings.stndwert = 7;
+            standard_test(session, 2);
+            grenzwert_uebernehmen(session, 0.5, desk);
+        },
+        [&] {
+            EXPECT_EQ(session.settings.stndwert, 0.5);
+            EXPECT_EQ(session.twins.settings.stndwert, 0.5);
+            EXPECT_EQ(session.lin[1].lin_nv_seite, 9.0);
+            EXPECT_EQ(drawn, 0);
+        });
+    EXPECT_EQ(times, 4);
+    EXPECT_EQ(session.settings.stndwert, 7);
+    EXPECT_EQ(session.lin[1].lin_nv_seite, -99);
+    EXPECT_EQ(drawn, 1);
 }
 
 TEST_F(LongWorkOnDesk, AReadingAnewThatIsGivenUpLeavesNoFileLoaded) {

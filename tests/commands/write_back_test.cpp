@@ -3,10 +3,12 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 
 #include <gmock/gmock.h>
 #include <sched.h>
 #include <sys/mount.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "child_process.h"
@@ -15,6 +17,7 @@
 #include "commands/plot_job.h"
 #include "dialogs/object_selection.h"
 #include "fake_measurer.h"
+#include "other_user.h"
 #include "plot/application_printer.h"
 #include "recording_interface.h"
 #include "scripted_printer.h"
@@ -425,6 +428,74 @@ TEST_F(WriteBack, PlotOfAPartThatCannotBeReadLeavesTheMovesOfThePartInView) {
     EXPECT_THAT(squeezed(path + "_1"), HasSubstr("NETZTEIL B"));
     EXPECT_THAT(squeezed(path + "_1"), HasSubstr("PUNKTSIGNATUR 1 2 40000 0 1"));
     EXPECT_EQ(session.datei_geladen, 0);
+}
+
+/// In a folder that a group shares: the file of another user, opened by one of the group.
+class WriteBackOfAnother : public WriteBack {
+ protected:
+    /// Runs `body` as the other user; 0 if it holds.
+    int as_colleague(const std::function<bool()>& body) {
+        namespace who = testing_support;
+        return run_in_child([&] {
+            const std::string folder_path = folder.path("netze");
+            const bool shared = ::chown(folder_path.c_str(), who::anna, who::surveyors) == 0 &&
+                                ::chmod(folder_path.c_str(), 0770) == 0 &&
+                                ::chmod(path.c_str(), 0660) == 0 &&
+                                ::chown(path.c_str(), who::anna, who::surveyors) == 0 &&
+                                ::chmod(folder.path().c_str(), 0755) == 0;
+            const who::AsUser user(who::bert, who::surveyors);
+            if (!shared || !user.became()) {
+                return not_permitted;
+            }
+            open_and_move();
+            return body() ? 0 : 1;
+        });
+    }
+
+    void expect_as_colleague(const std::function<bool()>& body) {
+        const int code = as_colleague(body);
+        if (code == not_permitted) {
+            GTEST_SKIP() << "this system does not let the test become another user";
+        }
+        EXPECT_EQ(code, 0);
+    }
+};
+
+TEST_F(WriteBackOfAnother, IsWrittenWithConsentWhichIsAskedForOnce) {
+    expect_as_colleague([this] {
+        const bool first = refusal().empty() && ui.texts.size() == 1 &&
+                           ui.styles[0] == MessageStyle::question_yes_no &&
+                           ui.texts[0].find("ihren Besitzer (64101) nicht") != std::string::npos &&
+                           holds_all_changes(path);
+        {
+            // Anna takes it back.
+            const bool back = ::seteuid(0) == 0 &&
+                              ::chown(path.c_str(), testing_support::anna, ::getegid()) == 0 &&
+                              ::seteuid(testing_support::bert) == 0;
+            if (!back) {
+                return false;
+            }
+        }
+        open_and_move();
+        return first && refusal().empty() && ui.texts.size() == 1;
+    });
+}
+
+TEST_F(WriteBackOfAnother, StaysWithoutConsentAndSoDoesTheCopy) {
+    expect_as_colleague([this] {
+        ui.answer = false;
+        const std::string before = file_bytes(path);
+        return refusal().empty() && ui.texts.size() == 2 && file_bytes(path) == before &&
+               ui.texts[1].find("bleibt, wem sie gehört") != std::string::npos &&
+               ui.texts[1].find(path + "_1\n") != std::string::npos &&
+               holds_all_changes(path + "_1");
+    });
+}
+
+TEST_F(WriteBackOfAnother, IsWrittenWithoutAQuestionWhenNobodyIsThere) {
+    expect_as_colleague([this] {
+        return refusal(Attendance::nobody).empty() && ui.texts.empty() && holds_all_changes(path);
+    });
 }
 
 TEST_F(WriteBack, FailureWithoutAFileIsToldAsItIs) {

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <filesystem>
 #include <thread>
 
 #include <gmock/gmock.h>
@@ -217,9 +218,24 @@ TEST_F(QtPrintersTest, FileThatCannotBeWrittenIsAnError) {
     QtPrinters printers(file_device(), measurer);
     const testing_support::TempFolder folder;
     printers.set_output_file(folder.path("no folder/plot.pdf"));
-    ASSERT_TRUE(printers.begin_job({"Netz"}));
-    EXPECT_THROW(printers.begin_sheet({"A", "1.1"}), PrinterError);
+    EXPECT_THROW(printers.begin_job({"Netz"}), PrinterError);
     printers.abort_job();
+    std::filesystem::create_symlink("fehlt", folder.path("link.pdf"));
+    printers.set_output_file(folder.path("link.pdf"));
+    EXPECT_THROW(printers.begin_job({"Netz"}), PrinterError);
+    printers.abort_job();
+    EXPECT_FALSE(std::filesystem::exists(folder.path("fehlt")));
+}
+
+TEST_F(QtPrintersTest, FileOfADroppedJobStaysAsItWas) {
+    QtPrinters printers(file_device(), measurer);
+    const testing_support::TempFolder folder;
+    const std::string path = folder.file("plot.pdf", "alt");
+    printers.set_output_file(path);
+    ASSERT_TRUE(printers.begin_job({"Netz"}));
+    printers.begin_sheet({"A", "1.1"});
+    printers.abort_job();
+    EXPECT_EQ(testing_support::file_bytes(path), "alt");
 }
 
 TEST_F(QtPrintersTest, LargeFormatsGoByTheirOwnCodes) {

@@ -121,6 +121,9 @@ TEST(DisplayOptions, VectorScalesMustBeAboveZeroWithTheirOneDecimal) {
     EXPECT_EQ(vector_scale_entry("2.55").value, 2.6);
     EXPECT_TRUE(vector_scale_entry("0.05").valid);
     EXPECT_EQ(vector_scale_entry("100000").text, "100000");
+    EXPECT_EQ(vector_scale_entry("1 000").value, 1000);
+    EXPECT_EQ(vector_scale_entry(" 2 500,5 ").text, "2500.5");
+    EXPECT_EQ(vector_scale_entry("1 000 000").text, "1000000");
     for (const char* const wrong : {"", "0", "-2", "abc", "0.04"}) {
         EXPECT_FALSE(vector_scale_entry(wrong).valid) << wrong;
     }

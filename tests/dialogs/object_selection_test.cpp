@@ -325,6 +325,46 @@ TEST_F(SelectionTaken, EmptyPartIsFittedAndByOkMovesTheZeroPoint) {
     EXPECT_EQ(drawn, 2);
 }
 
+TEST_F(SelectionTaken, ANewLimitRunsTheTwoPassesAndKeepsTheRest) {
+    open(
+        "PUNKTSIGNATUR 3500000 5600000 0 0 1 \"1\"\nPUNKTSIGNATUR 3500100 5600000 0 0 1 \"2\"\n"
+        "DISTANZ 3500000 5600000 3500100 5600000 5.0 9.0 8.0\n"
+        "LAGERESTKLAFFUNGEN 3500000 5600000 2.0 3.0 1 5.0 6.0 5.2 6.2\n");
+    session.obj.obj_puwe = 4;
+    auswahl_uebernehmen(session, session.obj, SelectionLeft::by_ok, desk);
+    ASSERT_EQ(session.lin[1].lin_nv_seite, 9.0);
+    ASSERT_EQ(session.pu[1].pu_nv_lage, 6.0);
+    session.pu[1].pu_bez_rechts = 77;
+    const Viewport view = session.view;
+    drawn = 0;
+    session.settings.stndwert = 5.1;
+    session.extents = Extents();
+    grenzwert_uebernehmen(session, 0.5, desk);
+    EXPECT_EQ(session.lin[1].lin_ev_seite, 5.0);
+    EXPECT_EQ(session.lin[1].lin_nv_seite, -99.0);
+    EXPECT_EQ(session.lin[1].lin_ep_seite, -99.0);
+    EXPECT_EQ(session.pu[1].pu_ev_lage, 5.0);
+    EXPECT_EQ(session.pu[1].pu_nv_lage, -99.0);
+    EXPECT_EQ(session.pu[1].pu_bez_rechts, 77);
+    EXPECT_EQ(session.extents.roh_rw_min, 3500000);
+    EXPECT_EQ(session.view.ansicht_masseinheit, view.ansicht_masseinheit);
+    EXPECT_EQ(session.obj.obj_puwe, 4);
+    EXPECT_EQ(drawn, 1);
+    EXPECT_EQ(ui.pointers.back(), 0);
+}
+
+TEST_F(SelectionTaken, ANewLimitMovesNoEmptyView) {
+    open("HÖHENUNTERSCHIED 3500000 5600000 3500100 5600100\n");
+    ASSERT_EQ(session.lin.count(), 0);
+    session.view = Viewport();
+    session.plot.plot_null_rechts = 1;
+    session.settings.stndwert = 2;
+    grenzwert_uebernehmen(session, 0.5, desk);
+    EXPECT_EQ(session.view.ansicht_masseinheit, Viewport().ansicht_masseinheit);
+    EXPECT_EQ(session.plot.plot_null_rechts, 1);
+    EXPECT_EQ(drawn, 1);
+}
+
 TEST_F(SelectionTaken, WithoutAFileOnlyTheModesFollow) {
     session.obj.obj_puwe = 8;
     auswahl_uebernehmen(session, session.obj, SelectionLeft::by_ok, desk);

@@ -81,5 +81,17 @@ INSTANTIATE_TEST_SUITE_P(
                     Shortening{"12345678901234567891", "12345678901234567891"},
                     Shortening{"-12", "-12"}, Shortening{"-123456", "23456"}));
 
+TEST(TakenOtherwise, TellsWhatIsNoNumberOrFarFromTheOneInForce) {
+    EXPECT_EQ(taken_otherwise("2.5", "2.5"), "");
+    EXPECT_EQ(taken_otherwise("2,5", "2.5"), "");
+    EXPECT_EQ(taken_otherwise("0", "0.0"), "");
+    EXPECT_EQ(taken_otherwise("10", "11"), "");
+    EXPECT_EQ(taken_otherwise("10", "11.1"), "Statt \"10\" gilt 11.1");
+    EXPECT_EQ(taken_otherwise("-3", "1.5"), "Statt \"-3\" gilt 1.5");
+    EXPECT_EQ(taken_otherwise("0", "1.5"), "Statt \"0\" gilt 1.5");
+    EXPECT_EQ(taken_otherwise(" abc ", "0.0"), "Statt \"abc\" gilt 0.0");
+    EXPECT_EQ(taken_otherwise("", "0.0"), "Statt \"\" gilt 0.0");
+}
+
 }  // namespace
 }  // namespace veldra

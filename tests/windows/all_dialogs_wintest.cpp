@@ -4,6 +4,8 @@
 #include <QGroupBox>
 #include <QMenuBar>
 #include <QRegularExpression>
+#include <QScreen>
+#include <QScrollArea>
 #include <QTabWidget>
 #include <QTextBrowser>
 #include <QToolBar>
@@ -18,6 +20,7 @@
 #include "unnamed_controls.h"
 #include "windows/forms/frmHandbuch.h"
 #include "windows/forms/frmStrichst.h"
+#include "windows/qt/font_dialog.h"
 
 using namespace veldra;
 using namespace veldra::test;
@@ -34,6 +37,27 @@ class NoDialog final : public PrintDialog {
 bool is_reached_by_tab(const QWidget& widget) {
     return widget.isVisible() && widget.isEnabled() && (widget.focusPolicy() & Qt::TabFocus) != 0 &&
            widget.focusProxy() == nullptr;
+}
+
+/// The part of it that its window shows.
+QRect shown_part(const QWidget& widget) {
+    return widget.visibleRegion().boundingRect();
+}
+
+bool is_whole_in_sight(const QWidget& widget) {
+    return shown_part(widget) == widget.rect();
+}
+
+/// As much of it as the room for it allows: what is larger is seen in part.
+bool is_in_sight(const QWidget& widget) {
+    const QWidget* room = widget.parentWidget();
+    while (room != nullptr && qobject_cast<const QScrollArea*>(room->parentWidget()) == nullptr) {
+        room = room->parentWidget();
+    }
+    const QSize wanted = room == nullptr ? widget.size() : widget.size().boundedTo(room->size());
+    const QSize shown = shown_part(widget).size();
+    constexpr int border = 2;
+    return shown.width() + border >= wanted.width() && shown.height() + border >= wanted.height();
 }
 
 }  // namespace
@@ -69,6 +93,14 @@ class AllDialogsTest : public TorvelFixture {
         return picker;
     }
 
+    QDialog* font() {
+        auto* dialog =
+            new FontDialog(window_.get(), text("dlg_pubez_screen"), FontChoice(), {true, true});
+        dialog->setAttribute(Qt::WA_DeleteOnClose);
+        dialog->open();
+        return dialog;
+    }
+
     std::vector<Row> rows() {
         const auto entry = [this](const char* name, const char* item) {
             return [this, name, item] { return by_menu(name, item); };
@@ -85,6 +117,7 @@ class AllDialogsTest : public TorvelFixture {
                 {"frmVerwopt", "cmd_ok", "grenzen", entry("frmVerwopt", "m_optionen_grenzen")},
                 {"frmPlotten", "cmd_ok", "plotten", [this] { return plot_settings(); }},
                 {"frmDrucker", "cmd_ok", "drucker", entry("frmDrucker", "m_optionen_drucker")},
+                {"dlg_pubez_screen", "cmd_ok", "", [this] { return font(); }},
                 {"frmHandbuch", "", "", entry("frmHandbuch", "m_hilfe_handbuch")}};
     }
 
@@ -110,6 +143,32 @@ class AllDialogsTest : public TorvelFixture {
             close_dialog(dialog);
         }
         action("m_plotten_aus")->trigger();  // the plot settings have switched it on
+    }
+
+    /// The dialog lies on the screen with its frame, its last buttons are in sight, and every other
+    /// control comes into sight when Tab comes to it.
+    void verify_reachable() {
+        window_->move(window_->screen()->availableGeometry().topLeft());
+        on_all_dialogs([](QDialog& dialog, const Row& row) {
+            QTest::qWait(20);  // layouts come a moment after their window
+            const QRect screen = dialog.screen()->availableGeometry();
+            const QRect frame = dialog.frameGeometry();
+            QVERIFY2(screen.contains(frame), row.name);
+            int buttons = 0;
+            for (const char* name : {"cmd_ok", "cmd_abbrechen", "cmd_anzeigen"}) {
+                if (const auto* button = dialog.findChild<QPushButton*>(text(name))) {
+                    QVERIFY2(is_whole_in_sight(*button), name);
+                    ++buttons;
+                }
+            }
+            QVERIFY2(buttons > 0 || *row.default_button == '\0', row.name);
+            for (QWidget* one : dialog.findChildren<QWidget*>()) {
+                if (is_reached_by_tab(*one) && !veldra_test::is_inner_part(*one)) {
+                    one->setFocus(Qt::TabFocusReason);
+                    QVERIFY2(is_in_sight(*one), qPrintable(one->objectName()));
+                }
+            }
+        });
     }
 
     static void close_dialog(QDialog* dialog) {
@@ -169,6 +228,7 @@ class AllDialogsTest : public TorvelFixture {
         for (const Row& row : rows()) {
             known << text(row.name);
         }
+        known.removeOne(text("dlg_pubez_screen"));  // has its name from its caller
         QStringList found;
         QDirIterator files(text(SOURCE_DIR), {text("frm*.cpp")}, QDir::Files,
                            QDirIterator::Subdirectories);
@@ -329,6 +389,21 @@ class AllDialogsTest : public TorvelFixture {
         action("m_datei_beliebig")->trigger();
         QVERIFY(seen);
         QCOMPARE(session_.datei_geladen, std::int16_t{0});
+    }
+
+    /// On a screen of any size.
+    void ok_and_abbrechen_are_reachable() { verify_reachable(); }
+
+    /// The same where people have chosen larger letters instead of a larger scale.
+    void ok_and_abbrechen_are_reachable_with_large_letters() {
+        const QFont usual = QApplication::font();
+        for (const double factor : {1.5, 2.0}) {
+            QFont font = usual;
+            font.setPointSizeF(usual.pointSizeF() * factor);
+            QApplication::setFont(font);
+            verify_reachable();
+            QApplication::setFont(usual);
+        }
     }
 
     /// No caption is cut off, with the usual letters and with those of a large screen.

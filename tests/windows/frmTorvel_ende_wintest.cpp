@@ -311,9 +311,9 @@ class ProgramEndTest : public TorvelFixture {
             told = QString::fromUtf8(failure.what());
         };
         move_label();
-        QVERIFY(QDir().mkdir(path("ve_quadrat.dat_1")));
+        session_.arbeitsdatei_basis = path("fort/ve_quadrat.dat").toStdString();
         QVERIFY(window_->close());
-        QVERIFY(told.startsWith(path("ve_quadrat.dat_1: ") +
+        QVERIFY(told.startsWith(path("fort/ve_quadrat.dat_1: ") +
                                 text("Datei kann nicht geschrieben werden: ")));
         const QString copy = path("dokumente/Kelvara/ve_quadrat.dat_1");
         QVERIFY(told.contains(copy));
@@ -541,18 +541,18 @@ class ProgramEndTest : public TorvelFixture {
         QVERIFY(!QFile::exists(path(".ve_quadrat.dat.veldra")));
     }
 
-    void program_that_is_terminated_and_cannot_write_says_so() {
+    void program_that_is_terminated_and_must_not_write_says_so() {
         write("ve_quadrat.dat", square_network);
         QProcess program;
         run(program, path("ve_quadrat.dat"));
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(path(".ve_quadrat.dat.veldra")), 20000);
         QTest::qWait(1500);  // it has read the file
-        QVERIFY(QDir().mkdir(path("ve_quadrat.dat_1")));
+        rewrite(square_network + QByteArray("KOMMENTAR fremd\r\n"));
         program.terminate();
         QVERIFY(program.waitForFinished(20000));
         QCOMPARE(program.exitCode(), 1);
         const QByteArray told = program.readAllStandardError();
-        QVERIFY2(told.contains("ve_quadrat.dat_1: Datei kann nicht geschrieben werden: "),
+        QVERIFY2(told.contains("ve_quadrat.dat: Ein anderes Programm hat die Graphikdatei"),
                  told.constData());
         QVERIFY2(told.contains("ve_quadrat.dat_1\nerhalten."), told.constData());
     }

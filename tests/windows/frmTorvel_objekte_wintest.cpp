@@ -15,6 +15,7 @@
 #include "torvel_fixture.h"
 #include "unnamed_controls.h"
 #include "windows/forms/frmObjekte.h"
+#include "windows/qt/hint_line.h"
 
 using namespace veldra;
 using namespace veldra::test;
@@ -321,6 +322,19 @@ class FrmObjekteTest : public TorvelFixture {
         click(option("opt_nube_0"));
         QVERIFY(!option("opt_nbez_1").isEnabled());
         QVERIFY(!of_dialog("lbl_nbez").isEnabled());
+    }
+
+    void a_strip_that_there_is_not_is_told() {
+        open_dialog();
+        option("opt_nube_2").click();
+        auto& strip = control<QLineEdit>(*dialog(), "txt_nubemerit");
+        const auto& hint = control<HintLine>(*dialog(), "lbl_hinweis");
+        for (const char* wrong : {"120", "-1", "abc"}) {
+            veldra_test::type(strip, "119");
+            QCOMPARE(hint.hint(), QString());
+            veldra_test::type(strip, wrong);
+            QCOMPARE(hint.hint(), text("Meridianstreifen: 0 bis 119"));
+        }
     }
 
     void typed_meridian_counts_when_the_dialog_is_left() {

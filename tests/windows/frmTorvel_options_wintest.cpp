@@ -48,7 +48,9 @@ class FrmTorvelOptionsTest : public TorvelFixture {
     void cleanup() { close_down(); }
 
     void the_menu_opens_the_dialog_over_the_window() {
-        window_->move(300, 200);
+        window_->resize(600, 500);
+        const QRect screen = window_->screen()->availableGeometry();
+        window_->move(screen.center() - window_->frameGeometry().center() + window_->pos());
         open_dialog();
         QVERIFY(dialog() != nullptr);
         QVERIFY(dialog()->isVisible());
@@ -57,6 +59,16 @@ class FrmTorvelOptionsTest : public TorvelFixture {
         const QRect frame = dialog()->frameGeometry();
         QVERIFY(std::abs(frame.center().x() - middle.x()) <= 2);
         QVERIFY(frame.top() >= 0);
+    }
+
+    void the_dialog_stays_on_the_screen_that_its_window_leaves() {
+        for (const QPoint& place : {QPoint(300, 200), QPoint(700, 700), QPoint(-500, 100)}) {
+            window_->move(place);
+            open_dialog();
+            QVERIFY(dialog()->screen()->availableGeometry().contains(dialog()->frameGeometry()));
+            press("cmd_abbrechen");
+            QTRY_VERIFY(dialog() == nullptr);
+        }
     }
 
     void the_dialog_is_never_above_the_screen() {
@@ -111,6 +123,72 @@ class FrmTorvelOptionsTest : public TorvelFixture {
         QVERIFY(!picture_has(above));
         QCOMPARE(session_.tables_revision, tables);
         QCOMPARE(session_.window.mouse_pointer, 0);
+    }
+
+    /// The line from point 1 to point 2 has an EV of 5 and an NV of 9, which is of class 4.
+    void start_with_an_nv() {
+        close_down();
+        make_folders();
+        start_with_network(
+            "PUNKTSIGNATUR  3500000.000  5600000.000  0  0 1 \"1\"\r\n"
+            "PUNKTSIGNATUR  3500100.000  5600000.000  0  0 1 \"2\"\r\n"
+            "RICHTUNG  3500000.000  5600000.000  3500100.000  5600000.000    5.0 9.0\r\n");
+        session_.obj.obj_test_beob = table_true;
+        session_.obj.obj_test = 2;
+        session_.settings.stnvrgb[4] = rgb(0, 200, 77);
+        session_.settings.stndrgb = rgb(200, 0, 77);
+        window_->redraw();
+    }
+    void set_limit(const char* typed) {
+        open_dialog();
+        show_tab(*dialog(), DisplayTab::tests);
+        type_and_enter(control<QLineEdit>(*dialog(), "txt_grenzwert"), typed);
+        press("cmd_ok");
+        QTRY_VERIFY(dialog() == nullptr);
+    }
+
+    void a_new_limit_of_ev_hides_and_shows_the_other_test_values_at_once_data() {
+        QTest::addColumn<bool>("plot_mode");
+        QTest::newRow("picture") << false;
+        QTest::newRow("plot mode") << true;
+    }
+
+    void a_new_limit_of_ev_hides_and_shows_the_other_test_values_at_once() {
+        QFETCH(bool, plot_mode);
+        start_with_an_nv();
+        if (plot_mode) {
+            action("m_plotten_ein")->trigger();
+        }
+        const QRgb with_nv = qRgb(0, 200, 77);
+        const QRgb without_nv = qRgb(200, 0, 77);
+        QVERIFY(picture_has(with_nv));
+        QVERIFY(!picture_has(without_nv));
+        set_limit("5.1");
+        QVERIFY(picture_has(without_nv));
+        QVERIFY(!picture_has(with_nv));
+        QCOMPARE(session_.lin[1].lin_nv_hin, -99.0);
+        set_limit("5.0");  // the limit itself is not below it
+        QVERIFY(picture_has(with_nv));
+        QVERIFY(!picture_has(without_nv));
+        QCOMPARE(session_.lin[1].lin_nv_hin, 9.0);
+        QCOMPARE(session_.window.mouse_pointer, 0);
+    }
+
+    void standard_and_abbrechen_leave_the_tables_in_line_with_the_limit() {
+        start_with_an_nv();
+        set_limit("7");
+        QCOMPARE(session_.lin[1].lin_nv_hin, -99.0);
+        open_dialog();
+        control<QPushButton>(*dialog(), "cmd_standard_test").click();
+        press("cmd_abbrechen");
+        QTRY_VERIFY(dialog() == nullptr);
+        QCOMPARE(session_.settings.stndwert, 7.0);
+        QCOMPARE(session_.lin[1].lin_nv_hin, -99.0);
+        open_dialog();
+        control<QPushButton>(*dialog(), "cmd_standard_test").click();
+        press("cmd_ok");
+        QCOMPARE(session_.settings.stndwert, 0.5);
+        QCOMPARE(session_.lin[1].lin_nv_hin, 9.0);
     }
 
     void new_colours_draw_the_picture_anew_without_reading_the_file() {

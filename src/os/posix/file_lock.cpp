@@ -3,13 +3,17 @@
 #include <array>
 #include <cerrno>
 #include <filesystem>
+#include <string_view>
 #include <system_error>
 
 #include <fcntl.h>
-#include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include "os/file_names.h"
+#include "os/file_rights.h"
+#include "os/user_names.h"
 
 namespace veldra {
 
@@ -18,10 +22,9 @@ namespace {
 constexpr std::size_t longest_signature = 255;
 
 std::string signature() {
-    const passwd* const user = ::getpwuid(::geteuid());
     std::array<char, longest_signature> host{};
     const bool known = ::gethostname(host.data(), host.size() - 1) == 0;
-    std::string text = user != nullptr ? user->pw_name : "unbekannt";
+    std::string text = user_name(::geteuid());
     if (known && host[0] != '\0') {
         text += " auf ";
         text += host.data();
@@ -43,6 +46,28 @@ bool still_there(int handle, const std::string& mark) {
            open_file.st_dev == named_file.st_dev && open_file.st_ino == named_file.st_ino;
 }
 
+/// Locks for this handle alone. A network share may give a handle that cannot write no more than a
+/// shared lock, which shows as well whether another one has locked.
+bool lock(int handle) {
+    return ::flock(handle, LOCK_EX | LOCK_NB) == 0 ||
+           (errno == EBADF && ::flock(handle, LOCK_SH | LOCK_NB) == 0);
+}
+
+/// A mark is a short file of its own; nothing else that has its name is touched.
+bool may_be_mark(int handle) {
+    struct stat status {};
+    return ::fstat(handle, &status) == 0 && S_ISREG(status.st_mode) && status.st_nlink <= 1 &&
+           status.st_size <= static_cast<off_t>(longest_signature);
+}
+
+/// The owner of a mark that we may not even read; "" if it is none.
+std::string owner_of_closed_mark(const std::string& mark) {
+    struct stat status {};
+    const bool is_mark = ::lstat(mark.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+                         status.st_size <= static_cast<off_t>(longest_signature);
+    return is_mark ? user_name(status.st_uid) : std::string();
+}
+
 }  // namespace
 
 std::string FileLock::mark_of(const std::string& path) {
@@ -51,10 +76,13 @@ std::string FileLock::mark_of(const std::string& path) {
     if (error) {
         target = std::filesystem::absolute(path, error);
     }
-    return target.parent_path() / ("." + target.filename().string() + ".veldra");
+    constexpr std::string_view begin = ".";
+    constexpr std::string_view end = ".veldra";
+    const std::filesystem::path name = with_room_for(target.string(), begin.size() + end.size());
+    return target.parent_path() / std::string(begin).append(name.filename().string()).append(end);
 }
 
-FileLock::FileLock(const std::string& path) : mark_(mark_of(path)) {
+FileLock::FileLock(const std::string& path) : path_(path), mark_(mark_of(path)) {
     constexpr int attempts = 10;
     for (int i = 0; i < attempts && !take(); ++i) {
     }
@@ -62,24 +90,66 @@ FileLock::FileLock(const std::string& path) : mark_(mark_of(path)) {
 
 /// True when there is nothing left to try.
 bool FileLock::take() {
-    // Everyone who may write to the folder may open the mark, so that the lock works among them.
-    constexpr mode_t mode = 0666;
-    const int handle = ::open(mark_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, mode);
-    if (handle < 0) {
+    constexpr int flags = O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK;
+    int handle = ::open(mark_.c_str(), O_RDWR | flags);
+    if (handle >= 0) {
+        return take_present(handle, true);
+    }
+    if (errno == ENOENT) {
+        return take_new();
+    }
+    if (errno != EACCES && errno != EROFS) {
         return true;
     }
-    if (::flock(handle, LOCK_EX | LOCK_NB) != 0) {
+    handle = ::open(mark_.c_str(), O_RDONLY | flags);
+    if (handle >= 0) {
+        return take_present(handle, false);
+    }
+    holder_ = owner_of_closed_mark(mark_);
+    held_elsewhere_ = !holder_.empty();
+    return true;
+}
+
+bool FileLock::take_new() {
+    constexpr mode_t readable_by_all = 0644;
+    const int handle = ::open(mark_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW,
+                              S_IRUSR | S_IWUSR);
+    if (handle < 0) {
+        return errno != EEXIST;
+    }
+    struct stat file {};
+    file.st_mode = readable_by_all;
+    file.st_uid = ::geteuid();
+    file.st_gid = ::getegid();
+    (void)::stat(path_.c_str(), &file);
+    file.st_mode &= 0666U;
+    // A mark with rights of its own holds as well.
+    (void)take_rights(handle, file, path_, S_IRUSR | S_IWUSR);
+    return take_present(handle, true);
+}
+
+/// Takes an open mark unless it is locked; false if another attempt will show more.
+bool FileLock::take_present(int handle, bool writable) {
+    if (!may_be_mark(handle)) {
+        ::close(handle);
+        return true;
+    }
+    if (!lock(handle)) {
         held_elsewhere_ = errno == EWOULDBLOCK;
         holder_ = held_elsewhere_ ? read_signature(handle) : std::string();
         ::close(handle);
         return true;
     }
-    if (!still_there(handle, mark_)) {
+    // What nobody has locked has been left by a crash. One that is not ours to sign is made anew.
+    const bool outdated = !still_there(handle, mark_);
+    if (outdated || (!writable && ::unlink(mark_.c_str()) == 0)) {
         ::close(handle);
         return false;
     }
     handle_ = handle;
-    sign();
+    if (writable) {
+        sign();
+    }
     return true;
 }
 
@@ -93,7 +163,9 @@ void FileLock::sign() const {
 
 FileLock::~FileLock() {
     if (handle_ >= 0) {
-        ::unlink(mark_.c_str());
+        if (still_there(handle_, mark_)) {
+            ::unlink(mark_.c_str());
+        }
         ::close(handle_);
     }
 }

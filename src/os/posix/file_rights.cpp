@@ -1,10 +1,17 @@
 #include "os/file_rights.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <filesystem>
 #include <string>
+#include <system_error>
+#include <vector>
 
 #include <sys/xattr.h>
 #include <unistd.h>
+
+#include "os/files.h"
+#include "os/user_names.h"
 
 namespace veldra {
 
@@ -53,6 +60,14 @@ bool take_access_list(int handle, const std::string& model_path) {
     return ::fsetxattr(handle, access_list, entries.data(), static_cast<std::size_t>(size), 0) == 0;
 }
 
+bool is_member(gid_t group) {
+    constexpr int most_groups = 65536;
+    std::vector<gid_t> groups(most_groups);
+    const int count = ::getgroups(most_groups, groups.data());
+    groups.resize(static_cast<std::size_t>(std::max(count, 0)));
+    return group == ::getegid() || std::find(groups.begin(), groups.end(), group) != groups.end();
+}
+
 }  // namespace
 
 int take_rights(int handle, const struct stat& model, const std::string& model_path,
@@ -70,6 +85,28 @@ int take_rights(int handle, const struct stat& model, const std::string& model_p
         mode |= of_everybody << group_shift;
     }
     return set_permissions(handle, mode | at_least);
+}
+
+OwnershipLoss ownership_loss(const std::string& path) {
+    std::error_code error;
+    const std::filesystem::path target = std::filesystem::canonical(path, error);
+    struct stat file {};
+    struct stat folder {};
+    const bool shared = !error && file_writable(path) && ::stat(target.c_str(), &file) == 0 &&
+                        ::stat(target.parent_path().c_str(), &folder) == 0 &&
+                        (folder.st_mode & S_IWGRP) != 0;
+    OwnershipLoss loss;
+    if (!shared || ::geteuid() == 0) {
+        return loss;
+    }
+    if (file.st_uid != ::geteuid()) {
+        loss.owner = user_name(file.st_uid);
+    }
+    const bool group_of_folder = (folder.st_mode & S_ISGID) != 0 && folder.st_gid == file.st_gid;
+    if (!group_of_folder && !is_member(file.st_gid)) {
+        loss.group = group_name(file.st_gid);
+    }
+    return loss;
 }
 
 }  // namespace veldra

@@ -14,9 +14,10 @@
 #include "windows/forms/frmDarstellungen_points.h"
 #include "windows/forms/frmDarstellungen_tests.h"
 #include "windows/forms/frmDarstellungen_vectors.h"
-#include "windows/forms/frmLogo.h"
 #include "windows/qt/dialog_area.h"
 #include "windows/qt/dialog_controls.h"
+#include "windows/qt/dialog_place.h"
+#include "windows/qt/hint_line.h"
 #include "windows/qt/wrapped_tabs.h"
 
 namespace veldra {
@@ -43,7 +44,7 @@ FrmDarstellungen::FrmDarstellungen(QWidget* window, Session& session, TextMeasur
                                    Printer* printer)
     : QDialog(window),
       ui_(this, nullptr),
-      context_{session, measurer, printer, toolkit_choosers(), {}, {}, {}},
+      context_{session, measurer, printer, toolkit_choosers(), {}, {}, {}, {}},
       plot_massstab_(display_begin(session)) {
     setObjectName(QStringLiteral("frmDarstellungen"));
     setWindowTitle(QStringLiteral("Darstellung Objekte"));
@@ -51,6 +52,7 @@ FrmDarstellungen::FrmDarstellungen(QWidget* window, Session& session, TextMeasur
     context_.say = [this](const DisplayMessage& message) {
         ui_.message_box(MessageStyle::critical, message.title, message.text);
     };
+    context_.hint = [this](const QString& hint) { lbl_hinweis_->tell(hint); };
     context_.leaves_unread = [this] {
         const QWidget* const focus = QApplication::focusWidget();
         return left_ || focus == cmd_ok_ || focus == cmd_abbrechen_;
@@ -146,7 +148,8 @@ QWidget* FrmDarstellungen::build_buttons() {
     auto* widget = new QWidget(this);
     auto* column = new QVBoxLayout(widget);
     column->setContentsMargins(0, 0, 0, 0);
-    const EndButtons buttons = add_end_buttons(*column, widget);
+    lbl_hinweis_ = new HintLine(widget);
+    const EndButtons buttons = add_end_buttons(*column, widget, lbl_hinweis_);
     cmd_ok_ = buttons.cmd_ok;
     cmd_abbrechen_ = buttons.cmd_abbrechen;
     connect(cmd_ok_, &QPushButton::clicked, this, &FrmDarstellungen::accept);

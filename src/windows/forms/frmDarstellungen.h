@@ -14,6 +14,8 @@ class QTabWidget;
 
 namespace veldra {
 
+class HintLine;
+
 /// Sets how objects look. The dialog edits the live settings, so that its samples show what is set;
 /// OK keeps them, Abbrechen and closing return to those of its opening. The picture is left to the
 /// caller, who draws it anew when the dialog has finished.
@@ -63,6 +65,7 @@ class FrmDarstellungen final : public QDialog, public SessionEditor {
     QTabWidget* tab_darstellungen_ = nullptr;
     std::size_t shown_tab_ = 0;
     bool left_ = false;  ///< the session holds what the dialog leaves behind
+    HintLine* lbl_hinweis_ = nullptr;
     QPushButton* cmd_ok_ = nullptr;
     QPushButton* cmd_abbrechen_ = nullptr;
 };

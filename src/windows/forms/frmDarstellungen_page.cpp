@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <utility>
 
+#include "text/text_forms.h"
 #include "windows/forms/frmStrichst.h"
 #include "windows/qt/dialog_controls.h"
 #include "windows/qt/entry_box.h"
@@ -31,8 +32,10 @@ bool NumberBox::take_over() {
     if (edit_.text() == shown_) {
         return false;
     }
-    store_(edit_.text().toStdString());
+    const std::string typed = edit_.text().toStdString();
+    store_(typed);
     show();
+    hint_ = QString::fromStdString(taken_otherwise(typed, shown_.toStdString()));
     return true;
 }
 
@@ -91,11 +94,19 @@ DisplayPage::DisplayPage(DisplayContext& context, DisplayTab tab, QWidget* paren
 void DisplayPage::take_over() {
     bool changed = false;
     for (const auto& box : boxes_) {
-        changed = box->take_over() || changed;
+        changed = take_over(*box) || changed;
     }
     if (changed) {
         refresh();
     }
+}
+
+bool DisplayPage::take_over(NumberBox& box) {
+    const bool changed = box.take_over();
+    if (changed) {
+        context_.hint(box.hint());
+    }
+    return changed;
 }
 
 void DisplayPage::show_boxes() {
@@ -137,7 +148,7 @@ QLineEdit* DisplayPage::add_number_box(const QString& name, const QString& acces
     new EntryBox(
         *edit, *edit,
         [this, box] {
-            if (box->take_over()) {
+            if (take_over(*box)) {
                 refresh();
             }
         },

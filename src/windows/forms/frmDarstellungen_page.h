@@ -30,6 +30,8 @@ struct DisplayContext {
     Choosers choosers;
     /// Shows a message box over the dialog.
     std::function<void(const DisplayMessage&)> say;
+    /// Tells in one line of the dialog what became of an entry; "" takes it away.
+    std::function<void(const QString&)> hint;
     /// A box that loses the focus need not be read: the dialog is being left.
     std::function<bool()> leaves_unread;
     /// Brings the whole dialog into line with the session.
@@ -47,6 +49,8 @@ class NumberBox {
     void show();
     /// Stores the text if it is another than the one shown. True if it was.
     bool take_over();
+    /// What is to be told of the text stored last.
+    [[nodiscard]] const QString& hint() const { return hint_; }
     [[nodiscard]] QLineEdit& edit() const { return edit_; }
 
  private:
@@ -55,6 +59,7 @@ class NumberBox {
     std::function<double()> value_;
     std::function<void(std::string_view)> store_;
     QString shown_;
+    QString hint_;
 };
 
 /// A combo box with a scale or factor, offered or typed.
@@ -126,6 +131,9 @@ class DisplayPage : public QWidget {
     void show_boxes();
 
  private:
+    /// Takes one of the boxes over and tells what became of it. True if its text was another one.
+    bool take_over(NumberBox& box);
+
     DisplayContext& context_;
     DisplayTab tab_;
     std::vector<std::unique_ptr<NumberBox>> boxes_;

@@ -17,9 +17,12 @@
 
 #include "plot/printer.h"
 #include "plot/trapped_call.h"
-#include "windows/forms/frmLogo.h"
+#include "windows/forms/tried_rows.h"
+#include "windows/qt/dialog_area.h"
 #include "windows/qt/dialog_controls.h"
+#include "windows/qt/dialog_place.h"
 #include "windows/qt/entry_box.h"
+#include "windows/qt/hint_line.h"
 #include "windows/qt/paper_symbol.h"
 #include "windows/qt/qt_font.h"
 
@@ -69,14 +72,19 @@ FrmDrucker::~FrmDrucker() {
 void FrmDrucker::build() {
     auto* column = new QVBoxLayout(this);
     column->setSizeConstraint(QLayout::SetFixedSize);
-    build_printer(*column);
-    column->addWidget(build_paper());
+    auto* contents = new QWidget(this);
+    auto* shown = new QVBoxLayout(contents);
+    shown->setContentsMargins(0, 0, 0, 0);
+    build_printer(*shown);
+    shown->addWidget(build_paper());
     auto* row = new QHBoxLayout;
     row->addWidget(build_orientation(), 1);
     row->addWidget(build_area(), 1);
     row->addWidget(build_copies());
-    column->addLayout(row);
-    const EndButtons buttons = add_end_buttons(*column, this);
+    shown->addLayout(row);
+    column->addWidget(new DialogArea(contents, this), 1);
+    lbl_hinweis_ = new HintLine(this);
+    const EndButtons buttons = add_end_buttons(*column, this, lbl_hinweis_);
     cmd_ok_ = buttons.cmd_ok;
     cmd_abbrechen_ = buttons.cmd_abbrechen;
 }
@@ -219,14 +227,12 @@ void FrmDrucker::connect_controls() {
     connect(chk_druckindatei_, &QCheckBox::clicked, this, [this](bool ticked) {
         session_.printer.druck_in_datei = ticked ? table_true : table_false;
     });
-    connect(cbo_papierformat_, &QComboBox::activated, this, [this](int index) {
-        choose_paper(*printer_, paper_code(options_, index));
-        show_paper();
-    });
-    connect(cbo_papierschacht_, &QComboBox::activated, this, [this](int index) {
-        choose_paper_bin(*printer_, static_cast<std::int16_t>(index + 1));
-        show_paper();
-    });
+    connect(cbo_papierformat_, &QComboBox::activated, this,
+            [this](int index) { choose_paper_at(index, 0); });
+    connect(cbo_papierschacht_, &QComboBox::activated, this,
+            [this](int index) { choose_bin_at(index, 0); });
+    cbo_papierformat_->installEventFilter(this);
+    cbo_papierschacht_->installEventFilter(this);
     for (const std::int16_t lies : {hochformat, querformat}) {
         connect(opt_ausrichtung_[static_cast<std::size_t>(lies)], &QRadioButton::clicked, this,
                 [this, lies] {
@@ -239,6 +245,10 @@ void FrmDrucker::connect_controls() {
         new EntryBox(
             *edit, *edit, [this] { show_paper(); }, leaves_unread);
     }
+    connect(txt_exemplare_, &QLineEdit::textEdited, this, [this](const QString& typed) {
+        lbl_hinweis_->tell(
+            are_copies(typed.toStdString()) ? QString() : QStringLiteral("Exemplare: 1 bis 100"));
+    });
     new EntryBox(
         *txt_exemplare_, *txt_exemplare_,
         [this] { set_copies(copies_of_text(txt_exemplare_->text().toStdString())); },
@@ -333,8 +343,48 @@ void FrmDrucker::choose_standard() {
     show_paper();
 }
 
+void FrmDrucker::choose_paper_at(int row, int by) {
+    const auto refused = refused_rows(*cbo_papierformat_, row, by, [this](int tried) {
+        return choose_paper(*printer_, paper_code(options_, tried));
+    });
+    const QString told = refusal(*cbo_papierformat_, refused);
+    show_paper();
+    lbl_hinweis_->tell(told);
+}
+
+void FrmDrucker::choose_bin_at(int row, int by) {
+    const auto refused = refused_rows(*cbo_papierschacht_, row, by, [this](int tried) {
+        return choose_paper_bin(*printer_, static_cast<std::int16_t>(tried + 1));
+    });
+    const QString told = refusal(*cbo_papierschacht_, refused);
+    show_paper();
+    lbl_hinweis_->tell(told);
+}
+
+/// The toolkit would try one row and begin anew from the old one.
+bool FrmDrucker::list_key(const QObject* list, const QKeyEvent& key) {
+    const bool paper = list == cbo_papierformat_;
+    if ((!paper && list != cbo_papierschacht_) || printer_ == nullptr ||
+        (key.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) {
+        return false;
+    }
+    const ListStep step = list_step(paper ? *cbo_papierformat_ : *cbo_papierschacht_, key.key());
+    if (step.by == 0) {
+        return false;
+    }
+    if (paper) {
+        choose_paper_at(step.row, step.by);
+    } else {
+        choose_bin_at(step.row, step.by);
+    }
+    return true;
+}
+
 void FrmDrucker::write_user_paper() {
-    set_user_paper(*printer_, txt_quer_->text().toStdString(), txt_hoch_->text().toStdString());
+    const bool taken =
+        set_user_paper(*printer_, txt_quer_->text().toStdString(), txt_hoch_->text().toStdString());
+    lbl_hinweis_->tell(taken ? QString()
+                             : QStringLiteral("Diese Papiergröße nimmt das Gerät nicht"));
     // The box that is being typed in keeps its text until it is left.
     const PaperView view = view_paper(*printer_);
     lbl_quer_netto_->setText(utf8_qstring(view.lbl_quer_netto));
@@ -370,6 +420,9 @@ void FrmDrucker::reject() {
 }
 
 bool FrmDrucker::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress && list_key(watched, *static_cast<QKeyEvent*>(event))) {
+        return true;
+    }
     if (watched == txt_exemplare_ && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Up || key == Qt::Key_Down) {

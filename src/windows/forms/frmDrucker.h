@@ -10,6 +10,7 @@
 class QCheckBox;
 class QComboBox;
 class QGroupBox;
+class QKeyEvent;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -19,6 +20,7 @@ class QVBoxLayout;
 
 namespace veldra {
 
+class HintLine;
 class PaperSymbol;
 
 /// Chooses the application printer and its paper. Each choice goes to the printer at once;
@@ -56,6 +58,12 @@ class FrmDrucker final : public QDialog {
 
     void choose_printer_at(int index);
     void choose_standard();
+    /// Tries the papers or bins from a row on, down (1), up (-1) or only that one (0), until the
+    /// printer takes one, and tells those that it did not take.
+    void choose_paper_at(int row, int by);
+    void choose_bin_at(int row, int by);
+    /// A key that goes on in one of these lists: true if it was one.
+    bool list_key(const QObject* list, const QKeyEvent& key);
     void write_user_paper();
     /// Shows paper, bin, orientation and sizes as the printer has them now.
     void show_paper();
@@ -85,6 +93,7 @@ class FrmDrucker final : public QDialog {
     QToolButton* cmd_exemplare_plus_ = nullptr;
     QToolButton* cmd_exemplare_minus_ = nullptr;
     QPushButton* cmd_standard_ = nullptr;
+    HintLine* lbl_hinweis_ = nullptr;
     QPushButton* cmd_ok_ = nullptr;
     QPushButton* cmd_abbrechen_ = nullptr;
 };

@@ -158,7 +158,9 @@ FrmHandbuch::FrmHandbuch(QWidget* window) : QDialog(window) {
     lst_seiten_->setCurrentRow(0);
     const QSize room = screen()->availableSize() - QSize(40, 80);
     resize(sizeHint().boundedTo(room));
-    spl_handbuch_->setSizes({list_width(), page_width()});
+    // On a small screen half of the room is for the page.
+    const int list = std::min(list_width(), width() / 2);
+    spl_handbuch_->setSizes({list, width() - list});
 }
 
 /// Room for the longest heading.

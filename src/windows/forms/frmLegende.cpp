@@ -15,9 +15,12 @@
 
 #include "plot/application_printer.h"
 #include "text/codepage.h"
-#include "windows/forms/frmLogo.h"
+#include "text/text_forms.h"
+#include "windows/qt/dialog_area.h"
 #include "windows/qt/dialog_controls.h"
+#include "windows/qt/dialog_place.h"
 #include "windows/qt/entry_box.h"
+#include "windows/qt/hint_line.h"
 #include "windows/qt/qt_font.h"
 
 namespace veldra {
@@ -25,18 +28,34 @@ namespace veldra {
 namespace {
 
 constexpr int text_letters = 60;
+constexpr int fewest_letters = 24;
 constexpr int size_letters = 6;
 
 std::string bytes_of(const QString& text) {
     return from_utf8(text.toStdString());
 }
 
+/// A box for a title line: wide, and narrower where the screen has no room for that.
+class TitleEdit final : public QLineEdit {
+ public:
+    explicit TitleEdit(QWidget* parent) : QLineEdit(parent) {
+        setMinimumWidth(letters(fewest_letters));
+    }
+    [[nodiscard]] QSize sizeHint() const override {
+        return {letters(text_letters), QLineEdit::sizeHint().height()};
+    }
+
+ private:
+    [[nodiscard]] int letters(int count) const {
+        return QFontMetrics(font()).averageCharWidth() * count;
+    }
+};
+
 QLineEdit* make_text_edit(const QString& name, const QString& accessible_name, QWidget* parent) {
-    auto* edit = new QLineEdit(parent);
+    auto* edit = new TitleEdit(parent);
     keep_one_line(*edit);
     edit->setObjectName(name);
     edit->setAccessibleName(accessible_name);
-    edit->setMinimumWidth(QFontMetrics(edit->font()).averageCharWidth() * text_letters);
     return edit;
 }
 
@@ -59,17 +78,22 @@ FrmLegende::~FrmLegende() {
 }
 
 void FrmLegende::build() {
-    auto* column = new QVBoxLayout(this);
+    auto* contents = new QWidget(this);
+    auto* shown = new QVBoxLayout(contents);
+    shown->setContentsMargins(0, 0, 0, 0);
     auto* grid = new QGridLayout;
     for (std::size_t number = 1; number <= legend_line_count; ++number) {
         add_line(*grid, number);
     }
     grid->setColumnStretch(0, 1);
-    column->addLayout(grid);
+    shown->addLayout(grid);
+    shown->addWidget(build_position(), 0, Qt::AlignLeft);
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(new DialogArea(contents, this), 1);
     auto* row = new QHBoxLayout;
-    row->addWidget(build_position());
-    row->addStretch();
-    row->addWidget(build_buttons(), 0, Qt::AlignBottom);
+    lbl_hinweis_ = new HintLine(this);
+    row->addWidget(lbl_hinweis_, 1);
+    row->addWidget(build_buttons());
     column->addLayout(row);
 }
 
@@ -189,8 +213,14 @@ void FrmLegende::show_size(std::size_t number) {
 void FrmLegende::take_size(std::size_t number) {
     const Line& typed = line(number);
     if (typed.txt_schrift->text() != typed.shown_size) {
-        set_legend_size(session_, printer_, number, typed.txt_schrift->text().toStdString());
+        const std::string text = typed.txt_schrift->text().toStdString();
+        set_legend_size(session_, printer_, number, text);
         show_size(number);
+        const std::string told = taken_otherwise(text, typed.shown_size.toStdString());
+        lbl_hinweis_->tell(told.empty()
+                               ? QString()
+                               : QStringLiteral("Zeile %1: %2 mm")
+                                     .arg(QString::number(number), QString::fromStdString(told)));
     }
 }
 

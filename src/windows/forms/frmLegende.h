@@ -6,7 +6,7 @@
 
 #include "dialogs/legend_options.h"
 #include "model/session.h"
-#include "windows/qt/face_chooser.h"
+#include "windows/qt/choosers.h"
 #include "windows/qt/session_editor.h"
 
 class QCheckBox;
@@ -16,6 +16,8 @@ class QPushButton;
 class QRadioButton;
 
 namespace veldra {
+
+class HintLine;
 
 /// Edits the four title lines of the legend and its place. However it is closed, what it shows is
 /// taken over.
@@ -68,6 +70,7 @@ class FrmLegende final : public QDialog, public SessionEditor {
     Printer* printer_;
     std::array<Line, legend_line_count> lines_;
     std::array<QRadioButton*, 4> opt_posi_{};
+    HintLine* lbl_hinweis_ = nullptr;
     QPushButton* cmd_ok_ = nullptr;
     QTimer select_timer_;
     QLineEdit* entered_box_ = nullptr;  ///< which got the focus last

@@ -5,12 +5,13 @@
 #include <QIcon>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 #include <QShowEvent>
 #include <QSignalBlocker>
 #include <QTimer>
 #include <QVBoxLayout>
-#include <algorithm>
+
+#include "windows/qt/dialog_area.h"
+#include "windows/qt/dialog_place.h"
 
 namespace veldra {
 
@@ -55,10 +56,14 @@ void FrmLogo::build(const std::string& version) {
 
     auto* column = new QVBoxLayout(this);
     column->setSizeConstraint(QLayout::SetFixedSize);
-    column->addWidget(logo);
-    column->addWidget(name, 0, Qt::AlignHCenter);
-    column->addWidget(purpose, 0, Qt::AlignHCenter);
-    column->addWidget(lbl_version_, 0, Qt::AlignHCenter);
+    auto* contents = new QWidget(this);
+    auto* shown = new QVBoxLayout(contents);
+    shown->setContentsMargins(0, 0, 0, 0);
+    shown->addWidget(logo);
+    shown->addWidget(name, 0, Qt::AlignHCenter);
+    shown->addWidget(purpose, 0, Qt::AlignHCenter);
+    shown->addWidget(lbl_version_, 0, Qt::AlignHCenter);
+    column->addWidget(new DialogArea(contents, this), 1);
     column->addSpacing(8);
     auto* row = new QHBoxLayout;
     if (shown_by_ == ShownBy::start) {
@@ -126,15 +131,6 @@ void FrmLogo::reject() {
     if (cmd_ok_->isEnabled()) {
         QDialog::reject();
     }
-}
-
-void centre_on(QWidget& dialog, const QWidget& window) {
-    dialog.resize(dialog.sizeHint());  // adjustSize stops at two thirds of the screen
-    const QPoint middle = window.frameGeometry().center();
-    const QSize size = dialog.frameGeometry().size();
-    const int screen_left = window.screen()->availableGeometry().left();
-    dialog.move(std::max(screen_left, middle.x() - size.width() / 2),
-                std::max(0, middle.y() - size.height() / 2));
 }
 
 }  // namespace veldra

@@ -49,7 +49,4 @@ class FrmLogo final : public QDialog {
     bool activated_ = false;
 };
 
-/// Puts a dialog in the middle of its window, its top not above the screen.
-void centre_on(QWidget& dialog, const QWidget& window);
-
 }  // namespace veldra

@@ -11,7 +11,8 @@
 
 #include "dialogs/scale_bars.h"
 #include "text/length_units.h"
-#include "windows/forms/frmLogo.h"
+#include "windows/qt/dialog_area.h"
+#include "windows/qt/dialog_place.h"
 #include "windows/qt/picture_image.h"
 #include "windows/qt/sample_picture.h"
 
@@ -77,12 +78,16 @@ FrmMassstab::FrmMassstab(QWidget* window, const Session& session)
     : QDialog(window, Qt::Tool | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                           Qt::WindowCloseButtonHint),
       session_(session),
-      column_(new QVBoxLayout(this)) {
+      area_(new DialogArea(new QWidget(this), this)),
+      column_(new QVBoxLayout(area_->widget())) {
     setObjectName(QStringLiteral("frmMaßstab"));
     setWindowTitle(QStringLiteral("Maßstab"));
     setModal(false);
+    auto* whole = new QVBoxLayout(this);
+    whole->setContentsMargins(0, 0, 0, 0);
     // The height is that of the frames that are shown; it is not to change before all of them are.
-    column_->setSizeConstraint(QLayout::SetNoConstraint);
+    whole->setSizeConstraint(QLayout::SetNoConstraint);
+    whole->addWidget(area_);
     column_->setSpacing(between_frames);
     column_->setContentsMargins(between_frames, between_frames, between_frames, below_frames);
     grundriss_ = add_frame(QStringLiteral("fraGrundriss"), QStringLiteral("picGrundriss"),
@@ -190,8 +195,10 @@ void FrmMassstab::show_bars() {
 }
 
 void FrmMassstab::fit_height() {
+    column_->activate();
+    area_->updateGeometry();
     layout()->activate();
-    setMinimumWidth(layout()->totalMinimumSize().width());
+    setMinimumWidth(std::min(column_->totalMinimumSize().width(), layout()->sizeHint().width()));
     const int fitted = layout()->totalSizeHint().height();
     if (fitted == height()) {
         return;

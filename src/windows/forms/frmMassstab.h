@@ -12,6 +12,7 @@ class QVBoxLayout;
 namespace veldra {
 
 class SamplePicture;
+class DialogArea;
 class MarkLabel;
 
 /// Shows beside the picture what lengths in it mean: the ground, and the values at their scales.
@@ -53,7 +54,8 @@ class FrmMassstab final : public QDialog {
     void fit_height();
 
     const Session& session_;
-    QVBoxLayout* column_ = nullptr;
+    DialogArea* area_;
+    QVBoxLayout* column_;
     Frame grundriss_;
     Frame lage_;
     Frame lfehl_;

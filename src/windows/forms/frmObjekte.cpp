@@ -14,9 +14,10 @@
 #include <utility>
 
 #include "dialogs/boundary_options.h"
-#include "windows/forms/frmLogo.h"
 #include "windows/qt/dialog_area.h"
 #include "windows/qt/dialog_controls.h"
+#include "windows/qt/dialog_place.h"
+#include "windows/qt/hint_line.h"
 
 namespace veldra {
 
@@ -79,8 +80,14 @@ void FrmObjekte::build() {
 
     auto* rows = new QVBoxLayout(this);
     rows->addWidget(new DialogArea(contents, this));
+    auto* hint = new HintLine(this);
+    connect(txt_nubemerit_, &QLineEdit::textEdited, hint, [hint](const QString& typed) {
+        hint->tell(is_meridian(typed.toStdString())
+                       ? QString()
+                       : QStringLiteral("Meridianstreifen: 0 bis 119"));
+    });
     auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
+    buttons->addWidget(hint, 1);
     buttons->addWidget(cmd_ok_);
     rows->addLayout(buttons);
 }

@@ -20,8 +20,10 @@
 
 #include "plot/printer.h"
 #include "text/text_forms.h"
+#include "windows/qt/dialog_area.h"
 #include "windows/qt/dialog_controls.h"
 #include "windows/qt/entry_box.h"
+#include "windows/qt/hint_line.h"
 #include "windows/qt/paper_symbol.h"
 #include "windows/qt/qt_font.h"
 
@@ -59,8 +61,11 @@ FrmPlotten::~FrmPlotten() {
 void FrmPlotten::build() {
     auto* column = new QVBoxLayout(this);
     column->setSizeConstraint(QLayout::SetFixedSize);
-    build_part(*column);
-    build_scale(*column);
+    auto* contents = new QWidget(this);
+    auto* shown = new QVBoxLayout(contents);
+    shown->setContentsMargins(0, 0, 0, 0);
+    build_part(*shown);
+    build_scale(*shown);
     fra_format_ = make_frame(QStringLiteral("fra_format"), QString(), this);
     auto* format = new QVBoxLayout(fra_format_);
     auto* row = new QHBoxLayout;
@@ -68,8 +73,10 @@ void FrmPlotten::build() {
     row->addWidget(build_margin(), 1);
     format->addLayout(row);
     build_sheets(*format);
-    column->addWidget(fra_format_);
-    const EndButtons buttons = add_end_buttons(*column, this);
+    shown->addWidget(fra_format_);
+    column->addWidget(new DialogArea(contents, this), 1);
+    lbl_hinweis_ = new HintLine(this);
+    const EndButtons buttons = add_end_buttons(*column, this, lbl_hinweis_);
     cmd_ok_ = buttons.cmd_ok;
     cmd_abbrechen_ = buttons.cmd_abbrechen;
     connect(cmd_ok_, &QPushButton::clicked, this, &FrmPlotten::accept);
@@ -193,8 +200,12 @@ void FrmPlotten::build_sheets(QVBoxLayout& column) {
             0);
         grid->addWidget(edit, line, 1);
         grid->addWidget(computed, line, 2);
-        connect(edit, &QLineEdit::textEdited, this,
-                [&typed](const QString& text) { typed = text.toStdString(); });
+        connect(edit, &QLineEdit::textEdited, this, [this, &typed](const QString& text) {
+            typed = text.toStdString();
+            lbl_hinweis_->tell(is_sheet_count(typed)
+                                   ? QString()
+                                   : QStringLiteral("Anzahl der Blätter: 1 bis 32767"));
+        });
         return std::pair(edit, computed);
     };
     std::tie(txt_format_rechts_, lbl_format_autorechts_) =

@@ -21,6 +21,7 @@ class QVBoxLayout;
 
 namespace veldra {
 
+class HintLine;
 class PaperSymbol;
 
 /// The plot settings of the current network part, edited live. It stands beside its window, where
@@ -86,6 +87,7 @@ class FrmPlotten final : public QDialog, public SessionEditor {
     QLabel* lbl_format_autorechts_ = nullptr;
     QLabel* lbl_format_autohoch_ = nullptr;
     QCheckBox* chk_plotternull_ = nullptr;
+    HintLine* lbl_hinweis_ = nullptr;
     QPushButton* cmd_ok_ = nullptr;
     QPushButton* cmd_abbrechen_ = nullptr;
 };

@@ -9,8 +9,9 @@
 
 #include "drawing/pen.h"
 #include "text/length_units.h"
-#include "windows/forms/frmLogo.h"
+#include "windows/qt/dialog_area.h"
 #include "windows/qt/dialog_controls.h"
+#include "windows/qt/dialog_place.h"
 #include "windows/qt/picture_image.h"
 #include "windows/qt/sample_picture.h"
 
@@ -38,11 +39,15 @@ FrmStrichst::FrmStrichst(QWidget* window, LineWidthChoice& choice, const QString
 }
 
 void FrmStrichst::build() {
-    auto* column = new QVBoxLayout(this);
+    auto* contents = new QWidget(this);
+    auto* shown = new QVBoxLayout(contents);
+    shown->setContentsMargins(0, 0, 0, 0);
     for (std::size_t i = 0; i < width_count; ++i) {
         build_width(i);
-        column->addWidget(pic_strichst_[i]);
+        shown->addWidget(pic_strichst_[i]);
     }
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(new DialogArea(contents, this), 1);
     const EndButtons buttons = add_end_buttons(*column, this);
     cmd_ok_ = buttons.cmd_ok;
     connect(cmd_ok_, &QPushButton::clicked, this, [this] {

@@ -16,8 +16,9 @@
 #include <cmath>
 
 #include "text/fatal_error.h"
-#include "windows/forms/frmLogo.h"
+#include "windows/qt/dialog_area.h"
 #include "windows/qt/dialog_controls.h"
+#include "windows/qt/dialog_place.h"
 #include "windows/qt/entry_box.h"
 
 namespace veldra {
@@ -64,20 +65,24 @@ FrmVerwopt::~FrmVerwopt() {
 }
 
 void FrmVerwopt::build() {
-    auto* column = new QVBoxLayout(this);
+    contents_ = new QWidget(this);
+    auto* shown = new QVBoxLayout(contents_);
+    shown->setContentsMargins(0, 0, 0, 0);
     auto* file = new QGroupBox(QStringLiteral("Verwaltungsgrenzendatei"), this);
     file->setObjectName(QStringLiteral("fra_grendatei"));
     auto* rows = new QVBoxLayout(file);
     rows->addWidget(build_file());
     rows->addWidget(build_systems());
     rows->addWidget(build_reduction());
-    column->addWidget(file);
-    column->addWidget(build_rows(QStringLiteral("fra_gren_tr"),
-                                 QStringLiteral("Datumsübergänge Verwaltungsgrenzen"),
-                                 QStringLiteral("txt_gren_tr_"), txt_gren_tr_));
-    column->addWidget(build_rows(QStringLiteral("fra_numb_tr"),
-                                 QStringLiteral("Datumsübergänge Nummerierungsbezirke"),
-                                 QStringLiteral("txt_numb_tr_"), txt_numb_tr_));
+    shown->addWidget(file);
+    shown->addWidget(build_rows(QStringLiteral("fra_gren_tr"),
+                                QStringLiteral("Datumsübergänge Verwaltungsgrenzen"),
+                                QStringLiteral("txt_gren_tr_"), txt_gren_tr_));
+    shown->addWidget(build_rows(QStringLiteral("fra_numb_tr"),
+                                QStringLiteral("Datumsübergänge Nummerierungsbezirke"),
+                                QStringLiteral("txt_numb_tr_"), txt_numb_tr_));
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(new DialogArea(contents_, this), 1);
     column->addWidget(build_buttons());
 }
 
@@ -297,9 +302,9 @@ void FrmVerwopt::lock(bool running) {
     give_up_ = false;
     pgb_gren_opti_->setValue(0);
     pgb_gren_opti_->setVisible(running);
-    for (QWidget* widget : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
-        if (!widget->isAncestorOf(cmd_abbrechen_) && !widget->isAncestorOf(pgb_gren_opti_)) {
-            widget->setEnabled(!running);
+    for (auto* frame : contents_->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (!frame->isAncestorOf(pgb_gren_opti_)) {
+            frame->setEnabled(!running);
         }
     }
     for (QWidget* widget :

@@ -80,6 +80,7 @@ class FrmVerwopt final : public QDialog {
     QComboBox* cbo_gren_abbi_ = nullptr;
     QPushButton* cmd_gren_opti_ = nullptr;
     QProgressBar* pgb_gren_opti_ = nullptr;
+    QWidget* contents_ = nullptr;  ///< all but the row of buttons
     RowBoxes txt_gren_tr_{};
     RowBoxes txt_numb_tr_{};
     QPushButton* cmd_standard_ = nullptr;

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "dialogs/display_fonts.h"
+#include "model/text_measurer.h"
 
 class QWidget;
 
@@ -22,7 +23,16 @@ struct Choosers {
     Font font;
 };
 
-/// The toolkit's dialogs.
+/// The program's dialogs.
 [[nodiscard]] Choosers toolkit_choosers();
+
+/// A dialog in which the user chooses face and style of a font, and its size if `with_size`; tests
+/// put answers in its place. It is given its own name and what is set, and gives nothing if the
+/// user gave up.
+using FaceChooser = std::function<std::optional<FontSpec>(QWidget* parent, const QString& name,
+                                                          const FontSpec& font, bool with_size)>;
+
+/// The program's dialog.
+[[nodiscard]] FaceChooser toolkit_face_chooser();
 
 }  // namespace veldra

@@ -1,6 +1,7 @@
 #include "windows/qt/dialog_area.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QScreen>
 #include <QScrollBar>
 #include <QStyle>
@@ -56,14 +57,24 @@ QSize DialogArea::sizeHint() const {
         .boundedTo(room);
 }
 
+/// What the contents ask for may change while they are shown.
+bool DialogArea::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == widget() && event->type() == QEvent::LayoutRequest) {
+        updateGeometry();
+    }
+    return QScrollArea::eventFilter(watched, event);
+}
+
 /// A click is left alone: what it was meant for must not move away beneath it.
 void DialogArea::show_focus(QWidget* focus) {
     if (focus != nullptr && widget()->isAncestorOf(focus) &&
         QGuiApplication::mouseButtons() == Qt::NoButton) {
-        // The whole control; the toolkit's own way stops at the cursor of a box.
+        // The whole control, as far as there is room for it; the toolkit's own way stops at the
+        // cursor of a box.
         const QPoint middle = focus->mapTo(widget(), focus->rect().center());
-        ensureVisible(middle.x(), middle.y(), focus->width() / 2 + around_focus,
-                      focus->height() / 2 + around_focus);
+        const QSize around = focus->size() / 2 + QSize(around_focus, around_focus);
+        const QSize margin = around.boundedTo(viewport()->size() / 2);
+        ensureVisible(middle.x(), middle.y(), margin.width(), margin.height());
     }
 }
 

@@ -13,6 +13,7 @@ class DialogArea final : public QScrollArea {
  public:
     DialogArea(QWidget* contents, QWidget* parent);
     [[nodiscard]] QSize sizeHint() const override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
     [[nodiscard]] QSize room_on_screen() const;

@@ -174,7 +174,7 @@ void lead_tab_to_checked(const QList<QAbstractButton*>& options) {
     }
 }
 
-EndButtons add_end_buttons(QBoxLayout& column, QWidget* parent) {
+EndButtons add_end_buttons(QBoxLayout& column, QWidget* parent, QWidget* beside) {
     EndButtons buttons;
     buttons.cmd_ok =
         make_button(QStringLiteral("cmd_ok"), QStringLiteral("&OK"), QStringLiteral("OK"), parent);
@@ -183,7 +183,11 @@ EndButtons add_end_buttons(QBoxLayout& column, QWidget* parent) {
         make_button(QStringLiteral("cmd_abbrechen"), QStringLiteral("&Abbrechen"),
                     QStringLiteral("Abbrechen"), parent);
     auto* row = new QHBoxLayout;
-    row->addStretch();
+    if (beside == nullptr) {
+        row->addStretch();
+    } else {
+        row->addWidget(beside, 1);
+    }
     row->addWidget(buttons.cmd_ok);
     row->addWidget(buttons.cmd_abbrechen);
     column.addLayout(row);

@@ -78,7 +78,9 @@ struct EndButtons {
     QPushButton* cmd_ok = nullptr;
     QPushButton* cmd_abbrechen = nullptr;
 };
-/// Makes them as a row at the end of `column`; connecting them is left to the dialog.
-[[nodiscard]] EndButtons add_end_buttons(QBoxLayout& column, QWidget* parent);
+/// Makes them as a row at the end of `column`; connecting them is left to the dialog. `beside`, if
+/// there is one, has the room left of them.
+[[nodiscard]] EndButtons add_end_buttons(QBoxLayout& column, QWidget* parent,
+                                         QWidget* beside = nullptr);
 
 }  // namespace veldra

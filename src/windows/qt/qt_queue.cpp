@@ -8,8 +8,10 @@
 #include <string_view>
 #include <utility>
 
+#include "os/files.h"
 #include "pdf/pdf_printer.h"
 #include "plot/paper_codes.h"
+#include "text/fatal_error.h"
 #include "text/length_units.h"
 #include "windows/qt/qt_font.h"
 #include "windows/qt/qt_user_interface.h"
@@ -255,7 +257,7 @@ bool QtQueue::begin_job(const JobTitle& title) {
     job_->setDocName(to_qstring(title.titel));
     job_->setCreator(QStringLiteral("VELDRA"));
     if (!job_file_.empty()) {
-        job_->setOutputFileName(path_text(job_file_));
+        begin_output_file();
         return true;
     }
     QStringList options{QStringLiteral("print-scaling"), QStringLiteral("none")};
@@ -264,6 +266,20 @@ bool QtQueue::begin_job(const JobTitle& title) {
     }
     job_->printEngine()->setProperty(service_options, options);
     return true;
+}
+
+/// The toolkit writes into a file as it goes on. It gets one of its own, so that the file named is
+/// the old or the new one.
+void QtQueue::begin_output_file() {
+    try {
+        const ReplacedFile probe(job_file_);  // what cannot be written is told before all the work
+        job_folder_ = std::make_unique<TemporaryFolder>();
+    } catch (const FatalError& error) {
+        job_.reset();
+        fail(error.what());
+    }
+    job_spool_ = job_folder_->path() + "/plot.pdf";
+    job_->setOutputFileName(path_text(job_spool_));
 }
 
 void QtQueue::begin_sheet(const SheetTitle& /*title*/) {
@@ -298,7 +314,7 @@ void QtQueue::begin_sheet(const SheetTitle& /*title*/) {
 
 void QtQueue::check_output_file() const {
     constexpr qint64 longest_end = 32;
-    QFile file(path_text(job_file_));
+    QFile file(path_text(job_spool_));
     if (!file.open(QIODevice::ReadOnly) ||
         !file.seek(std::max<qint64>(file.size() - longest_end, 0)) ||
         !file.readAll().contains("%%EOF")) {
@@ -306,8 +322,25 @@ void QtQueue::check_output_file() const {
     }
 }
 
+void QtQueue::deliver_output_file() const {
+    constexpr std::size_t piece = std::size_t{1} << 18U;
+    try {
+        InputFile from(job_spool_);
+        ReplacedFile to(job_file_);
+        std::string bytes(piece, '\0');
+        for (std::size_t count = from.read(bytes.data(), piece); count > 0;
+             count = from.read(bytes.data(), piece)) {
+            to.write(std::string_view(bytes).substr(0, count));
+        }
+        to.commit();
+    } catch (const FatalError& error) {
+        fail(error.what());
+    }
+}
+
 void QtQueue::end_job() {
     page_.reset();
+    const std::unique_ptr<TemporaryFolder> folder = std::move(job_folder_);
     const std::unique_ptr<QPrinter> job = std::move(job_);
     const std::unique_ptr<QPainter> painter = std::move(painter_);
     if (!painter) {
@@ -319,6 +352,7 @@ void QtQueue::end_job() {
     }
     if (!job_file_.empty()) {
         check_output_file();
+        deliver_output_file();
         return;
     }
     // The toolkit does not tell whether the service has taken the document; without the service it
@@ -335,12 +369,10 @@ void QtQueue::abort_job() noexcept {
         job_->printEngine()->setProperty(
             service_options, QStringList{QStringLiteral("copies"), QStringLiteral("0")});
         painter_->end();
-        if (!job_file_.empty()) {
-            QFile::remove(path_text(job_file_));
-        }
     }
     painter_.reset();
     job_.reset();
+    job_folder_.reset();
 }
 
 void QtQueue::EndDoc() {

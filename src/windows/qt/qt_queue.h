@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 
+#include "os/files.h"
 #include "plot/single_printer.h"
 #include "windows/qt/painter_target.h"
 
@@ -67,7 +68,9 @@ class QtQueue final : public SinglePrinter {
     [[nodiscard]] QPageLayout layout() const;
     void set_user_size(const QSizeF& as_it_lies);
     [[nodiscard]] double pixels_per_inch() const;
+    void begin_output_file();
     void check_output_file() const;
+    void deliver_output_file() const;
 
     QString name_;
     TextMeasurer& measurer_;
@@ -79,6 +82,8 @@ class QtQueue final : public SinglePrinter {
 
     std::string output_file_;  ///< of the next job
     std::string job_file_;
+    std::string job_spool_;  ///< what the toolkit writes for it
+    std::unique_ptr<TemporaryFolder> job_folder_;
     std::unique_ptr<QPrinter> job_;
     std::unique_ptr<QPainter> painter_;
     std::unique_ptr<PainterTarget> page_;

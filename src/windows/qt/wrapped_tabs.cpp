@@ -1,8 +1,10 @@
 #include "windows/qt/wrapped_tabs.h"
 
 #include <QFontMetrics>
+#include <QShortcut>
 #include <QStringList>
 #include <QStyle>
+#include <QTimer>
 #include <algorithm>
 
 namespace veldra {
@@ -63,6 +65,37 @@ WrappedTabs::WrappedTabs(QWidget* parent) : QTabWidget(parent) {
     setTabBar(bar);
     setElideMode(Qt::ElideNone);
     setUsesScrollButtons(false);
+    connect(new QShortcut(Qt::CTRL | Qt::Key_Tab, this), &QShortcut::activated, this,
+            [this] { step(1); });
+    // The toolkit has a key of its own for Tab with Shift.
+    for (const Qt::Key back : {Qt::Key_Tab, Qt::Key_Backtab}) {
+        connect(new QShortcut(Qt::CTRL | Qt::SHIFT | back, this), &QShortcut::activated, this,
+                [this] { step(-1); });
+    }
+    // The click comes before the tab is shown, and what the focus leaves may answer with a message.
+    connect(bar, &QTabBar::tabBarClicked, this, [this](int tab) {
+        if (tab >= 0) {
+            QTimer::singleShot(0, this, &WrappedTabs::enter_shown_tab);
+        }
+    });
+}
+
+void WrappedTabs::step(int by) {
+    if (count() > 0) {
+        setCurrentIndex((currentIndex() + by + count()) % count());
+        enter_shown_tab();
+    }
+}
+
+void WrappedTabs::enter_shown_tab() {
+    QWidget* const page = currentWidget();
+    for (QWidget* next = page->nextInFocusChain(); next != page; next = next->nextInFocusChain()) {
+        if (page->isAncestorOf(next) && next->isVisible() && next->isEnabled() &&
+            (next->focusPolicy() & Qt::TabFocus) != 0 && next->focusProxy() == nullptr) {
+            next->setFocus(Qt::TabFocusReason);
+            return;
+        }
+    }
 }
 
 QSize WrappedTabs::with_room_for_tabs(const QSize& size) const {

@@ -19,6 +19,8 @@ class WrappedTabBar final : public QTabBar {
     void initStyleOption(QStyleOptionTab* option, int index) const override;
 };
 
+/// Tabs of a dialog. Ctrl+Tab and Ctrl+Shift+Tab go from one to the next wherever in the dialog the
+/// focus is, and a click on a tab leads the focus to its first control.
 class WrappedTabs final : public QTabWidget {
     Q_OBJECT
 
@@ -31,6 +33,9 @@ class WrappedTabs final : public QTabWidget {
 
  private:
     [[nodiscard]] QSize with_room_for_tabs(const QSize& size) const;
+    /// Goes that many tabs on, round the end.
+    void step(int by);
+    void enter_shown_tab();
 };
 
 }  // namespace veldra

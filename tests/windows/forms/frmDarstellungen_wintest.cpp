@@ -2,6 +2,7 @@
 
 #include "display_dialog_fixture.h"
 #include "text/text_forms.h"
+#include "windows/qt/hint_line.h"
 
 using namespace veldra;
 using namespace veldra_test;
@@ -216,6 +217,57 @@ class FrmDarstellungenTest : public DisplayDialogFixture {
         QCOMPARE(settings().stevwert[1], 100.0);
         show_tab(DisplayTab::tests);
         QCOMPARE(box("txt_ev_wert").text(), text("100.0"));
+    }
+
+    void an_entry_that_is_not_taken_as_it_is_is_told() {
+        open();
+        auto& hint = control<HintLine>(*dialog_, "lbl_hinweis");
+        type_and_enter(box("txt_punktradius_screen"), "abc");
+        QCOMPARE(hint.hint(), text("Statt \"abc\" gilt 0"));
+        type_and_enter(box("txt_punktradius_screen"), "70,5");
+        QCOMPARE(hint.hint(), QString());
+    }
+
+    void ctrl_tab_goes_round_from_the_first_moment() {
+        open();
+        auto& tabs = control<QTabWidget>(*dialog_, "tab_darstellungen");
+        const auto press = [this](Qt::Key key, Qt::KeyboardModifiers modifiers) {
+            QTest::keyClick(dialog_->focusWidget(), key, modifiers);
+        };
+        QVERIFY(!tabs.isAncestorOf(dialog_->focusWidget()));
+        press(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(tabs.currentIndex(), 7);
+        for (const int next : {0, 1, 2, 3, 4, 5, 6, 7, 0}) {
+            press(Qt::Key_Tab, Qt::ControlModifier);
+            QCOMPARE(tabs.currentIndex(), next);
+            QVERIFY(tabs.currentWidget()->isAncestorOf(dialog_->focusWidget()));
+        }
+        // From the row of buttons too.
+        button("cmd_ok").setFocus();
+        press(Qt::Key_Tab, Qt::ControlModifier);
+        QCOMPARE(tabs.currentIndex(), 1);
+    }
+
+    void a_click_on_a_tab_leads_the_focus_into_it() {
+        open();
+        auto& tabs = control<QTabWidget>(*dialog_, "tab_darstellungen");
+        const QString scale = combo("cbo_grundriss_mass").currentText();
+        for (int tab = 0; tab < tabs.count(); ++tab) {
+            combo("cbo_grundriss_mass").setFocus();
+            QTest::mouseClick(tabs.tabBar(), Qt::LeftButton, {},
+                              tabs.tabBar()->tabRect(tab).center());
+            QTRY_VERIFY(tabs.currentWidget()->isAncestorOf(dialog_->focusWidget()));
+            QTest::keyClick(dialog_->focusWidget(), Qt::Key_5);
+            QCOMPARE(combo("cbo_grundriss_mass").currentText(), scale);
+        }
+    }
+
+    void a_vector_scale_is_taken_with_its_blanks() {
+        open_at(DisplayTab::vectors_position);
+        type_and_enter(combo("cbo_vekt_mass_lage_1"), "1 000");
+        QCOMPARE(combo("cbo_vekt_mass_lage_1").currentText(), text("1000"));
+        QCOMPARE(session_->vektor_massstab[1], 0.001);
+        QVERIFY(boxes_->seen.empty());
     }
 
     void a_wrong_scale_that_is_left_by_another_tab_is_answered_once() {

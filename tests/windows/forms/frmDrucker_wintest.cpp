@@ -2,6 +2,7 @@
 #include "plot/application_printer.h"
 #include "scripted_printer.h"
 #include "windows/forms/frmDrucker.h"
+#include "windows/qt/hint_line.h"
 
 using namespace veldra;
 using namespace veldra_test;
@@ -64,6 +65,8 @@ class FrmDruckerTest : public DialogFixture<FrmDrucker> {
         QVERIFY(std::abs(printer_->Width() - 34016.0F) <= 1.0F);
         QVERIFY(std::abs(printer_->Height() - 68031.0F) <= 1.0F);
     }
+    /// What the dialog tells, whether there is room for all of it or not.
+    [[nodiscard]] QString hint() const { return control<HintLine>(*dialog_, "lbl_hinweis").hint(); }
     [[nodiscard]] PrinterState& state() { return session_.printer; }
 
     Session session_;
@@ -235,6 +238,73 @@ class FrmDruckerTest : public DialogFixture<FrmDrucker> {
             click_item("cbo_papierformat", 45);
             QCOMPARE(combo("cbo_papierformat").currentIndex(), 7);
             QCOMPARE(printer_->PaperSize(), std::int16_t{8});
+        }
+    }
+
+    void keys_pass_what_the_printer_refuses_and_tell_it_data() {
+        QTest::addColumn<bool>("loud");
+        QTest::newRow("silent") << false;
+        QTest::newRow("loud") << true;
+    }
+
+    /// It takes A3 and A4, rows 7 and 8, a code of its own and the user's size, row 50.
+    void keys_pass_what_the_printer_refuses_and_tell_it() {
+        QFETCH(bool, loud);
+        printer_->device().refusal =
+            loud ? ScriptedDevice::Refusal::loud : ScriptedDevice::Refusal::silent;
+        open();
+        QComboBox& papers = combo("cbo_papierformat");
+        QCOMPARE(papers.currentIndex(), 8);
+        QCOMPARE(label("lbl_hinweis"), QString());
+        papers.setFocus();
+        const auto press = [&papers](Qt::Key key) { QTest::keyClick(&papers, key); };
+        press(Qt::Key_Up);
+        QCOMPARE(papers.currentIndex(), 7);
+        QCOMPARE(hint(), QString());
+        press(Qt::Key_Up);  // there is nothing above
+        QCOMPARE(papers.currentIndex(), 7);
+        QCOMPARE(printer_->PaperSize(), std::int16_t{8});
+        QCOMPARE(hint(), text("Nimmt das Gerät nicht: Executive, 7 1/2 x 10 ½ Zoll und 6 weitere"));
+        press(Qt::Key_Down);
+        QCOMPARE(papers.currentIndex(), 8);
+        QCOMPARE(hint(), QString());
+        press(Qt::Key_Down);
+        QCOMPARE(papers.currentIndex(), 50);
+        QCOMPARE(printer_->PaperSize(), std::int16_t{256});
+        QCOMPARE(hint(), text("Nimmt das Gerät nicht: DIN A4 Small, 210 x 297 mm und 40 weitere"));
+        press(Qt::Key_Home);
+        QCOMPARE(papers.currentIndex(), 7);
+        press(Qt::Key_End);
+        QCOMPARE(papers.currentIndex(), 50);
+        press(Qt::Key_PageUp);
+        QCOMPARE(papers.currentIndex(), 8);
+    }
+
+    void one_refused_paper_is_told_by_its_name() {
+        open();
+        click_item("cbo_papierformat", 45);
+        QCOMPARE(combo("cbo_papierformat").currentIndex(), 8);
+        QCOMPARE(hint(), text("Nimmt das Gerät nicht: DIN A0 (auf HP DesignJet)"));
+        click_item("cbo_papierformat", 7);
+        QCOMPARE(hint(), QString());
+    }
+
+    void limited_copies_and_refused_sizes_are_told() {
+        open();
+        for (const char* wrong : {"0", "500", "abc", "-3"}) {
+            type_and_enter(box("txt_exemplare"), "12");
+            QCOMPARE(hint(), QString());
+            type_and_enter(box("txt_exemplare"), wrong);
+            QCOMPARE(hint(), text("Exemplare: 1 bis 100"));
+        }
+        type_and_enter(box("txt_exemplare"), "100");
+        QCOMPARE(hint(), QString());
+        choose("cbo_papierformat", 50);
+        for (const char* wrong : {"0", "abc", "-20", "99999999999999"}) {
+            type_and_enter(box("txt_quer"), wrong);
+            QCOMPARE(hint(), text("Diese Papiergröße nimmt das Gerät nicht"));
+            type_and_enter(box("txt_quer"), "600,4");
+            QCOMPARE(hint(), QString());
         }
     }
 

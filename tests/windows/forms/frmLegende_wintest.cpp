@@ -1,10 +1,9 @@
-#include <QFontDialog>
-#include <QListView>
-
 #include "dialog_fixture.h"
 #include "scripted_printer.h"
 #include "settings/defaults.h"
 #include "windows/forms/frmLegende.h"
+#include "windows/qt/font_dialog.h"
+#include "windows/qt/hint_line.h"
 
 using namespace veldra;
 using namespace veldra_test;
@@ -148,8 +147,11 @@ class FrmLegendeTest : public DialogFixture<FrmLegende> {
         QCOMPARE(box("txt_schrift_2").text(), QStringLiteral("4.0"));
         QVERIFY(std::abs(title(2).getTitelSize() - 3.9897F) < 0.0002F);
         QVERIFY(dialog_->isVisible());  // Enter in a size does not press OK
+        const auto& hint = control<HintLine>(*dialog_, "lbl_hinweis");
+        QCOMPARE(hint.hint(), QString());
         type_and_enter(box("txt_schrift_2"), "abc");
         QCOMPARE(box("txt_schrift_2").text(), QStringLiteral("1.5"));  // 7 points
+        QCOMPARE(hint.hint(), text("Zeile 2: Statt \"abc\" gilt 1.5 mm"));
     }
 
     void without_a_printer_the_size_is_an_estimate() {
@@ -159,8 +161,11 @@ class FrmLegendeTest : public DialogFixture<FrmLegende> {
         QCOMPARE(title(1).getTitelSize(), 4.2F);
         QTest::keyClick(&box("txt_schrift_1"), Qt::Key_Return);
         QCOMPARE(title(1).getTitelSize(), 4.2F);
+        const auto& hint = control<HintLine>(*dialog_, "lbl_hinweis");
+        QCOMPARE(hint.hint(), QString());
         type_and_enter(box("txt_schrift_1"), "-1");
         QCOMPARE(box("txt_schrift_1").text(), QStringLiteral("2.5"));
+        QCOMPARE(hint.hint(), text("Zeile 1: Statt \"-1\" gilt 2.5 mm"));
     }
 
     void an_untouched_size_is_not_changed_by_ok() {
@@ -235,32 +240,20 @@ class FrmLegendeTest : public DialogFixture<FrmLegende> {
         QCOMPARE(title(1).getTitelFont(), std::string("Arial"));
     }
 
-    void the_toolkits_font_dialog_keeps_what_is_not_touched() {
-        for (const bool with_size : {true, false}) {
-            when_shown<QFontDialog>([with_size](QFontDialog& fonts) {
-                QCOMPARE(fonts.objectName(), QStringLiteral("dlg_schrift"));
-                QFont font = fonts.currentFont();
-                QVERIFY(font.bold() && !font.underline());
-                QCOMPARE(fonts.findChildren<QListView*>(QString(), Qt::FindDirectChildrenOnly)
-                             .constLast()
-                             ->isVisible(),
-                         with_size);
-                font.setUnderline(true);
-                font.setPointSizeF(20);
-                fonts.setCurrentFont(font);
-                fonts.accept();
+    void the_font_dialog_has_a_size_only_with_a_printer() {
+        for (const bool with_printer : {true, false}) {
+            veldra::test::ScriptedPrinter printer;
+            open(with_printer ? &printer : nullptr);
+            bool with_size = !with_printer;
+            when_shown<FontDialog>([&with_size](FontDialog& dialog) {
+                QCOMPARE(dialog.objectName(), QStringLiteral("dlg_schrift"));
+                with_size = dialog.findChild<QComboBox*>() != nullptr;
+                dialog.reject();
             });
-            const FontSpec before{"Nirgendwo Sans", 12, -1, 0, 0};
-            const auto chosen =
-                toolkit_face_chooser()(nullptr, QStringLiteral("dlg_schrift"), before, with_size);
-            QVERIFY(chosen.has_value());
-            QCOMPARE(chosen->face, std::string("Nirgendwo Sans"));
-            QCOMPARE(chosen->bold, std::int16_t{-1});
-            QCOMPARE(chosen->underline, std::int16_t{-1});
-            QCOMPARE(chosen->points, with_size ? 20.0 : 12.0);
+            click(control<QPushButton>(*dialog_, "cmd_schrift_1"));
+            QCOMPARE(with_size, with_printer);
+            dialog_.reset();
         }
-        when_shown<QFontDialog>([](QFontDialog& fonts) { fonts.reject(); });
-        QVERIFY(!toolkit_face_chooser()(nullptr, QString(), {"Arial", 9, 0, 0, 0}, true));
     }
 
     void all_controls_can_be_named_and_reached() {

@@ -6,6 +6,7 @@
 #include "recording_interface.h"
 #include "scripted_printer.h"
 #include "windows/forms/frmPlotten.h"
+#include "windows/qt/hint_line.h"
 
 using namespace veldra;
 using namespace veldra_test;
@@ -268,7 +269,11 @@ class FrmPlottenTest : public DialogFixture<FrmPlotten> {
             if (check("chk_format_blatt").isChecked()) {
                 click_mark(check("chk_format_blatt"));
             }
+            type(box("txt_format_rechts"), "3");
+            QCOMPARE(control<HintLine>(*dialog_, "lbl_hinweis").hint(), QString());
             type(box("txt_format_rechts"), wrong);
+            QCOMPARE(control<HintLine>(*dialog_, "lbl_hinweis").hint(),
+                     text("Anzahl der Blätter: 1 bis 32767"));
             click(button("cmd_ok"));
             QVERIFY(!dialog_->isVisible());
             QCOMPARE(plot().plot_blatt_rechts, std::int16_t{1});
