@@ -56,8 +56,7 @@ class SheetDivision {
         : session_(session), plot_(session.plot), paper_text_(paper_text), printer_(printer) {}
 
     void run() {
-        if (session_.pu.count() == 0 && session_.lin.count() == 0) {
-            // Nothing of it will ever stand on a sheet, however far away its zero point is.
+        if (part_is_empty(session_)) {
             compute_extents();
         } else if (plot_.plot_ausrichtung != -99) {
             keep_settings();
@@ -239,8 +238,9 @@ bool sheets_can_be_counted(const Session& session) {
     const SheetGeometry& sheet = session.sheet;
     const double across = extents.gesamt_rw_max - plot.plot_null_rechts;
     const double up = extents.gesamt_hw_max - plot.plot_null_hoch;
-    return within_16_bits(sheets_on_axis(session, across, sheet.papier_breite)) &&
-           within_16_bits(sheets_on_axis(session, up, sheet.papier_hoehe));
+    return part_is_empty(session) ||
+           (within_16_bits(sheets_on_axis(session, across, sheet.papier_breite)) &&
+            within_16_bits(sheets_on_axis(session, up, sheet.papier_hoehe)));
 }
 
 void ComputeSheetDivision(Session& session, PaperTextSize& paper_text, SheetPrinter* printer) {

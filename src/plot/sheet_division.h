@@ -32,6 +32,12 @@ class SheetPrinter {
 /// an orientation other than 1 and 2 starts from the sizes held so far.
 void ComputePaperArea(Session& session, SheetPrinter* printer);
 
+/// The part has neither points nor lines. Nothing of it will ever stand on a sheet, so its sheets
+/// are not counted, however far away its zero point is.
+[[nodiscard]] inline bool part_is_empty(const Session& session) {
+    return session.pu.count() == 0 && session.lin.count() == 0;
+}
+
 /// Sheets that an extent (metres of ground) needs on one axis at the current plot scale: the extent
 /// on paper divided by the net length (metres of paper), whole part and one, at least 1. An extent
 /// that exactly fills a sheet asks for two. Throws FatalError naming `field` beyond 16 bits.
@@ -44,7 +50,7 @@ void ComputePaperArea(Session& session, SheetPrinter* printer);
 
 /// Brings the current part's plot settings to a consistent state: chooses orientation and scale
 /// where there are none, fills the extents, and counts the sheets. Throws FatalError when a count
-/// leaves 16 bits.
+/// leaves 16 bits. For an empty part it only fills the extents.
 void ComputeSheetDivision(Session& session, PaperTextSize& paper_text, SheetPrinter* printer);
 /// The same without a printer.
 void ComputeSheetDivision(Session& session, TextMeasurer& measurer);

@@ -1,8 +1,6 @@
 // Texts from boxes, folder names and files never become records of their own.
 #include <gmock/gmock.h>
 
-#include "commands/lifecycle.h"
-#include "dialogs/legend_options.h"
 #include "graphikdatei/memory_writer.h"
 #include "graphikdatei/writer.h"
 #include "graphikdatei/written_records.h"
@@ -39,21 +37,13 @@ class OneLineFile : public testing_support::SessionOnFile {
 
 TEST_F(OneLineFile, TitleWithLineEndsStaysATitle) {
     open("NETZTEIL A\nPUNKTSIGNATUR 1 2 0 0 1 \"P\"\n");
-    legend_accept(session,
-                  {LegendEntry{"eins\nNETZTEIL B", false}, LegendEntry{"zwei\r\nNETZTEIL C", false},
-                   LegendEntry{"", true}, LegendEntry{"", true}},
-                  1);
+    session.titel[0].setTitelText("eins\nNETZTEIL B");
+    session.titel[1].setTitelText("zwei\r\nNETZTEIL C");
     const std::string text = written();
     EXPECT_THAT(text, HasSubstr("VerfahrenLegende eins NETZTEIL B\r\n"));
     EXPECT_THAT(text, HasSubstr("\r\nTitel2 zwei  NETZTEIL C\r\n"));
     kopf_lesen(session);
     EXPECT_EQ(session.netz.count(), 1);
-}
-
-TEST_F(OneLineFile, FolderNameWithALineEndStaysATitle) {
-    use_file("NETZTEIL A\nx\n");
-    datei_setzen(session, folder.path("a\nNETZTEIL B") + "/ve.dat");
-    EXPECT_EQ(session.titel[0].getTitelText(), folder.path("a NETZTEIL B") + "/ve.dat");
 }
 
 TEST_F(OneLineFile, TitleOfAFileLosesItsControlCharactersOnce) {
