@@ -27,6 +27,7 @@ constexpr int smallest_picture = 16;
 constexpr int largest_picture = 16384;
 constexpr int most_copies = 100;
 constexpr int most_jobs = 256;
+constexpr std::int64_t most_sheets_allowed = 1'000'000'000'000;
 
 /// The arguments of all commands; each command uses its own.
 struct Arguments {
@@ -142,6 +143,11 @@ void add_plot_settings(CLI::App& command, PlotArguments& plot) {
     command.add_option("--exemplare", plot.copies, "Zahl der Exemplare (1)")
         ->option_text("N")
         ->check(CLI::Range(1, most_copies));
+    command
+        .add_option("--hoechstens", plot.most_sheets,
+                    "eine Graphikdatei mit mehr Blättern nicht plotten (2000)")
+        ->option_text("N")
+        ->check(CLI::Range(std::int64_t{1}, most_sheets_allowed));
     command.add_flag("--grau", plot.grey, "wie auf einem Drucker ohne Farbe zeichnen");
 }
 
@@ -280,7 +286,8 @@ class CommandLine {
         add_plot_settings(*command, plot);
         add_plot_results(*command, plot);
         command->footer(
-            "Ende-Code: 0 geplottet; 1 mindestens eine Datei ließ sich nicht plotten; 2 falscher "
+            "Ende-Code: 0 geplottet; 1 mindestens eine Datei oder ein Netzteil ließ sich nicht "
+            "plotten; 2 falscher "
             "Aufruf; 3 geplottet, aber das Protokoll nennt abgewiesene Sätze.");
         plot_ = command;
         actions_[command] = [this] { return command_plot(arguments_.plot); };

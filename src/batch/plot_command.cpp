@@ -103,7 +103,7 @@ void guarded(FileResult& result, Work&& work) {
 void plot_to_file(const PlotTask& task, FileResult& result) {
     guarded(result, [&] {
         PdfPrinter printer([&result] { return std::optional(result.output); });
-        result.parts = plot_file(task, printer);
+        result.plotted = plot_file(task, printer);
     });
 }
 
@@ -135,7 +135,7 @@ void plot_on_queue(const std::vector<PlotTask>& tasks, const std::string& name,
     }
     printers.assign(index);
     for (std::size_t i = 0; i < tasks.size(); ++i) {
-        guarded(results[i], [&] { results[i].parts = plot_file(tasks[i], printers); });
+        guarded(results[i], [&] { results[i].plotted = plot_file(tasks[i], printers); });
     }
 }
 
@@ -151,13 +151,26 @@ PlotTask task_for(const PlotArguments& arguments, const PlotChoice& choice,
     task.copies = arguments.copies;
     task.grey = arguments.grey;
     task.with_protocol = !arguments.protocol.empty();
+    task.most_sheets = arguments.most_sheets;
     return task;
 }
 
 bool refused_anything(const FileResult& result) {
-    return std::any_of(result.parts.begin(), result.parts.end(), [](const PlottedPart& part) {
-        return part.protocol && !part.protocol->refused.empty();
-    });
+    return std::any_of(
+        result.plotted.parts.begin(), result.plotted.parts.end(),
+        [](const PlottedPart& part) { return part.protocol && !part.protocol->refused.empty(); });
+}
+
+/// Tells of the parts that were left out of a document; true if there are any.
+bool report_parts(const FileResult& result) {
+    bool any = false;
+    for (const PlottedPart& part : result.plotted.parts) {
+        if (!part.failure.empty()) {
+            remark(part.failure);
+            any = true;
+        }
+    }
+    return any;
 }
 
 int report_results(const std::vector<FileResult>& results) {
@@ -165,6 +178,8 @@ int report_results(const std::vector<FileResult>& results) {
     for (const FileResult& result : results) {
         if (!result.failure.empty()) {
             remark(result.failure);
+            code = failed;
+        } else if (report_parts(result)) {
             code = failed;
         } else if (code == done && refused_anything(result)) {
             code = records_refused;

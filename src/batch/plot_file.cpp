@@ -10,8 +10,10 @@
 #include "batch/output.h"
 #include "commands/plot_job.h"
 #include "plot/application_printer.h"
+#include "plot/job_size.h"
 #include "plot/paper_codes.h"
 #include "plot/printer_adapters.h"
+#include "plot/sheet_division.h"
 #include "reference/reference_system.h"
 #include "text/codepage.h"
 #include "text/fatal_error.h"
@@ -44,8 +46,10 @@ class ReasonKeeper final : public UserInterface {
 /// A driver may know a paper by another code, so what counts is the size that it then has.
 void choose_paper(Printer& printer, const PaperChoice& paper) {
     constexpr float tolerance = 20;  // twips: drivers count in points
-    const auto width = static_cast<float>(paper.width) * twips_per_millimetre;
-    const auto height = static_cast<float>(paper.height) * twips_per_millimetre;
+    // Whole twips, since a size that is carried across the end of a document is one of whole twips:
+    // so it is the same before and after.
+    const float width = std::nearbyint(static_cast<float>(paper.width) * twips_per_millimetre);
+    const float height = std::nearbyint(static_cast<float>(paper.height) * twips_per_millimetre);
     printer.set_PaperSize(paper.code);
     printer.set_Orientation(hochformat);
     if (paper.code == user_defined_paper_code) {
@@ -86,11 +90,17 @@ class FilePlot {
           desk_{printer.measurer(), ui_, [] {}, &printer},
           selection_(selection_change(task.file)) {}
 
-    std::vector<PlottedPart> run() {
+    PlottedFile run() {
         prepare();
         const std::vector<std::int32_t> parts = wanted_parts();
-        std::vector<PlottedPart> plotted(parts.size());
-        settle_new_parts(parts);
+        PlottedFile file;
+        std::vector<PlottedPart>& plotted = file.parts;
+        plotted.resize(parts.size());
+        if (task_.with_protocol) {
+            file.ledger = ledger_of(working_path(session_));
+        }
+        settle_new_parts(parts, plotted);
+        survey(parts, plotted);
         Document document(printer_);
         document.begin(session_);
         for (int copy = 1; copy <= task_.copies; ++copy) {
@@ -98,12 +108,8 @@ class FilePlot {
                 plot_part(parts[i], copy == 1, plotted[i]);
             }
         }
-        if (std::all_of(plotted.begin(), plotted.end(),
-                        [](const PlottedPart& part) { return part.empty; })) {
-            throw FatalError(session_.graphikdatei + ": es gibt nichts zu plotten");
-        }
         document.end();
-        return plotted;
+        return file;
     }
 
  private:
@@ -117,7 +123,9 @@ class FilePlot {
             choose_paper(printer_, *task_.choice.paper);
         }
         if (task_.grey) {
+            // The layers make grey what they can do without colour; the rest is left to the device.
             session_.printer.drucker_farbe = print_monochrome;
+            printer_.set_ColorMode(print_monochrome);
         }
         read_head(session_, task_.file);
     }
@@ -138,13 +146,66 @@ class FilePlot {
         return parts;
     }
 
+    /// Opens a part; one whose sheets cannot be counted gets its reason instead.
+    void try_part(std::int32_t part, PlottedPart& result) {
+        try {
+            open_part(part);
+            result.empty = nothing_to_plot();
+        } catch (const SheetOverflow& overflow) {
+            opened_ = -1;
+            result.name = part > 0 ? to_utf8(session_.netz[part].netz_name) : std::string();
+            result.failure = one_line(overflow.what());
+        }
+    }
+
     /// Choosing scale or orientation resets the printer, which would end an open document.
-    void settle_new_parts(const std::vector<std::int32_t>& parts) {
-        for (const std::int32_t part : parts) {
-            if (part == 0 || session_.netz[part].netz_ausrichtung == unset) {
-                open_part(part);
+    void settle_new_parts(const std::vector<std::int32_t>& parts,
+                          std::vector<PlottedPart>& plotted) {
+        for (std::size_t i = 0; i < parts.size(); ++i) {
+            if (parts[i] == 0 || session_.netz[parts[i]].netz_ausrichtung == unset) {
+                try_part(parts[i], plotted[i]);
             }
         }
+    }
+
+    /// Counts the sheets before anything is written. Throws FatalError if they are too many, or if
+    /// there are none.
+    void survey(const std::vector<std::int32_t>& parts, std::vector<PlottedPart>& plotted) {
+        JobSize size;
+        for (std::size_t i = 0; i < parts.size(); ++i) {
+            if (plotted[i].failure.empty()) {
+                try_part(parts[i], plotted[i]);
+            }
+            if (plotted[i].failure.empty() && !plotted[i].empty) {
+                size.add_part(session_, desk_, task_.copies);
+            }
+        }
+        if (size.sheets() == 0) {
+            refuse_nothing(plotted);
+        }
+        if (size.sheets() > task_.most_sheets) {
+            throw FatalError(fmt::format(
+                "{}: {} Blätter, höchstens {} (--hoechstens); am weitesten außen liegt {}",
+                session_.graphikdatei, size.sheets(), task_.most_sheets,
+                size.farthest_out(session_)));
+        }
+        if (size.sheets() > announced_sheets) {
+            remark(fmt::format("{}: {} Blätter; am weitesten außen liegt {}", session_.graphikdatei,
+                               size.sheets(), size.farthest_out(session_)));
+        }
+    }
+
+    [[noreturn]] void refuse_nothing(const std::vector<PlottedPart>& plotted) const {
+        for (const PlottedPart& part : plotted) {
+            if (!part.failure.empty()) {
+                throw FatalError(part.failure);
+            }
+        }
+        throw FatalError(session_.graphikdatei + ": es gibt nichts zu plotten");
+    }
+
+    [[nodiscard]] bool nothing_to_plot() const {
+        return session_.pu.count() < 1 && session_.lin.count() < 1;
     }
 
     /// Each part is read once for a copy; one that is open already is not read again.
@@ -156,8 +217,11 @@ class FilePlot {
     }
 
     void plot_part(std::int32_t part, bool first_copy, PlottedPart& result) {
+        if (!result.failure.empty()) {
+            return;
+        }
         open_part(part);
-        const bool empty = session_.pu.count() < 1 && session_.lin.count() < 1;
+        const bool empty = nothing_to_plot();
         if (!empty) {
             std::int16_t abbruch = 0;
             PlotNetworkPart(session_, printer_, desk_, abbruch);
@@ -176,7 +240,7 @@ class FilePlot {
             load_plot_settings(session_);
         }
         netzteil_daten_lesen(session_, selection_);
-        if (session_.pu.count() > 0 || session_.lin.count() > 0) {
+        if (!nothing_to_plot()) {
             settle_plot();
             if (part > 0) {
                 store_plot_settings(session_);
@@ -217,6 +281,11 @@ class FilePlot {
             plot.plot_blatt_hoch = choice.sheets->rows;
         }
         ComputeSheetDivision(session_, desk_);
+        if (choice.paper && !leaves_room(session_.sheet)) {
+            throw FatalError(fmt::format(
+                "--papier {} x {} mm: von den Blättern bleiben ohne Ränder weniger als 50 mm",
+                choice.paper->width, choice.paper->height));
+        }
     }
 
     /// A part without settings of its own is fitted to the paper as it is asked for.
@@ -264,7 +333,7 @@ class FilePlot {
 
 }  // namespace
 
-std::vector<PlottedPart> plot_file(const PlotTask& task, Printer& printer) {
+PlottedFile plot_file(const PlotTask& task, Printer& printer) {
     try {
         return FilePlot(task, printer).run();
     } catch (const PrinterError& error) {

@@ -1,5 +1,6 @@
 #include "batch/plot_options.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -10,6 +11,9 @@
 #include <fmt/format.h>
 
 #include "plot/paper_codes.h"
+#include "plot/printer.h"
+#include "plot/sheet_division.h"
+#include "text/plain_decimal.h"
 
 namespace veldra::batch {
 
@@ -17,6 +21,7 @@ namespace {
 
 constexpr double smallest_side = 15;
 constexpr double largest_side = 5000;
+constexpr double smallest_net_side = 50;  // millimetres
 
 [[noreturn]] void refuse(const char* option, const std::string& value, const char* expected) {
     throw UsageError(fmt::format("{} {}: erwartet wird {}", option, value, expected));
@@ -44,10 +49,27 @@ std::optional<std::pair<Number, Number>> parse_pair(std::string_view text,
     return first && second ? std::optional(std::pair(*first, *second)) : std::nullopt;
 }
 
+/// A number as people write it: the first comma is a point, single blanks may part digits.
+std::optional<double> parse_written_number(const std::string& text) {
+    std::string plain;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool parts_digits = text[i] == ' ' && i > 0 && is_decimal_digit(text[i - 1]) &&
+                                  i + 1 < text.size() && is_decimal_digit(text[i + 1]);
+        if (!parts_digits) {
+            plain += text[i];
+        }
+    }
+    if (const std::size_t comma = plain.find(','); comma != std::string::npos) {
+        plain[comma] = '.';
+    }
+    return parse_number<double>(plain);
+}
+
 double parse_scale(const std::string& text) {
-    const auto denominator = parse_number<double>(text);
+    const auto denominator = parse_written_number(text);
     if (!denominator || *denominator < 1) {
-        refuse("--massstab", text, "die Maßstabszahl M von 1:M, mindestens 1");
+        refuse("--massstab", text,
+               "die Maßstabszahl M von 1:M, mindestens 1, etwa 2500 oder \"25 000\"");
     }
     return *denominator;
 }
@@ -103,12 +125,42 @@ PaperChoice parse_paper(const std::string& text) {
     return {user_defined_paper_code, size->first, size->second};
 }
 
+/// Whether a document can have sheets of this paper in an orientation and with a binding margin
+/// that the options leave open.
+bool can_leave_room(const PlotChoice& choice) {
+    // What the device for documents cannot print on, both sides together.
+    constexpr double edges = 10;
+    const std::int16_t margin = choice.margin.value_or(kein_heftrand);
+    for (const std::int16_t orientation : {hochformat, querformat}) {
+        if (choice.orientation.value_or(orientation) != orientation) {
+            continue;
+        }
+        const bool lying = orientation == querformat;
+        const double across = lying ? choice.paper->height : choice.paper->width;
+        const double up = lying ? choice.paper->width : choice.paper->height;
+        SheetGeometry sheet;
+        sheet.papier_breite = (across - edges) / 1000;
+        sheet.papier_hoehe = (up - edges) / 1000;
+        take_off_margins(sheet, margin);
+        if (leaves_room(sheet)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 template <typename Parse>
 auto if_given(const std::string& text, Parse parse) {
     return text.empty() ? std::nullopt : std::optional(parse(text));
 }
 
 }  // namespace
+
+bool leaves_room(const SheetGeometry& sheet) {
+    // Papers come in whole twips.
+    constexpr double slack = 0.0254 / 1440;
+    return std::min(sheet.papier_breite, sheet.papier_hoehe) >= smallest_net_side / 1000 - slack;
+}
 
 PlotChoice parse_plot_choice(const PlotArguments& arguments) {
     PlotChoice choice;
@@ -119,6 +171,10 @@ PlotChoice parse_plot_choice(const PlotArguments& arguments) {
     choice.sheets = if_given(arguments.sheets, parse_sheets);
     choice.zero = if_given(arguments.zero, parse_zero);
     choice.paper = if_given(arguments.paper, parse_paper);
+    if (choice.paper && arguments.printer.empty() && !can_leave_room(choice)) {
+        refuse("--papier", arguments.paper,
+               "eine Größe, von der ohne Ränder mindestens 50 x 50 mm bleiben");
+    }
     return choice;
 }
 

@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <map>
 #include <optional>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include <fmt/format.h>
@@ -32,11 +34,12 @@ constexpr std::int16_t vectors = 3;
 
 /// What became of a record.
 struct Outcome {
-    enum class Fate : std::uint8_t { drawn, hidden, outside, refused };
+    enum class Fate : std::uint8_t { drawn, hidden, outside, refused, replaced };
     Fate fate = Fate::drawn;
     std::string reason = {};  ///< of a refusal
 
     static Outcome hidden() { return {Fate::hidden}; }
+    static Outcome replaced() { return {Fate::replaced}; }
     static Outcome refused(std::string reason) { return {Fate::refused, std::move(reason)}; }
     static Outcome of(bool on_a_sheet) { return {on_a_sheet ? Fate::drawn : Fate::outside}; }
 };
@@ -93,6 +96,14 @@ class ChangeRows {
     std::int32_t last_;
 };
 
+/// The record that holds for something at a row, as it was counted.
+struct HoldingRecord {
+    std::int64_t line = 0;
+    ObjectKind kind{};
+    Outcome::Fate fate{};
+};
+using HoldingRecords = std::unordered_map<std::size_t, HoldingRecord>;
+
 class RecordCounter {
  public:
     RecordCounter(Session& session, const RowsOnSheets& rows, const RecordSource& source)
@@ -122,27 +133,61 @@ class RecordCounter {
         }
     }
 
-    PartProtocol take() { return std::move(protocol_); }
+    PartProtocol take() {
+        std::stable_sort(
+            protocol_.replaced.begin(), protocol_.replaced.end(),
+            [](const ReplacedRecord& a, const ReplacedRecord& b) { return a.line < b.line; });
+        return std::move(protocol_);
+    }
 
  private:
     void add(ObjectKind kind, const Outcome& outcome) {
+        ++protocol_.of(kind).read;
+        ++counter(kind, outcome.fate);
+        if (outcome.fate == Outcome::Fate::refused) {
+            protocol_.refused.push_back({source_.line_number(), kind, outcome.reason});
+        } else if (outcome.fate == Outcome::Fate::replaced) {
+            protocol_.replaced.push_back({source_.line_number(), kind});
+        }
+    }
+
+    std::int64_t& counter(ObjectKind kind, Outcome::Fate fate) {
         KindCount& count = protocol_.of(kind);
-        ++count.read;
-        switch (outcome.fate) {
+        switch (fate) {
             case Outcome::Fate::drawn:
-                ++count.drawn;
-                break;
+                return count.drawn;
             case Outcome::Fate::hidden:
-                ++count.hidden;
-                break;
+                return count.hidden;
             case Outcome::Fate::outside:
-                ++count.outside;
-                break;
+                return count.outside;
             case Outcome::Fate::refused:
-                ++count.refused;
-                protocol_.refused.push_back({source_.line_number(), kind, outcome.reason});
+                return count.refused;
+            case Outcome::Fate::replaced:
                 break;
         }
+        return count.replaced;
+    }
+
+    /// Counts a record that takes the place of the one before at its row.
+    void add_at(HoldingRecords& records, std::size_t row, ObjectKind kind, const Outcome& outcome) {
+        add(kind, outcome);
+        if (outcome.fate == Outcome::Fate::drawn || outcome.fate == Outcome::Fate::outside) {
+            replace(records, row);
+            records[row] = {source_.line_number(), kind, outcome.fate};
+        }
+    }
+
+    /// What held at the row holds no longer.
+    void replace(HoldingRecords& records, std::size_t row) {
+        const auto holding = records.find(row);
+        if (holding == records.end()) {
+            return;
+        }
+        const HoldingRecord& record = holding->second;
+        --counter(record.kind, record.fate);
+        ++counter(record.kind, Outcome::Fate::replaced);
+        protocol_.replaced.push_back({record.line, record.kind});
+        records.erase(holding);
     }
 
     // Points and their labels.
@@ -158,11 +203,15 @@ class RecordCounter {
         }
         const std::size_t row = signature_rows_.row_of(read_position(record));
         const std::int16_t flag = to_int16(record.number(flag_token)).value_or(-1);
-        add(ObjectKind::punktsignatur,
-            is_flag(flag) ? Outcome::of(rows_.signatures[row]) : unknown_flag(flag_token));
-        if (!trim(record.word(7).text).empty()) {
-            add(ObjectKind::punktbezeichnung,
-                obj_.obj_pube == 1 ? Outcome::of(rows_.labels[row]) : Outcome::hidden());
+        add_at(signatures_, row, ObjectKind::punktsignatur,
+               is_flag(flag) ? Outcome::of(rows_.signatures[row]) : unknown_flag(flag_token));
+        const Word label = record.word(7);
+        if (label.found()) {
+            replace(labels_, row);
+        }
+        if (!trim(label.text).empty()) {
+            add_at(labels_, row, ObjectKind::punktbezeichnung,
+                   obj_.obj_pube == 1 ? Outcome::of(rows_.labels[row]) : Outcome::hidden());
         }
     }
 
@@ -240,6 +289,9 @@ class RecordCounter {
         if (!is_ray && ray_in_row) {
             return Outcome::refused("auf der Linie liegt schon eine Orientierungsrichtung");
         }
+        if (is_ray && !rays_.insert(row).second) {
+            return Outcome::replaced();
+        }
         return Outcome::of(rows_.lines[static_cast<std::size_t>(row)]);
     }
 
@@ -260,12 +312,12 @@ class RecordCounter {
             parent_ = Parent::lage;
             count_change(record, ObjectKind::lageaenderung, 7);
         } else if (record.is(keyword::lagerestklaffungen)) {
-            add(ObjectKind::lagerestklaffungen, is_flag(flag_value(record.word(6)))
-                                                    ? position_value(record, residuals)
-                                                    : unknown_flag(6));
+            add_value(position_values_, record, ObjectKind::lagerestklaffungen,
+                      is_flag(flag_value(record.word(6))) ? position_value(record, residuals)
+                                                          : unknown_flag(6));
         } else if (record.is(keyword::lagefehlerellipse)) {
-            add(ObjectKind::lagefehlerellipse,
-                record.word(6).found() ? position_value(record, errors) : missing_token(6));
+            add_value(position_values_, record, ObjectKind::lagefehlerellipse,
+                      record.word(6).found() ? position_value(record, errors) : missing_token(6));
         }
     }
 
@@ -274,12 +326,12 @@ class RecordCounter {
             parent_ = Parent::hoehe;
             count_change(record, ObjectKind::hoehenaenderung, 6);
         } else if (record.is(keyword::hoehenrestklaffungen)) {
-            add(ObjectKind::hoehenrestklaffungen, is_flag(flag_value(record.word(5)))
-                                                      ? height_value(record, residuals)
-                                                      : unknown_flag(5));
+            add_value(height_values_, record, ObjectKind::hoehenrestklaffungen,
+                      is_flag(flag_value(record.word(5))) ? height_value(record, residuals)
+                                                          : unknown_flag(5));
         } else if (record.is(keyword::hoehenfehler)) {
-            add(ObjectKind::hoehenfehler,
-                record.word(4).found() ? height_value(record, errors) : missing_token(4));
+            add_value(height_values_, record, ObjectKind::hoehenfehler,
+                      record.word(4).found() ? height_value(record, errors) : missing_token(4));
         }
     }
 
@@ -290,6 +342,11 @@ class RecordCounter {
             return;
         }
         count_change(record, ObjectKind::naechsteepoche, parent_ == Parent::lage ? 4 : 3);
+    }
+
+    void add_value(HoldingRecords& values, Record& record, ObjectKind kind,
+                   const Outcome& outcome) {
+        add_at(values, static_cast<std::size_t>(row_at(record)), kind, outcome);
     }
 
     Outcome position_value(Record& record, std::int16_t mode) {
@@ -350,6 +407,11 @@ class RecordCounter {
     SignatureRows signature_rows_;
     ChangeRows change_rows_;
     Parent parent_ = Parent::none;
+    HoldingRecords signatures_;
+    HoldingRecords labels_;
+    HoldingRecords position_values_;
+    HoldingRecords height_values_;
+    std::unordered_set<std::int32_t> rays_;  ///< rows of lines with an orientation direction
     PartProtocol protocol_;
 };
 

@@ -41,13 +41,14 @@ constexpr std::size_t object_kinds = 19;
 /// Name of a kind in a protocol: the record's keyword, or the kind of label; UTF-8.
 [[nodiscard]] std::string kind_name(ObjectKind kind);
 
-/// Each record that was read is counted in exactly one of the other four.
+/// Each record that was read is counted in exactly one of the other five.
 struct KindCount {
     std::int64_t read = 0;
-    std::int64_t drawn = 0;    ///< something of it is on a sheet
-    std::int64_t hidden = 0;   ///< the selection or the display settings leave it out
-    std::int64_t outside = 0;  ///< beside all sheets
-    std::int64_t refused = 0;  ///< not to be used: see RefusedRecord
+    std::int64_t drawn = 0;     ///< something of it is on a sheet
+    std::int64_t hidden = 0;    ///< the selection or the display settings leave it out
+    std::int64_t outside = 0;   ///< beside all sheets
+    std::int64_t refused = 0;   ///< not to be used: see RefusedRecord
+    std::int64_t replaced = 0;  ///< another record of the same object holds instead
 };
 
 /// A record that cannot be drawn whatever the selection and the sheets.
@@ -57,9 +58,17 @@ struct RefusedRecord {
     std::string reason;  ///< German, UTF-8
 };
 
+/// A record in whose place another one holds: the later one, and of orientation directions along
+/// one line the first.
+struct ReplacedRecord {
+    std::int64_t line = 0;
+    ObjectKind kind{};
+};
+
 struct PartProtocol {
     std::array<KindCount, object_kinds> kinds{};
-    std::vector<RefusedRecord> refused;  ///< by ascending lines
+    std::vector<RefusedRecord> refused;    ///< by ascending lines
+    std::vector<ReplacedRecord> replaced;  ///< by ascending lines
 
     [[nodiscard]] const KindCount& of(ObjectKind kind) const {
         return kinds[static_cast<std::size_t>(kind)];

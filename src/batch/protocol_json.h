@@ -12,7 +12,7 @@ struct FileResult {
     std::string file;
     std::string output;   ///< "" on a queue
     std::string failure;  ///< "" if it was plotted; UTF-8
-    std::vector<PlottedPart> parts;
+    PlottedFile plotted;
 };
 
 /// The protocol of a call as one JSON object in UTF-8. Kinds that no record gives are left out.

@@ -2,6 +2,8 @@
 
 #include <exception>
 #include <functional>
+#include <optional>
+#include <set>
 
 #include "commands/write_back.h"
 #include "drawing/fonts.h"
@@ -12,9 +14,11 @@
 #include "model/hourglass.h"
 #include "plot/application_printer.h"
 #include "plot/fitted_font.h"
+#include "plot/job_size.h"
 #include "plot/plot_page.h"
 #include "plot/printer.h"
 #include "plot/printer_adapters.h"
+#include "plot/sheet_division.h"
 #include "plot/trapped_call.h"
 #include "reference/reference_system.h"
 #include "text/fatal_error.h"
@@ -89,34 +93,10 @@ void visit_marked(Session& session, Visit&& visit) {
     }
 }
 
-/// Parts that have never been plotted get their settings.
-void settle_marked_parts(Session& session, const Desk& desk) {
-    visit_marked(session, [&](std::int32_t part) {
-        make_current(session, part);
-        if (session.netz[part].netz_ausrichtung == -99) {
-            netzteil_lesen(session, desk);
-            store_plot_settings(session);
-        }
-    });
-}
-
 void clear_part_titles(Session& session) {
     for (std::size_t i = 1; i < session.titel.size(); ++i) {
         session.titel[i].setTitelText("");
     }
-}
-
-void plot_marked_part(Session& session, Printer& printer, const Desk& desk, std::int32_t part,
-                      std::int16_t& abbruch) {
-    make_current(session, part);
-    clear_part_titles(session);
-    read_part(session);
-    divide_and_resolve(session, desk);
-    if (session.pu.count() < 1 && session.lin.count() < 1) {
-        session.netz[part].netz_plotmarke = table_false;
-        return;
-    }
-    PlotNetworkPart(session, printer, desk, abbruch);
 }
 
 /// The part in view, with what the user has chosen for it.
@@ -149,6 +129,123 @@ class PartInView {
     Viewport view_;
     ObjectSelection obj_;
     std::array<Titelzeile, 4> titel_;
+};
+
+/// The marked parts of a job, which begins with reading them for their sheets and ends with the
+/// part in view as it was before.
+class MarkedParts {
+ public:
+    MarkedParts(Session& session, const Desk& desk) : session_(session), desk_(desk) {}
+
+    /// Settles the parts and counts their sheets. Parts whose sheets cannot be counted are told
+    /// and left out of the job.
+    JobSize survey() {
+        {
+            const Hourglass hourglass(session_, desk_.ui);
+            arbeitskopie_schreiben(session_);
+        }
+        store_plot_settings(session_);
+        in_view_.emplace(session_);
+        selection_ = session_.obj;
+        JobSize size;
+        keep_file_whole([&] {
+            const Hourglass hourglass(session_, desk_.ui);
+            visit([&](std::int32_t part) { survey_part(part, size); });
+        });
+        session_.obj = selection_;
+        return size;
+    }
+
+    void plot(Printer& printer, std::int16_t& abbruch) {
+        keep_file_whole([&] {
+            trap_printer(desk_.ui, abbruch, [&] {
+                for (int copy = 1; copy <= session_.printer.exemplare && abbruch == 0; ++copy) {
+                    visit([&](std::int32_t part) {
+                        if (abbruch == 0) {
+                            plot_part(printer, part, abbruch);
+                        }
+                    });
+                }
+            });
+        });
+    }
+
+    /// Nothing if survey() has not begun.
+    void restore() {
+        if (in_view_) {
+            keep_file_whole([&] { in_view_->restore(session_, desk_); });
+        }
+    }
+
+ private:
+    /// The tables may hold half of another part when `work` fails; all that the user has moved was
+    /// written.
+    template <typename Work>
+    void keep_file_whole(Work&& work) {
+        try {
+            work();
+        } catch (const FatalError& error) {
+            in_view_->choose(session_);
+            throw abandon_file(session_, desk_, error.what(), WorkingCopy::written);
+        }
+    }
+
+    /// Calls `to_do` for each marked part that can be plotted.
+    template <typename ToDo>
+    void visit(ToDo&& to_do) {
+        visit_marked(session_, [&](std::int32_t part) {
+            if (!overflowing_.contains(part)) {
+                to_do(part);
+            }
+        });
+    }
+
+    [[nodiscard]] bool is_empty() const {
+        return session_.pu.count() < 1 && session_.lin.count() < 1;
+    }
+
+    /// Parts that have never been plotted get their settings.
+    void survey_part(std::int32_t part, JobSize& size) {
+        make_current(session_, part);
+        try {
+            if (session_.netz[part].netz_ausrichtung == -99) {
+                netzteil_lesen(session_, desk_);
+                store_plot_settings(session_);
+                selection_ = session_.obj;
+            } else {
+                read(part);
+            }
+            if (!is_empty()) {
+                size.add_part(session_, desk_, session_.printer.exemplare);
+            }
+        } catch (const SheetOverflow& overflow) {
+            overflowing_.insert(part);
+            desk_.ui.message_box(MessageStyle::critical, "Netzteil(e) plotten", overflow.what());
+        }
+    }
+
+    void read(std::int32_t part) {
+        make_current(session_, part);
+        clear_part_titles(session_);
+        read_part(session_);
+        divide_and_resolve(session_, desk_);
+    }
+
+    void plot_part(Printer& printer, std::int32_t part, std::int16_t& abbruch) {
+        read(part);
+        if (is_empty()) {
+            session_.netz[part].netz_plotmarke = table_false;
+            return;
+        }
+        PlotNetworkPart(session_, printer, desk_, abbruch);
+    }
+
+    Session& session_;
+    const Desk& desk_;
+    std::optional<PartInView> in_view_;
+    /// The one that parts without a record of their own begin with; counting leaves no trace in it.
+    ObjectSelection selection_;
+    std::set<std::int32_t> overflowing_;
 };
 
 /// Drops the document unless it was ended.
@@ -207,8 +304,8 @@ class StandIn {
     MenuItemState entry_;
 };
 
-/// What both commands do around the plotting itself.
-bool run_job(Session& session, const Desk& desk,
+/// What both commands do around the plotting itself, if `confirm` lets it begin.
+bool run_job(Session& session, const Desk& desk, const std::function<bool()>& confirm,
              const std::function<void(Printer&, std::int16_t&)>& plot) {
     if (desk.printer == nullptr) {
         report_printer_failure(desk.ui, PrinterError(""));
@@ -221,6 +318,9 @@ bool run_job(Session& session, const Desk& desk,
     {
         Document document(printer);
         trap_printer(desk.ui, abbruch, [&] {
+            if (!confirm()) {
+                return;
+            }
             if (desk.print_dialog != nullptr) {
                 PreparePrintToFile(session, printer, desk.ui, *desk.print_dialog);
             }
@@ -266,34 +366,13 @@ void PlotNetworkPart(Session& session, Printer& printer, const Desk& desk, std::
     });
 }
 
-void PlotAllMarked(Session& session, Printer& printer, const Desk& desk, std::int16_t& abbruch) {
-    {
-        const Hourglass hourglass(session, desk.ui);
-        arbeitskopie_schreiben(session);
-    }
-    store_plot_settings(session);
-    const PartInView in_view(session);
-    try {
-        trap_printer(desk.ui, abbruch, [&] {
-            settle_marked_parts(session, desk);
-            for (int copy = 1; copy <= session.printer.exemplare && abbruch == 0; ++copy) {
-                visit_marked(session, [&](std::int32_t part) {
-                    if (abbruch == 0) {
-                        plot_marked_part(session, printer, desk, part, abbruch);
-                    }
-                });
-            }
-        });
-        in_view.restore(session, desk);
-    } catch (const FatalError& error) {
-        // The tables may hold half of another part; all that the user has moved was written.
-        in_view.choose(session);
-        throw abandon_file(session, desk, error.what(), WorkingCopy::written);
-    }
-}
-
 bool plotten_aktuell(Session& session, const Desk& desk) {
-    return run_job(session, desk, [&](Printer& printer, std::int16_t& abbruch) {
+    const auto confirm = [&] {
+        JobSize size;
+        size.add_part(session, desk, session.printer.exemplare);
+        return confirm_job(session, desk.ui, size);
+    };
+    return run_job(session, desk, confirm, [&](Printer& printer, std::int16_t& abbruch) {
         for (int copy = 1; copy <= session.printer.exemplare && abbruch == 0; ++copy) {
             PlotNetworkPart(session, printer, desk, abbruch);
         }
@@ -301,6 +380,11 @@ bool plotten_aktuell(Session& session, const Desk& desk) {
 }
 
 void plot_on_device(Session& session, Printer& device, const Desk& desk) {
+    JobSize size;
+    size.add_part(session, desk, 1);
+    if (!confirm_job(session, desk.ui, size)) {
+        return;
+    }
     Document document(device);
     if (!document.begin(session)) {
         return;
@@ -349,9 +433,19 @@ bool plotten_alle(Session& session, const Desk& desk) {
                              "werden?")) {
         return false;
     }
-    return run_job(session, desk, [&](Printer& printer, std::int16_t& abbruch) {
-        PlotAllMarked(session, printer, desk, abbruch);
-    });
+    MarkedParts parts(session, desk);
+    bool begun = false;
+    const auto confirm = [&] { return confirm_job(session, desk.ui, parts.survey()); };
+    const bool plotted =
+        run_job(session, desk, confirm, [&](Printer& printer, std::int16_t& abbruch) {
+            begun = true;
+            parts.plot(printer, abbruch);
+            parts.restore();
+        });
+    if (!begun) {
+        parts.restore();
+    }
+    return plotted;
 }
 
 }  // namespace veldra

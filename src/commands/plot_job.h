@@ -18,17 +18,16 @@ PartOnPaper prepare_part(Session& session, Printer& printer, const Desk& desk);
 /// Throws FatalError when a count or a width leaves 16 bits.
 void PlotNetworkPart(Session& session, Printer& printer, const Desk& desk, std::int16_t& abbruch);
 
-/// Plots all marked parts: copy by copy, and in a copy part by part, each part read once. A part
-/// without points and lines loses its mark. The part in view is then read again and the view is as
-/// it was. `abbruch` as above; it ends all loops. Throws FatalError when a file cannot be read or
-/// written.
-void PlotAllMarked(Session& session, Printer& printer, const Desk& desk, std::int16_t& abbruch);
-
-/// Command "aktuelles Netzteil": one document with `exemplare` copies. False if the printer could
-/// not be reached, which has been reported, or the user gave no file.
+/// Command "aktuelles Netzteil": one document with `exemplare` copies. A job of more than
+/// `announced_sheets` is asked about first. False if the answer was No, if the printer could not be
+/// reached, which has been reported, or the user gave no file.
 bool plotten_aktuell(Session& session, const Desk& desk);
 
-/// Command "alle gekennzeichneten", after a question. False also if the answer was No.
+/// Command "alle gekennzeichneten", after a question, and one more for many sheets: copy by copy,
+/// and in a copy part by part; each part is read once to count its sheets, and once a copy. A part
+/// without points and lines loses its mark; one whose sheets cannot be counted is told and left
+/// out. The part in view is then read again and the view is as it was. False also if an answer was
+/// No. Throws FatalError when a file cannot be read or written.
 bool plotten_alle(Session& session, const Desk& desk);
 
 /// Plots the current part once, as a document of its own on `device`, with the sheets of the
@@ -36,7 +35,7 @@ bool plotten_alle(Session& session, const Desk& desk);
 /// plot is in colours and one copy, whatever is set for the application printer. Afterwards
 /// printer and plot settings are as before; the picture is drawn anew, and nothing can be undone.
 /// Throws PrinterError, and FatalError as PlotNetworkPart does; a document that has not been
-/// finished is dropped.
+/// finished is dropped. Many sheets are asked about first; after a No nothing has happened.
 void plot_on_device(Session& session, Printer& device, const Desk& desk);
 
 /// Paper of a plot as it lies.

@@ -54,6 +54,8 @@ struct PrinterState {
     std::int16_t drucker_farbe = 2;         ///< 1 monochrome, 2 colour
     std::int16_t druck_in_datei = table_false;
     std::int16_t exemplare = 1;  ///< copies of a job, 1 to 100
+    /// -1: a job leaves out sheets that would show nothing of the network
+    std::int16_t ohne_leere = table_false;
     // Values to return to when the printer dialog is cancelled.
     std::int16_t drucker_farbe_merk = 2;
     std::int16_t druck_in_datei_merk = table_false;

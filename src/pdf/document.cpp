@@ -26,17 +26,18 @@ auto on_page(Call&& call) {
 
 PdfDocument::PdfDocument(std::shared_ptr<FontBook> fonts, const JobTitle& title)
     : book_(std::move(fonts)), title_(title), content_([this](std::string_view packed) {
-          on_page([&] { pages_.back().pieces.push_back({spool_.append(packed), packed.size()}); });
+          on_page([&] { page_.pieces.push_back({spool_.append(packed), packed.size()}); });
       }) {}
 
 void PdfDocument::begin_page(const PdfPageSize& size, const SheetTitle& title) {
-    pages_.push_back({size, title, {}});
+    page_ = {size, title, {}};
     const double scale = points_per_millimetre / 1000 / page_unit(size);
     content_.text(fmt::format("{0:.14f} 0 0 {0:.14f} 0 0 cm\n", scale));
 }
 
 void PdfDocument::end_page() {
     content_.flush();
+    on_page([&] { pages_.append(page_); });
 }
 
 std::size_t PdfDocument::font_number(const FontSpec& font) {

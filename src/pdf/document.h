@@ -11,15 +11,10 @@
 #include "os/spool_file.h"
 #include "pdf/content_stream.h"
 #include "pdf/font_book.h"
+#include "pdf/page_list.h"
 #include "plot/printer.h"
 
 namespace veldra {
-
-/// Width and height of a page, millimetres.
-struct PdfPageSize {
-    double width = 0;
-    double height = 0;
-};
 
 /// Bytes of Windows-1252 that a document uses of a face.
 using UsedBytes = std::bitset<256>;
@@ -30,22 +25,11 @@ struct PdfForm {
     std::string content;  ///< operators
 };
 
-/// A part of the spool file.
-struct SpoolPiece {
-    std::uint64_t place = 0;
-    std::size_t size = 0;
-};
-
-/// A document while its pages are drawn, one after the other. Pages go packed into an intermediate
-/// file; what stays in memory is the fonts, the forms, and a few words for each page. Calls throw
-/// PrinterError when that file or a font fails.
+/// A document while its pages are drawn, one after the other. Pages go packed into intermediate
+/// files; what stays in memory is the fonts and the forms. Calls throw PrinterError when such a
+/// file or a font fails.
 class PdfDocument {
  public:
-    struct Page {
-        PdfPageSize size;
-        SheetTitle title;
-        std::vector<SpoolPiece> pieces;
-    };
     struct Font {
         const FontFace* face = nullptr;
         UsedBytes used;
@@ -66,7 +50,7 @@ class PdfDocument {
     std::size_t add_form(PdfForm form);
 
     [[nodiscard]] const JobTitle& title() const { return title_; }
-    [[nodiscard]] const std::vector<Page>& pages() const { return pages_; }
+    [[nodiscard]] const PdfPageList& pages() const { return pages_; }
     [[nodiscard]] const std::vector<Font>& fonts() const { return fonts_; }
     [[nodiscard]] const std::vector<PdfForm>& forms() const { return forms_; }
     [[nodiscard]] const SpoolFile& spool() const { return spool_; }
@@ -76,7 +60,8 @@ class PdfDocument {
     JobTitle title_;
     SpoolFile spool_;
     ContentStream content_;
-    std::vector<Page> pages_;
+    PdfPageList pages_;
+    PdfPageRecord page_;  ///< the one that is being drawn
     std::vector<Font> fonts_;
     std::map<const FontFace*, std::size_t> font_numbers_;
     std::vector<PdfForm> forms_;

@@ -1,48 +1,20 @@
+#include <algorithm>
 #include <array>
-#include <memory>
+#include <string>
 
 #include <fmt/format.h>
-#include <qpdf/Pipeline.hh>
 #include <qpdf/QPDF.hh>
-#include <qpdf/QPDFWriter.hh>
 
 #include "os/files.h"
 #include "pdf/document.h"
 #include "pdf/font_embedding.h"
+#include "pdf/object_writer.h"
 #include "pdf/pdf_name.h"
 #include "text/codepage.h"
 
 namespace veldra {
 
 namespace {
-
-/// Where qpdf's bytes go.
-class FilePipeline final : public Pipeline {
- public:
-    explicit FilePipeline(ReplacedFile& file) : Pipeline("file", nullptr), file_(file) {}
-    void write(unsigned char const* data, std::size_t size) override {
-        file_.write({reinterpret_cast<const char*>(data), size});
-    }
-    void finish() override {}
-
- private:
-    ReplacedFile& file_;
-};
-
-/// Gives qpdf a piece of a page from the intermediate file, when it asks for it.
-class SpooledData final : public QPDFObjectHandle::StreamDataProvider {
- public:
-    SpooledData(const SpoolFile& spool, SpoolPiece piece) : spool_(spool), piece_(piece) {}
-    void provideStreamData(QPDFObjGen const& /*object*/, Pipeline* pipeline) override {
-        const std::string bytes = spool_.read(piece_.place, piece_.size);
-        pipeline->write(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
-        pipeline->finish();
-    }
-
- private:
-    const SpoolFile& spool_;
-    SpoolPiece piece_;
-};
 
 /// Names of the layers, in the order of PageLayer.
 constexpr std::array<const char*, 7> layer_names{
@@ -111,95 +83,224 @@ QPDFObjectHandle make_resources(QPDF& pdf, const PdfDocument& document) {
     return pdf.makeIndirectObject(resources);
 }
 
-QPDFObjectHandle make_page(QPDF& pdf, const PdfDocument& document, const PdfDocument::Page& page,
-                           const QPDFObjectHandle& resources) {
-    constexpr int decimals = 6;
-    const double unit = page_unit(page.size);
-    QPDFObjectHandle box = QPDFObjectHandle::newArray();
-    for (const double side : {0.0, 0.0, page.size.width, page.size.height}) {
-        box.appendItem(
-            QPDFObjectHandle::newReal(side * points_per_millimetre / unit, decimals, true));
+/// Object numbers of the pages and bookmarks follow those of what all pages share: each page's
+/// pieces, then the page itself; then each part's bookmark, and behind it those of its sheets.
+class DocumentFile {
+ public:
+    DocumentFile(ReplacedFile& file, const PdfDocument& document, QPDF& shared)
+        : document_(document),
+          shared_(shared),
+          resources_(make_resources(shared, document)),
+          outlines_(shared.makeIndirectObject(empty_dictionary())),
+          first_number_(largest_number(shared) + 1),
+          writer_(file, first_number_ - 1) {
+        shared.getRoot().replaceKey("/Outlines", outlines_);
     }
-    QPDFObjectHandle contents = QPDFObjectHandle::newArray();
-    for (const SpoolPiece& piece : page.pieces) {
-        QPDFObjectHandle stream = QPDFObjectHandle::newStream(&pdf);
-        stream.replaceStreamData(std::make_shared<SpooledData>(document.spool(), piece),
-                                 name("/FlateDecode"), QPDFObjectHandle::newNull());
-        contents.appendItem(stream);
-    }
-    QPDFObjectHandle dictionary = empty_dictionary();
-    dictionary.replaceKey("/Type", name("/Page"));
-    dictionary.replaceKey("/MediaBox", box);
-    dictionary.replaceKey("/CropBox", box.shallowCopy());
-    dictionary.replaceKey("/TrimBox", box.shallowCopy());
-    if (unit > 1) {
-        dictionary.replaceKey("/UserUnit",
-                              QPDFObjectHandle::newInteger(static_cast<long long>(unit)));
-    }
-    dictionary.replaceKey("/Resources", resources);
-    dictionary.replaceKey("/Contents", contents);
-    return pdf.makeIndirectObject(dictionary);
-}
 
-/// A bookmark that will be one of several under a parent.
-struct Bookmark {
-    QPDFObjectHandle item;
-    std::vector<QPDFObjectHandle> children;
+    void write() {
+        write_pages();
+        write_page_tree();
+        write_bookmarks();
+        write_shared();
+        QPDFObjectHandle trailer = shared_.getTrailer();
+        writer_.finish(fmt::format("/Root {} /Info {}", trailer.getKey("/Root").unparse(),
+                                   trailer.getKey("/Info").unparse()));
+    }
+
+ private:
+    using Walk = PdfPageList::Walk;
+
+    /// A walk that knows the number of its page's object.
+    class NumberedWalk {
+     public:
+        NumberedWalk(const PdfPageList& pages, int first_number)
+            : walk_(pages), next_number_(first_number) {}
+
+        bool next() {
+            if (!walk_.next()) {
+                return false;
+            }
+            number_ = next_number_ + static_cast<int>(walk_.page().pieces.size());
+            next_number_ = number_ + 1;
+            return true;
+        }
+        [[nodiscard]] const PdfPageRecord& page() const { return walk_.page(); }
+        [[nodiscard]] int number() const { return number_; }
+        [[nodiscard]] int next_number() const { return next_number_; }
+
+     private:
+        Walk walk_;
+        int number_ = 0;
+        int next_number_;
+    };
+
+    static int largest_number(QPDF& pdf) {
+        int largest = 0;
+        for (const QPDFObjectHandle& object : pdf.getAllObjects()) {
+            largest = std::max(largest, object.getObjectID());
+        }
+        return largest;
+    }
+
+    [[nodiscard]] NumberedWalk walk() const { return {document_.pages(), first_number_}; }
+
+    [[nodiscard]] std::string page_tree() { return shared_.getRoot().getKey("/Pages").unparse(); }
+
+    void write_pages() {
+        for (NumberedWalk at = walk(); at.next();) {
+            const PdfPageRecord& page = at.page();
+            std::string contents;
+            int number = at.number() - static_cast<int>(page.pieces.size());
+            for (const SpoolPiece& piece : page.pieces) {
+                contents += fmt::format(" {} 0 R", number);
+                writer_.stream_object(number++, "/Filter /FlateDecode",
+                                      document_.spool().read(piece.place, piece.size));
+            }
+            writer_.begin_object(at.number());
+            writer_.write(page_dictionary(page, contents));
+            writer_.end_object();
+            next_number_ = at.next_number();
+        }
+    }
+
+    std::string page_dictionary(const PdfPageRecord& page, const std::string& contents) {
+        const double unit = page_unit(page.size);
+        const std::string box =
+            fmt::format("[0 0 {:.6f} {:.6f}]", page.size.width * points_per_millimetre / unit,
+                        page.size.height * points_per_millimetre / unit);
+        return fmt::format(
+            "<< /Type /Page /Parent {} /MediaBox {} /CropBox {} /TrimBox {}{} /Resources {} "
+            "/Contents [{} ] >>",
+            page_tree(), box, box, box,
+            unit > 1 ? fmt::format(" /UserUnit {}", static_cast<long long>(unit)) : "",
+            resources_.unparse(), contents);
+    }
+
+    void write_page_tree() {
+        writer_.begin_object(shared_.getRoot().getKey("/Pages").getObjectID());
+        writer_.write(fmt::format("<< /Type /Pages /Count {} /Kids [", document_.pages().count()));
+        for (NumberedWalk at = walk(); at.next();) {
+            writer_.write(fmt::format("{} 0 R\n", at.number()));
+        }
+        writer_.write("] >>");
+        writer_.end_object();
+    }
+
+    /// Bookmarks of sheets that follow each other in one part.
+    struct Group {
+        std::string netzteil;
+        int number = 0;      ///< object of the part's bookmark
+        int first_page = 0;  ///< object
+        int sheets = 0;      ///< bookmarks below it; their objects come right behind
+        [[nodiscard]] int end() const { return number + 1 + sheets; }
+    };
+
+    /// Takes the pages of a group from a walk that stands on its first one; false if that was the
+    /// last group.
+    static bool take_group(NumberedWalk& at, Group& group, int number) {
+        group = {at.page().title.netzteil, number, at.number(), 0};
+        do {
+            group.sheets += at.page().title.blatt.empty() ? 0 : 1;
+            if (!at.next()) {
+                return false;
+            }
+        } while (at.page().title.netzteil == group.netzteil);
+        return true;
+    }
+
+    void write_bookmarks() {
+        NumberedWalk ahead = walk();
+        NumberedWalk sheets = walk();
+        bool more = ahead.next();
+        sheets.next();
+        Group group;
+        int previous = 0;
+        int shown = 0;
+        const int first = next_number_;
+        for (int number = first; more; number = group.end()) {
+            more = take_group(ahead, group, number);
+            write_group(group, previous, more);
+            write_sheets(sheets, group);
+            previous = number;
+            shown += 1 + group.sheets;
+        }
+        writer_.begin_object(outlines_.getObjectID());
+        writer_.write(fmt::format("<< /Type /Outlines /First {} 0 R /Last {} 0 R /Count {} >>",
+                                  first, previous, shown));
+        writer_.end_object();
+    }
+
+    static std::string link(const char* key, int number) {
+        return number > 0 ? fmt::format(" /{} {} 0 R", key, number) : std::string();
+    }
+
+    /// A bookmark that leads to a page; `links` are its ways to other bookmarks.
+    void write_bookmark(int number, const std::string& title, int page, const std::string& links) {
+        writer_.begin_object(number);
+        writer_.write(fmt::format("<< /Title {} /Dest [{} 0 R /Fit]{} >>",
+                                  text_string(title).unparseBinary(), page, links));
+        writer_.end_object();
+    }
+
+    void write_group(const Group& group, int previous, bool more) {
+        std::string links = " /Parent " + outlines_.unparse() + link("Prev", previous) +
+                            link("Next", more ? group.end() : 0);
+        if (group.sheets > 0) {
+            links += link("First", group.number + 1) + link("Last", group.end() - 1) +
+                     fmt::format(" /Count {}", group.sheets);
+        }
+        write_bookmark(group.number, group.netzteil, group.first_page, links);
+    }
+
+    /// Leaves the walk on the first page behind the group.
+    void write_sheets(NumberedWalk& at, const Group& group) {
+        int number = group.number + 1;
+        do {
+            if (!at.page().title.blatt.empty()) {
+                write_bookmark(number, at.page().title.blatt, at.number(),
+                               link("Parent", group.number) +
+                                   link("Prev", number > group.number + 1 ? number - 1 : 0) +
+                                   link("Next", number + 1 < group.end() ? number + 1 : 0));
+                ++number;
+            }
+        } while (at.next() && at.page().title.netzteil == group.netzteil);
+    }
+
+    void write_shared() {
+        const int page_tree_number = shared_.getRoot().getKey("/Pages").getObjectID();
+        for (QPDFObjectHandle object : shared_.getAllObjects()) {
+            const int number = object.getObjectID();
+            if (number == page_tree_number || number == outlines_.getObjectID()) {
+                continue;
+            }
+            if (object.isStream()) {
+                write_shared_stream(number, object);
+            } else {
+                writer_.begin_object(number);
+                writer_.write(object.unparseResolved());
+                writer_.end_object();
+            }
+        }
+    }
+
+    void write_shared_stream(int number, QPDFObjectHandle& stream) {
+        QPDFObjectHandle dictionary = stream.getDict().shallowCopy();
+        dictionary.removeKey("/Length");
+        std::string keys = dictionary.unparse();
+        keys = keys.substr(2, keys.size() - 4);  // without << and >>
+        const auto data = stream.getRawStreamData();
+        writer_.stream_object(number, keys,
+                              {reinterpret_cast<const char*>(data->getBuffer()), data->getSize()});
+    }
+
+    const PdfDocument& document_;
+    QPDF& shared_;
+    QPDFObjectHandle resources_;
+    QPDFObjectHandle outlines_;
+    int first_number_;
+    int next_number_ = 0;
+    PdfObjectWriter writer_;
 };
-
-QPDFObjectHandle make_bookmark(QPDF& pdf, std::string_view title, const QPDFObjectHandle& page) {
-    QPDFObjectHandle destination = QPDFObjectHandle::newArray();
-    destination.appendItem(page);
-    destination.appendItem(name("/Fit"));
-    QPDFObjectHandle item = empty_dictionary();
-    item.replaceKey("/Title", text_string(title));
-    item.replaceKey("/Dest", destination);
-    return pdf.makeIndirectObject(item);
-}
-
-/// Chains bookmarks under their parent; `shown` is what the parent counts.
-void chain(QPDFObjectHandle parent, std::vector<QPDFObjectHandle>& items, std::size_t shown) {
-    if (items.empty()) {
-        return;
-    }
-    parent.replaceKey("/First", items.front());
-    parent.replaceKey("/Last", items.back());
-    parent.replaceKey("/Count", QPDFObjectHandle::newInteger(static_cast<long long>(shown)));
-    for (std::size_t i = 0; i < items.size(); ++i) {
-        items[i].replaceKey("/Parent", parent);
-        if (i > 0) {
-            items[i].replaceKey("/Prev", items[i - 1]);
-            items[i - 1].replaceKey("/Next", items[i]);
-        }
-    }
-}
-
-/// Sheets that follow each other in one network part stand below it.
-void add_bookmarks(QPDF& pdf, const std::vector<PdfDocument::Page>& pages,
-                   const std::vector<QPDFObjectHandle>& page_objects) {
-    std::vector<Bookmark> parts;
-    for (std::size_t i = 0; i < pages.size(); ++i) {
-        const SheetTitle& title = pages[i].title;
-        if (i == 0 || title.netzteil != pages[i - 1].title.netzteil) {
-            parts.push_back({make_bookmark(pdf, title.netzteil, page_objects[i]), {}});
-        }
-        if (!title.blatt.empty()) {
-            parts.back().children.push_back(make_bookmark(pdf, title.blatt, page_objects[i]));
-        }
-    }
-    QPDFObjectHandle outlines = empty_dictionary();
-    outlines.replaceKey("/Type", name("/Outlines"));
-    outlines = pdf.makeIndirectObject(outlines);
-    std::vector<QPDFObjectHandle> items;
-    std::size_t shown = 0;
-    for (Bookmark& part : parts) {
-        chain(part.item, part.children, part.children.size());
-        items.push_back(part.item);
-        shown += 1 + part.children.size();
-    }
-    chain(outlines, items, shown);
-    pdf.getRoot().replaceKey("/Outlines", outlines);
-}
 
 void describe(QPDF& pdf, const JobTitle& title) {
     QPDFObjectHandle root = pdf.getRoot();
@@ -218,25 +319,10 @@ void describe(QPDF& pdf, const JobTitle& title) {
 
 void write_document(const PdfDocument& document, const std::string& path) {
     ReplacedFile file(path);
-    QPDF pdf;
-    pdf.emptyPDF();
-    describe(pdf, document.title());
-    const QPDFObjectHandle resources = make_resources(pdf, document);
-    std::vector<QPDFObjectHandle> pages;
-    for (const PdfDocument::Page& page : document.pages()) {
-        pages.push_back(make_page(pdf, document, page, resources));
-        pdf.addPage(pages.back(), false);
-    }
-    add_bookmarks(pdf, document.pages(), pages);
-
-    FilePipeline pipeline(file);
-    QPDFWriter writer(pdf);
-    writer.setOutputPipeline(&pipeline);
-    writer.setMinimumPDFVersion("1.6");  // layers, page units
-    writer.setObjectStreamMode(qpdf_o_disable);
-    writer.setStreamDataMode(qpdf_s_preserve);
-    writer.setDeterministicID(true);
-    writer.write();
+    QPDF shared;
+    shared.emptyPDF();
+    describe(shared, document.title());
+    DocumentFile(file, document, shared).write();
     file.commit();
 }
 

@@ -127,8 +127,8 @@ void PdfPage::DrawWidth(std::int16_t width) {
 }
 
 void PdfPage::ForeColor(std::int32_t colour) {
-    if (pen_.colour != colour) {
-        pen_.colour = colour;
+    if (pen_.colour != shade(colour)) {
+        pen_.colour = shade(colour);
         settled_ = false;
     }
 }
@@ -423,7 +423,7 @@ void PdfPage::Polygon(std::span<const PagePoint> corners, std::int32_t colour) {
         return;
     }
     prepare();
-    settle_fill(colour);
+    settle_fill(shade(colour));
     bool first = true;
     for (const PagePoint& corner : corners) {
         put(written(to_paper(corner.x, corner.y)));
@@ -451,7 +451,7 @@ void PdfPage::print_line(std::string_view text, const TextFont& font, const Plac
         return;
     }
     prepare();
-    settle_fill(colour);
+    settle_fill(shade(colour));
     if (told_size_ != font.size || told_font_ != font.number) {
         out_.text("/F");
         out_.whole(static_cast<std::int64_t>(font.number));

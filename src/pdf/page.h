@@ -7,6 +7,7 @@
 #include <tuple>
 #include <unordered_map>
 
+#include "drawing/geometry.h"
 #include "pdf/circle_forms.h"
 #include "pdf/document.h"
 #include "plot/printer.h"
@@ -19,6 +20,7 @@ struct PdfPaper {
     double margin_across = 5;   ///< not printed on, at the left and at the right, mm
     double margin_up = 5;       ///< not printed on, at the top and at the bottom, mm
     double pixel = 25.4 / 300;  ///< what pens count in, mm
+    bool grey = false;          ///< every colour is written as its grey
 };
 
 /// A page of a document, drawn in whole 1/1000 mm. Lines have round ends; dotted ones are three
@@ -44,7 +46,7 @@ class PdfPage final : public PageTarget {
     void DrawWidth(std::int16_t width) override;
     void ForeColor(std::int32_t colour) override;
     void FillStyle(std::int16_t style) override { filled_ = style == 0; }
-    void FillColor(std::int32_t colour) override { fill_ = colour; }
+    void FillColor(std::int32_t colour) override { fill_ = shade(colour); }
     void Line(float x1, float y1, float x2, float y2) override;
     void LinePart(float x1, float y1, float x2, float y2, const LineCut& cut) override;
     void MoveTo(float x, float y) override;
@@ -83,6 +85,10 @@ class PdfPage final : public PageTarget {
         double size = 0;  ///< 1/1000 mm
     };
 
+    /// A colour as this page writes it.
+    [[nodiscard]] std::int32_t shade(std::int32_t colour) const {
+        return paper_.grey ? GreyOf(colour) : colour;
+    }
     [[nodiscard]] Place to_paper(double x, double y) const {
         return {left_ + x * per_unit_x_, bottom_ + y * per_unit_y_};
     }

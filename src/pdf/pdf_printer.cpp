@@ -115,7 +115,11 @@ void PdfPrinter::set_PaperSize(std::int16_t code) {
 }
 
 PdfPaper PdfPrinter::sheet() const {
-    PdfPaper paper{{upright_width_, upright_height_}, margin_across_, margin_up_, pixel_};
+    PdfPaper paper{{upright_width_, upright_height_},
+                   margin_across_,
+                   margin_up_,
+                   pixel_,
+                   colour_mode_ == print_monochrome};
     if (lying()) {
         std::swap(paper.size.width, paper.size.height);
         std::swap(paper.margin_across, paper.margin_up);
@@ -217,7 +221,7 @@ void PdfPrinter::NewPage() {
 void PdfPrinter::end_job() {
     try {
         NewPage();
-        if (document_ && !document_->pages().empty()) {
+        if (document_ && document_->pages().count() > 0) {
             guarded([&] { write_document(*document_, path_); });
         }
     } catch (...) {
@@ -236,7 +240,7 @@ void PdfPrinter::abort_job() noexcept {
 
 void PdfPrinter::EndDoc() {
     forget_paper();
-    const bool has_pages = page_ != nullptr || (document_ && !document_->pages().empty());
+    const bool has_pages = page_ != nullptr || (document_ && document_->pages().count() > 0);
     if (has_pages) {
         end_job();
     }

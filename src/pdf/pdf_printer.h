@@ -19,8 +19,8 @@ struct PdfPaper;
 ///
 /// Paper: all known codes and 256, sides 15 mm to 5 m; other codes, orientations and sizes are
 /// ignored. 5 mm on each side cannot be printed on, unless the printable area is set. Bins and
-/// colour modes are taken as written; the file itself always has colours. The end of a document
-/// sets bin and paper back to 15 and A4 and leaves the orientation.
+/// colour modes are taken as written; in monochrome everything on a page is grey. The end of a
+/// document sets bin and paper back to 15 and A4 and leaves orientation and colour mode.
 ///
 /// A file is written when its document ends, as a whole: until then, and when anything fails, the
 /// file that was there stays. Failures throw PrinterError with the file's path and the reason.

@@ -7,6 +7,7 @@
 #include <tuple>
 
 #include "plot/application_printer.h"
+#include "plot/far_point.h"
 #include "plot/printer.h"
 #include "text/fatal_error.h"
 #include "text/text_forms.h"
@@ -32,7 +33,11 @@ double sheets_on_axis(const Session& session, double extent, double net) {
 
 std::int16_t narrow_or_overflow(const Session& session, double value, const char* field) {
     if (!within_16_bits(value)) {
-        throw runtime_error_at(6, {session.graphikdatei, 0, field});
+        const FatalError overflow = runtime_error_at(6, {session.graphikdatei, 0, field});
+        const auto farthest = point_farthest_out(session);
+        throw SheetOverflow(
+            overflow.what() +
+            (farthest ? "\nAm weitesten außen: " + describe(session, *farthest) : std::string()));
     }
     return static_cast<std::int16_t>(value);
 }
@@ -217,7 +222,10 @@ void ComputePaperArea(Session& session, SheetPrinter* printer) {
         sheet.papier_breite = 0.2864;
         sheet.papier_hoehe = 0.1986;
     }
-    const std::int16_t heftrand = session.plot.plot_heftrand;
+    take_off_margins(sheet, session.plot.plot_heftrand);
+}
+
+void take_off_margins(SheetGeometry& sheet, std::int16_t heftrand) {
     sheet.rand_rechts = schmaler_rand;
     sheet.rand_unten = fuss_rand;
     sheet.rand_links = heftrand == heftrand_links ? binding_rand : schmaler_rand;

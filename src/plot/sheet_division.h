@@ -5,12 +5,14 @@
 #include "model/paper_text.h"
 #include "model/session.h"
 #include "model/text_measurer.h"
+#include "text/fatal_error.h"
 
 namespace veldra {
 
 /// The edge that is wider, to bind the sheets there.
 inline constexpr std::int16_t heftrand_oben = 1;
 inline constexpr std::int16_t heftrand_links = 2;
+inline constexpr std::int16_t kein_heftrand = 3;
 
 /// Printable area of a sheet, millimetres.
 struct PrintableArea {
@@ -27,6 +29,13 @@ class SheetPrinter {
     virtual void ResetPrinter() = 0;
 };
 
+/// The sheets of a part cannot be counted in 16 bits. what() names file, part and field, and what
+/// lies farthest out with its record.
+class SheetOverflow : public FatalError {
+ public:
+    using FatalError::FatalError;
+};
+
 /// Sets `papier_*` and the four margins from orientation and binding margin, metres of paper.
 /// The printer serves while `drucker_ok` is -1; without one (null) fixed sizes of A4 stand in, and
 /// an orientation other than 1 and 2 starts from the sizes held so far.
@@ -38,9 +47,13 @@ void ComputePaperArea(Session& session, SheetPrinter* printer);
     return session.pu.count() == 0 && session.lin.count() == 0;
 }
 
+/// Sets the four margins for a binding margin and takes them off `papier_*`, which hold the
+/// printable area before and the net area afterwards, metres of paper.
+void take_off_margins(SheetGeometry& sheet, std::int16_t heftrand);
+
 /// Sheets that an extent (metres of ground) needs on one axis at the current plot scale: the extent
 /// on paper divided by the net length (metres of paper), whole part and one, at least 1. An extent
-/// that exactly fills a sheet asks for two. Throws FatalError naming `field` beyond 16 bits.
+/// that exactly fills a sheet asks for two. Throws SheetOverflow naming `field` beyond 16 bits.
 [[nodiscard]] std::int16_t sheet_count(const Session& session, double extent, double net,
                                        const char* field);
 
@@ -49,8 +62,8 @@ void ComputePaperArea(Session& session, SheetPrinter* printer);
 [[nodiscard]] bool sheets_can_be_counted(const Session& session);
 
 /// Brings the current part's plot settings to a consistent state: chooses orientation and scale
-/// where there are none, fills the extents, and counts the sheets. Throws FatalError when a count
-/// leaves 16 bits. For an empty part it only fills the extents.
+/// where there are none, fills the extents, and counts the sheets. Throws SheetOverflow when a
+/// count leaves 16 bits. For an empty part it only fills the extents.
 void ComputeSheetDivision(Session& session, PaperTextSize& paper_text, SheetPrinter* printer);
 /// The same without a printer.
 void ComputeSheetDivision(Session& session, TextMeasurer& measurer);

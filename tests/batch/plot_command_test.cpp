@@ -143,6 +143,56 @@ TEST_F(PlotCommand, MassstabSetsTheScale) {
     }
 }
 
+TEST_F(PlotCommand, MassstabIsTakenAsPeopleWriteIt) {
+    // 100 m at 1:2500.5 are 39.992 mm, at 1:2000 50 mm.
+    for (const auto& [scale, millimetres] :
+         {std::pair("2500,5", 39.992), std::pair("2500.5", 39.992), std::pair("2 000", 50.0)}) {
+        const std::vector<ShownPage> all = plot({"--massstab", scale});
+        ASSERT_EQ(all.size(), 1U);
+        EXPECT_NEAR(place_of(all[0], "B").x - place_of(all[0], "A").x, millimetres, 0.003) << scale;
+    }
+    for (const char* wrong : {"2,5,0", "2000 ", "2  000", "2 x", ",", "0,9"}) {
+        EXPECT_EQ(run({file(), "--massstab", wrong, "-o", folder.path("p.pdf")}).exit_code, 2)
+            << wrong;
+    }
+    EXPECT_EQ(run({file(), "--netzteil", "Fertig", "--blaetter", "1x1", "--massstab", "1", "-o",
+                   folder.path("p.pdf")})
+                  .exit_code,
+              0)
+        << "the largest scale of all";
+}
+
+TEST_F(PlotCommand, PaperWithoutRoomIsRefused) {
+    const auto exit_code = [this](const char* paper, std::vector<std::string> options) {
+        options.insert(options.begin(), {file(), "--papier", paper, "-o", folder.path("p.pdf")});
+        return run(options).exit_code;
+    };
+    // Across go off 10 mm of edges, 0.5 mm, and 15 mm to bind or 0.5 mm; up 10, 12, and 15 or 0.5.
+    EXPECT_EQ(exit_code("75.5x72.5", {"--ausrichtung", "hoch", "--heftrand", "links"}), 0);
+    EXPECT_EQ(exit_code("75.4x72.5", {"--ausrichtung", "hoch", "--heftrand", "links"}), 2);
+    EXPECT_EQ(exit_code("75.5x72.4", {"--ausrichtung", "hoch", "--heftrand", "links"}), 2);
+    EXPECT_EQ(exit_code("72.5x75.5", {"--ausrichtung", "hoch", "--heftrand", "links"}), 2);
+    EXPECT_EQ(exit_code("87x61", {"--ausrichtung", "quer", "--heftrand", "oben"}), 0);
+    EXPECT_EQ(exit_code("86.9x61", {"--ausrichtung", "quer", "--heftrand", "oben"}), 2);
+    EXPECT_EQ(exit_code("61x72.4", {"--heftrand", "kein"}), 2);
+    EXPECT_EQ(exit_code("15x100", {}), 2);
+    // There might be room, but not with the margin that the part has (upright, on the left).
+    EXPECT_EQ(exit_code("70x80", {"--netzteil", "Fertig"}), 1);
+}
+
+TEST_F(PlotCommand, PapersOfTheUserAreTheSameForNewPartsAndOthers) {
+    const std::vector<ShownPage> all = plot({"--netzteil", "Neu", "--netzteil", "Fertig",
+                                             "--papier", "300.01x500.51", "--ausrichtung", "hoch"});
+    ASSERT_EQ(all.size(), 2U);
+    EXPECT_EQ(all[0].width, all[1].width);
+    EXPECT_EQ(all[0].height, all[1].height);
+    const ShownPage alone =
+        plot({"--netzteil", "Fertig", "--papier", "300.01x500.51", "--ausrichtung", "hoch"}).at(0);
+    EXPECT_EQ(alone.width, all[0].width);
+    EXPECT_EQ(alone.height, all[0].height);
+    expect_size(alone, 300.01, 500.51);
+}
+
 TEST_F(PlotCommand, PaperAndOrientationGiveThePageSize) {
     expect_size(plot({"--papier", "A4", "--ausrichtung", "hoch"}).at(0), 210, 297);
     expect_size(plot({"--papier", "A4", "--ausrichtung", "quer"}).at(0), 297, 210);
@@ -212,28 +262,37 @@ TEST_F(PlotCommand, LegendStandsOnTheSheetOfItsCorner) {
     }
 }
 
-TEST_F(PlotCommand, GrauLeavesNoColouredSignatures) {
-    const auto fills = [](const ShownPage& page) {
-        std::vector<std::string> all;
-        for (const pdf_test::Path& path : page.paths) {
-            if (path.layer == "Signaturen") {
-                all.push_back(path.pen.fill);
+/// "0.5" and "0.5 0.5 0.5" are greys.
+bool is_grey(const std::string& colour) {
+    std::istringstream parts(colour);
+    const std::vector<double> components{std::istream_iterator<double>(parts), {}};
+    return std::all_of(components.begin(), components.end(),
+                       [&](double component) { return component == components.front(); });
+}
+
+TEST_F(PlotCommand, GrauMakesEverythingGrey) {
+    // Observations with test values have colours of their own, which no layer makes grey.
+    const std::string tested =
+        "VERFAHRENLEGENDE x\nNETZTEIL a\nOBJEKTE 1 1 0 0 0 0 0 1 1 1 0 1 1\n"
+        "PUNKTSIGNATUR 0 0 0 0 1 \"A\"\nPUNKTSIGNATUR 100 0 0 0 0 \"B\"\n"
+        "RICHTUNG 0 0 100 0 1 1 1\nRICHTUNG 100 0 0 0 50 9 1\n";
+    const std::string input = file(tested, "farben.dat");
+    const auto coloured = [&](std::vector<std::string> options) {
+        options.insert(options.begin(), {input, "-o", folder.path("g.pdf")});
+        EXPECT_EQ(run(options).exit_code, 0);
+        std::map<std::string, int> found;
+        for (const ShownPage& page : pages(folder.path("g.pdf"))) {
+            for (const pdf_test::Path& path : page.paths) {
+                found[path.layer] += !is_grey(path.pen.colour) || !is_grey(path.pen.fill) ? 1 : 0;
             }
         }
-        return all;
+        return found;
     };
-    const std::vector<std::string> coloured = fills(plot({}).at(0));
-    const std::vector<std::string> grey = fills(plot({"--grau"}).at(0));
-    ASSERT_EQ(coloured.size(), 2U);
-    ASSERT_EQ(grey.size(), 2U);
-    // The control point is 0, 127, 255 in colour.
-    EXPECT_THAT(coloured, Contains(HasSubstr("1 ")));
-    for (const std::string& fill : grey) {
-        std::istringstream parts(fill);
-        std::vector<double> components{std::istream_iterator<double>(parts), {}};
-        for (const double component : components) {
-            EXPECT_EQ(component, components.at(0)) << fill;
-        }
+    const std::map<std::string, int> usual = coloured({});
+    EXPECT_GT(usual.at("Signaturen"), 0);
+    EXPECT_GT(usual.at("Beobachtungen"), 0);
+    for (const auto& [layer, count] : coloured({"--grau"})) {
+        EXPECT_EQ(count, 0) << layer;
     }
 }
 
@@ -380,6 +439,58 @@ TEST_F(PlotCommand, UnknownPartPrinterAndTooManySheetsAreFailures) {
     const ProgramRun sheets = run({huge, "--massstab", "1", "-o", folder.path("p.pdf")});
     EXPECT_EQ(sheets.exit_code, 1);
     EXPECT_THAT(sheets.err, HasSubstr("huge.dat"));
+}
+
+TEST_F(PlotCommand, ManySheetsAreToldAndTooManyRefusedBeforeAnythingIsWritten) {
+    const std::string input = file();
+    const std::string output = folder.path("p.pdf");
+    const auto sheets = [&](const char* counts, std::vector<std::string> options) {
+        options.insert(options.begin(), {input, "--netzteil", "Neu", "--massstab", "2000",
+                                         "--blaetter", counts, "-o", output});
+        return run(options);
+    };
+    const ProgramRun unsaid = sheets("20x10", {});
+    EXPECT_EQ(unsaid.exit_code, 0);
+    EXPECT_THAT(unsaid.err, IsEmpty());
+    const ProgramRun said = sheets("67x3", {});
+    EXPECT_EQ(said.exit_code, 0);
+    EXPECT_THAT(said.err, AllOf(HasSubstr("201 Blätter"), HasSubstr("Netzteil \"Neu\"")));
+    EXPECT_EQ(pages(output).size(), 201U);
+    std::filesystem::remove(output);
+    EXPECT_EQ(sheets("67x3", {"--hoechstens", "200"}).exit_code, 1);
+    EXPECT_EQ(sheets("67x3", {"--hoechstens", "401", "--exemplare", "2"}).exit_code, 1);
+    const ProgramRun refused = sheets("32767x32767", {});
+    EXPECT_EQ(refused.exit_code, 1);
+    EXPECT_THAT(refused.err,
+                AllOf(HasSubstr("1073676289 Blätter, höchstens 2000"), HasSubstr("Punkt \"")));
+    EXPECT_EQ(sheets("3x667", {}).exit_code, 1);
+    EXPECT_FALSE(std::filesystem::exists(output));
+    EXPECT_EQ(sheets("67x3", {"--hoechstens", "201"}).exit_code, 0);
+    EXPECT_EQ(sheets("1x1", {"--hoechstens", "0"}).exit_code, 2);
+}
+
+TEST_F(PlotCommand, PartWhoseSheetsCannotBeCountedDoesNotKeepTheOthers) {
+    const std::string wild = file(
+        "NETZTEIL gut\nMAßSTABGRUNDRISS 500 0 0 73\nPUNKTSIGNATUR 1 2 0 0 1 \"1\"\n"
+        "NETZTEIL wild\nMAßSTABGRUNDRISS 500 0 0 73\nPUNKTSIGNATUR 1 2 0 0 1 \"1\"\n"
+        "PUNKTSIGNATUR 3 2 0 0 1 \"2\"\nPUNKTSIGNATUR 99000000 2 0 0 1 \"Tippfehler\"\n",
+        "wild.dat");
+    const ProgramRun result =
+        run({wild, "--alle", "-o", folder.path("p.pdf"), "--protokoll", folder.path("p.json")});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_THAT(result.err, AllOf(HasSubstr("wild.dat"), HasSubstr("Überlauf"),
+                                  HasSubstr("Punkt \"Tippfehler\" (99000000.00, 2.00), Zeile 8 "
+                                            "(PUNKTSIGNATUR), Netzteil \"wild\"")));
+    EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1);
+    EXPECT_EQ(pages(folder.path("p.pdf")).size(), 1U);
+    const json parts = json::parse(file_bytes(folder.path("p.json")))["dateien"][0]["netzteile"];
+    ASSERT_EQ(parts.size(), 2U);
+    EXPECT_EQ(parts[0]["blaetter"]["rechts"], 1);
+    EXPECT_THAT(parts[1]["fehler"].get<std::string>(), HasSubstr("Tippfehler"));
+    const ProgramRun alone = run({wild, "--netzteil", "wild", "-o", folder.path("q.pdf")});
+    EXPECT_EQ(alone.exit_code, 1);
+    EXPECT_THAT(alone.err, HasSubstr("Tippfehler"));
+    EXPECT_FALSE(std::filesystem::exists(folder.path("q.pdf")));
 }
 
 TEST_F(PlotCommand, WrongUsageIsTold) {

@@ -108,7 +108,7 @@ TEST_F(PlotProtocol, EachRecordIsCountedByWhatBecameOfIt) {
     EXPECT_EQ(part["netzteil"], "Eins");
     EXPECT_EQ(part["massstab"], 1000.0);
     EXPECT_EQ(counts(part), (std::map<std::string, Counts>{
-                                {"PUNKTSIGNATUR", {6, 3, 0, 1, 2}},
+                                {"PUNKTSIGNATUR", {6, 2, 0, 1, 2}},
                                 {"Punktbezeichnung", {3, 2, 0, 1, 0}},
                                 {"RICHTUNG", {4, 2, 0, 1, 1}},
                                 {"DISTANZ", {2, 1, 0, 0, 1}},
@@ -124,6 +124,104 @@ TEST_F(PlotProtocol, EachRecordIsCountedByWhatBecameOfIt) {
                                 {"LAGEÄNDERUNG", {1, 0, 1, 0, 0}},
                                 {"Epochenbezeichnung", {2, 0, 2, 0, 0}},
                             }));
+}
+
+using Replaced = std::vector<std::pair<int, std::string>>;
+
+Replaced replaced_of(const json& part) {
+    Replaced all;
+    for (const json& record : part["ersetzt"]) {
+        all.emplace_back(record["zeile"], record["art"]);
+    }
+    return all;
+}
+
+TEST_F(PlotProtocol, RecordsThatOthersReplacedAreNotDrawn) {
+    const std::string points =
+        "NETZTEIL a\nOBJEKTE 1 1 7 0 0 0 0 1 0 1 0 1 1\n"
+        "PUNKTSIGNATUR 1050 2050 0 0 1 \"alt\"\n"     // line 3: signature and label
+        "PUNKTSIGNATUR 1060 2050 0 0 1 \"bleibt\"\n"  // the signature only
+        "PUNKTSIGNATUR 1050 2050 0 0 0 \"neu\"\n"     //
+        "PUNKTSIGNATUR 1060 2050 0 0 0\n"             //
+        "PUNKTSIGNATUR 9000 2050 0 0 0\n"             // 7: outside
+        "PUNKTSIGNATUR 9000 2050 0 0 0\n"             //
+        "LAGEFEHLERELLIPSE 1050 2050 1 0.5 100\n"     // 9
+        "LAGEFEHLERELLIPSE 1050 2050 2 0.5 100\n"     // 10
+        "LAGEFEHLERELLIPSE 1050 2050 3 0.5 100\n"     //
+        "ORIENTIERUNGSRICHTUNG 1050 2050 1050 2200 \"Turm\"\n"
+        "ORIENTIERUNGSRICHTUNG 1050 2050 1050 2200 \"Dom\"\n";  // 13: the first name stays
+    const json part = protocol(points, everything_used)["netzteile"][0];
+    EXPECT_EQ(replaced_of(part), (Replaced{{3, "PUNKTSIGNATUR"},
+                                           {3, "Punktbezeichnung"},
+                                           {4, "PUNKTSIGNATUR"},
+                                           {7, "PUNKTSIGNATUR"},
+                                           {9, "LAGEFEHLERELLIPSE"},
+                                           {10, "LAGEFEHLERELLIPSE"},
+                                           {13, "ORIENTIERUNGSRICHTUNG"}}));
+    EXPECT_EQ(counts(part), (std::map<std::string, Counts>{
+                                {"PUNKTSIGNATUR", {6, 2, 0, 1, 0}},
+                                {"Punktbezeichnung", {3, 2, 0, 0, 0}},
+                                {"LAGEFEHLERELLIPSE", {3, 1, 0, 0, 0}},
+                                {"ORIENTIERUNGSRICHTUNG", {2, 1, 0, 0, 0}},
+                            }));
+    EXPECT_EQ(part["arten"]["PUNKTSIGNATUR"]["ersetzt"], 3);
+    EXPECT_EQ(part["arten"]["LAGEFEHLERELLIPSE"]["ersetzt"], 2);
+}
+
+TEST_F(PlotProtocol, ResidualsAndHeightErrorsAreReplacedToo) {
+    const std::string head = "PUNKTSIGNATUR 1050 2050 0 0 1\n";
+    const json residuals = protocol("OBJEKTE 1 1 6 0 0 0 0 1 0 1 0 1 1\n" + head +
+                                        "LAGERESTKLAFFUNGEN 1050 2050 1 1 1\n"
+                                        "LAGERESTKLAFFUNGEN 1050 2050 2 1 1\n"
+                                        "HÖHENRESTKLAFFUNGEN 1050 2050 1 1\n"
+                                        "HÖHENRESTKLAFFUNGEN 1050 2050 2 1\n",
+                                    everything_used)["netzteile"][0];
+    EXPECT_EQ(replaced_of(residuals),
+              (Replaced{{3, "LAGERESTKLAFFUNGEN"}, {5, "HÖHENRESTKLAFFUNGEN"}}));
+    const json errors = protocol("OBJEKTE 1 1 8 0 0 0 0 1 0 1 0 1 1\n" + head +
+                                     "HÖHENFEHLER 1050 2050 1\nHÖHENFEHLER 1050 2050 2\n",
+                                 everything_used)["netzteile"][0];
+    EXPECT_EQ(replaced_of(errors), (Replaced{{3, "HÖHENFEHLER"}}));
+}
+
+TEST_F(PlotProtocol, EachLineOfTheFileHasOneKind) {
+    const std::string lines =
+        "VERFAHRENLEGENDE Test\n"                // 1
+        "PUNKTSIGNATUR 1050 2050 0 0 1\n"        // before the first part
+        "NETZTEIL a\n"                           //
+        "\n"                                     //
+        "   \n"                                  // 5
+        "PUNKTSIGNATUR 1050 2050 0 0 1\n"        //
+        "\tPUNKTSIGNATUR 1060 2050 0 0 1\n"      // a tab is no blank
+        "FESTPUNKT 1050 2050\n"                  //
+        "PUNKTSIGNATUR 1O50 2050 0 0 1\n"        // the letter O
+        "RICHTUNG 1050 2050 1060,5 2.05e3 50\n"  // 10
+        "RICHTUNG 1050 20.50.1 +1060 x 50\n"     //
+        "NETZTEIL b\n"                           //
+        "LAGEFEHLERELLIPSE 1050 - 1 0.5 100\n"   //
+        "NETZTEIL c";                            // no line end
+    const json file = protocol(lines, everything_used);
+    EXPECT_EQ(file["zeilen"]["anzahl"], 14);
+    EXPECT_EQ(file["zeilen"]["arten"], (json{{"VERFAHRENLEGENDE", 1},
+                                             {"NETZTEIL", 3},
+                                             {"PUNKTSIGNATUR", 2},
+                                             {"RICHTUNG", 2},
+                                             {"LAGEFEHLERELLIPSE", 1},
+                                             {"leer", 2},
+                                             {"unbekannt", 3}}));
+    EXPECT_EQ(file["unbekannt"], json::parse(R"([{"zeile": 2, "wort": "PUNKTSIGNATUR"},
+        {"zeile": 7, "wort": "\tPUNKTSIGNATUR"}, {"zeile": 8, "wort": "FESTPUNKT"}])"));
+    EXPECT_EQ(file["koordinaten"], json::parse(R"([
+        {"zeile": 9, "art": "PUNKTSIGNATUR", "angabe": 2, "text": "1O50"},
+        {"zeile": 11, "art": "RICHTUNG", "angabe": 3, "text": "20.50.1"},
+        {"zeile": 11, "art": "RICHTUNG", "angabe": 5, "text": "x"},
+        {"zeile": 13, "art": "LAGEFEHLERELLIPSE", "angabe": 3, "text": "-"}])"));
+}
+
+TEST_F(PlotProtocol, FileWithoutPartsTakesItsRecordsFromTheFirstLineOn) {
+    const json file = protocol("PUNKTSIGNATUR 1050 2050 0 0 1\n", everything_used);
+    EXPECT_EQ(file["zeilen"]["arten"], (json{{"PUNKTSIGNATUR", 1}}));
+    EXPECT_THAT(file["unbekannt"], IsEmpty());
 }
 
 TEST_F(PlotProtocol, RefusedRecordsAreNamedWithLineAndReason) {

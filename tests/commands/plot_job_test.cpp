@@ -179,7 +179,7 @@ TEST_F(PlotJobTest, TheHourglassStandsWhileTheWorkingCopyIsWritten) {
     EXPECT_EQ(ui.pointers.back(), 0);
 }
 
-TEST_F(PlotJobTest, EachPartIsReadOncePerCopy) {
+TEST_F(PlotJobTest, EachPartIsReadOncePerCopyAndOnceForItsSheets) {
     open();
     mark({true, true, false, false});
     const auto reads = [this](std::int16_t copies) {
@@ -190,9 +190,92 @@ TEST_F(PlotJobTest, EachPartIsReadOncePerCopy) {
     };
     const std::uint64_t one = reads(1);
     const std::uint64_t three = reads(3);
-    // Two parts a copy, and the part in view once more; each reading takes the same passes.
-    EXPECT_EQ(one % 3, 0U);
-    EXPECT_EQ(three, one / 3 * 7);
+    // Two parts to count their sheets, two a copy, and the part in view once more; each reading
+    // takes the same passes.
+    EXPECT_EQ(one % 5, 0U);
+    EXPECT_EQ(three, one / 5 * 9);
+}
+
+TEST_F(PlotJobTest, ManySheetsAreAskedAboutWithThePointFarthestOut) {
+    // 20 columns of 10 rows are 200 sheets, 67 columns of 3 rows are 201.
+    open();
+    session.plot.plot_blatt_auto = table_false;
+    session.plot.plot_blatt_rechts = 20;
+    session.plot.plot_blatt_hoch = 10;
+    EXPECT_TRUE(plotten_aktuell(session, desk));
+    EXPECT_THAT(ui.texts, IsEmpty());
+    EXPECT_EQ(pages().size(), 200U);
+    printer.documents.clear();
+    session.plot.plot_blatt_rechts = 67;
+    session.plot.plot_blatt_hoch = 3;
+    ui.answer = false;
+    EXPECT_FALSE(plotten_aktuell(session, desk));
+    EXPECT_THAT(printer.documents, IsEmpty());
+    ASSERT_EQ(ui.texts.size(), 1U);
+    EXPECT_EQ(ui.styles[0], MessageStyle::question_no_yes);
+    EXPECT_THAT(ui.texts[0], HasSubstr("201 Blätter"));
+    ui.answer = true;
+    EXPECT_TRUE(plotten_aktuell(session, desk));
+    EXPECT_EQ(pages().size(), 201U);
+}
+
+/// Three points close together, and one whose easting has a digit too many.
+constexpr const char* wild_parts =
+    "NETZTEIL A\nMAßSTABGRUNDRISS 1000 0 0 73\nOBJEKTE 1 1 0 0 0 0 0 2 0 1 0 1 1\n"
+    "PUNKTSIGNATUR 10 20 0 0 1 \"1\"\nPUNKTSIGNATUR 40 60 0 0 0 \"2\"\n"
+    "NETZTEIL B\nMAßSTABGRUNDRISS 1000 0 0 73\nOBJEKTE 1 1 0 0 0 0 0 2 0 1 0 1 1\n"
+    "PUNKTSIGNATUR 100 120 0 0 1 \"3\"\nPUNKTSIGNATUR 50000 180 0 0 0 \"wild\"\n"
+    "PUNKTSIGNATUR 110 130 0 0 1 \"5\"\n"
+    "NETZTEIL C\nMAßSTABGRUNDRISS 1000 0 0 73\nOBJEKTE 1 1 0 0 0 0 0 2 0 1 0 1 1\n"
+    "PUNKTSIGNATUR 1 1 0 0 1 \"7\"\nPUNKTSIGNATUR 2 99000000 0 0 1 \"fern\"\n"
+    "PUNKTSIGNATUR 3 3 0 0 1 \"8\"\n";
+
+TEST_F(PlotJobTest, AllMarkedPartsTogetherAreAskedAbout) {
+    open(wild_parts);
+    mark({true, true, false});
+    EXPECT_TRUE(plotten_alle(session, desk));
+    // One sheet, and 50 km on sheets of 184.5 m: 271 full ones and one more.
+    EXPECT_EQ(pages().size(), 273U);
+    ASSERT_EQ(ui.texts.size(), 2U);
+    EXPECT_THAT(ui.texts[1],
+                ::testing::AllOf(HasSubstr("273 Blätter"),
+                                 HasSubstr("Punkt \"wild\" (50000.00, 180.00), Zeile 10 "
+                                           "(PUNKTSIGNATUR), Netzteil \"B\"")));
+}
+
+TEST_F(PlotJobTest, ADeclinedJobLeavesThePartInView) {
+    open(wild_parts);
+    mark({true, true, false});
+    session.obj.obj_pube = 0;
+    // "alle" is asked with Yes first, the many sheets with No.
+    struct YesThenNo final : UserInterface {
+        bool message_box(MessageStyle style, const std::string&, const std::string&) override {
+            return style == MessageStyle::question_yes_no;
+        }
+        void set_mouse_pointer(int) override {}
+    } answers;
+    const Desk asking{measurer, answers, [] {}, &printer};
+    EXPECT_FALSE(plotten_alle(session, asking));
+    EXPECT_THAT(printer.documents, IsEmpty());
+    EXPECT_EQ(session.netz_aktuell, 1);
+    EXPECT_EQ(session.pu.count(), 2);
+    EXPECT_EQ(session.obj.obj_pube, 0);
+}
+
+TEST_F(PlotJobTest, PartWithTooManySheetsToCountIsToldAndTheOthersArePlotted) {
+    open(wild_parts);
+    mark({true, false, true});
+    session.printer.exemplare = 2;
+    EXPECT_TRUE(plotten_alle(session, desk));
+    EXPECT_THAT(pages(), ElementsAre("A Blatt 1.1 (1.1)", "A Blatt 1.1 (1.1)"));
+    EXPECT_EQ(state(), ScriptedDocument::State::sent);
+    ASSERT_EQ(ui.texts.size(), 2U) << "the question, and one message for both copies";
+    EXPECT_EQ(ui.titles[1], "Netzteil(e) plotten");
+    EXPECT_THAT(ui.texts[1],
+                ::testing::AllOf(HasSubstr("Überlauf"),
+                                 HasSubstr("Punkt \"fern\" (2.00, 99000000.00), Zeile 16 "
+                                           "(PUNKTSIGNATUR), Netzteil \"C\"")));
+    EXPECT_EQ(session.netz[3].netz_plotmarke, table_true);
 }
 
 TEST_F(PlotJobTest, EmptyPartLosesItsMarkSilently) {
@@ -237,6 +320,29 @@ TEST_F(PlotJobTest, PartInViewIsAsBefore) {
     EXPECT_NEAR(session.view.ansicht_masseinheit, 0.01, 1e-12);
     EXPECT_EQ(session.window.mouse_pointer, 0);
     EXPECT_THAT(ui.pointers, testing::Contains(11));
+}
+
+TEST_F(PlotJobTest, EachTitleLineOfThePartInViewIsAsBeforeAmongPartsWithTheirOwn) {
+    open(
+        "NETZTEIL A\nMAßSTABGRUNDRISS 1000 0 0 73\nTITEL2 A zwei\nTITEL3 A drei\nTITEL4 A vier\n"
+        "PUNKTSIGNATUR 10 20 0 0 1 \"1\"\nPUNKTSIGNATUR 40 60 0 0 0 \"2\"\n"
+        "NETZTEIL B\nMAßSTABGRUNDRISS 1000 0 0 73\nTITEL2 B zwei\n"
+        "PUNKTSIGNATUR 10 20 0 0 1 \"3\"\nPUNKTSIGNATUR 40 60 0 0 0 \"4\"\n"
+        "NETZTEIL C\nMAßSTABGRUNDRISS 1000 0 0 73\nTITEL2 C zwei\nTITEL3 C drei\nTITEL4 C vier\n"
+        "PUNKTSIGNATUR 10 20 0 0 1 \"5\"\nPUNKTSIGNATUR 40 60 0 0 0 \"6\"\n");
+    mark({true, true, true});
+    const auto titles = [this] {
+        return std::vector<std::string>{session.titel[1].getTitelText(),
+                                        session.titel[2].getTitelText(),
+                                        session.titel[3].getTitelText()};
+    };
+    plotten_alle(session, desk);
+    EXPECT_THAT(titles(), ElementsAre("A zwei", "A drei", "A vier"));
+    netzteil_anzeigen(session, 2, desk);
+    session.titel[3].setTitelText("eigene vierte");
+    plotten_alle(session, desk);
+    EXPECT_EQ(session.netz_aktuell, 2);
+    EXPECT_THAT(titles(), ElementsAre("B zwei", "", "eigene vierte"));
 }
 
 TEST_F(PlotJobTest, TitleLinesOfThePartInViewDoNotStandInOtherLegends) {

@@ -1,5 +1,7 @@
 // What a document says of itself and of its pages.
 
+#include <fstream>
+
 #include <gmock/gmock.h>
 #include <sys/resource.h>
 
@@ -206,6 +208,37 @@ TEST_F(PdfDocuments, MemoryDoesNotGrowWithTheNumberOfSheets) {
     EXPECT_GT(size_of_many - size_of_few, 25000000U);
     EXPECT_LT(many, 255);
     EXPECT_LT(many - few, 8) << few << " " << many;
+}
+
+/// Most memory, kB, of a process of its own that has written a document of so many small pages.
+int memory_after_small(const PdfPrinter::AskFileName& asked, const std::string& note, int pages) {
+    testing_support::run_in_child([&] {
+        PdfPrinter printer(asked);
+        printer.begin_job({"Titel"});
+        for (int page = 0; page < pages; ++page) {
+            printer.begin_sheet({"Netzteil " + std::to_string(page / 100), std::to_string(page)});
+            printer.page().Line(1, 2, 3, 4);
+            printer.NewPage();
+        }
+        printer.end_job();
+        rusage usage{};
+        ::getrusage(RUSAGE_SELF, &usage);
+        std::ofstream(note) << usage.ru_maxrss;
+        return 0;
+    });
+    return std::stoi(testing_support::file_bytes(note));
+}
+
+TEST_F(PdfDocuments, MemoryDoesNotGrowWithManySmallSheets) {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the address sanitizer keeps what has been freed";
+#endif
+    const int few = memory_after_small(asked, folder.path("few"), 100);
+    const int many = memory_after_small(asked, folder.path("many"), 20000);
+    EXPECT_LT(many - few, 1500) << "below 80 bytes a sheet";
+    const auto pdf = document();
+    EXPECT_EQ(QPDFPageDocumentHelper(*pdf).getAllPages().size(), 20000U);
+    EXPECT_EQ(pdf->getRoot().getKey("/Outlines").getKey("/Count").getIntValue(), 20200);
 }
 
 }  // namespace
