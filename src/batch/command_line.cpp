@@ -148,6 +148,8 @@ void add_plot_settings(CLI::App& command, PlotArguments& plot) {
                     "eine Graphikdatei mit mehr Blättern nicht plotten (2000)")
         ->option_text("N")
         ->check(CLI::Range(std::int64_t{1}, most_sheets_allowed));
+    command.add_flag("--ohne-leere", plot.without_empty,
+                     "Blätter weglassen, auf denen nichts vom Netz zu sehen ist");
     command.add_flag("--grau", plot.grey, "wie auf einem Drucker ohne Farbe zeichnen");
 }
 

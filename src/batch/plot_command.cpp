@@ -150,6 +150,7 @@ PlotTask task_for(const PlotArguments& arguments, const PlotChoice& choice,
     task.choice = choice;
     task.copies = arguments.copies;
     task.grey = arguments.grey;
+    task.without_empty = arguments.without_empty;
     task.with_protocol = !arguments.protocol.empty();
     task.most_sheets = arguments.most_sheets;
     return task;

@@ -13,6 +13,7 @@
 #include "plot/job_size.h"
 #include "plot/paper_codes.h"
 #include "plot/printer_adapters.h"
+#include "plot/sheet_content.h"
 #include "plot/sheet_division.h"
 #include "reference/reference_system.h"
 #include "text/codepage.h"
@@ -127,6 +128,7 @@ class FilePlot {
             session_.printer.drucker_farbe = print_monochrome;
             printer_.set_ColorMode(print_monochrome);
         }
+        session_.printer.ohne_leere = task_.without_empty ? table_true : table_false;
         read_head(session_, task_.file);
     }
 
@@ -316,10 +318,25 @@ class FilePlot {
         if (task_.with_protocol) {
             PaperFonts fonts;
             if (!empty) {
-                fonts = prepare_part(session_, printer_, desk_).fonts;
+                const PartOnPaper part = prepare_part(session_, printer_, desk_);
+                fonts = part.fonts;
+                result.empty_sheets = count_empty_sheets(part);
             }
             result.protocol = count_part(session_, fonts, printer_.measurer());
         }
+    }
+
+    std::int64_t count_empty_sheets(const PartOnPaper& part) {
+        std::int64_t empty = 0;
+        SheetPlace place{1, session_.plot.plot_blatt_rechts, 1, session_.plot.plot_blatt_hoch};
+        for (int column = 1; column <= place.columns; ++column) {
+            for (int row = 1; row <= place.rows; ++row) {
+                place.column = static_cast<std::int16_t>(column);
+                place.row = static_cast<std::int16_t>(row);
+                empty += shows_anything(session_, part, place, printer_.measurer()) ? 0 : 1;
+            }
+        }
+        return empty;
     }
 
     const PlotTask& task_;

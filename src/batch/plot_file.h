@@ -19,6 +19,7 @@ struct PlotTask {
     PlotChoice choice;
     int copies = 1;
     bool grey = false;
+    bool without_empty = false;  ///< sheets that show nothing of the network are left out
     bool with_protocol = false;
     std::int64_t most_sheets = default_most_sheets;  ///< a job of more is refused
 };
@@ -29,6 +30,7 @@ struct PlottedPart {
     bool empty = false;   ///< without points and lines: not plotted
     std::string failure;  ///< why it was not plotted though it is not empty; "" if it was, UTF-8
     SheetCounts sheets;
+    std::int64_t empty_sheets = 0;  ///< that show nothing of the network; counted with a protocol
     double denominator = 0;
     std::optional<PartProtocol> protocol;
 };

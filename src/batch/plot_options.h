@@ -26,6 +26,7 @@ struct PlotArguments {
     std::string paper;                               ///< --papier NAME or BxH
     int copies = 1;                                  ///< --exemplare
     bool grey = false;                               ///< --grau
+    bool without_empty = false;                      ///< --ohne-leere
     std::string profile;                             ///< --profil
     std::vector<std::string> objects;                ///< --obj
     std::string printer;                             ///< --drucker

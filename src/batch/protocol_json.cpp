@@ -77,6 +77,9 @@ Json part_json(const PlottedPart& part) {
     if (!part.empty) {
         json["massstab"] = part.denominator;
         json["blaetter"] = {{"rechts", part.sheets.columns}, {"hoch", part.sheets.rows}};
+        if (part.protocol) {
+            json["leere_blaetter"] = part.empty_sheets;
+        }
     }
     if (part.protocol) {
         json["arten"] = counts_json(*part.protocol);

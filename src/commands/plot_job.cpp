@@ -18,6 +18,7 @@
 #include "plot/plot_page.h"
 #include "plot/printer.h"
 #include "plot/printer_adapters.h"
+#include "plot/sheet_content.h"
 #include "plot/sheet_division.h"
 #include "plot/trapped_call.h"
 #include "reference/reference_system.h"
@@ -59,6 +60,10 @@ void plot_sheets(Session& session, Printer& printer, UserInterface& ui, const Pa
         for (int row = 1; row <= place.rows; ++row) {
             place.column = static_cast<std::int16_t>(column);
             place.row = static_cast<std::int16_t>(row);
+            if (session.printer.ohne_leere != table_false &&
+                !shows_anything(session, part, place, printer.measurer())) {
+                continue;
+            }
             printer.begin_sheet({part_name(session), sheet_title(place)});
             PlotPage(session, printer, ui, part, place);
             printer.NewPage();

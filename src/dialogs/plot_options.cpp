@@ -117,6 +117,7 @@ PlotOptions open_plot_options(Session& session, const Desk& desk) {
     PlotOptions options;
     options.massstab = plot_scale_denominator(plot.plot_massstab);
     options.blatt_auto = plot.plot_blatt_auto == table_true;
+    options.ohne_leere = session.printer.ohne_leere != table_false;
     options.blatt_rechts = count_text(plot.plot_blatt_rechts);
     options.blatt_hoch = count_text(plot.plot_blatt_hoch);
     options.netzteil_offen = has_open_part(session);
@@ -182,6 +183,7 @@ bool accept_plot_options(Session& session, const Desk& desk, PlotOptions& option
         plot.plot_blatt_rechts = typed_count(options.blatt_rechts);
         plot.plot_blatt_hoch = typed_count(options.blatt_hoch);
     }
+    session.printer.ohne_leere = options.ohne_leere ? table_true : table_false;
     plot_merken(session, 2);
     ComputeExtents(session, desk);
     if (options.null_anpassen) {

@@ -25,6 +25,7 @@ struct PlotOptions {
     std::string massstab;          ///< `cbo_grundriss_mass` as it stands for the scale in force
     bool blatt_auto = true;        ///< `chk_format_blatt`
     bool null_anpassen = false;    ///< `chk_plotternull`
+    bool ohne_leere = false;       ///< `chk_ohne_leere`: jobs leave out empty sheets
     std::string blatt_rechts;      ///< `txt_format_rechts`
     std::string blatt_hoch;        ///< `txt_format_hoch`
     bool netzteil_offen = false;   ///< there is a part that can be marked

@@ -114,10 +114,14 @@ class Frame {
         line(corner->x, bottom, corner->x, corner->y);
         const double x = corner->x + 3;
         double y = corner->y + 2;
-        for (const LegendLine& entry : legend_lines(session_)) {
+        for (const LegendLine& entry : legend_.lines) {
             const float size = entry.zeile->getTitelSize();
-            print(entry.text, x, y, title_font(*entry.zeile), size);
-            y += line_height_per_digit * static_cast<double>(size);
+            FontSpec font = fitted_font(session_, printer_, title_font(*entry.zeile), size);
+            font.points *= legend_.shrink;
+            if (!entry.text.empty()) {
+                page_.Print(entry.text, x, y, font, black);
+            }
+            y += line_height_per_digit * static_cast<double>(size) * legend_.shrink;
         }
     }
 
@@ -147,6 +151,50 @@ LegendBox legend_box(const Session& session, const LegendSize& legend) {
     box.legende_hw_min = at_the_top(plot.plot_legendenlage) ? top - h : plot.plot_null_hoch;
     box.legende_hw_max = at_the_top(plot.plot_legendenlage) ? top : plot.plot_null_hoch + h;
     return box;
+}
+
+constexpr double legend_border = 6;  // on both sides of the lines together, millimetres
+
+/// The line, broken at blanks as far as that makes its rows no wider than `most`, millimetres.
+std::vector<std::string> broken_at_blanks(PaperTextSize& paper_text, const std::string& line,
+                                          double most) {
+    const auto too_wide = [&](const std::string& text) {
+        return paper_text.text_size(text).width * 1000 > most;
+    };
+    if (!too_wide(line)) {
+        return {line};
+    }
+    std::vector<std::string> rows{""};
+    for (std::size_t at = 0; at <= line.size();) {
+        const std::size_t end = std::min(line.find(' ', at), line.size());
+        const std::string word = line.substr(at, end - at);
+        const std::string longer = rows.back().empty() ? word : rows.back() + ' ' + word;
+        if (!rows.back().empty() && too_wide(longer)) {
+            rows.push_back(word);
+        } else {
+            rows.back() = longer;
+        }
+        at = end + 1;
+    }
+    return rows;
+}
+
+/// The legend with lines of a share of their size, for a sheet of this width, millimetres.
+LegendSize legend_in(const Session& session, PaperTextSize& paper_text, double shrink,
+                     double sheet_width) {
+    LegendSize legend{0, 4, {}, shrink};
+    for (const LegendLine& line : legend_lines(session)) {
+        const float size = line.zeile->getTitelSize();
+        paper_text.set_font(title_font(*line.zeile), size);
+        for (std::string& row :
+             broken_at_blanks(paper_text, line.text, (sheet_width - legend_border) / shrink)) {
+            legend.height += line_height_per_digit * static_cast<double>(size) * shrink;
+            legend.width = std::max(legend.width, paper_text.text_size(row).width * 1000 * shrink);
+            legend.lines.push_back({std::move(row), line.zeile});
+        }
+    }
+    legend.width += legend_border;
+    return legend;
 }
 
 }  // namespace
@@ -189,14 +237,17 @@ void count_plot_sheets(Session& session) {
 }
 
 LegendSize ComputeLegendSize(Session& session, PaperTextSize& paper_text) {
-    LegendSize legend{0, 4};
-    for (const LegendLine& line : legend_lines(session)) {
-        const float size = line.zeile->getTitelSize();
-        legend.height += line_height_per_digit * static_cast<double>(size);
-        paper_text.set_font(title_font(*line.zeile), size);
-        legend.width = std::max(legend.width, paper_text.text_size(line.text).width * 1000);
+    const SheetGeometry& sheet = session.sheet;
+    LegendSize legend = legend_in(session, paper_text, 1, sheet.papier_breite * 1000);
+    // Without a sheet there is nothing to fit on.
+    const bool has_sheet = sheet.papier_breite > 0 && sheet.papier_hoehe > 0;
+    constexpr double smallest = 0.05;
+    while (
+        has_sheet && legend.shrink > smallest &&
+        (legend.width > sheet.papier_breite * 1000 || legend.height > sheet.papier_hoehe * 1000)) {
+        constexpr double step = 0.95;
+        legend = legend_in(session, paper_text, legend.shrink * step, sheet.papier_breite * 1000);
     }
-    legend.width += 6;
     count_plot_sheets(session);
     session.legende = legend_box(session, legend);
     return legend;

@@ -21,12 +21,6 @@ struct SheetPlace {
     std::int16_t rows = 1;
 };
 
-/// Size of the legend box, millimetres of paper.
-struct LegendSize {
-    double width = 0;
-    double height = 0;
-};
-
 /// A line of the legend as it is printed: an empty line 2 is left out, empty lines 3 and 4 have
 /// their standard texts. Windows-1252.
 struct LegendLine {
@@ -35,10 +29,19 @@ struct LegendLine {
 };
 [[nodiscard]] std::vector<LegendLine> legend_lines(const Session& session);
 
+/// The legend box, millimetres of paper, and what stands in it.
+struct LegendSize {
+    double width = 0;
+    double height = 0;
+    std::vector<LegendLine> lines = {};  ///< broken at blanks where the sheet is too narrow
+    double shrink = 1;  ///< share of their size that the lines have, so that they fit on a sheet
+};
+
 /// Font of a title line; its size in points is not settled.
 [[nodiscard]] FontSpec title_font(const Titelzeile& zeile);
 
-/// Measures the legend and sets `session.legende` to the ground under it, which is empty when
+/// Measures the legend, which fits on a sheet, and sets `session.legende` to the ground under it,
+/// which is empty when
 /// `plot_legendenlage` is none of the four corners. Counts the sheets first (see
 /// count_plot_sheets).
 LegendSize ComputeLegendSize(Session& session, PaperTextSize& paper_text);

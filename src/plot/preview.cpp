@@ -102,18 +102,22 @@ void place_legend_texts(Session& session, const LayerFrame& frame, const Desk& d
     const double x = session.legende.legende_rw_min + ground_of_paper(session, left_space);
     double y = session.legende.legende_hw_max - ground_of_paper(session, top_space);
     session.legende_texte.clear();
-    for (const LegendLine& line : legend_lines(session)) {
+    PaperTextOnDesk text(session, desk.measurer, desk.printer);
+    const LegendSize legend = ComputeLegendSize(session, text);
+    for (const LegendLine& line : legend.lines) {
         const float size = line.zeile->getTitelSize();
         const FontSpec unsized = title_font(*line.zeile);
-        const FontSpec font = seen_font(session, *frame.measurer, unsized,
-                                        fitted_points(session, desk, unsized, size), size);
+        FontSpec font = seen_font(session, *frame.measurer, unsized,
+                                  fitted_points(session, desk, unsized, size), size);
+        font.points *= legend.shrink;
         const LabelSize extent =
             label_size(frame, frame.measurer->face_metrics(font), font, line.text);
         session.legende_texte.push_back({label_at(frame, line.text,
                                                   {x, y - static_cast<double>(extent.height),
                                                    x + static_cast<double>(extent.width), y}),
                                          font});
-        y -= ground_of_paper(session, line_height_per_digit * static_cast<double>(size));
+        y -= ground_of_paper(session,
+                             line_height_per_digit * static_cast<double>(size) * legend.shrink);
     }
 }
 

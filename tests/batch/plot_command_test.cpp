@@ -469,6 +469,30 @@ TEST_F(PlotCommand, ManySheetsAreToldAndTooManyRefusedBeforeAnythingIsWritten) {
     EXPECT_EQ(sheets("1x1", {"--hoechstens", "0"}).exit_code, 2);
 }
 
+TEST_F(PlotCommand, EmptySheetsAreCountedAndLeftOutIfWished) {
+    // Sheets of 92.25 x 137.25 m (184.5 x 274.5 mm at 1:500) from (990, 1950) on. The line from A
+    // to B is on the sheets 1.1 and 2.1, the legend at the upper right on 4.3; nine are empty.
+    const std::vector<std::string> division{
+        "--netzteil",    "Neu",      "--massstab",  "500",
+        "--ausrichtung", "hoch",     "--heftrand",  "links",
+        "--legende",     "3",        "--blaetter",  "4x3",
+        "--null",        "990,1950", "--protokoll", folder.path("p.json")};
+    const auto empty_sheets = [this] {
+        return json::parse(
+            file_bytes(folder.path("p.json")))["dateien"][0]["netzteile"][0]["leere_blaetter"];
+    };
+    EXPECT_EQ(plot(division).size(), 12U);
+    EXPECT_EQ(empty_sheets(), 9);
+    std::vector<std::string> without = division;
+    without.emplace_back("--ohne-leere");
+    const std::vector<ShownPage> all = plot(without);
+    ASSERT_EQ(all.size(), 3U);
+    EXPECT_EQ(empty_sheets(), 9);
+    EXPECT_THAT(texts(all[0]), AllOf(Contains("A"), Contains(HasSubstr("Blatt 1.1 (4.3)"))));
+    EXPECT_THAT(texts(all[1]), AllOf(Contains("B"), Contains(HasSubstr("Blatt 2.1 (4.3)"))));
+    EXPECT_THAT(texts(all[2]), Contains("Grundriss 1: 500"));
+}
+
 TEST_F(PlotCommand, PartWhoseSheetsCannotBeCountedDoesNotKeepTheOthers) {
     const std::string wild = file(
         "NETZTEIL gut\nMAßSTABGRUNDRISS 500 0 0 73\nPUNKTSIGNATUR 1 2 0 0 1 \"1\"\n"

@@ -285,6 +285,21 @@ TEST_F(PlotOptionsTest, OkTakesTheTypedScaleWithItsSheets) {
     EXPECT_EQ(session.window.mouse_pointer, 0);
 }
 
+TEST_F(PlotOptionsTest, OkSettlesWhetherEmptySheetsAreLeftOut) {
+    open();
+    EXPECT_FALSE(options.ohne_leere);
+    options.ohne_leere = true;
+    reject_plot_options(session, desk);
+    EXPECT_EQ(session.printer.ohne_leere, table_false);
+    EXPECT_TRUE(accept_plot_options(session, desk, options, "1 000"));
+    EXPECT_EQ(session.printer.ohne_leere, table_true);
+    open();
+    EXPECT_TRUE(options.ohne_leere);
+    options.ohne_leere = false;
+    EXPECT_TRUE(accept_plot_options(session, desk, options, "1 000"));
+    EXPECT_EQ(session.printer.ohne_leere, table_false);
+}
+
 TEST_F(PlotOptionsTest, OkTakesManualCounts) {
     open();
     EXPECT_TRUE(choose_auto_sheets(session, options, false));

@@ -127,6 +127,36 @@ TEST_F(PlotFrameTest, LegendIsAsWideAsItsLongestLineAndSixMillimetres) {
     EXPECT_NEAR(legend.height, 4 + 3 * 5.04, 1e-6);
 }
 
+TEST_F(PlotFrameTest, LegendWiderThanTheSheetIsBrokenAtBlanks) {
+    // Across are 184.5 mm, of which 178.5 are for text: 72 letters. Three times 20 letters with
+    // blanks between are 62; "Zwanzig" fits behind them, the rest begins the next row.
+    const std::string twenty = "Zwanzig Buchstaben_x";
+    session.titel[3].setTitelText(twenty + " " + twenty + " " + twenty + " " + twenty);
+    const LegendSize legend = measure_legend();
+    EXPECT_EQ(legend.shrink, 1);
+    EXPECT_NEAR(legend.width, 70 * letter + 6, 1e-9);
+    EXPECT_NEAR(legend.height, 4 + 4 * 5.04, 1e-6);
+    ASSERT_EQ(legend.lines.size(), 4U);
+    EXPECT_EQ(legend.lines[2].text, twenty + " " + twenty + " " + twenty + " Zwanzig");
+    EXPECT_EQ(legend.lines[3].text, "Buchstaben_x");
+}
+
+TEST_F(PlotFrameTest, LegendThatCannotBeBrokenIsSetSmaller) {
+    session.titel[0].setTitelText("");
+    session.titel[2].setTitelText("kurz");
+    // Without blanks 100 letters are 246.9 mm; 0.95 to the seventh power is the first below the
+    // share of 178.5 mm in that, 0.7228.
+    session.titel[3].setTitelText(std::string(100, 'x'));
+    const LegendSize legend = measure_legend();
+    EXPECT_NEAR(legend.shrink, 0.6983372961, 1e-9);
+    EXPECT_NEAR(legend.width, 100 * letter * 0.6983372961 + 6, 1e-6);
+    EXPECT_LE(legend.width, 184.5);
+    session.plot.plot_legendenlage = 1;
+    const auto prints = frame(place(1, 1)).all<test::page::Print>();
+    ASSERT_FALSE(prints.empty());
+    EXPECT_NEAR(prints.back().font.points, 14 * 0.6983372961, 1e-6);
+}
+
 TEST_F(PlotFrameTest, SecondLineCountsOnlyWithAText) {
     const LegendSize without = measure_legend();
     session.titel[1].setTitelText("Z");

@@ -223,6 +223,12 @@ void FrmPlotten::build_sheets(QVBoxLayout& column) {
     connect(chk_plotternull_, &QCheckBox::clicked, this,
             [this](bool ticked) { follow(choose_zero_point(session_, options_, ticked)); });
     column.addWidget(chk_plotternull_);
+    chk_ohne_leere_ =
+        make_check_box(QStringLiteral("chk_ohne_leere"), QStringLiteral("L&eere Blätter weglassen"),
+                       QStringLiteral("Leere Blätter weglassen"), fra_format_);
+    connect(chk_ohne_leere_, &QCheckBox::clicked, this,
+            [this](bool ticked) { options_.ohne_leere = ticked; });
+    column.addWidget(chk_ohne_leere_);
 }
 
 void FrmPlotten::show_scale() {
@@ -258,6 +264,7 @@ void FrmPlotten::refresh() {
     img_querformat_->setVisible(plot.plot_ausrichtung == querformat);
     chk_format_blatt_->setChecked(options_.blatt_auto);
     chk_plotternull_->setChecked(options_.null_anpassen);
+    chk_ohne_leere_->setChecked(options_.ohne_leere);
     show_counts();
     fra_massstab_->setEnabled(options_.netzteil_plotten);
     fra_format_->setEnabled(options_.netzteil_plotten);

@@ -87,6 +87,7 @@ class FrmPlotten final : public QDialog, public SessionEditor {
     QLabel* lbl_format_autorechts_ = nullptr;
     QLabel* lbl_format_autohoch_ = nullptr;
     QCheckBox* chk_plotternull_ = nullptr;
+    QCheckBox* chk_ohne_leere_ = nullptr;
     HintLine* lbl_hinweis_ = nullptr;
     QPushButton* cmd_ok_ = nullptr;
     QPushButton* cmd_abbrechen_ = nullptr;

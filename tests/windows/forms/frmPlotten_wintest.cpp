@@ -96,6 +96,7 @@ class FrmPlottenTest : public DialogFixture<FrmPlotten> {
         QCOMPARE(caption("lbl_format_rechts"), text("Anzahl Blätter rechts"));
         QCOMPARE(caption("lbl_format_hoch"), text("Anzahl Blätter hoch"));
         QCOMPARE(caption("chk_plotternull"), text("Plotternullpunkt anpassen"));
+        QCOMPARE(caption("chk_ohne_leere"), text("Leere Blätter weglassen"));
         QCOMPARE(caption("cmd_abbrechen"), text("Abbrechen"));
         QCOMPARE(scale().count(), 25);
         QCOMPARE(scale().itemText(0), text("5 000 000"));
@@ -109,7 +110,7 @@ class FrmPlottenTest : public DialogFixture<FrmPlotten> {
             "opt_netzteil_0",
             names({"opt_netzteil_0", "cbo_grundriss_mass", "opt_format_0", "opt_rand_2",
                    "chk_format_blatt", "txt_format_rechts", "txt_format_hoch", "chk_plotternull",
-                   "cmd_ok", "cmd_abbrechen"}));
+                   "chk_ohne_leere", "cmd_ok", "cmd_abbrechen"}));
     }
 
     void return_on_abbrechen_gives_up() {
