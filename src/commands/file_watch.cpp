@@ -40,6 +40,7 @@ void FileWatch::leave() {
     path_.clear();
     stamp_ = {};
     as_read_ = {};
+    read_only_.end();
 }
 
 bool FileWatch::rewritten() const {

@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "commands/read_only_file.h"
 #include "graphikdatei/hand_work.h"
 #include "os/file_lock.h"
 #include "os/files.h"
@@ -30,6 +31,9 @@ class FileWatch {
     /// The file has been left.
     void leave();
 
+    /// Whether the open file can be written back at all.
+    [[nodiscard]] ReadOnlyFile& read_only() { return read_only_; }
+
     /// The file has been changed since it was read, by anyone. One that is gone counts as
     /// unchanged.
     [[nodiscard]] bool rewritten() const;
@@ -47,6 +51,7 @@ class FileWatch {
     FileStamp stamp_;  ///< of the file that counts as known
     FileStamp seen_;   ///< of the rewritten file when it was last asked for
     HandWork as_read_;
+    ReadOnlyFile read_only_;
     std::string reserved_path_;
     std::unique_ptr<FileLock> lock_;
     std::unique_ptr<FileLock> reserved_;

@@ -170,6 +170,7 @@ std::int32_t part_named(const Session& session, const std::string& name) {
 
 void datei_lesen(Session& session, const Desk& desk) {
     if (desk.watch != nullptr) {
+        desk.watch->read_only().begin(session);
         desk.watch->follow(session.graphikdatei);
     }
     read_whole_file_records(session, desk, desk.watch != nullptr ? readings_for_the_watch : 0);
@@ -193,6 +194,9 @@ TransferReport datei_erneut_lesen(Session& session, const Desk& desk) {
 }
 
 void arbeitskopie_einlesen(Session& session, const Desk& desk) {
+    if (desk.watch != nullptr) {
+        desk.watch->read_only().count_as_changed();
+    }
     const std::string name = session.netz[session.netz_aktuell].netz_name;
     const PlotMarks marks(session);
     session.datei_geladen = 0;  // nothing is to be kept of what was read before
@@ -235,11 +239,17 @@ void erstansicht(Session& session, const Desk& desk) {
     desk.redraw();
     session.datei_geladen = 1;
     clear_undo(session.window);
+    if (desk.watch != nullptr) {
+        desk.watch->read_only().take_as_read(session);
+    }
 }
 
 void netzteil_anzeigen(Session& session, std::int32_t part, const Desk& desk) {
     if (part == session.netz_aktuell) {
         return;
+    }
+    if (desk.watch != nullptr) {
+        desk.watch->read_only().note_changes(session);
     }
     {
         const Hourglass hourglass(session, desk.ui);

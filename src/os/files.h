@@ -114,6 +114,11 @@ struct OwnershipLoss {
 /// What replacing the file would take from its owner and group, where that matters to others: in a
 /// folder that a group may write to. Nothing if there is no such file or it cannot be replaced.
 [[nodiscard]] OwnershipLoss ownership_loss(const std::string& path);
+/// True if the user may put another file in the place of this one; where the path is a link, of the
+/// file that it leads to.
+[[nodiscard]] bool file_replaceable(const std::string& path);
+/// The folder that a file lies in; "." for a name alone.
+[[nodiscard]] std::string folder_of_file(const std::string& path);
 /// Size and time of last change, to notice that a file has become another one; zeros if missing.
 struct FileStamp {
     std::uint64_t size = 0;

@@ -172,8 +172,14 @@ std::map<ToolButton, Command> FrmTorvel::tool_commands() {
 }
 
 Desk FrmTorvel::desk() {
-    return {measurer_,     ui_,     [this] { redraw(); },     printer_,
-            print_dialog_, &watch_, user_folder(run_.folders)};
+    return {measurer_,
+            ui_,
+            [this] { redraw(); },
+            printer_,
+            print_dialog_,
+            &watch_,
+            user_folder(run_.folders),
+            [this](const std::string& text) { return ask_unwritten(text); }};
 }
 
 void FrmTorvel::use_printer(Printer& printer, PrintDialog& dialog) {
@@ -220,13 +226,31 @@ void FrmTorvel::run_to_its_end(const Command& command) {
         const Running running(busy_, session_, *progress_);
         command();
     } catch (const std::exception& failure) {
-        give_up_session(failure);
+        settle_failure(failure);
+    }
+    if (failed_) {
         return;
     }
     if (session_.datei_geladen != 1) {
         picture_->clear();
     }
     synchronise();
+}
+
+void FrmTorvel::settle_failure(const std::exception& failure) {
+    if (ended_by_system_ || !file_out_of_reach(session_)) {
+        give_up_session(failure);
+        return;
+    }
+    try {
+        const Running running(busy_, session_, *progress_);
+        settle_unwritten(session_, desk(), failure.what());
+    } catch (const std::exception& end) {
+        give_up_session(end);
+        return;
+    }
+    forget_file(session_);
+    watch_.leave();
 }
 
 void FrmTorvel::give_up_session(const std::exception& failure) {
@@ -256,7 +280,7 @@ void FrmTorvel::synchronise() {
     window[MenuItem::m_datei_uebernehmen].enabled = session_.datei_geladen == 1;
     window[MenuItem::m_datei_plot].enabled =
         window[MenuItem::m_torvel_plotten].enabled && window[MenuItem::m_plotten_aktuell].enabled;
-    status_->synchronise(session_);
+    status_->synchronise(session_, watch_.read_only().is_read_only());
     gestures_->synchronise();
     commands_->synchronise(session_.window);
     place_legend_control();

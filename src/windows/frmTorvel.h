@@ -72,6 +72,8 @@ class FrmTorvel final : public QMainWindow {
     std::shared_ptr<QString> last_folder = std::make_shared<QString>();
     /// Asks the user for a graphic file; "" if there is none. Tests put an answer in its place.
     std::function<QString()> choose_file;
+    /// Asks for the file that takes the state of one that cannot be written; "" if there is none.
+    std::function<QString()> choose_other_file;
     /// Told of the failure that broke a command off; nothing runs any more after it. Without it the
     /// failure is thrown on, but the toolkit's functions in between lose what they hold.
     std::function<void(const std::exception&)> on_failure;
@@ -155,6 +157,10 @@ class FrmTorvel final : public QMainWindow {
     /// Runs one command to its end; those that come meanwhile are dropped.
     void perform(const Command& command);
     void run_to_its_end(const Command& command);
+    /// A command broke off. Where the open file's folder has vanished, the user decides about the
+    /// work on it and goes on without a file; otherwise the session is given up.
+    void settle_failure(const std::exception& failure);
+    [[nodiscard]] UnwrittenAnswer ask_unwritten(const std::string& text);
     /// A command broke off: its reason and where the user's work is go to `on_failure`.
     void give_up_session(const std::exception& failure);
     void open_file();

@@ -8,13 +8,19 @@
 namespace veldra {
 
 TorvelStatus::TorvelStatus(QWidget* parent)
-    : QStatusBar(parent), place_(new QLabel(this)), scale_(new QLabel(this)) {
+    : QStatusBar(parent),
+      place_(new QLabel(this)),
+      read_only_(new QLabel(QStringLiteral("schreibgeschützt"), this)),
+      scale_(new QLabel(this)) {
     setObjectName(QStringLiteral("sta_torvel"));
     place_->setObjectName(QStringLiteral("lbl_ort"));
     scale_->setObjectName(QStringLiteral("lbl_massstab"));
     // A narrow window cuts the place off instead of growing with it.
     place_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     addWidget(place_, 1);
+    read_only_->setObjectName(QStringLiteral("lbl_schreibgeschuetzt"));
+    addPermanentWidget(read_only_);
+    read_only_->hide();
     addPermanentWidget(scale_);
 }
 
@@ -22,9 +28,10 @@ void TorvelStatus::show_place(const std::optional<WorldPoint>& place) {
     place_->setText(place ? QString::fromStdString(place_text(*place)) : QString());
 }
 
-void TorvelStatus::synchronise(const Session& session) {
+void TorvelStatus::synchronise(const Session& session, bool read_only) {
     const bool loaded = session.datei_geladen == 1;
     scale_->setText(loaded ? QString::fromStdString(scale_text(session.view)) : QString());
+    read_only_->setVisible(loaded && read_only);
     if (!loaded) {
         place_->clear();
     }

@@ -22,11 +22,12 @@ class TorvelStatus final : public QStatusBar {
     explicit TorvelStatus(QWidget* parent);
 
     void show_place(const std::optional<WorldPoint>& place);
-    /// The scale of the view while a file is loaded.
-    void synchronise(const Session& session);
+    /// The scale of the view while a file is loaded, and whether that file is read-only.
+    void synchronise(const Session& session, bool read_only);
 
  private:
     QLabel* place_;
+    QLabel* read_only_;
     QLabel* scale_;
 };
 

@@ -60,6 +60,13 @@ void FrmTorvel::build_gestures() {
              "PNG-Bild (*.png)|*.png|SVG-Bild (*.svg)|*.svg"},
             proposed_name(session_.graphikdatei, QStringLiteral("png")), *last_folder);
     };
+    choose_other_file = [this] {
+        return ask_for_new_file(
+            this,
+            {QStringLiteral("dlg_torvel_speichern"), QStringLiteral("Graphikdatei speichern unter"),
+             "Graphikdateien (ve*.dat)|ve*.dat|Alle Dateien (*.*)|*.*"},
+            QFileInfo(path_text(session_.graphikdatei)).fileName(), *last_folder);
+    };
     choose_plot_file = [this](const QString& proposed) {
         return ask_for_new_file(
             this,

@@ -78,6 +78,57 @@ TEST_F(Lifecycle, EmptyPartWithAFarZeroPointIsShownLikeAnyEmptyOne) {
     EXPECT_LT(session.view.ansicht_rw_min, session.view.ansicht_rw_max);
 }
 
+TEST_F(Lifecycle, AFileWithoutVectorScalesHasTheStandardOnes) {
+    const std::string part = "PUNKTSIGNATUR 10 20 0 0 1\nPUNKTSIGNATUR 40 60 0 0 1\n";
+    open(make_file("a.dat", "MAßSTABVEKTOREN 4 5 8 10 20 25\nNETZTEIL A\n" + part));
+    const std::array<double, 6> of_the_file{0.25, 0.2, 0.125, 0.1, 0.05, 0.04};
+    for (std::size_t slot = 1; slot <= 6; ++slot) {
+        EXPECT_EQ(session.vektor_massstab[slot], of_the_file.at(slot - 1)) << slot;
+        EXPECT_EQ(session.vektor_massstab_plot[slot], of_the_file.at(slot - 1)) << slot;
+    }
+    open(make_file("b.dat", "NETZTEIL B\n" + part));
+    for (std::size_t slot = 1; slot <= 6; ++slot) {
+        EXPECT_EQ(session.vektor_massstab[slot], 0.5) << slot;
+        EXPECT_EQ(session.vektor_massstab_plot[slot], 0.5) << slot;
+    }
+    // A denominator of 0 leaves its slot to the standard, not to the file before.
+    open(make_file("c.dat", "MAßSTABVEKTOREN 4 5 8 10 20 25\nNETZTEIL C\n" + part));
+    open(make_file("d.dat", "MAßSTABVEKTOREN 0 8 0 0 0 0\nNETZTEIL D\n" + part));
+    EXPECT_EQ(session.vektor_massstab[1], 0.5);
+    EXPECT_EQ(session.vektor_massstab[2], 0.125);
+    EXPECT_EQ(session.vektor_massstab[6], 0.5);
+}
+
+TEST_F(Lifecycle, AFileReadAnewWithoutVectorScalesKeepsThoseThatItHad) {
+    const std::string part = "NETZTEIL A\nPUNKTSIGNATUR 10 20 0 0 1\nPUNKTSIGNATUR 40 60 0 0 1\n";
+    const std::string path = make_file("a.dat", "MAßSTABVEKTOREN 4 5 8 10 20 25\n" + part);
+    open(path);
+    ASSERT_EQ(session.vektor_massstab[6], 0.04);
+    make_file("a.dat", part);
+    (void)datei_erneut_lesen(session, desk);
+    EXPECT_EQ(session.vektor_massstab[1], 0.25);
+    EXPECT_EQ(session.vektor_massstab_plot[6], 0.04);
+}
+
+TEST_F(Lifecycle, EllipsoidAndMappingThatAPartDoesNotTellAreThoseOfThePartBefore) {
+    const std::string points =
+        "PUNKTSIGNATUR 3500000 5600000 0 0 1\nPUNKTSIGNATUR 3500100 5600100 0 0 1\n";
+    open(make_file("a.dat", "NETZTEIL A\nOBJEKTE 1 1 0 0 0 0 0 1 0 1 3 5 1\n" + points +
+                                "NETZTEIL B\nOBJEKTE 1 1 0 0 0 0 0 1 0 1 3 0 0\n" + points +
+                                "NETZTEIL C\nOBJEKTE 1 1 0 0 0 0 0 1 0 1 1 5 1\n" + points +
+                                "NETZTEIL D\nOBJEKTE 1 1 0 0 0 0 0 1 0 1 3 6 3\n" + points));
+    EXPECT_EQ(session.obj.obj_bezu_elli, 5);
+    netzteil_anzeigen(session, 2, desk);
+    EXPECT_EQ(session.obj.obj_bezu, 3);
+    EXPECT_EQ(session.obj.obj_bezu_elli, 5);
+    EXPECT_EQ(session.obj.obj_bezu_abbi, 1);
+    netzteil_anzeigen(session, 3, desk);  // DHDN has one of its own
+    EXPECT_EQ(session.obj.obj_bezu_elli, 1);
+    netzteil_anzeigen(session, 4, desk);
+    EXPECT_EQ(session.obj.obj_bezu, 3);
+    EXPECT_EQ(session.obj.obj_bezu_elli, 1);
+}
+
 TEST_F(Lifecycle, OpeningTheOpenFileWritesItBackAndMovesItToTheTop) {
     const std::string path = make_file("a.dat", two_parts);
     const std::string other = make_file("b.dat", two_parts);

@@ -278,6 +278,36 @@ TEST_F(PlotJobTest, PartWithTooManySheetsToCountIsToldAndTheOthersArePlotted) {
     EXPECT_EQ(session.netz[3].netz_plotmarke, table_true);
 }
 
+TEST_F(PlotJobTest, EmptySheetsAreLeftOutOnlyIfWished) {
+    // Points at (10, 20) and (40, 60) on sheets of 184.5 x 274.5 m; the legend is at the lower
+    // right.
+    open();
+    session.plot.plot_blatt_auto = table_false;
+    session.plot.plot_blatt_rechts = 3;
+    session.plot.plot_blatt_hoch = 2;
+    session.plot.plot_legendenlage = 4;
+    EXPECT_TRUE(plotten_aktuell(session, desk));
+    EXPECT_EQ(pages().size(), 6U);
+    printer.documents.clear();
+    session.printer.ohne_leere = table_true;
+    EXPECT_TRUE(plotten_aktuell(session, desk));
+    EXPECT_THAT(pages(), ElementsAre("A Blatt 1.1 (3.2)", "A Blatt 3.1 (3.2)"));
+}
+
+TEST_F(PlotJobTest, TitlesOfThePartInViewStandAfterAll) {
+    open();
+    mark({false, true, false, true});
+    session.titel[1].setTitelText("zwei");
+    session.titel[2].setTitelText("drei");
+    session.titel[3].setTitelText("vier");
+    EXPECT_TRUE(plotten_alle(session, desk));
+    EXPECT_EQ(session.netz_aktuell, 1);
+    EXPECT_EQ(session.titel[0].getTitelText(), "Netz");
+    EXPECT_EQ(session.titel[1].getTitelText(), "zwei");
+    EXPECT_EQ(session.titel[2].getTitelText(), "drei");
+    EXPECT_EQ(session.titel[3].getTitelText(), "vier");
+}
+
 TEST_F(PlotJobTest, EmptyPartLosesItsMarkSilently) {
     open();
     mark({true, false, true, false});

@@ -17,6 +17,7 @@
 #include "commands/plot_job.h"
 #include "dialogs/object_selection.h"
 #include "fake_measurer.h"
+#include "graphikdatei/writer.h"
 #include "other_user.h"
 #include "plot/application_printer.h"
 #include "recording_interface.h"
@@ -165,6 +166,47 @@ TEST_F(WriteBack, RescuedCopyOverwritesNoEarlierOne) {
     EXPECT_EQ(file_bytes(folder.path("dokumente/Kelvara/ve.dat_1")), "earlier");
 }
 
+TEST_F(WriteBack, RescuedCopyFollowsNoLink) {
+    std::filesystem::create_directories(desk.rescue_folder);
+    const std::string link = folder.path("dokumente/Kelvara/ve.dat_1");
+    for (const char* target : {"victim", "fehlt"}) {
+        (void)folder.file("victim", "stays");
+        std::filesystem::remove(link);
+        std::filesystem::create_symlink(folder.path(target), link);
+        open_and_move();
+        let_copies_fail();
+        EXPECT_THAT(refusal(), HasSubstr("ve.dat-"));
+        EXPECT_TRUE(std::filesystem::is_symlink(link));
+        EXPECT_EQ(file_bytes(folder.path("victim")), "stays");
+        EXPECT_FALSE(datei_vorhanden(folder.path("fehlt")));
+    }
+    EXPECT_TRUE(holds_all_changes(folder.path("dokumente/Kelvara/ve.dat-2_1")));
+    EXPECT_TRUE(holds_all_changes(folder.path("dokumente/Kelvara/ve.dat-3_1")));
+}
+
+TEST_F(WriteBack, RescuedCopyIsAsPrivateAsItsFile) {
+    for (const auto mode : {0600U, 0640U, 0664U}) {
+        std::filesystem::permissions(path, std::filesystem::perms(mode));
+        open_and_move();
+        let_copies_fail();
+        EXPECT_THAT(refusal(), HasSubstr("Ihr Stand bleibt"));
+        const std::string copy = folder.path("dokumente/Kelvara/ve.dat_1");
+        EXPECT_EQ(std::filesystem::status(copy).permissions(), std::filesystem::perms(mode));
+        std::filesystem::remove(copy);
+    }
+}
+
+TEST_F(WriteBack, FilePutInThePlaceOfTheCopyIsNotTakenForIt) {
+    open_and_move();
+    arbeitskopie_schreiben(session);
+    std::filesystem::remove(path + "_1");
+    const std::string foreign = "NETZTEIL A\nPUNKTSIGNATUR 1 2 0 0 1\n";
+    (void)folder.file("netze/ve.dat_1", foreign);
+    const std::string text = abandon_file(session, desk, "Grund", WorkingCopy::written).what();
+    EXPECT_EQ(file_bytes(path + "_1"), foreign);
+    EXPECT_THAT(text, HasSubstr("Ihr Stand bleibt in der Arbeitskopie\n" + path + "_2"));
+}
+
 /// The rewritten file has no place for the state: all that is known of part A stands in the copy.
 constexpr const char* copy_from_memory =
     "VerfahrenLegende %\r\n"
@@ -263,13 +305,14 @@ TEST_F(WriteBack, ProtectedFolderNamesFileAndReasonFirst) {
     const std::filesystem::perms all = std::filesystem::perms::all;
     std::filesystem::create_directories(desk.rescue_folder);
     std::filesystem::permissions(desk.rescue_folder, all);
-    std::filesystem::permissions(folder.path("netze"), std::filesystem::perms(0555));
     const int code = run_in_child([this] {
         constexpr uid_t nobody = 65534;
+        open_and_move();
+        // The protection comes while the file is open.
+        std::filesystem::permissions(folder.path("netze"), std::filesystem::perms(0555));
         if (::geteuid() == 0 && (::setgid(nobody) != 0 || ::setuid(nobody) != 0)) {
             return not_permitted;
         }
-        open_and_move();
         const std::string text = refusal();
         const bool named = text.rfind(path +
                                           "_1: Datei kann nicht geschrieben werden: "
@@ -290,13 +333,13 @@ TEST_F(WriteBack, ProtectedFolderNamesFileAndReasonFirst) {
 TEST_F(WriteBack, ProtectedFileKeepsItsWorkingCopyBeside) {
     const std::filesystem::perms all = std::filesystem::perms::all;
     std::filesystem::permissions(folder.path("netze"), all);
-    std::filesystem::permissions(path, std::filesystem::perms(0444));
     const int code = run_in_child([this] {
         constexpr uid_t nobody = 65534;
+        open_and_move();
+        std::filesystem::permissions(path, std::filesystem::perms(0444));
         if (::geteuid() == 0 && (::setgid(nobody) != 0 || ::setuid(nobody) != 0)) {
             return not_permitted;
         }
-        open_and_move();
         const std::string text = refusal();
         const bool named = text.rfind(path +
                                           ": Datei kann nicht geschrieben werden: "

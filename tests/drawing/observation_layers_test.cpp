@@ -152,6 +152,44 @@ TEST_F(ObservationLayersTest, TestByNvAndEpTakesTheirValues) {
     EXPECT_EQ(tested()[1], "DrawWidth 5");
 }
 
+TEST_F(ObservationLayersTest, ValuesOnTheLimitsBelongToTheClassBelow) {
+    Settings& settings = session.settings;
+    settings.stnddrw = 11;
+    settings.stevdrw = {0, 21, 22};
+    settings.stnvdrw = {0, 31, 32, 33, 34};
+    settings.stepdrw = {0, 41, 42, 43};
+    LineRow& row = add_line(session, {1000, 2000, 1090, 2000});
+    row.lin_typ_hin = 11;
+    const auto width = [&](std::int16_t test, double value) {
+        session.obj.obj_test = test;
+        row.lin_ev_hin = row.lin_nv_hin = row.lin_ep_hin = value;
+        target = {};
+        return tested()[1];
+    };
+    // EV: limit 10.0, and none above 100.
+    EXPECT_EQ(width(1, 9.9), "DrawWidth 22");
+    EXPECT_EQ(width(1, 10.0), "DrawWidth 22");
+    EXPECT_EQ(width(1, 10.1), "DrawWidth 21");
+    EXPECT_EQ(width(1, 100.0), "DrawWidth 21");
+    EXPECT_EQ(width(1, 100.1), "DrawWidth 11");
+    // NV: 1.0, 2.0 and 3.3, and none below 0.
+    EXPECT_EQ(width(2, -0.1), "DrawWidth 11");
+    EXPECT_EQ(width(2, 0.0), "DrawWidth 31");
+    EXPECT_EQ(width(2, 1.0), "DrawWidth 31");
+    EXPECT_EQ(width(2, 1.1), "DrawWidth 32");
+    EXPECT_EQ(width(2, 2.0), "DrawWidth 32");
+    EXPECT_EQ(width(2, 2.1), "DrawWidth 33");
+    EXPECT_EQ(width(2, 3.3), "DrawWidth 33");
+    EXPECT_EQ(width(2, 3.4), "DrawWidth 34");
+    // EP: 2.0 and 3.0, and none below 0.
+    EXPECT_EQ(width(3, -0.1), "DrawWidth 11");
+    EXPECT_EQ(width(3, 0.0), "DrawWidth 41");
+    EXPECT_EQ(width(3, 2.0), "DrawWidth 41");
+    EXPECT_EQ(width(3, 2.1), "DrawWidth 42");
+    EXPECT_EQ(width(3, 3.0), "DrawWidth 42");
+    EXPECT_EQ(width(3, 3.1), "DrawWidth 43");
+}
+
 TEST_F(ObservationLayersTest, TestedObservationHasNoStrokeAndGetsDots) {
     session.obj.obj_pusi = 0;
     add_line(session, {1000, 2000, 1090, 2000}).lin_typ_seite = 1;

@@ -134,6 +134,22 @@ TEST_F(WorkingCopies, OwnCopiesAreWrittenInTurnAndGoWithTheFile) {
     EXPECT_TRUE(session.arbeitskopien.empty());
 }
 
+TEST_F(WorkingCopies, AreAsPrivateAsTheFile) {
+    for (const auto mode : {0600U, 0640U, 0664U}) {
+        open();
+        std::filesystem::permissions(session.graphikdatei, std::filesystem::perms(mode));
+        arbeitskopie_schreiben(session);
+        arbeitskopie_schreiben(session);
+        for (const char* name : {"ve.dat_1", "ve.dat_2"}) {
+            EXPECT_EQ(std::filesystem::status(folder.path(name)).permissions(),
+                      std::filesystem::perms(mode));
+        }
+        endfassung_schreiben(session);
+        EXPECT_EQ(std::filesystem::status(session.graphikdatei).permissions(),
+                  std::filesystem::perms(mode));
+    }
+}
+
 TEST_F(WorkingCopies, FileMayItselfBeALink) {
     read_points(one_part);
     const std::string file = session.graphikdatei;

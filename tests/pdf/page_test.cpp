@@ -643,6 +643,35 @@ TEST_F(PdfPages, PolygonsAreFilled) {
     expect_at(page.paths[0].pieces[3].from, 15, 17);
 }
 
+TEST_F(PdfPages, LayersAreClosedAsOftenAsOpened) {
+    write([](PageTarget& page) {
+        for (const PageLayer layer : {PageLayer::frame, PageLayer::values, PageLayer::labels}) {
+            page.begin_layer(layer);
+            page.Line(10, 10, 20, 20);
+            page.begin_layer(layer);
+            page.Circle(30, 30, 2);
+        }
+        page.begin_layer(PageLayer::signatures);  // nothing is drawn in it
+    });
+    const auto pdf = document();
+    std::string content;
+    auto pages = QPDFPageDocumentHelper(*pdf).getAllPages();
+    for (QPDFObjectHandle piece : pages.at(0).getPageContents()) {
+        const auto data = piece.getStreamData();
+        content.append(reinterpret_cast<const char*>(data->getBuffer()), data->getSize());
+    }
+    int depth = 0;
+    int opened = 0;
+    for (std::size_t at = 0; at + 3 <= content.size(); ++at) {
+        const std::string_view word(content.data() + at, 3);
+        opened += word == "BDC" ? 1 : 0;
+        depth += word == "BDC" ? 1 : word == "EMC" ? -1 : 0;
+        ASSERT_TRUE(depth == 0 || depth == 1) << "layers do not lie in each other";
+    }
+    EXPECT_EQ(opened, 3);
+    EXPECT_EQ(depth, 0);
+}
+
 TEST_F(PdfPages, LayersHoldWhatIsDrawnInThem) {
     const ShownPage page = drawn([](PageTarget& p) {
         FontSpec font;

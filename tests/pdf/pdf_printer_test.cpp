@@ -98,6 +98,19 @@ TEST_F(PdfPrinters, SidesAreWritableForUserDefinedPaperOnly) {
     expect_paper(5000, 914);
 }
 
+TEST_F(PdfPrinters, SidesOfFifteenMillimetresAreTakenAndNoShorterOnes) {
+    printer.set_PaperSize(256);
+    constexpr float fifteen = 15 * 1440 / 25.4F;
+    printer.set_Width(fifteen);
+    printer.set_Height(fifteen);
+    EXPECT_NEAR(printer.Width(), fifteen, 0.01);
+    EXPECT_NEAR(printer.Height(), fifteen, 0.01);
+    printer.set_Width(fifteen - 2);
+    printer.set_Height(fifteen - 2);
+    EXPECT_NEAR(printer.Width(), fifteen, 0.01);
+    EXPECT_NEAR(printer.Height(), fifteen, 0.01);
+}
+
 TEST_F(PdfPrinters, SidesAreThoseOfThePaperAsItLies) {
     printer.set_Orientation(2);
     printer.set_PaperSize(256);

@@ -143,6 +143,38 @@ TEST_F(ReferenceSystemTest, DistrictRowIsTakenNegated) {
     EXPECT_EQ(session.obj.obj_nube_meridian, 2);
 }
 
+TEST_F(ReferenceSystemTest, EachSystemTakesItsOwnDatumRow) {
+    for (std::size_t row = 0; row < 3; ++row) {
+        session.settings.numbez_datum[row].dlam0 = static_cast<double>(row + 1);
+        session.settings.verw_datum[row].dlam0 = static_cast<double>(row + 10);
+    }
+    for (const int system : {1, 2, 3}) {
+        session.obj.obj_bezu = static_cast<std::int16_t>(system);
+        const PlaneSystem reference{1, 1};
+        EXPECT_EQ(chain_setup(session, reference, session.settings.numbez_datum).row.dlam0, system);
+        EXPECT_EQ(chain_setup(session, reference, session.settings.verw_datum).row.dlam0,
+                  system + 9);
+    }
+    for (const int none : {-99, 0, 4}) {
+        session.obj.obj_bezu = static_cast<std::int16_t>(none);
+        EXPECT_EQ(chain_setup(session, {1, 1}, session.settings.numbez_datum).row.dlam0, 0) << none;
+    }
+}
+
+TEST_F(ReferenceSystemTest, OtherSystemFindsItsDistrictsByItsOwnRow) {
+    // At 7.6 degrees the strip is 3; a row of 600" in longitude, negated, leads to 7.43.
+    centre(32400000, 5624000);
+    session.settings.numbez_datum[0].dlam0 = 600;
+    session.settings.numbez_datum[1].dlam0 = 600;
+    EXPECT_EQ(resolve(3, 4, 2), (Outcome{3, 4, 2}));
+    EXPECT_EQ(session.obj.obj_nube_meridian, 3);
+    session.settings.numbez_datum = {};
+    session.settings.numbez_datum[2].dlam0 = 600;
+    session.obj.obj_nube_meridian = unset;
+    resolve(3, 4, 2);
+    EXPECT_EQ(session.obj.obj_nube_meridian, 2);
+}
+
 TEST(DatumShift, AllZeroRowLeavesEveryLatitudeUnchanged) {
     for (const double latitude : {-89.0, 0.0, 46.5, 50.0, 54.123456789, 90.0}) {
         const GeographicPoint shifted = DatumShift({}, {latitude, 7.25});

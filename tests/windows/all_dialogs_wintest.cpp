@@ -20,6 +20,7 @@
 #include "unnamed_controls.h"
 #include "windows/forms/frmHandbuch.h"
 #include "windows/forms/frmStrichst.h"
+#include "windows/qt/colour_dialog.h"
 #include "windows/qt/font_dialog.h"
 
 using namespace veldra;
@@ -96,6 +97,13 @@ class AllDialogsTest : public TorvelFixture {
     QDialog* font() {
         auto* dialog =
             new FontDialog(window_.get(), text("dlg_pubez_screen"), FontChoice(), {true, true});
+        dialog->setAttribute(Qt::WA_DeleteOnClose);
+        dialog->open();
+        return dialog;
+    }
+
+    QDialog* colour() {
+        auto* dialog = new ColourDialog(window_.get(), text("dlg_farbe"), 0xFF8000);
         dialog->setAttribute(Qt::WA_DeleteOnClose);
         dialog->open();
         return dialog;
@@ -392,7 +400,16 @@ class AllDialogsTest : public TorvelFixture {
     }
 
     /// On a screen of any size.
-    void ok_and_abbrechen_are_reachable() { verify_reachable(); }
+    void ok_and_abbrechen_are_reachable() {
+        verify_reachable();
+        // What is within its area is the toolkit's.
+        QDialog* const colours = colour();
+        QVERIFY(QTest::qWaitForWindowActive(colours));
+        QVERIFY(colours->screen()->availableGeometry().contains(colours->frameGeometry()));
+        QVERIFY(is_whole_in_sight(veldra_test::control(*colours, "cmd_ok")));
+        QVERIFY(is_whole_in_sight(veldra_test::control(*colours, "cmd_abbrechen")));
+        close_dialog(colours);
+    }
 
     /// The same where people have chosen larger letters instead of a larger scale.
     void ok_and_abbrechen_are_reachable_with_large_letters() {

@@ -182,6 +182,18 @@ bool folder_writable(const std::string& path) {
     return ::faccessat(AT_FDCWD, path.empty() ? "." : path.c_str(), W_OK | X_OK, AT_EACCESS) == 0;
 }
 
+std::string folder_of_file(const std::string& path) {
+    const std::string folder = std::filesystem::path(path).parent_path().string();
+    return folder.empty() ? "." : folder;
+}
+
+bool file_replaceable(const std::string& path) {
+    std::error_code error;
+    const std::filesystem::path target = std::filesystem::canonical(path, error);
+    return !error && file_writable(target.string()) &&
+           folder_writable(target.parent_path().string());
+}
+
 FileStamp file_stamp(const std::string& path) {
     struct stat status {};
     if (::stat(path.c_str(), &status) != 0) {

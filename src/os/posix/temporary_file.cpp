@@ -52,7 +52,7 @@ bool is_temporary_name(std::string_view name) {
 }
 
 bool left_for_a_day(const std::string& path) {
-    constexpr std::time_t day = 24 * 60 * 60;
+    constexpr std::time_t day = 86400;  // seconds
     struct stat status {};
     return ::lstat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
            status.st_uid == ::geteuid() && status.st_nlink == 1 &&

@@ -76,7 +76,8 @@ void FrmPlotten::build() {
     shown->addWidget(fra_format_);
     column->addWidget(new DialogArea(contents, this), 1);
     lbl_hinweis_ = new HintLine(this);
-    const EndButtons buttons = add_end_buttons(*column, this, lbl_hinweis_);
+    column->addWidget(lbl_hinweis_);
+    const EndButtons buttons = add_end_buttons(*column, this);
     cmd_ok_ = buttons.cmd_ok;
     cmd_abbrechen_ = buttons.cmd_abbrechen;
     connect(cmd_ok_, &QPushButton::clicked, this, &FrmPlotten::accept);

@@ -1,9 +1,7 @@
 #include "windows/qt/choosers.h"
 
-#include <QColorDialog>
-
+#include "windows/qt/colour_dialog.h"
 #include "windows/qt/font_dialog.h"
-#include "windows/qt/sample_picture.h"
 
 namespace veldra {
 
@@ -11,13 +9,11 @@ namespace {
 
 std::optional<std::int32_t> ask_for_colour(QWidget* parent, const QString& name,
                                            std::int32_t colour) {
-    QColorDialog dialog(to_qcolor(colour), parent);
-    dialog.setObjectName(name);
-    dialog.setWindowTitle(QStringLiteral("Farbe"));
+    ColourDialog dialog(parent, name, colour);
     if (dialog.exec() != QDialog::Accepted) {
         return std::nullopt;
     }
-    return from_qcolor(dialog.currentColor());
+    return dialog.colour();
 }
 
 std::optional<FontChoice> ask_for_font(QWidget* parent, const QString& name,

@@ -32,7 +32,7 @@ QSize DialogArea::room_on_screen() const {
     };
     const int line = fontMetrics().height();
     const int title = std::max(metric(QStyle::PM_TitleBarHeight), 2 * line);
-    const int buttons = 2 * line;
+    const int buttons = 3 * line;  // with the line above them that tells of entries
     const int width = metric(QStyle::PM_LayoutLeftMargin) + metric(QStyle::PM_LayoutRightMargin) +
                       2 * metric(QStyle::PM_MdiSubWindowFrameWidth);
     const int height = title + buttons + metric(QStyle::PM_LayoutTopMargin) +

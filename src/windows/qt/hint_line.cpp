@@ -8,7 +8,8 @@ namespace veldra {
 HintLine::HintLine(QWidget* parent) : QLabel(parent) {
     setObjectName(QStringLiteral("lbl_hinweis"));
     setTextFormat(Qt::PlainText);
-    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    setMinimumHeight(fontMetrics().lineSpacing());  // also while there is nothing to tell
 }
 
 void HintLine::tell(const QString& hint) {

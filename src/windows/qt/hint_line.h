@@ -4,9 +4,9 @@
 
 namespace veldra {
 
-/// One line beside the buttons of a dialog that tells what became of an entry: one that was brought
-/// into its limits, or one that was not taken. It needs no room of its own and asks for no answer;
-/// screen readers are told of it. What has no room is cut off and shown as tool tip.
+/// One line at the buttons of a dialog that tells what became of an entry: one that was brought
+/// into its limits, or one that was not taken. It needs no answer; screen readers are told of it.
+/// What has no room is cut off and shown as tool tip.
 class HintLine final : public QLabel {
     Q_OBJECT
 

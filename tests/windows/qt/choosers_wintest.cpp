@@ -11,6 +11,7 @@
 #include "model/tables.h"
 #include "unnamed_controls.h"
 #include "windows/qt/choosers.h"
+#include "windows/qt/colour_dialog.h"
 #include "windows/qt/font_dialog.h"
 
 using namespace veldra;
@@ -42,11 +43,13 @@ class ChoosersTest : public QObject {
 
  private Q_SLOTS:
     void a_colour_goes_there_and_back() {
-        when_shown<QColorDialog>([](QColorDialog& dialog) {
+        when_shown<ColourDialog>([](ColourDialog& dialog) {
             QCOMPARE(dialog.objectName(), QStringLiteral("dlg_farbe"));
-            QCOMPARE(dialog.currentColor(), QColor(1, 2, 3));
-            dialog.setCurrentColor(QColor(4, 5, 6));
-            dialog.accept();
+            QCOMPARE(dialog.colour(), rgb(1, 2, 3));
+            auto& colours = *dialog.findChild<QColorDialog*>();
+            QVERIFY(colours.isVisible());
+            colours.setCurrentColor(QColor(4, 5, 6));
+            click(control<QPushButton>(dialog, "cmd_ok"));
         });
         const auto chosen =
             toolkit_choosers().colour(nullptr, QStringLiteral("dlg_farbe"), rgb(1, 2, 3));
@@ -54,7 +57,7 @@ class ChoosersTest : public QObject {
     }
 
     void giving_up_chooses_nothing() {
-        when_shown<QColorDialog>([](QColorDialog& dialog) { dialog.reject(); });
+        when_shown<ColourDialog>([](ColourDialog& dialog) { dialog.reject(); });
         QVERIFY(!toolkit_choosers().colour(nullptr, QStringLiteral("dlg"), 0).has_value());
         when_shown<QDialog>([](QDialog& dialog) { dialog.reject(); });
         QVERIFY(!toolkit_choosers().font(nullptr, QStringLiteral("dlg"), {}).has_value());
@@ -116,8 +119,8 @@ class ChoosersTest : public QObject {
             QCOMPARE(styles.currentItem()->text(), QStringLiteral("fett kursiv"));
             type(control<QComboBox>(dialog, "cbo_groesse"), "17,5");
             click_mark(control<QCheckBox>(dialog, "chk_unterstrichen"));
-            when_shown<QColorDialog>([](QColorDialog& colours) {
-                colours.setCurrentColor(QColor(9, 8, 7));
+            when_shown<ColourDialog>([](ColourDialog& colours) {
+                colours.set_colour(rgb(9, 8, 7));
                 colours.accept();
             });
             auto& farbe = control<QPushButton>(dialog, "cmd_farbe");
@@ -206,6 +209,21 @@ class ChoosersTest : public QObject {
                                   QStringLiteral("lst_schriftstil"), QStringLiteral("cbo_groesse"),
                                   QStringLiteral("chk_unterstrichen"), QStringLiteral("cmd_farbe"),
                                   QStringLiteral("cmd_ok"), QStringLiteral("cmd_abbrechen")}));
+        }
+    }
+
+    void escape_and_return_end_the_colour_dialog() {
+        for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Enter}) {
+            ColourDialog dialog(nullptr, QStringLiteral("dlg"), rgb(1, 2, 3));
+            dialog.show();
+            QVERIFY(QTest::qWaitForWindowActive(&dialog));
+            auto& colours = *dialog.findChild<QColorDialog*>();
+            colours.findChild<QLineEdit*>()->setFocus();
+            QTest::keyClick(dialog.focusWidget(), key);
+            QVERIFY(!dialog.isVisible());
+            QVERIFY(!colours.isHidden());  // it went with the dialog, not by itself
+            QCOMPARE(dialog.result(), static_cast<int>(key == Qt::Key_Escape ? QDialog::Rejected
+                                                                             : QDialog::Accepted));
         }
     }
 
