@@ -17,7 +17,7 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-constexpr const char* two_parts =
+constexpr const char* network_of_two =
     "VERFAHRENLEGENDE Übung\n"
     "NETZTEIL A\nMAßSTABGRUNDRISS 1000 5 6 9\nPUNKTSIGNATUR 10 20 0 0 1 \"1\"\n"
     "PUNKTSIGNATUR 40 60 0 0 0 \"2\"\nHÖHENÄNDERUNG 40 60 1 1 \"2018\"\n"
@@ -35,7 +35,7 @@ constexpr const char* computed_anew =
 class TakeOver : public testing_support::SessionOnFile {
  protected:
     void SetUp() override {
-        path = folder.file("ve.dat", from_utf8(two_parts));
+        path = folder.file("ve.dat", from_utf8(network_of_two));
         datei_neu_laden(session, path, OpenedBy::open_command, desk);
     }
 
@@ -183,7 +183,7 @@ TEST_F(TakeOver, SettingsOfAnotherFileReplaceThoseOfTheOpenOne) {
     EXPECT_EQ(ui.texts, std::vector<std::string>{
                             "Übernommen:\nBeschriftungen von Punkten: 1\nTitelzeilen: 2\n"
                             "Ploteinstellungen, Netzteile: 1\n"});
-    EXPECT_EQ(file_text(), two_parts);  // until it is left
+    EXPECT_EQ(file_text(), network_of_two);  // until it is left
 }
 
 TEST_F(TakeOver, FileThatGivesNoSettingsIsToldAndChangesNothing) {
