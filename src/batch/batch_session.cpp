@@ -1,7 +1,6 @@
 #include "batch/batch_session.h"
 
 #include <algorithm>
-#include <cstdio>
 
 #include <fmt/format.h>
 
@@ -15,6 +14,7 @@
 #include "text/codepage.h"
 #include "text/fatal_error.h"
 #include "text/length_units.h"
+#include "text/shown_text.h"
 #include "view/viewport.h"
 #include "windows/qt/picture_image.h"
 
@@ -24,7 +24,7 @@ bool ConsoleInterface::message_box(MessageStyle /*style*/, const std::string& /*
                                    const std::string& text) {
     std::string line = text;
     std::replace(line.begin(), line.end(), '\n', ' ');
-    fmt::print(stderr, "{}\n", line);
+    tell_on_terminal(line);
     return true;
 }
 
@@ -48,8 +48,24 @@ std::int32_t part_number(const Session& session, const std::string& name) {
         fmt::format("{}: Netzteil \"{}\" ist nicht vorhanden", session.graphikdatei, name));
 }
 
+namespace {
+
+/// The session has the file's name and reads the copy, if there is one, as it reads a working copy.
+void take_file(Session& session, const FileOptions& options) {
+    if (options.copy.empty()) {
+        datei_setzen(session, absolute_path(options.file));
+        return;
+    }
+    datei_setzen(session, options.name);
+    const std::size_t end = options.copy.rfind('/');
+    session.arbeitsdatei_basis = options.copy.substr(0, end);
+    session.arbeitsdatei_suffix = options.copy.substr(end);
+}
+
+}  // namespace
+
 void read_head(Session& session, const FileOptions& options) {
-    datei_setzen(session, absolute_path(options.file));
+    take_file(session, options);
     vektor_standard(session);
     kopf_lesen(session);
     maxima_lesen(session);

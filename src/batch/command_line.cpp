@@ -2,21 +2,22 @@
 
 #include <QGuiApplication>
 #include <algorithm>
-#include <cstdio>
 #include <functional>
 #include <map>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <utility>
 
 #include <CLI/CLI.hpp>
-#include <fmt/format.h>
 
+#include "batch/command_input.h"
 #include "batch/commands.h"
 #include "batch/ground_commands.h"
 #include "batch/output.h"
 #include "batch/plot_command.h"
-#include "text/codepage.h"
+#include "batch/usage_messages.h"
+#include "os/process.h"
 #include "text/fatal_error.h"
 
 namespace veldra::batch {
@@ -72,7 +73,9 @@ CLI::App* add_plain_command(CLI::App& app, const std::string& name,
 CLI::App* add_command(CLI::App& app, const std::string& name, const std::string& description,
                       Arguments& arguments) {
     CLI::App* command = add_plain_command(app, name, description);
-    command->add_option("GRAPHIKDATEI", arguments.file.file, "die Graphikdatei (ve*.dat)")
+    command
+        ->add_option("GRAPHIKDATEI", arguments.file.file,
+                     "die Graphikdatei (ve*.dat), - für die Standardeingabe")
         ->required();
     return command;
 }
@@ -200,12 +203,29 @@ class CommandLine {
     [[nodiscard]] bool needs_toolkit() const {
         return !plot_->parsed() || !arguments_.plot.printer.empty();
     }
+    /// A message that names the inputs as they were typed.
+    [[nodiscard]] std::string named(std::string message) const {
+        for (const auto* input : {&file_, &profile_}) {
+            message = *input ? (*input)->named(std::move(message)) : message;
+        }
+        return message;
+    }
 
  private:
-    [[nodiscard]] FileOptions file_options() const {
+    /// The options of a command on one graphic file, which is made readable, as is its profile.
+    FileOptions file_options() {
         FileOptions options = arguments_.file;
         if (arguments_.part_given) {
             options.part = arguments_.part;
+        }
+        refuse_standard_input_twice({options.file, options.profile});
+        file_.emplace(options.file);
+        if (file_->is_copy()) {
+            options.copy = file_->path();
+            options.name = file_->name();
+        }
+        if (!options.profile.empty()) {
+            options.profile = profile_.emplace(options.profile).path();
         }
         return options;
     }
@@ -258,9 +278,8 @@ class CommandLine {
             ->add_option("--profil", arguments_.file.profile, "Profildatei mit den Darstellungen")
             ->option_text("INI");
         add_output(*command, arguments_, "Datei, die geschrieben wird");
-        act_on(*command, [this] {
-            command_normalform(arguments_.file, arguments_.parts, arguments_.output);
-        });
+        act_on(*command,
+               [this] { command_normalform(file_options(), arguments_.parts, arguments_.output); });
     }
 
     void add_uebernehmen() {
@@ -282,7 +301,9 @@ class CommandLine {
             add_plain_command(app_, "plot", "maßstäbliche Plots als PDF schreiben oder drucken");
         PlotArguments& plot = arguments_.plot;
         command
-            ->add_option("GRAPHIKDATEI", plot.files, "eine oder mehrere Graphikdateien (ve*.dat)")
+            ->add_option("GRAPHIKDATEI", plot.files,
+                         "eine oder mehrere Graphikdateien (ve*.dat), - für die "
+                         "Standardeingabe")
             ->required();
         add_plot_parts(*command, plot);
         add_plot_settings(*command, plot);
@@ -329,7 +350,9 @@ class CommandLine {
     void add_grenzen() {
         CLI::App* command = add_plain_command(
             app_, "grenzen", "eine Verwaltungsgrenzendatei ohne doppelte Strecken schreiben");
-        command->add_option("GRENZENDATEI", arguments_.file.file, "die Verwaltungsgrenzendatei")
+        command
+            ->add_option("GRENZENDATEI", arguments_.file.file,
+                         "die Verwaltungsgrenzendatei, - für die Standardeingabe")
             ->required();
         command->add_option("-o", arguments_.output, "Ausgabe (GRENZENDATEI mit \"_neu\")")
             ->option_text("DATEI");
@@ -338,87 +361,55 @@ class CommandLine {
 
     CLI::App app_;
     Arguments arguments_;
+    std::optional<CommandInput> file_;
+    std::optional<CommandInput> profile_;
     std::map<const CLI::App*, std::function<int()>> actions_;
     const CLI::App* plot_ = nullptr;
 };
-
-void report(const std::string& text) {
-    remark(one_line(text));
-}
-
-/// The option or argument that a message of the parser speaks of, "" if none is found.
-std::string subject_of(const CLI::App& app, const std::string& message) {
-    std::string subject;
-    for (const CLI::Option* option : app.get_options()) {
-        const std::string name = option->get_name();
-        if (message.find(name) != std::string::npos && name.size() > subject.size()) {
-            subject = name;
-        }
-    }
-    for (const CLI::App* command : app.get_subcommands()) {
-        const std::string deeper = subject_of(*command, message);
-        subject = deeper.empty() ? subject : deeper;
-    }
-    return subject;
-}
-
-/// What is wrong with the arguments, in German.
-std::string usage_fault(const CLI::App& app, const CLI::ParseError& error) {
-    const std::string message = error.what();
-    std::string text = "falscher Aufruf";
-    std::string subject = subject_of(app, message);
-    switch (static_cast<CLI::ExitCodes>(error.get_exit_code())) {
-        case CLI::ExitCodes::RequiredError:
-            text = subject.empty() ? "es fehlt ein Befehl" : "es fehlt";
-            break;
-        case CLI::ExitCodes::ExtrasError:
-            text = "unbekannte Angabe";
-            subject = message.substr(message.rfind(": ") + 1);
-            break;
-        case CLI::ExitCodes::ConversionError:
-        case CLI::ExitCodes::ValidationError:
-            text = "unzulässiger Wert für";
-            break;
-        case CLI::ExitCodes::ArgumentMismatch:
-            text = "fehlender oder überzähliger Wert für";
-            break;
-        default:
-            break;
-    }
-    return subject.empty() ? text + "; Hilfe mit --help"
-                           : fmt::format("{} {}; Hilfe mit --help", text, trim(subject));
-}
 
 /// Remarks of the toolkit about its surroundings are no messages of this program.
 void drop_toolkit_remarks(QtMsgType /*type*/, const QMessageLogContext& /*context*/,
                           const QString& /*message*/) {}
 
-int guarded(const std::function<int()>& action) {
+/// Runs the action; what it throws becomes a message and an exit code.
+int guarded(const CommandLine& line, const std::function<int()>& action) {
     try {
         return action();
     } catch (const UsageError& error) {
-        report(error.what());
+        remark(error.what());
         return wrong_usage;
     } catch (const FatalError& error) {
-        report(error.what());
+        remark(line.named(error.what()));
     } catch (const std::bad_alloc&) {
-        report("der Speicher reicht nicht aus");
+        remark("der Speicher reicht nicht aus");
     } catch (const std::exception& error) {
-        report(error.what());
+        remark(line.named(error.what()));
     }
     return failed;
+}
+
+/// Help or version, which the parser has been asked for.
+int answer(const CommandLine& line, const CLI::App& app, const CLI::Success& success) {
+    std::ostringstream text;
+    std::ostringstream no_messages;
+    const int code = app.exit(success, text, no_messages);
+    return guarded(line, [&] {
+        write_to_standard_output(text.str());
+        return code;
+    });
 }
 
 }  // namespace
 
 int run(int argc, char** argv) {
+    const CleanTermination termination;
     CommandLine line;
     try {
         line.app().parse(argc, argv);
     } catch (const CLI::Success& success) {
-        return line.app().exit(success);
+        return answer(line, line.app(), success);
     } catch (const CLI::ParseError& error) {
-        report(usage_fault(line.app(), error));
+        remark(usage_fault(line.app(), error));
         return wrong_usage;
     }
     // No display is needed: fonts and pictures come from the toolkit's offscreen platform.
@@ -429,7 +420,7 @@ int run(int argc, char** argv) {
     if (line.needs_toolkit()) {
         application.emplace(no_arguments, argv);
     }
-    return guarded(line.action());
+    return guarded(line, line.action());
 }
 
 }  // namespace veldra::batch

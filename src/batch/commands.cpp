@@ -28,7 +28,7 @@ void command_tabellen(const FileOptions& options) {
     prepare_session(session, options);
     read_head(session, options);
     netzteil_daten_lesen(session, selection_change(options));
-    write_to_standard_output(tables_json(session));
+    write_to_standard_output(json_for_terminal(tables_json(session)));
 }
 
 void command_bild(const FileOptions& options, const PictureOptions& picture,
@@ -57,7 +57,7 @@ void command_operationen(const FileOptions& options, const PictureOptions& pictu
     load_boundaries(session);
     RecordingTarget target;
     DrawAll(session, target, measurer, ui);
-    write_to_standard_output(operations_json(target.operations()));
+    write_to_standard_output(json_for_terminal(operations_json(target.operations())));
 }
 
 void command_normalform(const FileOptions& options, const std::vector<std::string>& parts,
@@ -69,7 +69,9 @@ void command_normalform(const FileOptions& options, const std::vector<std::strin
     ConsoleInterface ui;
     const TemporaryFolder folder;
     open_view(session, options, {}, measurer, ui);
+    session.graphikdatei = working_path(session);
     session.arbeitsdatei_basis = folder.path() + "/kopie";
+    session.arbeitsdatei_suffix.clear();
     const Desk desk{measurer, ui, [] {}};
     for (const std::string& part : parts) {
         netzteil_anzeigen(session, part_number(session, part), desk);

@@ -5,21 +5,23 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
-#include <cstring>
 #include <iostream>
 #include <system_error>
 
 #include <fmt/format.h>
 
 #include "batch/batch_session.h"
+#include "batch/command_input.h"
 #include "batch/json_output.h"
 #include "batch/output.h"
 #include "drawing/boundaries.h"
 #include "drawing/boundary_reduction.h"
 #include "drawing/districts.h"
 #include "os/files.h"
+#include "os/system_error.h"
 #include "text/fatal_error.h"
 #include "text/numbers.h"
+#include "text/shown_text.h"
 #include "text/tokens.h"
 #include "windows/qt/qt_text_measurer.h"
 
@@ -108,7 +110,7 @@ void command_bezirk(const FileOptions& options, const PictureOptions& picture) {
     const Viewport& view = session.view;
     const DistrictGrid& grid = district_grid(session, {view.ansicht_rw_min, view.ansicht_hw_min,
                                                        view.ansicht_rw_max, view.ansicht_hw_max});
-    write_to_standard_output(district_json(session.obj, grid));
+    write_to_standard_output(json_for_terminal(district_json(session.obj, grid)));
 }
 
 void command_koordinaten(const TransformationOptions& options) {
@@ -149,8 +151,7 @@ void command_koordinaten(const TransformationOptions& options) {
     const int error = errno;
     write_to_standard_output(results);
     if (std::ferror(stdin) != 0) {
-        throw FatalError(std::string("Standardeingabe: kann nicht gelesen werden: ") +
-                         std::strerror(error));
+        throw file_error("kann nicht gelesen werden", "Standardeingabe", error);
     }
     if (outside > 0) {
         throw FatalError(
@@ -160,12 +161,17 @@ void command_koordinaten(const TransformationOptions& options) {
     }
 }
 
-void command_grenzen(const std::string& input, const std::string& output) {
+void command_grenzen(const std::string& argument, const std::string& output) {
     constexpr std::uint64_t long_file = 20'000'000;
-    const std::string target = output.empty() ? input + "_neu" : output;
+    if (output.empty() && is_standard_input(argument)) {
+        throw UsageError("nötig ist -o, wenn die Standardeingabe gelesen wird");
+    }
+    const std::string target = output.empty() ? argument + "_neu" : output;
     const NamedBy named_by = output.empty() ? NamedBy::program : NamedBy::user;
-    refuse_input_as_output(input, target);
+    refuse_input_as_output(argument, target);
     tell_ownership_loss(target);
+    const CommandInput source(argument);
+    const std::string& input = source.path();
     ReductionProgress progress;
     int told = 0;
     if (file_stamp(input).size > long_file) {
@@ -179,8 +185,8 @@ void command_grenzen(const std::string& input, const std::string& output) {
         };
     }
     const ReductionResult result = reduce_boundaries(input, target, progress, named_by);
-    write_to_standard_output(
-        fmt::format("{}: {} von {} Strecken entfallen\n", target, result.dropped, result.segments));
+    write_to_standard_output(for_terminal(fmt::format("{}: {} von {} Strecken entfallen\n", target,
+                                                      result.dropped, result.segments)));
 }
 
 void load_boundaries(Session& session) {

@@ -24,9 +24,9 @@ void command_bezirk(const FileOptions& options, const PictureOptions& picture);
 /// Transforms lines "rechts hoch" from the standard input to the standard output.
 void command_koordinaten(const TransformationOptions& options);
 
-/// Writes a boundary file without the segments that occur twice; `output` "" stands for the name of
-/// the input and "_neu".
-void command_grenzen(const std::string& input, const std::string& output);
+/// Writes a boundary file without the segments that occur twice; `argument` is the
+/// file as typed; `output` "" stands for its name and "_neu".
+void command_grenzen(const std::string& argument, const std::string& output);
 
 /// Reads the boundaries of a picture before it is drawn, so that an unreadable file ends the
 /// command, and says how many of its points cannot be drawn.

@@ -18,7 +18,9 @@ class UsageError : public std::runtime_error {
 
 /// What is to be read of a file, and with which settings. Texts are as typed (UTF-8).
 struct FileOptions {
-    std::string file;
+    std::string file;                  ///< "-": the standard input
+    std::string copy;                  ///< read in its place if it can be read only once, else ""
+    std::string name;                  ///< what messages call it then
     std::optional<std::string> part;   ///< --netzteil
     std::vector<std::string> objects;  ///< --obj KEY=VALUE
     std::string profile;               ///< --profil, "" for none

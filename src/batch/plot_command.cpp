@@ -8,6 +8,7 @@
 
 #include <fmt/format.h>
 
+#include "batch/command_input.h"
 #include "batch/command_line.h"
 #include "batch/output.h"
 #include "batch/plot_file.h"
@@ -31,6 +32,10 @@ std::string stem_of(const std::string& path) {
     return dot == std::string::npos || dot == 0 ? name : name.substr(0, dot);
 }
 
+std::string output_name(const std::string& file) {
+    return (is_standard_input(file) ? "standardeingabe" : stem_of(file)) + ".pdf";
+}
+
 std::vector<std::string> output_paths(const PlotArguments& arguments) {
     if (!arguments.printer.empty()) {
         return std::vector<std::string>(arguments.files.size());
@@ -41,7 +46,7 @@ std::vector<std::string> output_paths(const PlotArguments& arguments) {
     std::vector<std::string> paths;
     std::set<std::string> taken;
     for (const std::string& file : arguments.files) {
-        paths.push_back(arguments.output + "/" + stem_of(file) + ".pdf");
+        paths.push_back(arguments.output + "/" + output_name(file));
         if (!taken.insert(paths.back()).second) {
             throw UsageError(paths.back() + ": Ausgabe mehrerer Graphikdateien");
         }
@@ -59,6 +64,9 @@ void check_arguments(const PlotArguments& arguments) {
     if (!arguments.printer.empty() && arguments.jobs > 1) {
         throw UsageError("--jobs und --drucker schließen sich aus");
     }
+    std::vector<std::string> inputs = arguments.files;
+    inputs.push_back(arguments.profile);
+    refuse_standard_input_twice(inputs);
     ObjectSelection unused;
     for (const std::string& assignment : arguments.objects) {
         set_object(unused, assignment);
@@ -100,10 +108,24 @@ void guarded(FileResult& result, Work&& work) {
     }
 }
 
+/// Plots the file, or what it gives if it can be read only once.
+PlottedFile plot_input(PlotTask task, Printer& printer) {
+    const CommandInput input(task.file.file);
+    if (input.is_copy()) {
+        task.file.copy = input.path();
+        task.file.name = input.name();
+    }
+    try {
+        return plot_file(task, printer);
+    } catch (const FatalError& error) {
+        throw FatalError(input.named(error.what()));
+    }
+}
+
 void plot_to_file(const PlotTask& task, FileResult& result) {
     guarded(result, [&] {
         PdfPrinter printer([&result] { return std::optional(result.output); });
-        result.plotted = plot_file(task, printer);
+        result.plotted = plot_input(task, printer);
     });
 }
 
@@ -135,16 +157,16 @@ void plot_on_queue(const std::vector<PlotTask>& tasks, const std::string& name,
     }
     printers.assign(index);
     for (std::size_t i = 0; i < tasks.size(); ++i) {
-        guarded(results[i], [&] { results[i].plotted = plot_file(tasks[i], printers); });
+        guarded(results[i], [&] { results[i].plotted = plot_input(tasks[i], printers); });
     }
 }
 
 PlotTask task_for(const PlotArguments& arguments, const PlotChoice& choice,
-                  const std::string& file) {
+                  const std::string& profile, const std::string& file) {
     PlotTask task;
     task.file.file = file;
     task.file.objects = arguments.objects;
-    task.file.profile = arguments.profile;
+    task.file.profile = profile;
     task.parts = arguments.parts;
     task.all_parts = arguments.all_parts;
     task.choice = choice;
@@ -203,10 +225,15 @@ int command_plot(const PlotArguments& arguments) {
     if (arguments.files.size() > 1 && !arguments.output.empty()) {
         create_folder(arguments.output);
     }
+    std::optional<CommandInput> profile;
+    if (!arguments.profile.empty()) {
+        profile.emplace(arguments.profile);
+    }
     std::vector<PlotTask> tasks;
     std::vector<FileResult> results;
     for (std::size_t i = 0; i < arguments.files.size(); ++i) {
-        tasks.push_back(task_for(arguments, choice, arguments.files[i]));
+        tasks.push_back(
+            task_for(arguments, choice, profile ? profile->path() : "", arguments.files[i]));
         results.push_back({arguments.files[i], outputs[i], {}, {}});
     }
     if (arguments.printer.empty()) {

@@ -74,6 +74,17 @@ void datei_setzen(Session& session, const std::string& path) {
     session.titel[0].setTitelText(from_utf8(path));
 }
 
+bool can_be_read_again(const std::string& path, UserInterface& ui) {
+    if (!sonderdatei_vorhanden(path)) {
+        return true;
+    }
+    ui.message_box(MessageStyle::exclamation, "VELDRA - Datei auswählen",
+                   path +
+                       "\nist keine gewöhnliche Datei, sondern zum Beispiel eine Pipe oder ein "
+                       "Gerät.\nSie kann hier nicht geöffnet werden.");
+    return false;
+}
+
 bool may_open(const std::string& path, const Desk& desk) {
     if (desk.watch == nullptr || desk.watch->reserve(path)) {
         return true;
@@ -113,7 +124,8 @@ bool may_be_rewritten(const std::string& path, OpenedBy opened_by, const Desk& d
 void datei_neu_laden(Session& session, const std::string& path, OpenedBy opened_by,
                      const Desk& desk) {
     const std::string new_path(trim(path));
-    if (!may_be_rewritten(new_path, opened_by, desk) || !may_open(new_path, desk)) {
+    if (!can_be_read_again(new_path, desk.ui) || !may_be_rewritten(new_path, opened_by, desk) ||
+        !may_open(new_path, desk)) {
         return;
     }
     datei_zurueckschreiben(session, desk);

@@ -15,9 +15,10 @@ namespace veldra {
 enum class OpenedBy { open_command, recent_menu, name };
 
 /// Common tail of every open: writes back the file that was open, takes the new path, and reads
-/// and shows its first part. If another copy of the program has the new file open, or if it is none
-/// that leaving it may write anew, the user is asked first, and nothing happens unless they want it
-/// nevertheless. Throws FatalError when a file cannot be read or written.
+/// and shows its first part. What is no regular file is refused with a message. If another copy of
+/// the program has the new file open, or if it is none that leaving it may write anew, the user is
+/// asked first, and nothing happens unless they want it nevertheless. Throws FatalError when a file
+/// cannot be read or written.
 void datei_neu_laden(Session& session, const std::string& path, OpenedBy opened_by,
                      const Desk& desk);
 
@@ -35,6 +36,10 @@ TransferReport datei_erneut_lesen(Session& session, const Desk& desk);
 /// view stays if there is still one of its name, and so do the marks for plotting. Throws
 /// FatalError when it cannot be read. Until it has been read, no file is loaded.
 void arbeitskopie_einlesen(Session& session, const Desk& desk);
+
+/// False for a pipe or a device, which gives what it holds only once and cannot be written back;
+/// the user is told.
+[[nodiscard]] bool can_be_read_again(const std::string& path, UserInterface& ui);
 
 /// True if no other copy of the program has the file open, or the user wants it nevertheless.
 [[nodiscard]] bool may_open(const std::string& path, const Desk& desk);

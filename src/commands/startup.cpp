@@ -93,8 +93,18 @@ void startprofil_lesen(Session& session, ProgramRun& run) {
     zuletzt_menue(session);
 }
 
+void unbekannte_angabe_melden(const ProgramRun& run, UserInterface& ui) {
+    if (run.is_project() && file_stamp(run.ini_datei) == FileStamp{}) {
+        ui.message_box(
+            MessageStyle::exclamation, "VELDRA",
+            run.befehlszeile + "\nist weder der Name einer Graphikdatei noch der eines Profils.");
+    }
+}
+
 void projektdatei_oeffnen(Session& session, const Desk& desk) {
-    if (!datei_vorhanden(session.graphikdatei) || !may_open(session.graphikdatei, desk)) {
+    if (!datei_vorhanden(session.graphikdatei) ||
+        !can_be_read_again(session.graphikdatei, desk.ui) ||
+        !may_open(session.graphikdatei, desk)) {
         return;
     }
     const std::string fenstertitel = session.window.fenstertitel;

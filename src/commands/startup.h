@@ -33,8 +33,12 @@ void start_vorbereiten(Session& session, ProgramRun& run);
 /// logo is confirmed; its folder is made if it is missing. Throws FatalError when that fails.
 void startprofil_lesen(Session& session, ProgramRun& run);
 
+/// Tells the user of a project whose name is that of neither a profile nor a file.
+void unbekannte_angabe_melden(const ProgramRun& run, UserInterface& ui);
+
 /// Opens the graphic file that the project's profile names. Nothing happens if it does not exist,
-/// or if another copy of the program has it open and the user does not want it then.
+/// is no regular file, which is told, or if another copy of the program has it open and the user
+/// does not want it then.
 void projektdatei_oeffnen(Session& session, const Desk& desk);
 
 }  // namespace veldra

@@ -85,6 +85,9 @@ class TemporaryFolder {
 [[nodiscard]] bool datei_vorhanden(const std::string& path);
 /// True if the path leads to nothing; false also if that cannot be found out.
 [[nodiscard]] bool is_missing(const std::string& path);
+/// True if the path leads to something that is neither a regular file nor a folder: a pipe, a
+/// socket, a device. What it gives can be read only once, if it ends at all.
+[[nodiscard]] bool sonderdatei_vorhanden(const std::string& path);
 /// True if the path, without a trailing separator, is a folder.
 [[nodiscard]] bool ordner_vorhanden(const std::string& path);
 /// Deletes a file if it exists; throws FatalError when it exists and cannot be deleted.

@@ -19,6 +19,8 @@ class SpoolFile {
     /// Appends bytes and gives the place of the first one.
     std::uint64_t append(std::string_view bytes);
     [[nodiscard]] std::string read(std::uint64_t place, std::size_t size) const;
+    /// A path that opens the bytes from the first one on, as often as wanted, while this lives.
+    [[nodiscard]] std::string path() const;
 
  private:
     std::string folder_;

@@ -74,7 +74,10 @@ QPDFObjectHandle make_resources(QPDF& pdf, const PdfDocument& document) {
     QPDFObjectHandle fonts = empty_dictionary();
     for (std::size_t i = 0; i < document.fonts().size(); ++i) {
         const PdfDocument::Font& font = document.fonts()[i];
-        fonts.replaceKey(fmt::format("/F{}", i), embed_font(pdf, *font.face, font.used));
+        // A face may have been asked for without a letter coming to stand on a page.
+        if (font.used.any()) {
+            fonts.replaceKey(fmt::format("/F{}", i), embed_font(pdf, *font.face, font.used));
+        }
     }
     QPDFObjectHandle resources = empty_dictionary();
     resources.replaceKey("/Font", fonts);

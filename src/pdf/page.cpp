@@ -23,6 +23,17 @@ double pen_width(std::int16_t pixels, double pixel) {
     return std::clamp<double>(pixels, 1, widest_pen) * pixel * units_per_millimetre;
 }
 
+/// What of a text comes to stand on paper.
+std::string without_silent_bytes(std::string_view text) {
+    std::string shown;
+    for (const char c : text) {
+        if (!is_silent(static_cast<unsigned char>(c))) {
+            shown += c;
+        }
+    }
+    return shown;
+}
+
 }  // namespace
 
 PdfPage::PdfPage(PdfDocument& document, CircleForms& circles, const PdfPaper& paper,
@@ -450,6 +461,10 @@ void PdfPage::print_line(std::string_view text, const TextFont& font, const Plac
         !std::isfinite(reach) || !may_show({base.x, base.y, base.x, base.y}, reach)) {
         return;
     }
+    const std::string shown = without_silent_bytes(text);
+    if (shown.empty()) {
+        return;
+    }
     prepare();
     settle_fill(shade(colour));
     if (told_size_ != font.size || told_font_ != font.number) {
@@ -462,12 +477,8 @@ void PdfPage::print_line(std::string_view text, const TextFont& font, const Plac
         told_font_ = font.number;
     }
     UsedBytes& used = document_.font(font.number).used;
-    std::string shown;
-    for (const char c : text) {
-        if (!is_silent(static_cast<unsigned char>(c))) {
-            used.set(static_cast<unsigned char>(c));
-            shown += c;
-        }
+    for (const char c : shown) {
+        used.set(static_cast<unsigned char>(c));
     }
     out_.text("BT ");
     if (sine == 0 && cosine == 1) {

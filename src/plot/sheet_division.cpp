@@ -246,9 +246,8 @@ bool sheets_can_be_counted(const Session& session) {
     const SheetGeometry& sheet = session.sheet;
     const double across = extents.gesamt_rw_max - plot.plot_null_rechts;
     const double up = extents.gesamt_hw_max - plot.plot_null_hoch;
-    return part_is_empty(session) ||
-           (within_16_bits(sheets_on_axis(session, across, sheet.papier_breite)) &&
-            within_16_bits(sheets_on_axis(session, up, sheet.papier_hoehe)));
+    return within_16_bits(sheets_on_axis(session, across, sheet.papier_breite)) &&
+           within_16_bits(sheets_on_axis(session, up, sheet.papier_hoehe));
 }
 
 void ComputeSheetDivision(Session& session, PaperTextSize& paper_text, SheetPrinter* printer) {

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "model/session.h"
+#include "os/process.h"
 #include "pdf/pdf_printer.h"
 #include "windows/frmTorvel.h"
 #include "windows/qt/display_loss.h"
@@ -92,6 +93,7 @@ int run(VeldraApplication& application) {
 }  // namespace
 
 int main(int argc, char* argv[]) {
+    veldra::prepare_process();
     VeldraApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("VELDRA"));
     QApplication::setApplicationVersion(QStringLiteral(VELDRA_VERSION));

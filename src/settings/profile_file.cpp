@@ -1,6 +1,7 @@
 #include "settings/profile_file.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "os/files.h"
 #include "text/codepage.h"
@@ -12,6 +13,38 @@ namespace {
 
 constexpr std::string_view white_space = " \t";
 constexpr std::string_view new_line_end = "\r\n";
+constexpr std::string_view utf8_mark = "\xEF\xBB\xBF";
+
+/// How many bytes follow the first one of a sequence of UTF-8; none if it cannot begin one.
+std::optional<std::size_t> followers(unsigned char first) {
+    if (first < 0x80) {
+        return 0;
+    }
+    if (first < 0xC2 || first > 0xF4) {
+        return std::nullopt;
+    }
+    return first < 0xE0 ? 1 : first < 0xF0 ? 2 : 3;
+}
+
+/// Whether the bytes are UTF-8 and hold anything beyond ASCII.
+bool shows_as_utf8(std::string_view bytes) {
+    bool beyond_ascii = false;
+    for (std::size_t at = 0; at < bytes.size();) {
+        const auto count = followers(static_cast<unsigned char>(bytes[at]));
+        if (!count || at + *count >= bytes.size()) {
+            return false;
+        }
+        const std::string_view following = bytes.substr(at + 1, *count);
+        if (!std::all_of(following.begin(), following.end(), [](char byte) {
+                return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+            })) {
+            return false;
+        }
+        beyond_ascii = beyond_ascii || *count > 0;
+        at += *count + 1;
+    }
+    return beyond_ascii;
+}
 
 std::string_view strip(std::string_view text) {
     const std::size_t first = text.find_first_not_of(white_space);
@@ -29,7 +62,9 @@ std::string_view without_quotes(std::string_view value) {
 
 }  // namespace
 
-ProfileFile::ProfileFile(std::string_view bytes) {
+ProfileFile::ProfileFile(std::string_view bytes) : marked_(bytes.starts_with(utf8_mark)) {
+    bytes.remove_prefix(marked_ ? utf8_mark.size() : 0);
+    utf8_ = marked_ || shows_as_utf8(bytes);
     while (!bytes.empty()) {
         const std::size_t feed = bytes.find('\n');
         const std::size_t size = feed == std::string_view::npos ? bytes.size() : feed + 1;
@@ -43,7 +78,15 @@ ProfileFile::ProfileFile(std::string_view bytes) {
     }
 }
 
-ProfileFile::Line ProfileFile::make_line(std::string_view text, std::string_view end) {
+std::string ProfileFile::decoded(std::string_view bytes) const {
+    return utf8_ ? from_utf8(bytes) : std::string(bytes);
+}
+
+std::string ProfileFile::encoded(std::string_view windows_1252) const {
+    return utf8_ ? to_utf8(windows_1252) : std::string(windows_1252);
+}
+
+ProfileFile::Line ProfileFile::make_line(std::string_view text, std::string_view end) const {
     Line line{.text = std::string(text), .end = std::string(end), .name = {}};
     const std::string_view content = strip(text);
     if (content.empty()) {
@@ -56,22 +99,21 @@ ProfileFile::Line ProfileFile::make_line(std::string_view text, std::string_view
     const std::size_t closing = content.find(']');
     if (content.front() == '[' && closing != std::string_view::npos) {
         line.kind = Kind::section;
-        line.name = upper_case(strip(content.substr(1, closing - 1)));
+        line.name = upper_case(decoded(strip(content.substr(1, closing - 1))));
         return line;
     }
     const std::size_t equals = text.find('=');
     if (equals != std::string_view::npos) {
         line.kind = Kind::key;
-        line.name = upper_case(strip(text.substr(0, equals)));
+        line.name = upper_case(decoded(strip(text.substr(0, equals))));
         line.value_from = std::min(text.find_first_not_of(white_space, equals + 1), text.size());
     }
     return line;
 }
 
-std::string ProfileFile::line_value(const Line& line) {
+std::string ProfileFile::line_value(const Line& line) const {
     const std::string_view text = line.text;
-    return std::string(
-        without_quotes(strip(text.substr(line.value_from))).substr(0, max_value_length));
+    return decoded(without_quotes(strip(text.substr(line.value_from)))).substr(0, max_value_length);
 }
 
 ProfileFile ProfileFile::load(const std::string& path) {
@@ -101,7 +143,7 @@ void ProfileFile::save(const std::string& path) const {
 }
 
 std::string ProfileFile::bytes() const {
-    std::string all;
+    std::string all(marked_ ? utf8_mark : "");
     for (const Line& line : lines_) {
         all += line.text;
         all += line.end;
@@ -158,7 +200,8 @@ std::size_t ProfileFile::insert_line(std::size_t at, std::string_view text) {
     if (at > 0 && lines_[at - 1].end.empty()) {
         lines_[at - 1].end = new_line_end;
     }
-    lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(at), make_line(text, new_line_end));
+    lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(at),
+                  make_line(encoded(text), new_line_end));
     return at;
 }
 
@@ -173,7 +216,7 @@ void ProfileFile::set(std::string_view section, std::string_view key, std::strin
     }
     Line& line = lines_[at];
     if (line_value(line) != value) {
-        line.text.replace(line.value_from, std::string::npos, one_line(value));
+        line.text.replace(line.value_from, std::string::npos, encoded(one_line(value)));
     }
 }
 

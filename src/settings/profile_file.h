@@ -12,6 +12,10 @@ namespace veldra {
 
 /// A Windows profile file in memory: sections of `key=value` lines, as bytes in Windows-1252.
 ///
+/// Editors of today save such files in UTF-8. One that begins with the mark of UTF-8, or whose
+/// bytes beyond ASCII are all of them sequences of UTF-8, is read and written as UTF-8; names and
+/// values are handed over in Windows-1252 all the same, with "?" for what that lacks.
+///
 /// Reading: the case of sections and keys does not count; of several sections or keys of one name
 /// the first is taken; blanks and tabs round names and values do not count; a value in single or
 /// double quotes loses them. A line that begins with ";", one without "=", and everything above
@@ -59,14 +63,18 @@ class ProfileFile {
         std::size_t value_from = 0;  ///< in the line of a key: where its value begins
     };
 
-    [[nodiscard]] static Line make_line(std::string_view text, std::string_view end);
-    [[nodiscard]] static std::string line_value(const Line& line);
+    [[nodiscard]] Line make_line(std::string_view text, std::string_view end) const;
+    [[nodiscard]] std::string line_value(const Line& line) const;
+    [[nodiscard]] std::string decoded(std::string_view bytes) const;
+    [[nodiscard]] std::string encoded(std::string_view windows_1252) const;
     [[nodiscard]] std::size_t find_section(std::string_view section) const;
     [[nodiscard]] std::size_t find_key(std::size_t section_line, std::string_view key) const;
     [[nodiscard]] std::size_t section_tail(std::size_t section_line) const;
     std::size_t insert_line(std::size_t at, std::string_view text);
 
     std::vector<Line> lines_;
+    bool utf8_ = false;
+    bool marked_ = false;  ///< the file begins with the mark of UTF-8
 };
 
 /// The error to end with instead of writing settings that were never read: what stands in the file

@@ -204,6 +204,7 @@ void FrmTorvel::load() {
         apply_size();
         profil_lesen(session_, run_.ini_datei);
         if (run_.is_project()) {
+            unbekannte_angabe_melden(run_, ui_);
             open_project_file();
         } else if (!run_.start_datei.empty()) {
             open_start_file();

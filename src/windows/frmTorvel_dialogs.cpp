@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QScreen>
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 
 #include "commands/file_commands.h"
@@ -11,6 +10,7 @@
 #include "model/undo.h"
 #include "settings/paths.h"
 #include "text/fatal_error.h"
+#include "text/shown_text.h"
 #include "windows/forms/frmNetzteile.h"
 #include "windows/forms/frmObjekte.h"
 #include "windows/frmTorvel.h"
@@ -149,7 +149,7 @@ void FrmTorvel::end_program() {
                 throw;
             }
             // Nobody may be there to close a box, and the system does not wait.
-            std::fprintf(stderr, "%s\n", failure.what());
+            tell_on_terminal(failure.what());
             exit_code_ = EXIT_FAILURE;
         }
     });
@@ -226,7 +226,7 @@ void FrmTorvel::end_without_display() {
     try {
         programm_ende(session_, run_, blind, Attendance::nobody);
     } catch (const std::exception& failure) {
-        std::fprintf(stderr, "%s\n", failure.what());
+        tell_on_terminal(failure.what());
     }
 }
 

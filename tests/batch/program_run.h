@@ -27,6 +27,18 @@ inline std::string shell_quoted(const std::string& argument) {
     return text + "'";
 }
 
+/// Runs a script of the shell, in which $VELDRA_CLI is the program, in an environment without a
+/// display. The exit code is that of its last command.
+inline ProgramRun run_script(const TempFolder& folder, const std::string& script) {
+    const std::string out = folder.path("stdout");
+    const std::string err = folder.path("stderr");
+    const std::string command =
+        "env -u DISPLAY -u WAYLAND_DISPLAY VELDRA_CLI=" + shell_quoted(VELDRA_CLI) + " sh -c " +
+        shell_quoted(script) + " >" + shell_quoted(out) + " 2>" + shell_quoted(err) + " </dev/null";
+    const int status = std::system(command.c_str());
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, file_bytes(out), file_bytes(err)};
+}
+
 /// Runs the program with these arguments and the file (or folder) `input` as standard input, in an
 /// environment without a display.
 inline ProgramRun run_veldra_on(const TempFolder& folder, const std::vector<std::string>& arguments,

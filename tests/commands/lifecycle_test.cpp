@@ -1,8 +1,10 @@
 #include "commands/lifecycle.h"
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include "commands/file_commands.h"
+#include "commands/startup.h"
 #include "fake_measurer.h"
 #include "graphikdatei/writer.h"
 #include "os/files.h"
@@ -198,6 +200,32 @@ TEST_F(Lifecycle, DeletedRecentFileIsReportedAndRemoved) {
     EXPECT_EQ(session.window[MenuItem::m_datei_alt_4].caption, "&4: ");
     EXPECT_FALSE(session.window[MenuItem::m_datei_alt_4].enabled);
     EXPECT_EQ(drawn, 0);
+}
+
+/// Without a writer, opening a pipe would wait for ever.
+TEST_F(Lifecycle, PipeAndDeviceAreRefused) {
+    const std::string open_file = make_file("a.dat", two_parts);
+    open(open_file);
+    const std::string pipe = folder.path("rohr");
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    int told = 0;
+    for (const std::string& path : {pipe, std::string("/dev/null")}) {
+        for (const OpenedBy by : {OpenedBy::open_command, OpenedBy::recent_menu, OpenedBy::name}) {
+            open(path, by);
+            ASSERT_EQ(ui.texts.size(), static_cast<std::size_t>(++told));
+            EXPECT_EQ(ui.styles.back(), MessageStyle::exclamation);
+            EXPECT_THAT(ui.texts.back(), HasSubstr(path + "\nist keine gewöhnliche Datei"));
+        }
+    }
+    session.zuletzt_datei[1] = pipe;
+    datei_alt_oeffnen(session, 1, desk);
+    EXPECT_THAT(ui.texts.back(), HasSubstr("keine gewöhnliche Datei"));
+    EXPECT_EQ(session.graphikdatei, open_file);
+    EXPECT_EQ(session.datei_geladen, 1);
+    session.graphikdatei = pipe;  // as a project's profile names it
+    projektdatei_oeffnen(session, desk);
+    EXPECT_THAT(ui.texts.back(), HasSubstr(pipe + "\nist keine gewöhnliche Datei"));
+    EXPECT_EQ(drawn, 1);
 }
 
 TEST_F(Lifecycle, RecentNameOfThreeCharactersDoesNothing) {

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "recording_interface.h"
 #include "temp_file.h"
 
 namespace veldra {
@@ -56,6 +57,23 @@ TEST_F(CommandLine, NameOfNothingIsAProjectWithoutAProfile) {
     interpret(folder.path("dokumente"));  // a folder is no graphic file
     EXPECT_TRUE(run.is_project());
     EXPECT_EQ(run.start_datei, "");
+}
+
+TEST_F(CommandLine, NameOfNothingIsTold) {
+    run.befehlszeile = "gibtsnicht";
+    run.ini_datei = folder.path("windows/gibtsnicht");
+    test::RecordingInterface ui;
+    unbekannte_angabe_melden(run, ui);
+    ASSERT_EQ(ui.texts.size(), 1U);
+    EXPECT_EQ(ui.texts[0],
+              "gibtsnicht\nist weder der Name einer Graphikdatei noch der eines Profils.");
+    EXPECT_EQ(ui.styles[0], MessageStyle::exclamation);
+    (void)folder.file("windows/gibtsnicht", "[VELDRA]\n");
+    unbekannte_angabe_melden(run, ui);
+    run.befehlszeile.clear();
+    run.ini_datei = folder.path("dokumente/Kelvara/VELDRA.INI");
+    unbekannte_angabe_melden(run, ui);
+    EXPECT_EQ(ui.texts.size(), 1U);
 }
 
 TEST_F(CommandLine, RelativeNameLeadsToTheFileInTheCurrentFolder) {

@@ -286,6 +286,29 @@ TEST_F(PdfTexts, PostScriptOutlinesAreEmbedded) {
     EXPECT_EQ(picture.text, "");
 }
 
+/// A line of nothing but tabs shows nothing and takes no room; a face far off the page is asked for
+/// its width only.
+TEST_F(PdfTexts, FacesWithoutALetterOnThePageAreNotWritten) {
+    FontSpec made_up = font("Standard Symbols PS", 60);
+    made_up.bold = -1;
+    made_up.italic = -1;
+    write([&](PageTarget& p) {
+        p.Print("\t\t", 10, 20, made_up, 0);
+        p.Print("fern", 90000, 20, made_up, 0);
+        p.Print("B", 10, 40, font(), 0);
+    });
+    const auto pdf = document();
+    QPDFObjectHandle fonts = QPDFPageDocumentHelper(*pdf)
+                                 .getAllPages()
+                                 .at(0)
+                                 .getAttribute("/Resources", false)
+                                 .getKey("/Font");
+    ASSERT_EQ(fonts.getKeys().size(), 1U);
+    EXPECT_NE(fonts.getKey(*fonts.getKeys().begin()).getKey("/Subtype").getName(), "/Type3");
+    EXPECT_EQ(run("qpdf --check '" + file + "'").status, 0);
+    EXPECT_THAT(extracted(), HasSubstr("B"));
+}
+
 /// The document draws the letters itself where there is no italic or bold of a face.
 TEST_F(PdfTexts, FacesThatAreMadeUpAreDrawn) {
     const std::string family = family_of(":family=Standard Symbols PS");

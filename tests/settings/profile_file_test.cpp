@@ -92,6 +92,37 @@ TEST(ProfileFileGet, GivesUndefinedBytesAsTheyAre) {
     EXPECT_EQ(value_of(std::string("[S]\nk=a\0b\n", 10)), std::string("a\0b", 3));
 }
 
+TEST(ProfileFileGet, ReadsWhatAnEditorHasSavedInUtf8) {
+    EXPECT_EQ(value_of("\xEF\xBB\xBF[S]\nk=1\n"), "1");
+    EXPECT_EQ(value_of("\xEF\xBB\xBF[S]\nk=K\xC3\xB6ln\n"), "K\xF6ln");
+    EXPECT_EQ(value_of("[S]\nk=K\xC3\xB6ln \xE2\x82\xAC\n"), "K\xF6ln \x80");
+    // What Windows-1252 lacks, here a musical sign.
+    EXPECT_EQ(value_of("[S]\nk=a\xF0\x9D\x84\x9E\n"), "a?");
+    EXPECT_EQ(ProfileFile("[\xC3\xBC]\n\xC3\xA4=1\n").get("\xDC", "\xC4"), "1");
+    // 255 characters, not bytes.
+    std::string umlauts;
+    for (int i = 0; i < 255; ++i) {
+        umlauts += "\xC3\xA4";
+    }
+    EXPECT_EQ(value_of("[S]\nk=" + umlauts + "x\n"), std::string(255, '\xE4'));
+}
+
+TEST(ProfileFileGet, TakesOtherBytesForWindows1252) {
+    for (const std::string value :
+         {"\xF6", "K\xF6ln", "\xC3", "\xC3\xB6 \xF6", "\xE2\x82", "\xC1\xA1", "\xF5\xA1\xA1\xA1"}) {
+        EXPECT_EQ(value_of("[S]\nk=" + value + "\n"), value);
+        EXPECT_EQ(value_of("[S]\nk=" + value), value);
+    }
+}
+
+TEST(ProfileFileSet, StaysInUtf8WhereTheFileIs) {
+    EXPECT_EQ(after_set("\xEF\xBB\xBF[S]\nk=1\n", "K\xF6ln"), "\xEF\xBB\xBF[S]\nk=K\xC3\xB6ln\n");
+    EXPECT_EQ(after_set("[T]\nx=\xC3\xA4 \xF0\x9D\x84\x9E\n", "\xF6"),
+              "[T]\nx=\xC3\xA4 \xF0\x9D\x84\x9E\n[S]\r\nk=\xC3\xB6\r\n");
+    EXPECT_EQ(after_set("[S]\nk=\xC3\xA4\n", "\xE4"), "[S]\nk=\xC3\xA4\n");
+    EXPECT_EQ(after_set("[S]\nk=1\n", "\xF6"), "[S]\nk=\xF6\n");
+}
+
 TEST(ProfileFileSet, ReplacesTheValueInPlace) {
     EXPECT_EQ(after_set("[S]\r\na=1\r\nk=2\r\nb=3\r\n", "9"), "[S]\r\na=1\r\nk=9\r\nb=3\r\n");
 }

@@ -39,7 +39,9 @@ class EdgeCaseTest : public TorvelFixture {
     void cleanup() { close_down(); }
 
     void command_line_with_a_profile_in_neither_folder_reads_every_value_empty() {
+        const veldra_test::MessageBoxes boxes;
         start("fehlt.ini");
+        QCOMPARE(boxes.seen.size(), std::size_t{1});
         QCOMPARE(window_->run().ini_datei, system_path(path("windows/fehlt.ini")));
         QCOMPARE(window_->windowTitle(), text("VELDRA []"));
         QVERIFY(window_->run().icon_datei.empty());

@@ -8,6 +8,7 @@
 #include <QTest>
 #include <QToolBar>
 
+#include "dialog_driver.h"
 #include "torvel_fixture.h"
 #include "windows/frmTorvel.h"
 #include "windows/qt/picture_image.h"
@@ -269,8 +270,12 @@ class FrmTorvelTest : public test::TorvelFixture {
         QCOMPARE(session_.datei_geladen, std::int16_t{0});
     }
 
-    void project_without_a_profile_comes_up_empty() {
+    void project_without_a_profile_is_told_and_comes_up_empty() {
+        const veldra_test::MessageBoxes boxes;
         start("fehlt.ini");
+        QCOMPARE(boxes.seen.size(), std::size_t{1});
+        QCOMPARE(boxes.seen[0].text,
+                 text("fehlt.ini\nist weder der Name einer Graphikdatei noch der eines Profils."));
         QVERIFY(window_->isVisible());
         QCOMPARE(session_.datei_geladen, std::int16_t{0});
         QVERIFY(!action("m_datei_beliebig")->isVisible());

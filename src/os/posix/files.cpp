@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <system_error>
 
@@ -11,46 +10,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "os/posix/system_error.h"
+#include "os/posix/temporaries.h"
+#include "os/system_error.h"
 #include "text/fatal_error.h"
 
 namespace veldra {
-
-std::string reason_text(int error) {
-    switch (error) {
-        case ENOENT:
-            return "Datei oder Verzeichnis nicht vorhanden";
-        case EACCES:
-        case EPERM:
-            return "keine Berechtigung";
-        case EROFS:
-            return "das Dateisystem ist schreibgeschützt";
-        case ENOSPC:
-            return "auf dem Datenträger ist kein Speicherplatz mehr frei";
-        case EDQUOT:
-            return "der zugeteilte Speicherplatz ist erschöpft";
-        case EISDIR:
-            return "ist ein Verzeichnis";
-        case ENOTDIR:
-            return "ein Teil des Pfades ist kein Verzeichnis";
-        case EIO:
-            return "Ein-/Ausgabefehler";
-        case ENAMETOOLONG:
-            return "der Dateiname ist zu lang";
-        case ELOOP:
-            return "zu viele symbolische Verknüpfungen";
-        case EEXIST:
-            return "der Name ist schon vergeben";
-        case EFBIG:
-            return "die Datei würde zu groß";
-        default:
-            return std::strerror(error);
-    }
-}
-
-FatalError file_error(const char* what, const std::string& path, int error) {
-    return FatalError(path + ": " + what + ": " + reason_text(error));
-}
 
 namespace {
 
@@ -89,18 +53,26 @@ std::uint64_t InputFile::size() const {
 }
 
 TemporaryFolder::TemporaryFolder() {
+    const TemporariesHold hold;
     path_ = temporary_directory() + "/veldra-XXXXXX";
     if (::mkdtemp(path_.data()) == nullptr) {
         throw file_error("Ordner kann nicht angelegt werden", path_, errno);
     }
+    hold.add(path_);
 }
 
 TemporaryFolder::~TemporaryFolder() {
+    const TemporariesHold hold;
     std::error_code ignored;
     std::filesystem::remove_all(path_, ignored);
+    hold.forget(path_);
 }
 
 bool datei_vorhanden(const std::string& path) {
+    // Opening would wait at a pipe until somebody writes to it.
+    if (sonderdatei_vorhanden(path)) {
+        return ::access(path.c_str(), R_OK) == 0;
+    }
     const int handle = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     if (handle < 0) {
         return false;
@@ -114,6 +86,12 @@ bool datei_vorhanden(const std::string& path) {
 bool is_missing(const std::string& path) {
     struct stat status {};
     return ::stat(path.c_str(), &status) != 0 && (errno == ENOENT || errno == ENOTDIR);
+}
+
+bool sonderdatei_vorhanden(const std::string& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) &&
+           !S_ISDIR(status.st_mode);
 }
 
 bool ordner_vorhanden(const std::string& path) {

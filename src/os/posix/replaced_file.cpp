@@ -9,7 +9,8 @@
 
 #include "os/file_rights.h"
 #include "os/files.h"
-#include "os/posix/system_error.h"
+#include "os/posix/temporaries.h"
+#include "os/system_error.h"
 #include "os/temporary_file.h"
 #include "text/fatal_error.h"
 
@@ -142,6 +143,7 @@ void ReplacedFile::open_temporary(const std::string& rights_of) {
     const std::string& model_path = copy ? rights_of : path_;
     struct stat model {};
     const bool known = ::stat(model_path.c_str(), &model) == 0;
+    const TemporariesHold hold;
     handle_ =
         create_temporary_beside(path_, known || copy ? private_rights : usual_rights, temporary_);
     if (handle_ < 0) {
@@ -149,6 +151,7 @@ void ReplacedFile::open_temporary(const std::string& rights_of) {
         temporary_.clear();
         throw file_error(not_writable, given_path_, error);
     }
+    hold.add(temporary_);
     const int error =
         known ? take_rights(handle_, model, model_path, copy ? private_rights : 0) : 0;
     if (error != 0) {
@@ -163,7 +166,9 @@ void ReplacedFile::discard() {
         handle_ = -1;
     }
     if (!temporary_.empty()) {
+        const TemporariesHold hold;
         ::unlink(temporary_.c_str());
+        hold.forget(temporary_);
         temporary_.clear();
     }
 }
@@ -185,12 +190,14 @@ void ReplacedFile::flush() {
 }
 
 void ReplacedFile::take_place() {
+    const TemporariesHold hold;
     const bool done = named_by_ == NamedBy::program_as_new
                           ? rename_to_unused(temporary_, path_)
                           : ::rename(temporary_.c_str(), path_.c_str()) == 0;
     if (!done) {
         throw file_error("Datei kann nicht ersetzt werden", given_path_, errno);
     }
+    hold.forget(temporary_);
     temporary_.clear();
 }
 

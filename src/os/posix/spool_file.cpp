@@ -9,7 +9,7 @@
 #include <unistd.h>
 
 #include "os/files.h"
-#include "os/posix/system_error.h"
+#include "os/system_error.h"
 
 namespace veldra {
 
@@ -59,6 +59,10 @@ std::string SpoolFile::read(std::uint64_t place, std::size_t size) const {
         }
     }
     return bytes;
+}
+
+std::string SpoolFile::path() const {
+    return "/proc/self/fd/" + std::to_string(handle_);
 }
 
 }  // namespace veldra

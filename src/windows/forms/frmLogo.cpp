@@ -48,6 +48,7 @@ void FrmLogo::build(const std::string& version) {
         new QLabel(QStringLiteral("Darstellung und Plot geodätischer Netzausgleichungen"), this);
     lbl_version_ = new QLabel(QString::fromStdString(version), this);
     lbl_version_->setObjectName(QStringLiteral("lbl_version"));
+    lbl_version_->setTextFormat(Qt::PlainText);
     chk_bestaetigen_ = new QCheckBox(QStringLiteral("künftig nicht mehr bestätigen"), this);
     chk_bestaetigen_->setObjectName(QStringLiteral("chk_bestaetigen"));
     cmd_ok_ = new QPushButton(QStringLiteral("OK"), this);

@@ -14,6 +14,7 @@
 #include "windows/qt/dialog_area.h"
 #include "windows/qt/dialog_place.h"
 #include "windows/qt/picture_image.h"
+#include "windows/qt/plain_tool_tip.h"
 #include "windows/qt/sample_picture.h"
 
 namespace veldra {
@@ -31,7 +32,7 @@ QString text_of(const std::string& utf8) {
 
 void show_text(QLabel& label, const std::string& utf8) {
     label.setText(text_of(utf8));
-    label.setToolTip(label.text());  // a long one may not have room
+    label.setToolTip(plain_tool_tip(label.text()));  // a long one may not have room
     label.setVisible(!utf8.empty());
 }
 

@@ -123,6 +123,27 @@ QByteArray png_bytes(const QImage& picture) {
     return bytes;
 }
 
+namespace {
+
+/// Texts of files may hold control characters, of which XML knows no more than tab and line ends;
+/// they become blanks.
+QByteArray without_controls(const QByteArray& svg) {
+    constexpr unsigned char upper_lead = 0xC2;  // of U+0080 to U+009F
+    QByteArray plain;
+    plain.reserve(svg.size());
+    for (qsizetype at = 0; at < svg.size(); ++at) {
+        const auto byte = static_cast<unsigned char>(svg[at]);
+        const auto next = static_cast<unsigned char>(at + 1 < svg.size() ? svg[at + 1] : '\0');
+        const bool upper = byte == upper_lead && (next & 0xE0U) == 0x80U;
+        const bool allowed = byte == '\t' || byte == '\n' || byte == '\r';
+        plain += upper || (byte < ' ' && !allowed) || byte == 0x7F ? ' ' : svg[at];
+        at += upper ? 1 : 0;
+    }
+    return plain;
+}
+
+}  // namespace
+
 QByteArray svg_bytes(Session& session, TextMeasurer& measurer, UserInterface& ui, QSize size) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
@@ -152,7 +173,7 @@ QByteArray svg_bytes(Session& session, TextMeasurer& measurer, UserInterface& ui
     if (!painter.end()) {
         throw FatalError("SVG kann nicht erzeugt werden.");
     }
-    return bytes;
+    return without_controls(bytes);
 }
 
 void write_picture_file(const std::string& path, const QByteArray& bytes) {

@@ -13,7 +13,8 @@
 #include <QThread>
 #include <QTreeView>
 #include <QWindow>
-#include <cstdio>
+
+#include "text/shown_text.h"
 
 namespace veldra {
 
@@ -67,7 +68,7 @@ bool QtUserInterface::message_box(MessageStyle style, const std::string& title,
                                   const std::string& text) {
     if (unattended) {
         if (!is_question(style)) {
-            std::fprintf(stderr, "%s\n", text.c_str());
+            tell_on_terminal(text);
         }
         return !is_question(style);
     }

@@ -1,6 +1,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QTest>
+#include <QTextDocument>
 #include <memory>
 
 #include "dialog_driver.h"
@@ -200,6 +201,16 @@ class FrmMassstabTest : public QObject {
         QCOMPARE(control<QLabel>(*dialog_, "lblBeiNPLage").toolTip(),
                  QStringLiteral("bei: ") + QString(120, QLatin1Char('W')) +
                      QStringLiteral(", Epoche: 1998"));
+    }
+
+    void names_in_tool_tips_are_no_markup() {
+        session_.obj.obj_wert_lage = 1;
+        open();
+        session_.max_np[1] = {2, 0, 0, "<img src='x'>A & B", ""};
+        dialog_->refresh();
+        QTextDocument shown;
+        shown.setHtml(control<QLabel>(*dialog_, "lblBeiNPLage").toolTip());
+        QCOMPARE(shown.toPlainText(), QStringLiteral("bei: <img src='x'>A & B"));
     }
 
     void ellipses_have_new_points_only() {

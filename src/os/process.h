@@ -1,0 +1,31 @@
+#pragma once
+
+#include <thread>
+
+#include "os/termination.h"
+
+namespace veldra {
+
+/// To be called first of all. What cannot be written becomes an error of the one who writes, where
+/// the system would end the process (SIGPIPE, SIGXFSZ). A standard stream that is closed stays
+/// unusable, but its number is taken: else the next file that is opened would get it, and messages
+/// would go into that file.
+void prepare_process();
+
+/// Ends the process by the signal that asks for it (SIGTERM, SIGHUP, SIGINT), as long as this
+/// lives, after all temporary files and folders have been removed. Signals that the process was
+/// started to ignore stay ignored. There is one at a time in a process, and no other
+/// TerminationRequests then.
+class CleanTermination {
+ public:
+    CleanTermination();
+    ~CleanTermination();
+    CleanTermination(const CleanTermination&) = delete;
+    CleanTermination& operator=(const CleanTermination&) = delete;
+
+ private:
+    TerminationRequests requests_{TerminationRequests::Ignored::stay_ignored};
+    std::thread waiting_;
+};
+
+}  // namespace veldra
