@@ -77,6 +77,9 @@ void einstellungen_uebernehmen(Session& session, const std::string& path, const 
         if (same_file(path, session.graphikdatei)) {
             throw FatalError(path + ": ist die geöffnete Graphikdatei");
         }
+        if (!can_be_read_again(path, desk.ui)) {
+            return;
+        }
         if (kind_of_file(path) != FileKind::graphic) {
             throw FatalError(path + ": sieht nicht nach einer Graphikdatei aus");
         }

@@ -57,6 +57,27 @@ TEST_F(TakeOverCommand, MissingFileIsAnErrorAndWritesNothing) {
     }
 }
 
+TEST_F(TakeOverCommand, OneOfTheFilesMayComeFromTheStandardInput) {
+    const std::string target = folder.path("ziel.dat");
+    const auto from_old = testing_support::run_veldra_on(
+        folder, {"uebernehmen", "-", new_file, "-o", target}, old_file);
+    EXPECT_EQ(from_old.exit_code, 0);
+    EXPECT_THAT(file_bytes(target), HasSubstr("\"1\" 70.0 -30.0"));
+    const auto from_new = testing_support::run_veldra_on(
+        folder, {"uebernehmen", old_file, "-", "-o", target}, new_file);
+    EXPECT_EQ(from_new.exit_code, 0);
+    EXPECT_EQ(from_new.out, from_old.out);
+    EXPECT_EQ(run_veldra(folder, {"uebernehmen", "-", "-", "-o", target}).exit_code, 2);
+}
+
+TEST_F(TakeOverCommand, NamesThatSteerATerminalAreNotPrinted) {
+    const std::string odd = folder.file("odd.dat", "NETZTEIL \x1B[2J\nTITEL2 x\n");
+    const auto result =
+        run_veldra(folder, {"uebernehmen", odd, new_file, "-o", folder.path("ziel.dat")});
+    EXPECT_EQ(result.exit_code, 0);
+    EXPECT_THAT(result.out, HasSubstr("Netzteil \"?[2J\" gibt es nicht mehr"));
+}
+
 TEST_F(TakeOverCommand, HelpNamesItsArguments) {
     const auto result = run_veldra(folder, {"uebernehmen", "--help"});
     EXPECT_EQ(result.exit_code, 0);
