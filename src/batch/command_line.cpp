@@ -18,6 +18,7 @@
 #include "batch/plot_command.h"
 #include "batch/usage_messages.h"
 #include "os/process.h"
+#include "pdf/single_faces.h"
 #include "text/fatal_error.h"
 
 namespace veldra::batch {
@@ -418,6 +419,7 @@ int run(int argc, char** argv) {
     int no_arguments = 1;
     std::optional<QGuiApplication> application;
     if (line.needs_toolkit()) {
+        keep_one_file_of_each_face();
         application.emplace(no_arguments, argv);
     }
     return guarded(line, line.action());
