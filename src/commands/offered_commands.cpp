@@ -38,7 +38,8 @@ void offer_files(OfferedCommands& offered, const Session& session) {
         item.caption = "&" + std::to_string(i) + ": " + name;
         item.enabled = !name.empty();
     }
-    offered[MenuItem::m_datei_bild].enabled = session.datei_geladen == 1;
+    enable(offered, {MenuItem::m_datei_bild, MenuItem::m_datei_uebernehmen},
+           session.datei_geladen == 1);
 }
 
 /// The view, once something is drawn; another choice of objects is the way out of an empty part.
