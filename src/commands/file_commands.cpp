@@ -65,18 +65,16 @@ void take_step(std::string& failures, const Step& step) {
     try {
         step();
     } catch (const FatalError& error) {
-        failures += (failures.empty() ? "" : "\n\n") + std::string(error.what());
+        if (!failures.ends_with(error.what())) {
+            failures += (failures.empty() ? "" : "\n\n") + std::string(error.what());
+        }
     }
 }
 
-void write_profile(const Session& session, const ProgramRun& run) {
+void create_profile_folder(const ProgramRun& run) {
     // The profile of a project that never was may lie in a folder that is not there yet.
     if (const std::size_t end = run.ini_datei.rfind('/'); end != std::string::npos && end > 0) {
         create_folder(run.ini_datei.substr(0, end));
-    }
-    profil_schreiben(session, run.ini_datei);
-    if (!run.is_project()) {
-        start_schreiben(session, run.ini_datei);
     }
 }
 
@@ -89,7 +87,13 @@ void programm_ende(Session& session, ProgramRun& run, const Desk& desk, Attendan
     }
     std::string failures;
     take_step(failures, [&] { datei_zurueckschreiben(session, desk, attendance); });
-    take_step(failures, [&] { write_profile(session, run); });
+    take_step(failures, [&] {
+        create_profile_folder(run);
+        profil_schreiben(session, run.ini_datei);
+    });
+    if (!run.is_project()) {
+        take_step(failures, [&] { start_schreiben(session, run.ini_datei); });
+    }
     if (desk.watch != nullptr) {
         desk.watch->leave();
     }

@@ -16,6 +16,7 @@ namespace {
 void reset_points(Session& session) {
     session.pu.clear();
     session.nuoff.clear();
+    session.epochen_bez.clear();
     session.lbl_pubez.clear();
     session.lbl_nubez.clear();
     ++session.tables_revision;
@@ -201,7 +202,7 @@ int title_line(const Record& record) {
 void read_title(Session& session, const Record& record) {
     const int line = title_line(record);
     if (line > 0 && record.has_rest()) {
-        session.titel[static_cast<std::size_t>(line)].setTitelText(std::string(record.rest()));
+        session.titel[static_cast<std::size_t>(line)].setTitelText(trim(one_line(record.rest())));
     }
 }
 

@@ -153,6 +153,8 @@ struct PointRow {
     std::int16_t pu_wert_lage = 0;
     std::int16_t pu_wert_hoehe = 0;
     std::int16_t pu_epoche = 0;
+    std::int32_t pu_satz =
+        0;  ///< of a change: number of its record among those of the part, from 1
     std::string pu_bez;
     double pu_bez_hoch = 0;     ///< label offset, percent of font height
     double pu_bez_rechts = 0;   ///< 0: the label stands at its standard position
@@ -166,6 +168,14 @@ struct PointRow {
     double pu_nv_hoehe = -99.0;
     double pu_eh_hoehe = -99.0;
 };
+
+/// Where the label of a change was moved to, percent of font height.
+struct EpochOffset {
+    double rechts = 0;
+    double hoch = 0;
+};
+/// Moved labels of changes by the number of their record (PointRow::pu_satz).
+using EpochOffsets = std::unordered_map<std::int32_t, EpochOffset>;
 
 /// A numbering district label that was moved.
 struct NubezOffsetRow {

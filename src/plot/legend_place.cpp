@@ -12,8 +12,8 @@
 #include "plot/plot_layers.h"
 #include "plot/preview.h"
 #include "plot/printer_adapters.h"
-#include "text/fatal_error.h"
 #include "text/codepage.h"
+#include "text/fatal_error.h"
 
 namespace veldra {
 
@@ -145,7 +145,7 @@ std::int16_t best_place(Session& session, const Desk& desk) {
 }  // namespace
 
 void choose_legend_place(Session& session, const Desk& desk, const SheetGeometry& sheet) {
-    if (session.pu.count() < 1 && session.lin.count() < 1) {
+    if (part_is_empty(session)) {
         return;
     }
     Trial trial(session, sheet);

@@ -62,7 +62,9 @@ class SheetDivision {
 
     /// Gives the paper of the orientation taken.
     SheetGeometry run() {
-        if (plot_.plot_ausrichtung != -99) {
+        if (part_is_empty(session_)) {
+            compute_extents();
+        } else if (plot_.plot_ausrichtung != -99) {
             keep_settings();
         } else {
             if (plot_.plot_massstab <= 0) {

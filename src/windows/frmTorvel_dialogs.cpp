@@ -45,7 +45,7 @@ void FrmTorvel::open_object_selection() {
     if (!ready_for_dialog()) {
         return;
     }
-    clear_undo(session_.window);
+    clear_undo_for_selection(session_.window);
     const auto take = [this, before = session_.obj](SelectionLeft left) {
         perform([&] { revocable([&] { auswahl_uebernehmen(session_, before, left, desk()); }); });
     };
