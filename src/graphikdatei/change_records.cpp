@@ -119,23 +119,28 @@ std::string epoch_offset_text(double offset) {
     return text == "0.0" ? "0.1" : text;
 }
 
-std::string with_label_offset(std::string_view line, ChangeRecord kind, const EpochOffset& offset) {
-    const int text_token = epoch_text_token(kind);
+std::string with_offsets(std::string_view line, int text_token, std::string_view rechts_text,
+                         std::string_view hoch_text) {
     const RawToken rechts = raw_token(line, text_token + 1);
     const RawToken hoch = raw_token(line, text_token + 2);
     std::string moved =
         rechts.there ? std::string(line.substr(0, rechts.begin)) : up_to_text(line, text_token);
     separate(moved);
-    moved += epoch_offset_text(offset.rechts);
+    moved += rechts_text;
     if (hoch.there) {
         moved += line.substr(rechts.end, hoch.begin - rechts.end);
     }
     separate(moved);
-    moved += epoch_offset_text(offset.hoch);
+    moved += hoch_text;
     if (hoch.there) {
         add_rest(moved, line.substr(hoch.end));
     }
     return moved.size() > longest_line ? std::string(line) : moved;
+}
+
+std::string with_label_offset(std::string_view line, ChangeRecord kind, const EpochOffset& offset) {
+    return with_offsets(line, epoch_text_token(kind), epoch_offset_text(offset.rechts),
+                        epoch_offset_text(offset.hoch));
 }
 
 }  // namespace veldra

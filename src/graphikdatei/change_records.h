@@ -39,8 +39,12 @@ class ChangeRecords {
 /// standard place.
 [[nodiscard]] std::string epoch_offset_text(double offset);
 
-/// The line of a change with these offsets of its label; what else it holds reads as before. A line
-/// that would become too long to be read is given back as it is.
+/// The line with these two tokens behind token `text_token` (from 2), a text; what else it holds
+/// reads as before, and missing tokens between are filled. A line that would become too long to be
+/// read is given back as it is.
+[[nodiscard]] std::string with_offsets(std::string_view line, int text_token,
+                                       std::string_view rechts, std::string_view hoch);
+/// The line of a change with these offsets of its label, as above.
 [[nodiscard]] std::string with_label_offset(std::string_view line, ChangeRecord kind,
                                             const EpochOffset& offset);
 

@@ -173,6 +173,12 @@ struct PointRow {
 struct EpochOffset {
     double rechts = 0;
     double hoch = 0;
+    // The change itself, which need not be shown any more.
+    double pu_rechts = 0;  ///< easting of its point, metres
+    double pu_hoch = 0;
+    std::int16_t pu_epoche = 0;
+    bool hoehe = false;       ///< of the height; else of the position
+    std::string pu_bez = {};  ///< text of its epoch
 };
 /// Moved labels of changes by the number of their record (PointRow::pu_satz).
 using EpochOffsets = std::unordered_map<std::int32_t, EpochOffset>;
@@ -249,6 +255,8 @@ class PointTable : public RowTable<PointRow> {
     std::int32_t punkt_neu(double rechts, double hoch) { return punkt_neu(Search(rechts, hoch)); }
     /// The row of exactly these coordinates, appended if there is none.
     std::int32_t punkt_suchen_neu(const Search& search);
+    /// The row of the point pass with exactly these coordinates; 0 if none.
+    [[nodiscard]] std::int32_t signature_at(double rechts, double hoch) const;
     std::int32_t punkt_suchen_neu(double rechts, double hoch) {
         return punkt_suchen_neu(Search(rechts, hoch));
     }

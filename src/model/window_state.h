@@ -12,6 +12,7 @@ enum class MenuItem : std::uint8_t {
     m_datei_beliebig,
     m_datei_bild,  ///< the picture as a file
     m_datei_plot,  ///< the plot as a file
+    m_datei_uebernehmen,
     m_datei_n1,
     m_datei_alt_1,
     m_datei_alt_2,

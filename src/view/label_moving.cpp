@@ -126,7 +126,9 @@ void undo_move_of_change(Session& session, const Undo& step) {
     if (step.undo_satz_neu) {
         session.epochen_bez.erase(step.undo_satz);
     } else {
-        session.epochen_bez[step.undo_satz] = {step.undo_wert[0], step.undo_wert[1]};
+        EpochOffset& offset = session.epochen_bez[step.undo_satz];
+        offset.rechts = step.undo_wert[0];
+        offset.hoch = step.undo_wert[1];
     }
 }
 
@@ -178,7 +180,13 @@ void move_point_label(Session& session, std::int32_t i, const EpochOffset& offse
     row.pu_bez_rechts = offset.rechts;
     row.pu_bez_hoch = offset.hoch;
     if (row.pu_satz != 0) {
-        session.epochen_bez[row.pu_satz] = offset;
+        EpochOffset& moved = session.epochen_bez[row.pu_satz];
+        moved = offset;
+        moved.pu_rechts = row.pu_rechts;
+        moved.pu_hoch = row.pu_hoch;
+        moved.pu_epoche = row.pu_epoche;
+        moved.hoehe = row.pu_wert_hoehe != 0;
+        moved.pu_bez = row.pu_bez;
     }
 }
 

@@ -101,15 +101,15 @@ TEST_F(Lifecycle, AFileWithoutVectorScalesHasTheStandardOnes) {
     EXPECT_EQ(session.vektor_massstab[6], 0.5);
 }
 
-TEST_F(Lifecycle, AFileReadAnewWithoutVectorScalesHasTheStandardOnes) {
+TEST_F(Lifecycle, AFileReadAnewWithoutVectorScalesKeepsThoseThatItHad) {
     const std::string part = "NETZTEIL A\nPUNKTSIGNATUR 10 20 0 0 1\nPUNKTSIGNATUR 40 60 0 0 1\n";
     const std::string path = make_file("a.dat", "MAßSTABVEKTOREN 4 5 8 10 20 25\n" + part);
     open(path);
     ASSERT_EQ(session.vektor_massstab[6], 0.04);
     make_file("a.dat", part);
-    datei_erneut_lesen(session, desk);
-    EXPECT_EQ(session.vektor_massstab[1], 0.5);
-    EXPECT_EQ(session.vektor_massstab_plot[6], 0.5);
+    (void)datei_erneut_lesen(session, desk);
+    EXPECT_EQ(session.vektor_massstab[1], 0.25);
+    EXPECT_EQ(session.vektor_massstab_plot[6], 0.04);
 }
 
 TEST_F(Lifecycle, EllipsoidAndMappingThatAPartDoesNotTellAreThoseOfThePartBefore) {
