@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QTest>
 #include <memory>
@@ -213,7 +214,9 @@ class FrmTorvelPlotDialogsTest : public QObject {
     }
 
     void printer_dialog_is_centred_on_the_window() {
-        window_->move(200, 150);
+        // With room on both sides: a dialog that would leave the screen is moved back onto it.
+        const QRect room = window_->screen()->availableGeometry();
+        window_->move(room.center().x() - window_->frameGeometry().width() / 2, 150);
         trigger("m_optionen_drucker");
         const QPoint middle = window_->frameGeometry().center();
         const QRect frame = dialog<FrmDrucker>()->frameGeometry();
