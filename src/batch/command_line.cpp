@@ -18,6 +18,7 @@
 #include "batch/plot_command.h"
 #include "batch/usage_messages.h"
 #include "os/process.h"
+#include "pdf/single_faces.h"
 #include "text/fatal_error.h"
 
 namespace veldra::batch {
@@ -33,6 +34,7 @@ constexpr std::int64_t most_sheets_allowed = 1'000'000'000'000;
 /// The arguments of all commands; each command uses its own.
 struct Arguments {
     FileOptions file;
+    std::string old_file;  ///< of which the hand's work is taken over
     PictureOptions picture;
     TransformationOptions transformation;
     PlotArguments plot;
@@ -183,6 +185,7 @@ class CommandLine {
         add_bild();
         add_operationen();
         add_normalform();
+        add_uebernehmen();
         add_plot();
         add_bezirk();
         add_koordinaten();
@@ -278,6 +281,20 @@ class CommandLine {
         add_output(*command, arguments_, "Datei, die geschrieben wird");
         act_on(*command,
                [this] { command_normalform(file_options(), arguments_.parts, arguments_.output); });
+    }
+
+    void add_uebernehmen() {
+        CLI::App* command = add_plain_command(
+            app_, "uebernehmen",
+            "Beschriftungen, Auswahl, Titel und Ploteinstellungen in eine neue Datei übernehmen");
+        command->add_option("ALT", arguments_.old_file, "die Graphikdatei mit den Einstellungen")
+            ->required();
+        command->add_option("NEU", arguments_.file.file, "die neu gerechnete Graphikdatei")
+            ->required();
+        add_output(*command, arguments_, "Datei, die geschrieben wird");
+        act_on(*command, [this] {
+            command_uebernehmen(arguments_.old_file, arguments_.file.file, arguments_.output);
+        });
     }
 
     void add_plot() {
@@ -402,6 +419,7 @@ int run(int argc, char** argv) {
     int no_arguments = 1;
     std::optional<QGuiApplication> application;
     if (line.needs_toolkit()) {
+        keep_one_file_of_each_face();
         application.emplace(no_arguments, argv);
     }
     return guarded(line, line.action());

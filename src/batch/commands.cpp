@@ -1,13 +1,16 @@
 #include "batch/commands.h"
 
 #include "batch/batch_session.h"
+#include "batch/command_input.h"
 #include "batch/ground_commands.h"
 #include "batch/json_output.h"
 #include "batch/output.h"
 #include "drawing/pipeline.h"
+#include "graphikdatei/hand_work_transfer.h"
 #include "graphikdatei/writer.h"
 #include "os/files.h"
 #include "text/fatal_error.h"
+#include "text/shown_text.h"
 #include "windows/qt/picture_image.h"
 #include "windows/qt/qt_text_measurer.h"
 
@@ -77,6 +80,28 @@ void command_normalform(const FileOptions& options, const std::vector<std::strin
     }
     arbeitskopie_schreiben(session);
     endfassung_schreiben(session, output);
+}
+
+void command_uebernehmen(const std::string& old, const std::string& file,
+                         const std::string& output) {
+    refuse_standard_input_twice({old, file});
+    refuse_input_as_output(old, output);
+    refuse_input_as_output(file, output);
+    tell_ownership_loss(output);
+    const CommandInput old_input(old);
+    const CommandInput new_input(file);
+    TransferReport report;
+    try {
+        HandWork hand_work = read_hand_work(old_input.path());
+        forget_title_of_path(hand_work,
+                             {old_input.name(), new_input.name(), absolute_path(output)});
+        ReplacedFile out(output);
+        report = transfer_hand_work(hand_work, new_input.path(), out);
+        out.commit();
+    } catch (const FatalError& error) {
+        throw FatalError(new_input.named(old_input.named(error.what())));
+    }
+    write_to_standard_output(for_terminal(transfer_text(report, report.lost.size())));
 }
 
 }  // namespace veldra::batch

@@ -19,4 +19,8 @@ void command_operationen(const FileOptions& options, const PictureOptions& pictu
 void command_normalform(const FileOptions& options, const std::vector<std::string>& parts,
                         const std::string& output);
 
+/// Writes `file` with the hand's work of the graphic file `old`, and prints what was taken over.
+void command_uebernehmen(const std::string& old, const std::string& file,
+                         const std::string& output);
+
 }  // namespace veldra::batch

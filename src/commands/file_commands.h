@@ -12,10 +12,16 @@ namespace veldra {
 void datei_alt_oeffnen(Session& session, int index, const Desk& desk);
 
 /// If another program has rewritten the open file, asks whether it is to be read anew, and does so:
-/// the part in view stays, changes since the last reading are dropped. Otherwise the file as it is
+/// the part in view stays, the hand's work is taken over, and the user is told how much of it.
+/// Otherwise the file as it is
 /// now counts as known, and is overwritten when it is left. Throws FatalError when it cannot be
 /// read.
 void geaenderte_datei_pruefen(Session& session, const Desk& desk);
+
+/// Takes label offsets, selection, titles and plot settings of another graphic file over into the
+/// open one, shows it anew and tells how many. What goes wrong is told too, and the open file stays
+/// as it was; FatalError is thrown when it cannot be read any more.
+void einstellungen_uebernehmen(Session& session, const std::string& path, const Desk& desk);
 
 /// Ends the work of the program: asks about a changed default printer, writes the graphic file, the
 /// profile and, after a plain start, the list of recent files. The program counts as ended

@@ -39,6 +39,7 @@ void FileWatch::leave() {
     lock_.reset();
     path_.clear();
     stamp_ = {};
+    as_read_ = {};
     read_only_.end();
 }
 
@@ -48,6 +49,12 @@ bool FileWatch::rewritten() const {
     }
     const FileStamp now = file_stamp(path_);
     return now != FileStamp{} && now != stamp_;
+}
+
+bool FileWatch::rewritten_and_at_rest() {
+    const FileStamp before = seen_;
+    seen_ = rewritten() ? file_stamp(path_) : FileStamp{};
+    return seen_ != FileStamp{} && seen_ == before;
 }
 
 void FileWatch::accept() {

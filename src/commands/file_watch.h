@@ -2,8 +2,10 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "commands/read_only_file.h"
+#include "graphikdatei/hand_work.h"
 #include "os/file_lock.h"
 #include "os/files.h"
 
@@ -23,6 +25,9 @@ class FileWatch {
 
     /// The file is about to be read: from now on this is the one to watch.
     void follow(const std::string& path);
+    /// Keeps what the user has put into the file by hand, as it was read.
+    void keep(HandWork as_read) { as_read_ = std::move(as_read); }
+    [[nodiscard]] const HandWork& as_read() const { return as_read_; }
     /// The file has been left.
     void leave();
 
@@ -32,6 +37,9 @@ class FileWatch {
     /// The file has been changed since it was read, by anyone. One that is gone counts as
     /// unchanged.
     [[nodiscard]] bool rewritten() const;
+    /// The same, asked at intervals: only if the file has stayed as it is since the last question,
+    /// since another program may still be writing.
+    [[nodiscard]] bool rewritten_and_at_rest();
     /// Takes the file as it is now for the one that was read.
     void accept();
     /// Takes that back: what counts is the file that was read.
@@ -41,6 +49,8 @@ class FileWatch {
     std::string path_;  ///< "" if there is none to watch
     FileStamp read_stamp_;
     FileStamp stamp_;  ///< of the file that counts as known
+    FileStamp seen_;   ///< of the rewritten file when it was last asked for
+    HandWork as_read_;
     ReadOnlyFile read_only_;
     std::string reserved_path_;
     std::unique_ptr<FileLock> lock_;

@@ -1,5 +1,7 @@
 #include "commands/lifecycle.h"
 
+#include <map>
+
 #include "commands/file_watch.h"
 #include "commands/write_back.h"
 #include "graphikdatei/file_kind.h"
@@ -7,6 +9,7 @@
 #include "graphikdatei/maxima_pass.h"
 #include "graphikdatei/observation_pass.h"
 #include "graphikdatei/point_pass.h"
+#include "graphikdatei/take_over.h"
 #include "graphikdatei/value_pass.h"
 #include "graphikdatei/working_copies.h"
 #include "graphikdatei/writer.h"
@@ -28,6 +31,8 @@ constexpr int recent_files = 4;
 /// How often the file is run through for what it holds as a whole (once for the parts, twice for
 /// the maxima) and for a part (points, observations, values).
 constexpr int readings_of_a_file = 3;
+/// And once for what the user has put into it by hand.
+constexpr int readings_for_the_watch = 1;
 constexpr int readings_of_a_part = 3;
 
 MenuItemState& recent_item(WindowState& window, int index) {
@@ -135,15 +140,33 @@ void datei_neu_laden(Session& session, const std::string& path, OpenedBy opened_
 
 namespace {
 
-void read_whole_file_records(Session& session, const Desk& desk) {
-    if (desk.watch != nullptr) {
-        desk.watch->follow(session.graphikdatei);
-    }
+void read_whole_file_records(Session& session, const Desk& desk, int more_readings) {
     const Hourglass hourglass(session, desk.ui);
-    expect_readings(session.work, readings_of_a_file + readings_of_a_part);
+    expect_readings(session.work, readings_of_a_file + readings_of_a_part + more_readings);
     kopf_lesen(session);
     maxima_lesen(session);
 }
+
+/// The parts that are marked for plotting, which the file does not know.
+class PlotMarks {
+ public:
+    explicit PlotMarks(const Session& session) {
+        for (std::int32_t i = 1; i <= session.netz.count(); ++i) {
+            marks_.emplace(session.netz[i].netz_name, session.netz[i].netz_plotmarke);
+        }
+    }
+    void restore(Session& session) const {
+        for (std::int32_t i = 1; i <= session.netz.count(); ++i) {
+            const auto mark = marks_.find(session.netz[i].netz_name);
+            if (mark != marks_.end()) {
+                session.netz[i].netz_plotmarke = mark->second;
+            }
+        }
+    }
+
+ private:
+    std::map<std::string, std::int16_t> marks_;
+};
 
 /// The first part of that name; the current one if there is none.
 std::int32_t part_named(const Session& session, const std::string& name) {
@@ -160,23 +183,39 @@ std::int32_t part_named(const Session& session, const std::string& name) {
 void datei_lesen(Session& session, const Desk& desk) {
     if (desk.watch != nullptr) {
         desk.watch->read_only().begin(session);
+        desk.watch->follow(session.graphikdatei);
     }
-    read_whole_file_records(session, desk);
+    read_whole_file_records(session, desk, desk.watch != nullptr ? readings_for_the_watch : 0);
+    if (desk.watch != nullptr) {
+        desk.watch->keep(read_hand_work(session.graphikdatei, session.work));
+    }
     netzteil_lesen(session, desk);
     erstansicht(session, desk);
 }
 
-void datei_erneut_lesen(Session& session, const Desk& desk) {
+TransferReport datei_erneut_lesen(Session& session, const Desk& desk) {
+    const HandWork hand_work = current_hand_work(
+        session, desk.watch != nullptr ? desk.watch->as_read() : HandWork(), nullptr);
     if (desk.watch != nullptr) {
-        desk.watch->read_only().note_changes(session);
+        desk.watch->follow(session.graphikdatei);  // what changes from now on is asked about again
+        desk.watch->keep(hand_work);
+    }
+    TransferReport report = transfer_into_working_copy(session, hand_work, session.graphikdatei);
+    arbeitskopie_einlesen(session, desk);
+    return report;
+}
+
+void arbeitskopie_einlesen(Session& session, const Desk& desk) {
+    if (desk.watch != nullptr) {
+        desk.watch->read_only().count_as_changed();
     }
     const std::string name = session.netz[session.netz_aktuell].netz_name;
+    const PlotMarks marks(session);
     session.datei_geladen = 0;  // nothing is to be kept of what was read before
-    session.arbeitsdatei_suffix.clear();
-    remove_own_copies(session);
     session.titel[0].setTitelText(from_utf8(session.graphikdatei));
     vektor_standard(session);
-    read_whole_file_records(session, desk);
+    read_whole_file_records(session, desk, 0);
+    marks.restore(session);
     if (session.netz.count() > 0) {
         session.netz_aktuell = part_named(session, name);
         load_plot_settings(session);

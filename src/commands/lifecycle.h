@@ -3,6 +3,7 @@
 #include <functional>
 #include <string>
 
+#include "graphikdatei/hand_work_transfer.h"
 #include "model/desk.h"
 #include "model/session.h"
 
@@ -27,10 +28,14 @@ void datei_setzen(Session& session, const std::string& path);
 /// Header pass, maxima pass, first part, first view of the file that has been set.
 void datei_lesen(Session& session, const Desk& desk);
 
-/// Drops the working copies and reads the open file anew; the part in view stays if there is still
-/// one of its name. Throws FatalError when the file cannot be read. Until it has been read, no file
-/// is loaded.
-void datei_erneut_lesen(Session& session, const Desk& desk);
+/// Another program has rewritten the open file: takes the hand's work over into it, in a working
+/// copy, and reads that. Throws FatalError when a file cannot be read or written.
+TransferReport datei_erneut_lesen(Session& session, const Desk& desk);
+
+/// Reads the open file anew from its latest working copy, which holds all that counts. The part in
+/// view stays if there is still one of its name, and so do the marks for plotting. Throws
+/// FatalError when it cannot be read. Until it has been read, no file is loaded.
+void arbeitskopie_einlesen(Session& session, const Desk& desk);
 
 /// False for a pipe or a device, which gives what it holds only once and cannot be written back;
 /// the user is told.

@@ -23,6 +23,8 @@ class ReadOnlyFile {
     void take_as_read(const Session& session);
     /// Something else is about to be read in its place.
     void note_changes(const Session& session);
+    /// What is read next holds more than the file does.
+    void count_as_changed() { changed_ = read_only_; }
     /// The user has changed something since the file was opened; counted for read-only files only.
     [[nodiscard]] bool has_changed(const Session& session);
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "commands/file_watch.h"
+#include "graphikdatei/memory_writer.h"
 #include "graphikdatei/working_copies.h"
 #include "graphikdatei/writer.h"
 #include "model/hourglass.h"
@@ -21,6 +22,7 @@ namespace {
 struct Rescue {
     std::string path;     ///< "" if there is no working copy
     std::string reasons;  ///< why not, UTF-8
+    bool from_memory = false;
 };
 
 std::string file_name(const std::string& path) {
@@ -41,10 +43,20 @@ bool complete_copy(Session& session) {
     return true;
 }
 
-void copy_into(Session& session, const std::string& folder) {
+/// Writes a working copy to a path, of a session that may still read the one before.
+using CopyWriter = void (*)(Session& session, const std::string& target);
+
+void copy_beside(Session& session, CopyWriter write_copy) {
+    const WorkingCopyName next = next_working_copy(session);
+    write_copy(session, next.path());
+    session.arbeitsdatei_basis = next.base;
+    session.arbeitsdatei_suffix = next.suffix;
+}
+
+void copy_into(Session& session, const std::string& folder, CopyWriter write_copy) {
     create_folder(folder);
     const std::string base = unused_base(folder, file_name(session.graphikdatei));
-    write_working_copy(session, base + "_1");
+    write_copy(session, base + "_1");
     session.arbeitsdatei_basis = base;
     session.arbeitsdatei_suffix = "_1";
 }
@@ -70,22 +82,35 @@ bool attempt_copy(Session& session, Rescue& rescue, const Attempt& attempt) {
     return complete;
 }
 
-/// Puts the changes into a working copy.
-Rescue keep_working_copy(Session& session, const Desk& desk, WorkingCopy copy) {
-    Rescue rescue;
+/// The places for a copy in turn: beside the file, where there may be one already, the user's
+/// folder, that for temporary files.
+void try_places(Session& session, const Desk& desk, WorkingCopy copy, Rescue& rescue,
+                CopyWriter write_copy) {
     const auto beside_the_file = [&] {
         if (copy == WorkingCopy::outdated || !is_own_copy(session, working_path(session))) {
-            arbeitskopie_schreiben(session);
+            copy_beside(session, write_copy);
         }
     };
     // A folder that goes with the open file keeps nothing.
     if (!session.arbeitsordner && attempt_copy(session, rescue, beside_the_file)) {
-        return rescue;
+        return;
     }
     for (const std::string& folder : {desk.rescue_folder, temporary_directory()}) {
-        if (!folder.empty() && attempt_copy(session, rescue, [&] { copy_into(session, folder); })) {
-            break;
+        const auto into_folder = [&] { copy_into(session, folder, write_copy); };
+        if (!folder.empty() && attempt_copy(session, rescue, into_folder)) {
+            return;
         }
+    }
+}
+
+/// Puts the changes into a working copy. If there is no file any more that they fit into, the copy
+/// is made of what is in memory.
+Rescue keep_working_copy(Session& session, const Desk& desk, WorkingCopy copy) {
+    Rescue rescue;
+    try_places(session, desk, copy, rescue, write_working_copy);
+    if (rescue.path.empty()) {
+        rescue.from_memory = true;
+        try_places(session, desk, WorkingCopy::outdated, rescue, write_from_memory);
     }
     return rescue;
 }
@@ -94,7 +119,13 @@ std::string rescue_text(const Rescue& rescue) {
     if (rescue.path.empty()) {
         return "Auch eine Arbeitskopie konnte nicht geschrieben werden:" + rescue.reasons;
     }
-    return "Ihr Stand bleibt in der Arbeitskopie\n" + rescue.path + "\nerhalten.";
+    std::string text = "Ihr Stand bleibt in der Arbeitskopie\n" + rescue.path + "\nerhalten.";
+    if (rescue.from_memory) {
+        text +=
+            " Sie enthält, was im Speicher war: das angezeigte Netzteil mit seinen Punkten und den "
+            "dargestellten Beobachtungen und Werten.";
+    }
+    return text;
 }
 
 bool may_overwrite(const Session& session, const Desk& desk, Attendance attendance) {

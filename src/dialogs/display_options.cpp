@@ -49,7 +49,8 @@ bool take_extents(Session& session, TextMeasurer& measurer, Printer* printer) {
     const Extents before = session.extents;
     PaperTextOnDesk paper_text(session, measurer, printer);
     ComputeExtents(session, paper_text);
-    if (!(session.plot.plot_massstab > 0) || sheets_can_be_counted(session)) {
+    if (!(session.plot.plot_massstab > 0) || part_is_empty(session) ||
+        sheets_can_be_counted(session)) {
         return true;
     }
     session.extents = before;

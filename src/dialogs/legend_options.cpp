@@ -57,7 +57,7 @@ LegendEntry legend_entry(const Session& session, std::size_t line) {
 
 void legend_accept(Session& session, const std::array<LegendEntry, legend_line_count>& entries,
                    std::int16_t position) {
-    title_of(session, 1).setTitelText(std::string(trim(entries[0].text)));
+    title_of(session, 1).setTitelText(trim(one_line(entries[0].text)));
     for (std::size_t line = 2; line <= legend_line_count; ++line) {
         const LegendEntry& entry = entries[line - 1];
         title_of(session, line).setTitelText(entry.standard ? std::string() : entry.text);

@@ -48,6 +48,9 @@ void RefreshSheetCounts(Session& session, PlotOptions& options, const WorldPoint
 
 /// Counts from the zero point that OK would leave behind.
 void refresh(Session& session, PlotOptions& options) {
+    if (part_is_empty(session)) {
+        return;
+    }
     const Extents& extents = session.extents;
     const PlotSettings& plot = session.plot;
     const WorldPoint from = options.null_anpassen

@@ -91,7 +91,7 @@ void read_record(Session& session, Record& record, const RecordSource& source) {
             break;
         case 'V':
             if (record.is(keyword::verfahrenlegende) && record.has_rest()) {
-                session.titel[0].setTitelText(std::string(record.rest()));
+                session.titel[0].setTitelText(trim(one_line(record.rest())));
             }
             break;
         case 'M':

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "model/long_work.h"
+#include "text/tokens.h"
 
 namespace veldra {
 
@@ -21,6 +22,9 @@ bool LineReader::next_of_windows(std::string_view& line) {
             return true;
         }
         scanned_ = end_;
+        if (begin_ == 0 && end_ == buffer_.size()) {
+            return cut_line(line);
+        }
     }
     if (begin_ == end_) {
         return false;
@@ -31,17 +35,38 @@ bool LineReader::next_of_windows(std::string_view& line) {
     return true;
 }
 
+/// The line that fills the whole window: its beginning stays there, the rest is read over.
+bool LineReader::cut_line(std::string_view& line) {
+    constexpr std::size_t kept = longest_line + 1;
+    bool ended = false;
+    begin_ = scanned_ = end_ = kept;
+    while (!ended && fill()) {
+        const void* const found = std::memchr(buffer_.data() + kept, '\n', end_ - kept);
+        ended = found != nullptr;
+        begin_ =
+            ended ? static_cast<std::size_t>(static_cast<const char*>(found) - buffer_.data()) + 1
+                  : kept;
+        end_ = ended ? end_ : kept;
+    }
+    scanned_ = begin_;
+    line = std::string_view(buffer_.data(), kept);
+    ++line_number_;
+    return true;
+}
+
 bool LineReader::refill() {
-    report_work(work_);
     if (begin_ > 0) {
         std::memmove(buffer_.data(), buffer_.data() + begin_, end_ - begin_);
         end_ -= begin_;
         scanned_ -= begin_;
         begin_ = 0;
     }
-    if (end_ == buffer_.size()) {
-        buffer_.resize(buffer_.size() * 2);
-    }
+    return fill();
+}
+
+/// Reads into the rest of the window; false at the end of the file.
+bool LineReader::fill() {
+    report_work(work_);
     const std::size_t count = file_.read(buffer_.data() + end_, buffer_.size() - end_);
     end_ += count;
     tell_work(count);

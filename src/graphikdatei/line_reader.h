@@ -13,7 +13,8 @@ namespace veldra {
 class LongWork;
 
 /// Reads a file line by line as bytes. A line ends with LF; one CR before it belongs to the end.
-/// The last line needs no end. Holds a window of the file, never the whole.
+/// The last line needs no end. Holds a window of 256 KB of the file, never the whole; of a line
+/// that fills it the first 32768 bytes are handed out, more than a line with tokens can have.
 class LineReader {
  public:
     /// Throws FatalError, naming file and reason, when the file cannot be opened. `work` hears of
@@ -43,7 +44,9 @@ class LineReader {
         return true;
     }
     bool next_of_windows(std::string_view& line);
+    bool cut_line(std::string_view& line);
     bool refill();
+    bool fill();
     void tell_work(std::size_t count);
 
     LongWork* work_;

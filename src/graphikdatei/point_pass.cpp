@@ -16,6 +16,7 @@ namespace {
 void reset_points(Session& session) {
     session.pu.clear();
     session.nuoff.clear();
+    session.epochen_bez.clear();
     session.lbl_pubez.clear();
     session.lbl_nubez.clear();
     ++session.tables_revision;
@@ -111,21 +112,9 @@ class DistrictLabels {
     explicit DistrictLabels(RowTable<NubezOffsetRow>& rows) : rows_(rows) {}
 
     void read(Record& record) {
-        const std::string_view first = record.word(2).text;
-        const bool with_series = first == "L" || first == "C";
-        const int required = with_series ? 5 : 4;
-        if (!record.word(required).found()) {
-            return;
+        if (const auto label = district_label(record)) {
+            rows_[row_of(label->nuoff_bez)] = *label;
         }
-        std::string name(first);
-        if (with_series) {
-            name += ' ';
-            name += record.word(3).text;
-        }
-        NubezOffsetRow& row = rows_[row_of(name)];
-        row.nuoff_bez = name;
-        row.nuoff_rechts = record.number(required - 1);
-        row.nuoff_hoch = record.number(required);
     }
 
  private:
@@ -190,18 +179,10 @@ void read_selection(ObjectSelection& obj, Record& record) {
     }
 }
 
-/// Number of the title line (from 0) that a TITEL2 to TITEL4 record sets, or -1.
-int title_line(const Record& record) {
-    return record.is(keyword::titel2)   ? 1
-           : record.is(keyword::titel3) ? 2
-           : record.is(keyword::titel4) ? 3
-                                        : -1;
-}
-
 void read_title(Session& session, const Record& record) {
     const int line = title_line(record);
     if (line > 0 && record.has_rest()) {
-        session.titel[static_cast<std::size_t>(line)].setTitelText(std::string(record.rest()));
+        session.titel[static_cast<std::size_t>(line)].setTitelText(trim(one_line(record.rest())));
     }
 }
 

@@ -1,5 +1,6 @@
 #include "graphikdatei/record_fields.h"
 
+#include "graphikdatei/keywords.h"
 #include "text/codepage.h"
 #include "text/numbers.h"
 
@@ -35,6 +36,31 @@ std::int16_t flag_value(const Word& word) {
         return 1;
     }
     return static_cast<std::int16_t>(zahl_wert(word.text));
+}
+
+std::optional<NubezOffsetRow> district_label(Record& record) {
+    const std::string_view first = record.word(2).text;
+    const bool with_series = first == "L" || first == "C";
+    const int required = with_series ? 5 : 4;
+    if (!record.word(required).found()) {
+        return std::nullopt;
+    }
+    NubezOffsetRow row;
+    row.nuoff_bez = first;
+    if (with_series) {
+        row.nuoff_bez += ' ';
+        row.nuoff_bez += record.word(3).text;
+    }
+    row.nuoff_rechts = record.number(required - 1);
+    row.nuoff_hoch = record.number(required);
+    return row;
+}
+
+int title_line(const Record& record) {
+    return record.is(keyword::titel2)   ? 1
+           : record.is(keyword::titel3) ? 2
+           : record.is(keyword::titel4) ? 3
+                                        : -1;
 }
 
 }  // namespace veldra

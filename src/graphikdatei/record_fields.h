@@ -3,10 +3,12 @@
 #include <array>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "graphikdatei/line_reader.h"
+#include "model/tables.h"
 #include "text/fatal_error.h"
 #include "text/tokens.h"
 
@@ -58,5 +60,11 @@ struct Position {
 [[nodiscard]] inline Position read_position(Record& record) {
     return {record.number(2), record.number(3)};
 }
+
+/// The moved label of a numbering district; none if a token is missing.
+[[nodiscard]] std::optional<NubezOffsetRow> district_label(Record& record);
+
+/// Number of the title line (from 0) that a TITEL2 to TITEL4 record sets, or -1.
+[[nodiscard]] int title_line(const Record& record);
 
 }  // namespace veldra

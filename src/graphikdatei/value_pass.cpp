@@ -3,6 +3,7 @@
 #include <cmath>
 #include <limits>
 
+#include "graphikdatei/change_records.h"
 #include "graphikdatei/delay_line.h"
 #include "graphikdatei/part_filter.h"
 #include "graphikdatei/record_fields.h"
@@ -61,37 +62,28 @@ class ValueReader {
  public:
     ValueReader(Session& session, const RecordSource& source)
         : points_(session.pu),
+          moved_labels_(session.epochen_bez),
           mode_lage_(session.obj.obj_wert_lage),
           mode_hoehe_(session.obj.obj_wert_hoehe),
           ev_grenze_(session.settings.stndwert),
           source_(source) {}
 
     void read(Record& record) {
-        switch (record.initial()) {
-            case 'L':
-                if (record.is(keyword::lageaenderung)) {
-                    read_horizontal_change(record);
-                } else if (record.is(keyword::lagerestklaffungen)) {
-                    read_horizontal_residual(record);
-                } else if (record.is(keyword::lagefehlerellipse)) {
-                    read_ellipse(record);
-                }
+        switch (changes_.take(record)) {
+            case ChangeRecord::lage:
+                read_horizontal_change(record);
                 break;
-            case 'H':
-                if (record.is(keyword::hoehenaenderung)) {
-                    read_height_change(record);
-                } else if (record.is(keyword::hoehenrestklaffungen)) {
-                    read_height_residual(record);
-                } else if (record.is(keyword::hoehenfehler)) {
-                    read_height_error(record);
-                }
+            case ChangeRecord::hoehe:
+                read_height_change(record);
                 break;
-            case 'N':
-                if (record.is(keyword::naechsteepoche)) {
-                    read_next_epoch(record);
-                }
+            case ChangeRecord::lage_epoche:
+                read_horizontal_epoch(record);
                 break;
-            default:
+            case ChangeRecord::hoehe_epoche:
+                read_height_epoch(record);
+                break;
+            case ChangeRecord::none:
+                read_value(record);
                 break;
         }
     }
@@ -104,8 +96,6 @@ class ValueReader {
     }
 
  private:
-    enum class Parent : std::uint8_t { none, lage, hoehe };
-
     struct Ellipse {
         explicit Ellipse(const Position& position) : point(position.rechts, position.hoch) {}
 
@@ -115,11 +105,33 @@ class ValueReader {
         double direction = absent;  ///< an ellipse without one only makes its point known
     };
 
+    void read_value(Record& record) {
+        switch (record.initial()) {
+            case 'L':
+                if (record.is(keyword::lagerestklaffungen)) {
+                    read_horizontal_residual(record);
+                } else if (record.is(keyword::lagefehlerellipse)) {
+                    read_ellipse(record);
+                }
+                break;
+            case 'H':
+                if (record.is(keyword::hoehenrestklaffungen)) {
+                    read_height_residual(record);
+                } else if (record.is(keyword::hoehenfehler)) {
+                    read_height_error(record);
+                }
+                break;
+            default:
+                break;
+        }
+    }
+
     /// A new row at the parent's coordinates with the running totals and, from token `n` on, the
     /// epoch text and the label offsets.
-    void add_change(Record& record, int n) {
+    void add_change(Record& record, ChangeRecord kind) {
+        const int n = epoch_text_token(kind);
         PointRow& point = points_[points_.punkt_neu(position_.rechts, position_.hoch)];
-        if (parent_ == Parent::lage) {
+        if (kind == ChangeRecord::lage || kind == ChangeRecord::lage_epoche) {
             point.pu_wert_rechts = total_rechts_;
             point.pu_wert_hoch = total_hoch_;
             point.pu_wert_lage = at_ap_ ? std::int16_t{1} : std::int16_t{-1};
@@ -133,10 +145,14 @@ class ValueReader {
             point.pu_bez_rechts = record.number(n + 1);
             point.pu_bez_hoch = record.number(n + 2);
         }
+        point.pu_satz = changes_.number();
+        if (const auto moved = moved_labels_.find(point.pu_satz); moved != moved_labels_.end()) {
+            point.pu_bez_rechts = moved->second.rechts;
+            point.pu_bez_hoch = moved->second.hoch;
+        }
     }
 
     void read_horizontal_change(Record& record) {
-        parent_ = Parent::lage;
         if (mode_lage_ != changes) {
             return;
         }
@@ -145,11 +161,10 @@ class ValueReader {
         total_hoch_ = record.number(5);
         at_ap_ = flag_value(record.word(6)) != 0;
         epoch_ = 0;
-        add_change(record, 7);
+        add_change(record, ChangeRecord::lage);
     }
 
     void read_height_change(Record& record) {
-        parent_ = Parent::hoehe;
         if (mode_hoehe_ != changes) {
             return;
         }
@@ -157,20 +172,26 @@ class ValueReader {
         total_hoch_ = record.number(4);
         at_ap_ = flag_value(record.word(5)) != 0;
         epoch_ = 0;
-        add_change(record, 6);
+        add_change(record, ChangeRecord::hoehe);
     }
 
-    void read_next_epoch(Record& record) {
-        if (parent_ == Parent::lage && mode_lage_ == changes) {
-            count_epoch();
-            total_rechts_ += record.number(2);
-            total_hoch_ += record.number(3);
-            add_change(record, 4);
-        } else if (parent_ == Parent::hoehe && mode_hoehe_ == changes) {
-            count_epoch();
-            total_hoch_ += record.number(2);
-            add_change(record, 3);
+    void read_horizontal_epoch(Record& record) {
+        if (mode_lage_ != changes) {
+            return;
         }
+        count_epoch();
+        total_rechts_ += record.number(2);
+        total_hoch_ += record.number(3);
+        add_change(record, ChangeRecord::lage_epoche);
+    }
+
+    void read_height_epoch(Record& record) {
+        if (mode_hoehe_ != changes) {
+            return;
+        }
+        count_epoch();
+        total_hoch_ += record.number(2);
+        add_change(record, ChangeRecord::hoehe_epoche);
     }
 
     void count_epoch() {
@@ -264,12 +285,13 @@ class ValueReader {
     }
 
     PointTable& points_;
+    const EpochOffsets& moved_labels_;
     std::int16_t mode_lage_;
     std::int16_t mode_hoehe_;
     double ev_grenze_;
     const RecordSource& source_;
 
-    Parent parent_ = Parent::none;
+    ChangeRecords changes_;
     Position position_;
     bool at_ap_ = false;
     double total_rechts_ = 0;

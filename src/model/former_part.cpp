@@ -22,6 +22,7 @@ FormerPart::FormerPart(Session& session, Points points, const ObjectSelection& o
     } else if (points == Points::moved) {
         pu_ = std::exchange(session.pu, PointTable());
         nuoff_ = std::exchange(session.nuoff, RowTable<NubezOffsetRow>());
+        epochen_bez_ = std::exchange(session.epochen_bez, {});
         lbl_pubez_ = std::exchange(session.lbl_pubez, {});
         lbl_nubez_ = std::exchange(session.lbl_nubez, {});
     }
@@ -62,6 +63,7 @@ void FormerPart::restore_points() {
     session_.pu = std::move(pu_);
     if (points_ == Points::moved) {
         session_.nuoff = std::move(nuoff_);
+        session_.epochen_bez = std::move(epochen_bez_);
         session_.lbl_pubez = std::move(lbl_pubez_);
         session_.lbl_nubez = std::move(lbl_nubez_);
     }

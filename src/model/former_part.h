@@ -47,6 +47,7 @@ class FormerPart {
     std::vector<Label> lbl_fzbez_;
     PointTable pu_;
     RowTable<NubezOffsetRow> nuoff_;
+    EpochOffsets epochen_bez_;
     std::vector<Label> lbl_pubez_;
     std::vector<Label> lbl_nubez_;
 };

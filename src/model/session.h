@@ -137,6 +137,8 @@ struct Session {
     PointTable pu;
     LineTable lin;
     RowTable<NubezOffsetRow> nuoff;
+    /// Labels of changes that were moved since the part was read, shown at present or not.
+    EpochOffsets epochen_bez;
     /// Counts the rebuilds of pu and lin, so that what is derived from them knows its age.
     std::uint64_t tables_revision = 0;
 
@@ -168,6 +170,10 @@ struct Session {
 
     Settings settings;
     SettingsTwins twins;
+    /// The profile is there but could not be read: its settings, its recent files. What was not
+    /// read is not written.
+    bool profil_ungelesen = false;
+    bool start_ungelesen = false;
     PrinterState printer;
     SheetGeometry sheet;
     SheetWindow blatt;

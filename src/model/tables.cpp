@@ -127,6 +127,13 @@ std::int32_t PointTable::punkt_finden(const Search& search) const {
     return value_row != 0 ? value_row : signature_index_.find(search.hash, matches);
 }
 
+std::int32_t PointTable::signature_at(double rechts, double hoch) const {
+    const Search search(rechts, hoch);
+    return signature_index_.find(search.hash, [&](std::int32_t row) {
+        return (*this)[row].pu_rechts == rechts && (*this)[row].pu_hoch == hoch;
+    });
+}
+
 void PointTable::prefetch(const Search& search) const {
     signature_index_.prefetch(search.hash);
     value_index_.prefetch(search.hash);

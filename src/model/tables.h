@@ -153,6 +153,8 @@ struct PointRow {
     std::int16_t pu_wert_lage = 0;
     std::int16_t pu_wert_hoehe = 0;
     std::int16_t pu_epoche = 0;
+    std::int32_t pu_satz =
+        0;  ///< of a change: number of its record among those of the part, from 1
     std::string pu_bez;
     double pu_bez_hoch = 0;     ///< label offset, percent of font height
     double pu_bez_rechts = 0;   ///< 0: the label stands at its standard position
@@ -166,6 +168,20 @@ struct PointRow {
     double pu_nv_hoehe = -99.0;
     double pu_eh_hoehe = -99.0;
 };
+
+/// Where the label of a change was moved to, percent of font height.
+struct EpochOffset {
+    double rechts = 0;
+    double hoch = 0;
+    // The change itself, which need not be shown any more.
+    double pu_rechts = 0;  ///< easting of its point, metres
+    double pu_hoch = 0;
+    std::int16_t pu_epoche = 0;
+    bool hoehe = false;       ///< of the height; else of the position
+    std::string pu_bez = {};  ///< text of its epoch
+};
+/// Moved labels of changes by the number of their record (PointRow::pu_satz).
+using EpochOffsets = std::unordered_map<std::int32_t, EpochOffset>;
 
 /// A numbering district label that was moved.
 struct NubezOffsetRow {
@@ -239,6 +255,8 @@ class PointTable : public RowTable<PointRow> {
     std::int32_t punkt_neu(double rechts, double hoch) { return punkt_neu(Search(rechts, hoch)); }
     /// The row of exactly these coordinates, appended if there is none.
     std::int32_t punkt_suchen_neu(const Search& search);
+    /// The row of the point pass with exactly these coordinates; 0 if none.
+    [[nodiscard]] std::int32_t signature_at(double rechts, double hoch) const;
     std::int32_t punkt_suchen_neu(double rechts, double hoch) {
         return punkt_suchen_neu(Search(rechts, hoch));
     }

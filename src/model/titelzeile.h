@@ -1,14 +1,22 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
+
+#include "text/codepage.h"
 
 namespace veldra {
 
 /// One line of the legend's title. Text and font name are Windows-1252.
 class Titelzeile {
  public:
-    void setTitelText(std::string text) { text_ = std::move(text); }
+    /// What the longest line of a graphic file has room for behind the longest keyword of a title.
+    static constexpr std::size_t longest_text = 32750;
+
+    /// Control characters become blanks, and what a record cannot hold is cut off.
+    void setTitelText(std::string_view text) { text_ = one_line(text.substr(0, longest_text)); }
     [[nodiscard]] const std::string& getTitelText() const { return text_; }
     /// Height of a digit in millimetres of paper.
     void setTitelSize(float size) { size_ = size; }

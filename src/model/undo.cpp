@@ -25,4 +25,10 @@ void clear_undo(WindowState& window) {
     show(window, undo_caption::none, false);
 }
 
+void clear_undo_for_selection(WindowState& window) {
+    if (window.undo.undo_satz == 0) {
+        clear_undo(window);
+    }
+}
+
 }  // namespace veldra

@@ -33,4 +33,7 @@ void store_undo(WindowState& window, const Undo& step, const char* caption);
 /// Nothing can be undone: menu entry and button fall back to their plain text and are disabled.
 void clear_undo(WindowState& window);
 
+/// The same before the selection of objects, which a moved label of a change outlives.
+void clear_undo_for_selection(WindowState& window);
+
 }  // namespace veldra

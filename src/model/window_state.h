@@ -12,6 +12,7 @@ enum class MenuItem : std::uint8_t {
     m_datei_beliebig,
     m_datei_bild,  ///< the picture as a file
     m_datei_plot,  ///< the plot as a file
+    m_datei_uebernehmen,
     m_datei_n1,
     m_datei_alt_1,
     m_datei_alt_2,
@@ -81,6 +82,9 @@ struct Undo {
     std::int16_t undo_art = 0;          ///< 0 none, 1 and 2 a label, 3 the sheets, 4 and 5 the view
     std::int32_t undo_index = 0;        ///< of the label
     std::array<double, 4> undo_wert{};  ///< what was there before
+    /// A change's label goes by its record, which keeps its number when rows are read anew.
+    std::int32_t undo_satz = 0;
+    bool undo_satz_neu = false;  ///< and had not been moved before
 };
 
 /// What the main window shows beside the picture. The window brings its controls into line with

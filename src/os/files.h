@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -82,6 +83,8 @@ class TemporaryFolder {
 
 /// True if the path can be opened for reading and is no folder.
 [[nodiscard]] bool datei_vorhanden(const std::string& path);
+/// True if the path leads to nothing; false also if that cannot be found out.
+[[nodiscard]] bool is_missing(const std::string& path);
 /// True if the path leads to something that is neither a regular file nor a folder: a pipe, a
 /// socket, a device. What it gives can be read only once, if it ends at all.
 [[nodiscard]] bool sonderdatei_vorhanden(const std::string& path);
@@ -95,6 +98,8 @@ void remove_file(const std::string& path);
 void create_folder(const std::string& path);
 /// The whole content of a file; throws FatalError.
 [[nodiscard]] std::string read_whole_file(const std::string& path);
+/// The same; none if there is no file of that name. Any other obstacle throws FatalError.
+[[nodiscard]] std::optional<std::string> read_file_if_any(const std::string& path);
 /// True if both paths exist and lead to one file.
 [[nodiscard]] bool same_file(const std::string& a, const std::string& b);
 /// The absolute form of a path, with the links in it left alone.

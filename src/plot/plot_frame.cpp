@@ -226,7 +226,9 @@ std::vector<LegendLine> legend_lines(const Session& session) {
 void count_plot_sheets(Session& session) {
     PlotSettings& plot = session.plot;
     const Extents& extents = session.extents;
-    if (plot.plot_blatt_auto == table_true) {
+    // An empty part may have its zero point wherever it likes.
+    const bool counted = !part_is_empty(session) || sheets_can_be_counted(session);
+    if (plot.plot_blatt_auto == table_true && counted) {
         plot.plot_blatt_rechts = sheet_count(session, extents.gesamt_rw_max - plot.plot_null_rechts,
                                              session.sheet.papier_breite, "plot_blatt_rechts");
         plot.plot_blatt_hoch = sheet_count(session, extents.gesamt_hw_max - plot.plot_null_hoch,

@@ -61,7 +61,9 @@ class SheetDivision {
         : session_(session), plot_(session.plot), paper_text_(paper_text), printer_(printer) {}
 
     void run() {
-        if (plot_.plot_ausrichtung != -99) {
+        if (part_is_empty(session_)) {
+            compute_extents();
+        } else if (plot_.plot_ausrichtung != -99) {
             keep_settings();
         } else {
             if (plot_.plot_massstab <= 0) {

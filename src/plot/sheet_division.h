@@ -41,6 +41,12 @@ class SheetOverflow : public FatalError {
 /// an orientation other than 1 and 2 starts from the sizes held so far.
 void ComputePaperArea(Session& session, SheetPrinter* printer);
 
+/// The part has neither points nor lines. Nothing of it will ever stand on a sheet, so its sheets
+/// are not counted, however far away its zero point is.
+[[nodiscard]] inline bool part_is_empty(const Session& session) {
+    return session.pu.count() == 0 && session.lin.count() == 0;
+}
+
 /// Sets the four margins for a binding margin and takes them off `papier_*`, which hold the
 /// printable area before and the net area afterwards, metres of paper.
 void take_off_margins(SheetGeometry& sheet, std::int16_t heftrand);
@@ -57,7 +63,7 @@ void take_off_margins(SheetGeometry& sheet, std::int16_t heftrand);
 
 /// Brings the current part's plot settings to a consistent state: chooses orientation and scale
 /// where there are none, fills the extents, and counts the sheets. Throws SheetOverflow when a
-/// count leaves 16 bits.
+/// count leaves 16 bits. For an empty part it only fills the extents.
 void ComputeSheetDivision(Session& session, PaperTextSize& paper_text, SheetPrinter* printer);
 /// The same without a printer.
 void ComputeSheetDivision(Session& session, TextMeasurer& measurer);

@@ -9,6 +9,7 @@
 #include "model/session.h"
 #include "os/process.h"
 #include "pdf/pdf_printer.h"
+#include "pdf/single_faces.h"
 #include "windows/frmTorvel.h"
 #include "windows/qt/display_loss.h"
 #include "windows/qt/qt_print_dialog.h"
@@ -94,6 +95,7 @@ int run(VeldraApplication& application) {
 
 int main(int argc, char* argv[]) {
     veldra::prepare_process();
+    veldra::keep_one_file_of_each_face();
     VeldraApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("VELDRA"));
     QApplication::setApplicationVersion(QStringLiteral(VELDRA_VERSION));

@@ -64,7 +64,8 @@ std::string version_text(const SystemFolders& folders) {
 
 std::string prepare_plain_profile(const SystemFolders& folders) {
     std::string profile = plain_profile(folders);
-    if (datei_vorhanden(profile)) {
+    // One that only cannot be read at present is not to be replaced by an older one.
+    if (!is_missing(profile)) {
         return profile;
     }
     const std::string folder = user_folder(folders);

@@ -234,13 +234,16 @@ void read_section(Session& session, const ProfileFile& file, const std::string& 
 }  // namespace
 
 void profil_lesen(Session& session, const std::string& path) {
-    const ProfileFile file = ProfileFile::load(path);
+    const ProfileFile file = ProfileFile::load(path, session.profil_ungelesen);
     for (const Section& section : profile_sections()) {
         read_section(session, file, path, section);
     }
 }
 
 void profil_schreiben(const Session& session, const std::string& path) {
+    if (session.profil_ungelesen) {
+        throw unread_profile(path);
+    }
     ProfileFile file = ProfileFile::load_for_update(path);
     for (const Section& section : profile_sections()) {
         for (const Key& entry : section.keys) {

@@ -117,16 +117,23 @@ std::string ProfileFile::line_value(const Line& line) const {
 }
 
 ProfileFile ProfileFile::load(const std::string& path) {
+    bool unread = false;
+    return load(path, unread);
+}
+
+ProfileFile ProfileFile::load(const std::string& path, bool& unread) {
+    unread = false;
     try {
-        return ProfileFile(read_whole_file(path));
+        return load_for_update(path);
     } catch (const FatalError&) {
+        unread = true;
         return {};
     }
 }
 
 ProfileFile ProfileFile::load_for_update(const std::string& path) {
-    const bool exists = file_stamp(path) != FileStamp{};
-    return exists ? ProfileFile(read_whole_file(path)) : ProfileFile();
+    const auto bytes = read_file_if_any(path);
+    return bytes ? ProfileFile(*bytes) : ProfileFile();
 }
 
 void ProfileFile::save(const std::string& path) const {
@@ -199,7 +206,6 @@ std::size_t ProfileFile::insert_line(std::size_t at, std::string_view text) {
 }
 
 void ProfileFile::set(std::string_view section, std::string_view key, std::string_view value) {
-    value = value.substr(0, value.find_first_of(new_line_end));
     std::size_t section_line = find_section(section);
     if (section_line == lines_.size()) {
         section_line = insert_line(lines_.size(), "[" + std::string(section) + "]");
@@ -210,8 +216,13 @@ void ProfileFile::set(std::string_view section, std::string_view key, std::strin
     }
     Line& line = lines_[at];
     if (line_value(line) != value) {
-        line.text.replace(line.value_from, std::string::npos, encoded(value));
+        line.text.replace(line.value_from, std::string::npos, encoded(one_line(value)));
     }
+}
+
+FatalError unread_profile(const std::string& path) {
+    return FatalError(path +
+                      ": Das Profil konnte nicht gelesen werden und bleibt deshalb, wie es ist.");
 }
 
 bool profile_gives_back(std::string_view value) {

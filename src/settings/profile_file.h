@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "text/fatal_error.h"
+
 namespace veldra {
 
 /// A Windows profile file in memory: sections of `key=value` lines, as bytes in Windows-1252.
@@ -32,6 +34,8 @@ class ProfileFile {
 
     /// The file at `path`; empty if it is missing or cannot be read.
     [[nodiscard]] static ProfileFile load(const std::string& path);
+    /// The same, with `unread` telling whether there is one that could not be read.
+    [[nodiscard]] static ProfileFile load(const std::string& path, bool& unread);
     /// The file at `path`, to be written back: empty if there is none. Throws FatalError if there
     /// is one that cannot be read, since writing would lose what it holds.
     [[nodiscard]] static ProfileFile load_for_update(const std::string& path);
@@ -43,8 +47,8 @@ class ProfileFile {
     /// Number of the line that holds the key, from 1; 0 if there is none.
     [[nodiscard]] std::int64_t line_number(std::string_view section, std::string_view key) const;
     /// Puts a value in place of the one that the key has, or the key at the end of its section, or
-    /// the section at the end of the file. A line that gives this value already stays as it is. The
-    /// value ends before its first line end, if it has one.
+    /// the section at the end of the file. A line that gives this value already stays as it is.
+    /// Control characters of the value become blanks.
     void set(std::string_view section, std::string_view key, std::string_view value);
 
     [[nodiscard]] std::string bytes() const;
@@ -72,6 +76,10 @@ class ProfileFile {
     bool utf8_ = false;
     bool marked_ = false;  ///< the file begins with the mark of UTF-8
 };
+
+/// The error to end with instead of writing settings that were never read: what stands in the file
+/// is the user's, and what stands in memory are the defaults.
+[[nodiscard]] FatalError unread_profile(const std::string& path);
 
 /// Whether a value is read back as it was written.
 [[nodiscard]] bool profile_gives_back(std::string_view value);

@@ -26,7 +26,7 @@ std::string recent_path(const ProfileFile& file, std::size_t index) {
 }  // namespace
 
 void start_lesen(Session& session, const std::string& path) {
-    const ProfileFile file = ProfileFile::load(path);
+    const ProfileFile file = ProfileFile::load(path, session.start_ungelesen);
     session.bestaetigung = trim(file.get(start_section, confirmation_key));
     for (std::size_t i = 1; i < session.zuletzt_datei.size(); ++i) {
         session.zuletzt_datei[i] = recent_path(file, i);
@@ -34,6 +34,9 @@ void start_lesen(Session& session, const std::string& path) {
 }
 
 void start_schreiben(const Session& session, const std::string& path) {
+    if (session.start_ungelesen) {
+        throw unread_profile(path);
+    }
     ProfileFile file = ProfileFile::load_for_update(path);
     file.set(start_section, confirmation_key, session.bestaetigung);
     std::size_t place = 1;

@@ -15,7 +15,7 @@ void start_lesen(Session& session, const std::string& path);
 /// Writes `bestaetigung` and the recent files and leaves what else the file holds as it is. A path
 /// that the file would not give back as it is (a character that Windows-1252 lacks, more than 255
 /// bytes, blanks or quotes at its ends) is left out, and those behind it move up. Throws FatalError
-/// when the file cannot be written; the old one stands then.
+/// when the file cannot be written, or could not be read at the start; the old one stands then.
 void start_schreiben(const Session& session, const std::string& path);
 
 }  // namespace veldra

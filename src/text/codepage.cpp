@@ -1,5 +1,6 @@
 #include "text/codepage.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -12,6 +13,13 @@ constexpr std::array<char16_t, 32> upper_control{
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+bool is_control(char byte) {
+    constexpr unsigned char first_letter = 0x20;
+    constexpr unsigned char del = 0x7F;
+    const auto code = static_cast<unsigned char>(byte);
+    return code < first_letter || code == del;
+}
 
 char byte_of(char32_t code) {
     if (code < 0x80 || (code >= 0xA0 && code <= 0xFF)) {
@@ -88,6 +96,12 @@ std::string upper_case(std::string_view bytes) {
         c = upper_case(c);
     }
     return upper;
+}
+
+std::string one_line(std::string_view bytes) {
+    std::string text(bytes);
+    std::replace_if(text.begin(), text.end(), is_control, ' ');
+    return text;
 }
 
 std::string_view trim(std::string_view text) {

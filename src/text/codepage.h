@@ -23,6 +23,10 @@ namespace veldra {
     return (code >= 'a' && code <= 'z') || umlaut ? static_cast<char>(code - 0x20U) : byte;
 }
 
+/// The text with a blank for each control character (0 to 31 and 127), so that it can stand in a
+/// line of a file.
+[[nodiscard]] std::string one_line(std::string_view bytes);
+
 /// The text without blanks at both ends. Tabs and NULs are no blanks.
 [[nodiscard]] std::string_view trim(std::string_view text);
 

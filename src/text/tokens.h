@@ -29,6 +29,9 @@ class TokenCursor {
           end_(line.data() + (line.size() > longest_line ? 0 : line.size())),
           status_at_end_(line.size() > longest_line ? 3 : 1) {}
 
+    /// Where the next token is looked for.
+    [[nodiscard]] const char* position() const { return at_; }
+
     /// The next token. After one that is missing (status 1 or 3) all further ones are.
     Word next() {
         skip_separators();

@@ -44,14 +44,17 @@ double picture_y(const Session& session, double hoch) {
 void drop_point_label(Session& session, std::int32_t i, const MouseWay& moved) {
     PointRow& row = session.pu[i];
     Label& label = session.lbl_pubez[static_cast<std::size_t>(i)];
-    store_undo(session.window, {undo_kind::point_label, i, {row.pu_bez_rechts, row.pu_bez_hoch}},
-               undo_caption::point_label);
+    Undo step{undo_kind::point_label, i, {row.pu_bez_rechts, row.pu_bez_hoch}};
+    step.undo_satz = row.pu_satz;
+    step.undo_satz_neu = !session.epochen_bez.contains(row.pu_satz);
+    store_undo(session.window, step, undo_caption::point_label);
     const WorldPoint anchor = label_anchor(session, i);
     const double a_r = picture_x(session, anchor.rechts);
     const double a_h = picture_y(session, anchor.hoch);
     const auto height = static_cast<double>(label.height);
-    row.pu_bez_rechts = (moved.east + static_cast<double>(label.left) - a_r) / height * 100;
-    row.pu_bez_hoch = (static_cast<double>(label.top) - a_h - moved.south) / height * 100;
+    move_point_label(session, i,
+                     {(moved.east + static_cast<double>(label.left) - a_r) / height * 100,
+                      (static_cast<double>(label.top) - a_h - moved.south) / height * 100});
     label.left = static_cast<float>(height * row.pu_bez_rechts / 100 + a_r);
     label.top = static_cast<float>(height * row.pu_bez_hoch / 100 + a_h);
     session.view_index.label_moved(i);
@@ -106,15 +109,45 @@ void show_again(Session& session, std::int32_t i) {
     }
 }
 
+/// The row of the step's label; 0 if the selection has none.
+std::int32_t row_of(const Session& session, const Undo& step) {
+    if (step.undo_satz == 0) {
+        return step.undo_index >= 1 && step.undo_index <= session.pu.count() ? step.undo_index : 0;
+    }
+    for (std::int32_t i = session.pu.count(); i > session.pu.pu_anzahl_signatur; --i) {
+        if (session.pu[i].pu_satz == step.undo_satz) {
+            return i;
+        }
+    }
+    return 0;
+}
+
+void undo_move_of_change(Session& session, const Undo& step) {
+    if (step.undo_satz_neu) {
+        session.epochen_bez.erase(step.undo_satz);
+    } else {
+        EpochOffset& offset = session.epochen_bez[step.undo_satz];
+        offset.rechts = step.undo_wert[0];
+        offset.hoch = step.undo_wert[1];
+    }
+}
+
 void undo_point_label(Session& session, const Undo& step) {
-    const std::int32_t i = step.undo_index;
-    if (i < 1 || i > session.pu.count()) {
+    if (step.undo_satz != 0) {
+        undo_move_of_change(session, step);
+    }
+    const std::int32_t i = row_of(session, step);
+    if (i == 0) {
         return;
     }
     PointRow& row = session.pu[i];
     row.pu_bez_rechts = step.undo_wert[0];
     row.pu_bez_hoch = step.undo_wert[1];
     session.view_index.label_moved(i);
+    if (find_label(session, LabelArray::lbl_pubez, i) == nullptr ||
+        (step.undo_satz != 0 && session.obj.obj_epbe == table_false)) {
+        return;  // the label is not shown
+    }
     Label& label = session.lbl_pubez[static_cast<std::size_t>(i)];
     const bool moved = row.pu_bez_rechts != 0;
     const double off_r = moved ? row.pu_bez_rechts : session.settings.stanplt;
@@ -141,6 +174,21 @@ void undo_district_label(Session& session, const Undo& step) {
 }
 
 }  // namespace
+
+void move_point_label(Session& session, std::int32_t i, const EpochOffset& offset) {
+    PointRow& row = session.pu[i];
+    row.pu_bez_rechts = offset.rechts;
+    row.pu_bez_hoch = offset.hoch;
+    if (row.pu_satz != 0) {
+        EpochOffset& moved = session.epochen_bez[row.pu_satz];
+        moved = offset;
+        moved.pu_rechts = row.pu_rechts;
+        moved.pu_hoch = row.pu_hoch;
+        moved.pu_epoche = row.pu_epoche;
+        moved.hoehe = row.pu_wert_hoehe != 0;
+        moved.pu_bez = row.pu_bez;
+    }
+}
 
 const Label* find_label(const Session& session, LabelArray array, std::int32_t index) {
     const std::vector<Label>* labels = labels_of(session, array);

@@ -28,9 +28,15 @@ namespace veldra {
 namespace {
 
 constexpr QSize usual_size(1120, 760);
+/// The filter of dialogs for graphic files.
+constexpr std::string_view graphic_files =
+    "Graphikdateien (ve*.dat)|ve*.dat|Alle Dateien (*.*)|*.*";
 /// A new size and a new state of the window (maximised, restored) come as two events in either
 /// order. Both have come this many milliseconds after the first.
 constexpr int size_delay = 60;
+/// How often the open file is looked at, in milliseconds. A file that has not changed from one look
+/// to the next is no longer being written.
+constexpr int watch_interval = 700;
 
 /// Marks a command as running and has it followed as long as this lives.
 class Running {
@@ -71,10 +77,16 @@ FrmTorvel::FrmTorvel(Session& session, const SystemFolders& folders,
     setContextMenuPolicy(Qt::PreventContextMenu);
     build_controls();
     choose_file = [this] {
+        return ask_for_existing_file(this,
+                                     {QStringLiteral("dlg_torvel_datei"),
+                                      QStringLiteral("Graphikdatei öffnen"), graphic_files},
+                                     *last_folder);
+    };
+    choose_settings_file = [this] {
         return ask_for_existing_file(
             this,
-            {QStringLiteral("dlg_torvel_datei"), QStringLiteral("Graphikdatei öffnen"),
-             "Graphikdateien (ve*.dat)|ve*.dat|Alle Dateien (*.*)|*.*"},
+            {QStringLiteral("dlg_torvel_uebernehmen"),
+             QStringLiteral("Einstellungen übernehmen aus"), graphic_files},
             *last_folder);
     };
     ui_.before_message = [this] {
@@ -105,15 +117,8 @@ void FrmTorvel::build_controls() {
     resize_timer_.setSingleShot(true);
     resize_timer_.setInterval(size_delay);
     connect(&resize_timer_, &QTimer::timeout, this, &FrmTorvel::follow_size);
-    activation_timer_.setSingleShot(true);
-    connect(&activation_timer_, &QTimer::timeout, this, &FrmTorvel::notice_rewritten_file);
-    // The user may come back to one of the dialogs that stay open beside the window.
-    connect(qApp, &QGuiApplication::applicationStateChanged, this,
-            [this](Qt::ApplicationState state) {
-                if (state == Qt::ApplicationActive) {
-                    activation_timer_.start(0);
-                }
-            });
+    connect(&watch_timer_, &QTimer::timeout, this, &FrmTorvel::notice_rewritten_file);
+    watch_timer_.start(watch_interval);
     drop_timer_.setSingleShot(true);
     connect(&drop_timer_, &QTimer::timeout, this, &FrmTorvel::open_dropped);
     synchronise_timer_.setSingleShot(true);
@@ -273,6 +278,7 @@ void FrmTorvel::synchronise() {
     setWindowTitle(QString::fromStdString(session_.window.caption));
     WindowState& window = session_.window;
     window[MenuItem::m_datei_bild].enabled = session_.datei_geladen == 1;
+    window[MenuItem::m_datei_uebernehmen].enabled = session_.datei_geladen == 1;
     window[MenuItem::m_datei_plot].enabled =
         window[MenuItem::m_torvel_plotten].enabled && window[MenuItem::m_plotten_aktuell].enabled;
     status_->synchronise(session_, watch_.read_only().is_read_only());
@@ -335,9 +341,6 @@ void FrmTorvel::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::WindowStateChange) {
         expect_size();
-    }
-    if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
-        activation_timer_.start(0);  // the event itself is no place for a question
     }
 }
 

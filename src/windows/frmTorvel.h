@@ -77,6 +77,8 @@ class FrmTorvel final : public QMainWindow {
     /// Told of the failure that broke a command off; nothing runs any more after it. Without it the
     /// failure is thrown on, but the toolkit's functions in between lose what they hold.
     std::function<void(const std::exception&)> on_failure;
+    /// Asks for the graphic file whose settings are taken over; "" if there is none.
+    std::function<QString()> choose_settings_file;
     /// Asks for the file that the picture goes into; "" if there is none.
     std::function<QString()> choose_picture_file;
     /// Asks for the file that a plot goes into, given the name that stands to reason; "" if there
@@ -138,7 +140,9 @@ class FrmTorvel final : public QMainWindow {
     [[nodiscard]] bool is_locked() const { return busy_ || failed_ || end_wanted_; }
     /// A command may begin, and no dialog keeps the user from the window.
     [[nodiscard]] bool is_free() const;
+    /// Asks about the open file if another program has rewritten it and is through with it.
     void notice_rewritten_file();
+    void take_settings_over();
     void open_start_file();
     void open_project_file();
     /// The window is to be closed as soon as the running command is through, which is given up as
@@ -202,7 +206,7 @@ class FrmTorvel final : public QMainWindow {
     QTimer resize_timer_;
     QTimer redraw_timer_;  ///< tries a missed redraw again while a command runs
     WindowMode last_mode_ = WindowMode::normal;
-    QTimer activation_timer_;
+    QTimer watch_timer_;  ///< looks at the open file, since not every file system tells of changes
     QTimer drop_timer_;
     QString dropped_path_;
     QTimer synchronise_timer_;

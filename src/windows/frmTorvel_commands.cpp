@@ -31,6 +31,8 @@ constexpr MenuLine menu_lines[] = {
     {"m_datei_beliebig", "&Öffnen...", MenuItem::m_datei_beliebig, Kind::entry},
     {"m_datei_bild", "Bild &speichern unter...", MenuItem::m_datei_bild, Kind::entry},
     {"m_datei_plot", "Plot als &PDF speichern...", MenuItem::m_datei_plot, Kind::entry},
+    {"m_datei_uebernehmen", "&Einstellungen übernehmen aus...", MenuItem::m_datei_uebernehmen,
+     Kind::entry},
     {"m_datei_n1", "", MenuItem::m_datei_n1, Kind::separator},
     {"m_datei_alt_1", "&1: ", MenuItem::m_datei_alt_1, Kind::entry},
     {"m_datei_alt_2", "&2: ", MenuItem::m_datei_alt_2, Kind::entry},

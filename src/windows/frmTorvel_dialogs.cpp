@@ -20,6 +20,7 @@
 namespace veldra {
 
 void FrmTorvel::add_dialog_commands(std::map<MenuItem, Command>& commands) {
+    commands[MenuItem::m_datei_uebernehmen] = [this] { take_settings_over(); };
     commands[MenuItem::m_torvel_objekte] = [this] { open_object_selection(); };
     commands[MenuItem::m_ansicht_netzteile] = [this] {
         perform(
@@ -45,7 +46,7 @@ void FrmTorvel::open_object_selection() {
     if (!ready_for_dialog()) {
         return;
     }
-    clear_undo(session_.window);
+    clear_undo_for_selection(session_.window);
     const auto take = [this, before = session_.obj](SelectionLeft left) {
         perform([&] { revocable([&] { auswahl_uebernehmen(session_, before, left, desk()); }); });
     };
@@ -105,7 +106,7 @@ bool FrmTorvel::is_free() const {
 }
 
 void FrmTorvel::notice_rewritten_file() {
-    if (is_free() && session_.datei_geladen == 1 && watch_.rewritten()) {
+    if (is_free() && session_.datei_geladen == 1 && watch_.rewritten_and_at_rest()) {
         perform([this] {
             opening([this] { geaenderte_datei_pruefen(session_, desk()); });
             if (ended_by_system_) {
@@ -113,6 +114,15 @@ void FrmTorvel::notice_rewritten_file() {
             }
         });
     }
+}
+
+void FrmTorvel::take_settings_over() {
+    perform([this] {
+        const QString path = choose_settings_file();
+        if (!path.isEmpty()) {
+            einstellungen_uebernehmen(session_, system_path(path), desk());
+        }
+    });
 }
 
 void FrmTorvel::open_start_file() {

@@ -41,8 +41,9 @@ class Handbook : public ::testing::Test {
     TempFolder folder;
 };
 
-constexpr const char* commands[] = {"bild",   "plot",       "tabellen",    "operationen",
-                                    "bezirk", "normalform", "koordinaten", "grenzen"};
+constexpr const char* commands[] = {"bild",        "plot",        "tabellen",
+                                    "operationen", "bezirk",      "normalform",
+                                    "uebernehmen", "koordinaten", "grenzen"};
 
 TEST_F(Handbook, NamesAllCommandsAndNoOther) {
     const std::string program = help({});

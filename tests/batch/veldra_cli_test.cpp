@@ -288,6 +288,24 @@ TEST_F(VeldraCli, EmptyPartIsANoteAndNoFailure) {
     EXPECT_TRUE(std::filesystem::exists(folder.path("p.png")));
 }
 
+/// From 1:600 on the sheets between zero point and extents cannot be counted in 16 bits.
+TEST_F(VeldraCli, EmptyPartWithAFarZeroPointIsANoteAndNoFailure) {
+    const std::string path = file("NETZTEIL Leer\nMAßSTABGRUNDRISS 500 3500000 5600000 9\nx\n");
+    const std::string note = "Netzteil Leer enthält keine darzustellenden Objekte";
+    const ProgramRun picture = run({"bild", path, "-o", folder.path("p.png")});
+    EXPECT_EQ(picture.exit_code, 0);
+    EXPECT_THAT(picture.err, HasSubstr(note));
+    const ProgramRun drawn = run({"operationen", path});
+    EXPECT_EQ(drawn.exit_code, 0);
+    EXPECT_THAT(drawn.err, HasSubstr(note));
+    const ProgramRun normal = run({"normalform", path, "-o", folder.path("n.dat")});
+    EXPECT_EQ(normal.exit_code, 0) << normal.err;
+    // Portrait, margin on the left, legend place 4: 1 + 4 * 2 + 16 * 4.
+    EXPECT_THAT(
+        to_utf8(file_bytes(folder.path("n.dat"))),
+        HasSubstr("NETZTEIL Leer\r\nMaßstabGrundriss 500    3500000.000    5600000.000    73\r\n"));
+}
+
 TEST_F(VeldraCli, ProfileChangesTheLook) {
     const std::string path = file(small_network);
     const std::string profile = folder.file("p.ini", "[BEZPUN]\r\nnubcolor=255\r\n");

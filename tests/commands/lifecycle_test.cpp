@@ -59,6 +59,27 @@ TEST_F(Lifecycle, OpeningReadsThePartFitsTheViewAndDraws) {
     EXPECT_THAT(ui.pointers, ::testing::Contains(11));
 }
 
+TEST_F(Lifecycle, FolderNameWithALineEndStaysInTheTitle) {
+    std::filesystem::create_directory(folder.path("a\nNETZTEIL B"));
+    const std::string path =
+        make_file("a\nNETZTEIL B/ve.dat", "NETZTEIL A\nPUNKTSIGNATUR 1 2 0 0 1\n");
+    open(path);
+    EXPECT_EQ(session.titel[0].getTitelText(), from_utf8(folder.path("a NETZTEIL B/ve.dat")));
+    open(path);
+    EXPECT_EQ(session.netz.count(), 1);
+}
+
+TEST_F(Lifecycle, EmptyPartWithAFarZeroPointIsShownLikeAnyEmptyOne) {
+    open(make_file("a.dat",
+                   "NETZTEIL A\nPUNKTSIGNATUR 1 2 0 0 1\n"
+                   "NETZTEIL B\nMAßSTABGRUNDRISS 500 3500000 5600000 9\nx\n"));
+    netzteil_anzeigen(session, 2, desk);
+    EXPECT_EQ(session.netz_aktuell, 2);
+    EXPECT_EQ(session.pu.count(), 0);
+    EXPECT_EQ(session.plot.plot_null_hoch, 5600000);
+    EXPECT_LT(session.view.ansicht_rw_min, session.view.ansicht_rw_max);
+}
+
 TEST_F(Lifecycle, AFileWithoutVectorScalesHasTheStandardOnes) {
     const std::string part = "PUNKTSIGNATUR 10 20 0 0 1\nPUNKTSIGNATUR 40 60 0 0 1\n";
     open(make_file("a.dat", "MAßSTABVEKTOREN 4 5 8 10 20 25\nNETZTEIL A\n" + part));
@@ -80,15 +101,15 @@ TEST_F(Lifecycle, AFileWithoutVectorScalesHasTheStandardOnes) {
     EXPECT_EQ(session.vektor_massstab[6], 0.5);
 }
 
-TEST_F(Lifecycle, AFileReadAnewWithoutVectorScalesHasTheStandardOnes) {
+TEST_F(Lifecycle, AFileReadAnewWithoutVectorScalesKeepsThoseThatItHad) {
     const std::string part = "NETZTEIL A\nPUNKTSIGNATUR 10 20 0 0 1\nPUNKTSIGNATUR 40 60 0 0 1\n";
     const std::string path = make_file("a.dat", "MAßSTABVEKTOREN 4 5 8 10 20 25\n" + part);
     open(path);
     ASSERT_EQ(session.vektor_massstab[6], 0.04);
     make_file("a.dat", part);
-    datei_erneut_lesen(session, desk);
-    EXPECT_EQ(session.vektor_massstab[1], 0.5);
-    EXPECT_EQ(session.vektor_massstab_plot[6], 0.5);
+    (void)datei_erneut_lesen(session, desk);
+    EXPECT_EQ(session.vektor_massstab[1], 0.25);
+    EXPECT_EQ(session.vektor_massstab_plot[6], 0.04);
 }
 
 TEST_F(Lifecycle, EllipsoidAndMappingThatAPartDoesNotTellAreThoseOfThePartBefore) {

@@ -207,17 +207,98 @@ TEST_F(WriteBack, FilePutInThePlaceOfTheCopyIsNotTakenForIt) {
     EXPECT_THAT(text, HasSubstr("Ihr Stand bleibt in der Arbeitskopie\n" + path + "_2"));
 }
 
-TEST_F(WriteBack, FileThatIsGoneIsNamedAndNothingIsInvented) {
-    open_and_move();
+/// The rewritten file has no place for the state: all that is known of part A stands in the copy.
+constexpr const char* copy_from_memory =
+    "VerfahrenLegende %\r\n"
+    "MaßstabVektoren 2. 2. 2. 2. 2. 2.\r\n"
+    "NETZTEIL A\r\n"
+    "MaßstabGrundriss 1000 3.500 6.000 73\r\n"
+    "Titel3 drei\r\n"
+    "Objekte 1 1 0 0 1 1 3 1 0 1 -99 0 0 -99 0\r\n"
+    "Punktsignatur 10.000 20.000 0 0 1 \"1\" 0.0 0.0\r\n"
+    "Punktsignatur 40.000 60.000 0 0 0 \"2\" 70.0 -30.0\r\n"
+    "NETZTEIL B\r\n"
+    "MaßstabGrundriss 500 7.000 8.000 73\r\n";
+
+class Unmergeable : public WriteBack {
+ protected:
+    void open_and_entitle() {
+        open_and_move();
+        session.titel[2].setTitelText("drei");
+        session.obj = ObjectSelection{};
+    }
+    [[nodiscard]] std::string expected() const {
+        std::string text = copy_from_memory;
+        text.replace(text.find('%'), 1, path);
+        return from_utf8(text);
+    }
+};
+
+TEST_F(Unmergeable, FileThatIsGoneIsNamedAndTheCopyComesFromMemory) {
+    open_and_entitle();
     std::filesystem::remove(path);
     const std::string text = refusal();
     EXPECT_THAT(text, StartsWith(path + ": Datei kann nicht gelesen werden: "
                                         "Datei oder Verzeichnis nicht vorhanden\n"));
-    EXPECT_THAT(text, HasSubstr("Auch eine Arbeitskopie konnte nicht geschrieben werden:"));
-    // The same reason for all three places is told once behind that.
-    const std::size_t behind = text.find("geschrieben werden:");
-    EXPECT_EQ(text.find("kann nicht", behind), text.rfind("kann nicht"));
-    EXPECT_FALSE(datei_vorhanden(path + "_1"));
+    EXPECT_THAT(text, HasSubstr("Ihr Stand bleibt in der Arbeitskopie\n" + path +
+                                "_1\nerhalten. Sie enthält, was im Speicher war"));
+    EXPECT_EQ(squeezed(path + "_1"), expected());
+}
+
+TEST_F(Unmergeable, FileWithAnotherPartIsNotOverwritten) {
+    for (const char* others :
+         {"", "NETZTEIL C\nPUNKTSIGNATUR 1 2 0 0 1\n", "PUNKTSIGNATUR 1 2 0 0 1\n",
+          "PUNKTSIGNATUR 1 2 0 0 1\nNETZTEIL A\n"}) {
+        std::filesystem::remove(path + "_1");
+        rewrite_file(from_utf8(parts_with_two_points));
+        open_and_entitle();
+        rewrite_file(others);
+        // The recording interface says yes to writing over it.
+        EXPECT_THAT(refusal(),
+                    StartsWith(path + ": Das angezeigte Netzteil steht nicht mehr in der "
+                                      "Datei.\n\nIhr Stand bleibt in der"));
+        EXPECT_EQ(file_bytes(path), others);
+        EXPECT_EQ(squeezed(path + "_1"), expected());
+    }
+}
+
+TEST_F(Unmergeable, WithoutConsentTheCopyHoldsTheStateToo) {
+    open_and_entitle();
+    rewrite_file("NETZTEIL C\nPUNKTSIGNATUR 1 2 0 0 1\n");
+    ui.answer = false;
+    EXPECT_EQ(refusal(), "");
+    ASSERT_EQ(ui.texts.size(), 2U);
+    EXPECT_THAT(ui.texts[1], HasSubstr("Sie enthält, was im Speicher war"));
+    EXPECT_EQ(squeezed(path + "_1"), expected());
+}
+
+TEST_F(Unmergeable, FileThatHasPartsNowTakesNoNamelessOne) {
+    rewrite_file("PUNKTSIGNATUR 10 20 0 0 1 \"1\"\nPUNKTSIGNATUR 40 60 0 0 0 \"2\"\n");
+    open_and_move();
+    rewrite_file("KOPF\nNETZTEIL C\nPUNKTSIGNATUR 1 2 0 0 1\n");
+    EXPECT_THAT(refusal(), HasSubstr("Sie enthält, was im Speicher war"));
+    EXPECT_THAT(squeezed(path + "_1"), HasSubstr(moved_label));
+    EXPECT_THAT(squeezed(path + "_1"), Not(HasSubstr("NETZTEIL")));
+}
+
+TEST_F(Unmergeable, LastPartWithoutAnythingMergesAsEver) {
+    rewrite_file("NETZTEIL A\nNETZTEIL B\n");
+    datei_neu_laden(session, path, OpenedBy::open_command, desk);
+    netzteil_anzeigen(session, 2, desk);
+    EXPECT_EQ(refusal(), "");
+    EXPECT_THAT(squeezed(path), HasSubstr("\r\nNETZTEIL B\r\n"));
+}
+
+TEST_F(Unmergeable, CopyIsAFileThatOpensWithTheState) {
+    open_and_entitle();
+    rewrite_file("");
+    (void)refusal();
+    Session again;
+    datei_neu_laden(again, path + "_1", OpenedBy::open_command, desk);
+    EXPECT_EQ(again.netz.count(), 2);
+    EXPECT_EQ(again.pu[2].pu_bez_rechts, 70);
+    EXPECT_EQ(again.titel[2].getTitelText(), "drei");
+    EXPECT_EQ(again.plot.plot_null_rechts, 3.5);
 }
 
 TEST_F(WriteBack, ProtectedFolderNamesFileAndReasonFirst) {
@@ -500,17 +581,17 @@ TEST_F(WriteBack, RewrittenFileIsReadAnewOnRequestAndKeepsThePart) {
     session.pu[1].pu_bez_rechts = 70;
     rewrite_file("NETZTEIL C\nPUNKTSIGNATUR 1 2 0 0 1\nNETZTEIL B\nPUNKTSIGNATUR 5 6 0 0 1\n");
     geaenderte_datei_pruefen(session, desk);
-    ASSERT_EQ(ui.styles.size(), 1U);
+    ASSERT_EQ(ui.styles.size(), 2U);
     EXPECT_EQ(ui.styles[0], MessageStyle::question_yes_no);
+    EXPECT_EQ(ui.styles[1], MessageStyle::information);
     EXPECT_EQ(session.netz.count(), 2);
     EXPECT_EQ(session.netz_aktuell, 2);
     ASSERT_EQ(session.pu.count(), 1);
     EXPECT_EQ(session.pu[1].pu_rechts, 5);
     EXPECT_EQ(session.pu[1].pu_bez_rechts, 0);
-    EXPECT_FALSE(datei_vorhanden(path + "_1"));
     EXPECT_EQ(session.datei_geladen, 1);
     geaenderte_datei_pruefen(session, desk);
-    EXPECT_EQ(ui.styles.size(), 1U);  // it is the known one now
+    EXPECT_EQ(ui.styles.size(), 2U);  // it is the known one now
 }
 
 TEST_F(WriteBack, RewrittenFileThatIsNotWantedIsOverwrittenWithoutAnotherQuestion) {

@@ -311,8 +311,13 @@ TEST(DisplayOptions, MoreSheetsThanCanBeCountedAreNotKept) {
     session.sheet.papier_breite = session.sheet.papier_hoehe = 0.2;
     session.plot.plot_massstab = 1;
     session.extents.gesamt_rw_max = 77;
-    // Without points the part is a square of 5 m round 0; the sheets begin 7 km before it.
+    // An empty part has no sheets to count.
     session.plot.plot_null_rechts = -7000;
+    EXPECT_TRUE(display_accept(session, measurer, nullptr));
+    session.plot_merk.plot_massstab = -99.0;
+    session.extents.gesamt_rw_max = 77;
+    // With one point it is a square of 5 m round it; the sheets begin 7 km before it.
+    session.pu.punkt_neu(0, 0);
     EXPECT_FALSE(display_accept(session, measurer, nullptr));
     EXPECT_EQ(session.plot_merk.plot_massstab, -99.0);
     EXPECT_EQ(session.extents.gesamt_rw_max, 77);

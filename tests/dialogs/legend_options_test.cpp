@@ -39,6 +39,15 @@ TEST_F(LegendOptions, EmptyLinesHaveTheStandardText) {
     EXPECT_EQ(legend_entry(session, 4), (LegendEntry{"Grundriss 1: 1000", true}));
 }
 
+TEST_F(LegendOptions, LineEndsAndOtherControlCharactersBecomeBlanks) {
+    legend_accept(session,
+                  {LegendEntry{"\neins\nNETZTEIL B\n", false}, LegendEntry{"zwei\r\n\tC", false},
+                   LegendEntry{"", true}, LegendEntry{"", true}},
+                  1);
+    EXPECT_EQ(session.titel[0].getTitelText(), "eins NETZTEIL B");
+    EXPECT_EQ(session.titel[1].getTitelText(), "zwei   C");
+}
+
 TEST_F(LegendOptions, StandardTextsNameObjectsAndScale) {
     session.obj.obj_beob = 1;
     session.obj.obj_wert_lage = 1;

@@ -41,7 +41,7 @@ class Writer : public testing_support::SessionOnFile {
 constexpr const char* head =
     "VerfahrenLegende Titel\r\n"
     "MaßstabVektoren      2.      2.      2.      2.      2.      2.\r\n";
-constexpr const char* default_selection = "Objekte 1 1 0 0 1 1 3 1 0 1-99 0 0 -99 0\r\n";
+constexpr const char* default_selection = "Objekte 1 1 0 0 1 1 3 1 0 1 -99 0 0 -99 0\r\n";
 
 TEST_F(Writer, NothingHappensWithoutALoadedFile) {
     use_file("x\n");

@@ -164,9 +164,13 @@ TEST(ProfileFileSet, KeepsEveryOtherByte) {
     EXPECT_EQ(after_set(head + "k=1\n" + tail, "2"), head + "k=2\n" + tail);
 }
 
-TEST(ProfileFileSet, EndsAValueBeforeItsFirstLineEnd) {
-    EXPECT_EQ(after_set("", "a\r\n[T]\nx=1"), "[S]\r\nk=a\r\n");
-    EXPECT_EQ(after_set("", "a\nb"), "[S]\r\nk=a\r\n");
+TEST(ProfileFileSet, ControlCharactersOfAValueBecomeBlanks) {
+    EXPECT_EQ(after_set("", "a\r\n[T]\nx=1"), "[S]\r\nk=a  [T] x=1\r\n");
+    EXPECT_EQ(after_set("",
+                        "a\tb\x7F"
+                        "c"),
+              "[S]\r\nk=a b c\r\n");
+    EXPECT_EQ(after_set("[S]\nk=a\tb\n", "a\tb"), "[S]\nk=a\tb\n");
 }
 
 TEST(ProfileFileSet, WritesValuesThatTheFormatCannotHoldAsTheyAre) {

@@ -278,5 +278,25 @@ TEST_F(LabelMovingOnFile, OffsetsAreInTheFileAfterLeaving) {
     EXPECT_DOUBLE_EQ(again.nuoff[1].nuoff_hoch, 5600040);
 }
 
+TEST_F(LabelMoving, DroppedLabelIsFoundWhereItLies) {
+    labelled_point(1010, 2020);
+    ViewIndex& index = session.view_index;
+    const auto rows_at = [&](const TargetBox& place) {
+        index.refresh(session.pu, session.lin, session.tables_revision);
+        std::vector<std::int32_t> rows;
+        index.visit_points(session.pu, place, {},
+                           [&rows](std::int32_t row) { rows.push_back(row); });
+        return rows;
+    };
+    const TargetBox far_away{1090, 2020, 1100, 2025};
+    EXPECT_TRUE(rows_at(far_away).empty());
+    drop_label(session, point_drag, 11000, 4000);  // 80 m east
+    EXPECT_EQ(rows_at(far_away), std::vector<std::int32_t>{1});
+    undo_label_move(session);
+    EXPECT_EQ(rows_at(far_away), std::vector<std::int32_t>{1});  // until the index is rebuilt
+    ++session.tables_revision;
+    EXPECT_TRUE(rows_at(far_away).empty());
+}
+
 }  // namespace
 }  // namespace veldra

@@ -40,7 +40,7 @@ class FrmTorvelTest : public test::TorvelFixture {
               "m_plotten_aktuell",  "m_plotten_alle",     "m_torvel_optionen",
               "m_optionen_drucker", "m_optionen_legende", "m_optionen_darstellungen",
               "m_torvel_hilfe",     "m_hilfe_handbuch",   "m_hilfe_neues",
-              "m_hilfe_proginfo",   "m_optionen_grenzen"}) {
+              "m_hilfe_proginfo",   "m_optionen_grenzen", "m_datei_uebernehmen"}) {
             QVERIFY2(action(name) != nullptr, name);
         }
         QVERIFY(window_->findChild<PictureWidget*>(text("pic_torvel")) != nullptr);

@@ -83,6 +83,11 @@ bool datei_vorhanden(const std::string& path) {
     return is_file;
 }
 
+bool is_missing(const std::string& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) != 0 && (errno == ENOENT || errno == ENOTDIR);
+}
+
 bool sonderdatei_vorhanden(const std::string& path) {
     struct stat status {};
     return ::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) &&
@@ -130,6 +135,10 @@ std::string read_whole_file(const std::string& path) {
             return content;
         }
     }
+}
+
+std::optional<std::string> read_file_if_any(const std::string& path) {
+    return is_missing(path) ? std::nullopt : std::optional(read_whole_file(path));
 }
 
 bool same_file(const std::string& a, const std::string& b) {

@@ -53,6 +53,7 @@ class TitleEdit final : public QLineEdit {
 
 QLineEdit* make_text_edit(const QString& name, const QString& accessible_name, QWidget* parent) {
     auto* edit = new TitleEdit(parent);
+    keep_one_line(*edit);
     edit->setObjectName(name);
     edit->setAccessibleName(accessible_name);
     return edit;

@@ -9,6 +9,7 @@
 #include <QRadioButton>
 #include <QSignalBlocker>
 #include <QToolButton>
+#include <QValidator>
 #include <algorithm>
 
 namespace veldra {
@@ -76,9 +77,39 @@ QComboBox* make_list(const QString& name, const QString& accessible_name,
     return list;
 }
 
+namespace {
+
+/// Accepts every text and puts it into one line.
+class OneLineValidator final : public QValidator {
+ public:
+    using QValidator::QValidator;
+
+    State validate(QString& input, int& /*position*/) const override {
+        std::replace_if(input.begin(), input.end(), breaks_line, QChar(QLatin1Char(' ')));
+        return Acceptable;
+    }
+
+ private:
+    /// Of the upper control characters some stand for bytes of a file, and stay.
+    static bool breaks_line(QChar letter) {
+        constexpr char16_t first_letter = 0x20;
+        constexpr char16_t del = 0x7F;
+        const char16_t code = letter.unicode();
+        return code < first_letter || code == del || code == QChar::LineSeparator ||
+               code == QChar::ParagraphSeparator;
+    }
+};
+
+}  // namespace
+
+void keep_one_line(QLineEdit& edit) {
+    edit.setValidator(new OneLineValidator(&edit));
+}
+
 QLineEdit* make_number_edit(const QString& name, const QString& accessible_name, int letters,
                             QWidget* parent) {
     auto* edit = new QLineEdit(parent);
+    keep_one_line(*edit);
     edit->setObjectName(name);
     edit->setAccessibleName(accessible_name);
     edit->setAlignment(Qt::AlignRight);

@@ -36,6 +36,9 @@ namespace veldra {
 /// A list to choose from (UTF-8), as wide as its longest entry.
 [[nodiscard]] QComboBox* make_list(const QString& name, const QString& accessible_name,
                                    std::span<const std::string_view> entries, QWidget* parent);
+/// What gets into the box by pasting or otherwise has blanks for its line ends and other control
+/// characters.
+void keep_one_line(QLineEdit& edit);
 /// A box wide enough for `letters` digits, its text on the right.
 [[nodiscard]] QLineEdit* make_number_edit(const QString& name, const QString& accessible_name,
                                           int letters, QWidget* parent);

@@ -5,6 +5,8 @@
 #include <QPointer>
 #include <utility>
 
+#include "windows/qt/dialog_controls.h"
+
 namespace veldra {
 
 EntryBox::EntryBox(QWidget& control, QLineEdit& edit, Commit commit, Leaves leaves_unread)
@@ -12,6 +14,7 @@ EntryBox::EntryBox(QWidget& control, QLineEdit& edit, Commit commit, Leaves leav
       edit_(edit),
       commit_(std::move(commit)),
       leaves_unread_(std::move(leaves_unread)) {
+    keep_one_line(edit_);
     select_.setSingleShot(true);
     connect(&select_, &QTimer::timeout, &edit_, &QLineEdit::selectAll);
     control.installEventFilter(this);

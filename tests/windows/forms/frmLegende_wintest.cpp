@@ -1,3 +1,5 @@
+#include <QClipboard>
+
 #include "dialog_fixture.h"
 #include "scripted_printer.h"
 #include "settings/defaults.h"
@@ -72,6 +74,28 @@ class FrmLegendeTest : public DialogFixture<FrmLegende> {
         QVERIFY(check("chk_standard_4").isChecked());
         QCOMPARE(box("txt_legende_4").text(), QStringLiteral("Grundriss 1: 1000"));
         QVERIFY(control<QRadioButton>(*dialog_, "opt_posi_4").isChecked());
+    }
+
+    void pasted_line_ends_become_blanks() {
+        open();
+        QApplication::clipboard()->setText(QStringLiteral("eins\nNETZTEIL B\tC\u2028D"));
+        box("txt_legende_1").selectAll();
+        box("txt_legende_1").paste();
+        QCOMPARE(box("txt_legende_1").text(), QStringLiteral("eins NETZTEIL B C D"));
+        // An undefined byte of the code page is no line end and stays.
+        box("txt_legende_2")
+            .setText(QString::fromUtf8("a\xC2\x81"
+                                       "b"));
+        press_ok();
+        QCOMPARE(title(1).getTitelText(), std::string("eins NETZTEIL B C D"));
+        QCOMPARE(title(2).getTitelText(), std::string("a\x81"
+                                                      "b"));
+    }
+
+    void number_boxes_keep_one_line_too() {
+        open();
+        box("txt_schrift_1").setText(QStringLiteral("4\n5"));
+        QCOMPARE(box("txt_schrift_1").text(), QStringLiteral("4 5"));
     }
 
     void the_standard_text_is_stored_empty() {
