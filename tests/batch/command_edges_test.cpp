@@ -60,6 +60,7 @@ class CommandEdges : public ::testing::Test {
 TEST_F(CommandEdges, InputIsRefusedAsOutputByWhateverNameItIsCalled) {
     namespace fs = std::filesystem;
     const std::string input = file("ve.dat");
+    const std::string other = file("andere.dat");
     fs::create_directory(folder.path("unter"));
     fs::create_directory_symlink(folder.path(), folder.path("ordner"));
     fs::create_symlink(input, folder.path("link.png"));
@@ -77,6 +78,8 @@ TEST_F(CommandEdges, InputIsRefusedAsOutputByWhateverNameItIsCalled) {
     for (const std::string& name : names) {
         expect_refused({"normalform", input, "-o"}, name);
         expect_refused({"grenzen", input, "-o"}, name);
+        expect_refused({"uebernehmen", input, other, "-o"}, name);
+        expect_refused({"uebernehmen", other, input, "-o"}, name);
         expect_refused({"plot", input, "-o"}, name);
         expect_refused({"plot", input, "-o", folder.path("p.pdf"), "--protokoll"}, name);
     }
@@ -103,7 +106,8 @@ TEST_F(CommandEdges, OutputOfOneFileIsNotAnotherInput) {
     std::filesystem::create_directory(folder.path("aus"));
     std::filesystem::create_symlink(second, folder.path("aus/a.pdf"));
     for (const auto& files : {std::pair(first, second), std::pair(second, first)}) {
-        const ProgramRun result = run({"plot", files.first, files.second, "-o", folder.path("aus")});
+        const ProgramRun result =
+            run({"plot", files.first, files.second, "-o", folder.path("aus")});
         EXPECT_EQ(result.exit_code, 2);
         EXPECT_THAT(result.err, HasSubstr("dieselbe Datei"));
     }
@@ -155,13 +159,13 @@ TEST_F(CommandEdges, DatumNumbersStandInTheOrderOfTheProfile) {
     };
     const double north_of_pivot = 0.53695;
     const double radian_of_second = 4.84814e-6;
-    const double turned = 3600 * radian_of_second;  // seconds for each degree
-    for (const Shift& shift : {Shift{"1 0 0 0 0", 0, 30.8964},                     // latitude
-                               Shift{"0 1 0 0 0", 19.690, 0},                      // longitude
-                               Shift{"0 0 1 0 0", 0, north_of_pivot * 30.8964},    // its scale
-                               Shift{"0 0 0 1 0", 6 * 19.690, 0},                  // its scale
+    const double turned = 3600 * radian_of_second;              // seconds for each degree
+    for (const Shift& shift : {Shift{"1 0 0 0 0", 0, 30.8964},  // latitude
+                               Shift{"0 1 0 0 0", 19.690, 0},   // longitude
+                               Shift{"0 0 1 0 0", 0, north_of_pivot * 30.8964},  // its scale
+                               Shift{"0 0 0 1 0", 6 * 19.690, 0},                // its scale
                                Shift{"0 0 0 0 1", north_of_pivot * turned * 19.690,
-                                     -6 * turned * 30.8964}}) {                    // rotation
+                                     -6 * turned * 30.8964}}) {  // rotation
         const ProgramRun result = run({"koordinaten", "--von", "1,1", "--nach", "1,1", "--meridian",
                                        "2", "--datum", shift.numbers},
                                       "2500000 5600000\n");
@@ -225,11 +229,11 @@ TEST_F(CommandEdges, SelectionsTakeTheirWholeRangeAndNothingBeyond) {
     };
     // What is kept of a boolean is 0 or -1, and either is understood.
     const std::vector<Range> ranges{
-        {"obj_pube", 0, 1, -1},      {"obj_pusi", 0, 1, -1},      {"obj_puwe", 0, 8, -1},
-        {"obj_epbe", 0, 1, -2},      {"obj_test_restkl", 0, 1, -2}, {"obj_nube", 0, 5, -1},
-        {"obj_nbez", 0, 2, -1},      {"obj_beob", 0, 3, -1},      {"obj_test_beob", 0, 1, -2},
-        {"obj_test", 1, 3, 0},       {"obj_verw", 0, 7, -1},      {"obj_bezu", -99, 3, -100},
-        {"obj_bezu_elli", 1, 5, 0},  {"obj_bezu_abbi", 1, 2, 0}};
+        {"obj_pube", 0, 1, -1},     {"obj_pusi", 0, 1, -1},        {"obj_puwe", 0, 8, -1},
+        {"obj_epbe", 0, 1, -2},     {"obj_test_restkl", 0, 1, -2}, {"obj_nube", 0, 5, -1},
+        {"obj_nbez", 0, 2, -1},     {"obj_beob", 0, 3, -1},        {"obj_test_beob", 0, 1, -2},
+        {"obj_test", 1, 3, 0},      {"obj_verw", 0, 7, -1},        {"obj_bezu", -99, 3, -100},
+        {"obj_bezu_elli", 1, 5, 0}, {"obj_bezu_abbi", 1, 2, 0}};
     const std::string input = file("ve.dat");
     std::vector<std::string> least{"tabellen", input};
     std::vector<std::string> greatest{"tabellen", input};
@@ -258,10 +262,10 @@ TEST_F(CommandEdges, SelectionsTakeTheirWholeRangeAndNothingBeyond) {
         EXPECT_EQ(high[range.name], boolean ? -1 : range.greatest) << range.name;
     }
     for (const char* value : {"-2147483648", "2147483647"}) {
-        EXPECT_EQ(json::parse(run({"tabellen", input, "--obj",
-                                   std::string("obj_nube_meridian=") + value})
-                                  .out)["obj"]["obj_nube_meridian"],
-                  std::stoi(value));
+        EXPECT_EQ(
+            json::parse(run({"tabellen", input, "--obj", std::string("obj_nube_meridian=") + value})
+                            .out)["obj"]["obj_nube_meridian"],
+            std::stoi(value));
     }
     EXPECT_EQ(code({"tabellen", input, "--obj", "obj_nube_meridian=2147483648"}), 2);
     EXPECT_EQ(json::parse(run({"tabellen", input, "--obj", "obj_epbe=-1"}).out)["obj"]["obj_epbe"],
@@ -313,18 +317,34 @@ TEST_F(CommandEdges, NumbersOfAPlotTakeTheirWholeRange) {
     const auto exit_code = [&](const char* option, const char* value) {
         return code({"plot", input, "-o", folder.path("p.pdf"), option, value});
     };
-    for (const auto& [option, value] : std::vector<std::pair<const char*, const char*>>{
-             {"--exemplare", "1"},    {"--exemplare", "100"},  {"--jobs", "1"},
-             {"--jobs", "256"},       {"--hoechstens", "1"},   {"--hoechstens", "1000000000000"},
-             {"--legende", "1"},      {"--legende", "4"},      {"--blaetter", "1X1"},
-             {"--papier", "5000x100"}, {"--massstab", "1000"}, {"--null", "1000,2000"}}) {
+    for (const auto& [option, value] :
+         std::vector<std::pair<const char*, const char*>>{{"--exemplare", "1"},
+                                                          {"--exemplare", "100"},
+                                                          {"--jobs", "1"},
+                                                          {"--jobs", "256"},
+                                                          {"--hoechstens", "1"},
+                                                          {"--hoechstens", "1000000000000"},
+                                                          {"--legende", "1"},
+                                                          {"--legende", "4"},
+                                                          {"--blaetter", "1X1"},
+                                                          {"--papier", "5000x100"},
+                                                          {"--massstab", "1000"},
+                                                          {"--null", "1000,2000"}}) {
         EXPECT_EQ(exit_code(option, value), 0) << option << " " << value;
     }
-    for (const auto& [option, value] : std::vector<std::pair<const char*, const char*>>{
-             {"--exemplare", "101"},     {"--jobs", "257"},     {"--hoechstens", "1000000000001"},
-             {"--legende", "0"},         {"--legende", "5"},    {"--blaetter", "1x0"},
-             {"--blaetter", "0x1"},      {"--blaetter", "1,1"}, {"--papier", "5000.1x100"},
-             {"--papier", "100x5000.1"}, {"--null", "1x2"},     {"--blaetter", "32768x1"}}) {
+    for (const auto& [option, value] :
+         std::vector<std::pair<const char*, const char*>>{{"--exemplare", "101"},
+                                                          {"--jobs", "257"},
+                                                          {"--hoechstens", "1000000000001"},
+                                                          {"--legende", "0"},
+                                                          {"--legende", "5"},
+                                                          {"--blaetter", "1x0"},
+                                                          {"--blaetter", "0x1"},
+                                                          {"--blaetter", "1,1"},
+                                                          {"--papier", "5000.1x100"},
+                                                          {"--papier", "100x5000.1"},
+                                                          {"--null", "1x2"},
+                                                          {"--blaetter", "32768x1"}}) {
         EXPECT_EQ(exit_code(option, value), 2) << option << " " << value;
     }
     // On a printer the sides count, since nobody knows its edges: 1 is for the printer.

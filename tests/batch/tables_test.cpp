@@ -148,11 +148,11 @@ TEST_F(Tables, PointsWithTheirLabelsAndValues) {
 TEST_F(Tables, LinesWithTheThirdsOfTheirObservations) {
     const std::string points =
         "PUNKTSIGNATUR 1000 2000 0 0 1 \"A\"\nPUNKTSIGNATUR 1100 2200 0 0 0 \"B\"\n";
-    const json horizontal = read(
-        "OBJEKTE 1 1 0 0 0 0 0 1 0 1 0 1 1\n" + points +
-        "RICHTUNG 1000 2000 1100 2200 51 1 2\nDISTANZ 1000 2000 1100 2200 52 3 4\n"
-        "GPS-RICHTUNG 1100 2200 1000 2000 53 5 6\n"
-        "ORIENTIERUNGSRICHTUNG 1000 2000 1500 2600 \"Turm\"\n");
+    const json horizontal =
+        read("OBJEKTE 1 1 0 0 0 0 0 1 0 1 0 1 1\n" + points +
+             "RICHTUNG 1000 2000 1100 2200 51 1 2\nDISTANZ 1000 2000 1100 2200 52 3 4\n"
+             "GPS-RICHTUNG 1100 2200 1000 2000 53 5 6\n"
+             "ORIENTIERUNGSRICHTUNG 1000 2000 1500 2600 \"Turm\"\n");
     EXPECT_EQ(horizontal["lin_anzahl"], 2);
     EXPECT_EQ(horizontal["fernziel_anzahl"], 1);
     expect_values(horizontal["lin"][0],
@@ -201,8 +201,8 @@ TEST_F(Tables, LargestValuesWithTheirPoints) {
 }
 
 TEST_F(Tables, ProtocolsAreUtf8AsTheTablesAre) {
-    const std::string input = folder.file(
-        "ve.dat", from_utf8("PUNKTSIGNATUR 1 2 0 0 1\nHÖHENÄNDERUNG 1 2 3 1\n"));
+    const std::string input =
+        folder.file("ve.dat", from_utf8("PUNKTSIGNATUR 1 2 0 0 1\nHÖHENÄNDERUNG 1 2 3 1\n"));
     EXPECT_EQ(testing_support::run_veldra(folder, {"plot", input, "-o", folder.path("p.pdf"),
                                                    "--protokoll", folder.path("p.json")})
                   .exit_code,
