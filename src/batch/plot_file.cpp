@@ -11,6 +11,7 @@
 #include "commands/plot_job.h"
 #include "plot/application_printer.h"
 #include "plot/job_size.h"
+#include "plot/legend_place.h"
 #include "plot/paper_codes.h"
 #include "plot/printer_adapters.h"
 #include "plot/sheet_content.h"
@@ -283,6 +284,9 @@ class FilePlot {
             plot.plot_blatt_hoch = choice.sheets->rows;
         }
         ComputeSheetDivision(session_, desk_);
+        if (never_plotted && !choice.legend) {
+            choose_legend_place(session_, desk_, session_.sheet);
+        }
         if (choice.paper && !leaves_room(session_.sheet)) {
             throw FatalError(fmt::format(
                 "--papier {} x {} mm: von den Blättern bleiben ohne Ränder weniger als 50 mm",

@@ -33,14 +33,6 @@ double screen_points_per_paper_point(const Session& session) {
     return ground_of_paper(session, millimetres_per_twip) / session.view.ansicht_masseinheit;
 }
 
-/// Points on paper for a digit height in millimetres, by the usual ratio of both.
-double estimated_points(TextMeasurer& measurer, const FontSpec& font, float digit_height) {
-    const FaceMetrics& face = measurer.face_metrics(font);
-    const double line = static_cast<double>(face.ascent) + static_cast<double>(face.descent);
-    return static_cast<double>(digit_height) * line_height_per_digit /
-           (line * twips_per_point * millimetres_per_twip);
-}
-
 /// The font in the size that it has on paper, as seen in the view. `fitted` is 0 if no printer has
 /// told it.
 FontSpec seen_font(const Session& session, TextMeasurer& measurer, FontSpec font,
@@ -63,12 +55,6 @@ std::int16_t fitted_points(Session& session, const Desk& desk, const FontSpec& f
         mark_printer_unavailable(session);
         return 0;
     }
-}
-
-PaperFonts fitted_label_fonts(Session& session, const Desk& desk) {
-    const Settings& settings = session.settings;
-    return {fitted_points(session, desk, point_label_font(settings), settings.pubsizplo),
-            fitted_points(session, desk, district_label_font(settings), settings.nubsizplo)};
 }
 
 /// The printer may fail between its check and the question for its paper; there is a size for
@@ -231,6 +217,19 @@ LayerFrame fitted_frame(Session& session, const Desk& desk) {
 }
 
 }  // namespace
+
+double estimated_points(TextMeasurer& measurer, const FontSpec& font, float digit_height) {
+    const FaceMetrics& face = measurer.face_metrics(font);
+    const double line = static_cast<double>(face.ascent) + static_cast<double>(face.descent);
+    return static_cast<double>(digit_height) * line_height_per_digit /
+           (line * twips_per_point * millimetres_per_twip);
+}
+
+PaperFonts fitted_label_fonts(Session& session, const Desk& desk) {
+    const Settings& settings = session.settings;
+    return {fitted_points(session, desk, point_label_font(settings), settings.pubsizplo),
+            fitted_points(session, desk, district_label_font(settings), settings.nubsizplo)};
+}
 
 LayerFrame preview_frame(const Session& session, const PaperFonts& paper, TextMeasurer& measurer) {
     const Settings& settings = session.settings;

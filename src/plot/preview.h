@@ -8,6 +8,14 @@
 
 namespace veldra {
 
+/// Fonts of the labels in the sizes that the printer of the desk needs; 0 points without one that
+/// works.
+[[nodiscard]] PaperFonts fitted_label_fonts(Session& session, const Desk& desk);
+
+/// Points on paper for a digit height in millimetres, by the usual ratio of both.
+[[nodiscard]] double estimated_points(TextMeasurer& measurer, const FontSpec& font,
+                                      float digit_height);
+
 /// The frame of the picture in plot mode: the origin and the unit of the view, and the sizes of the
 /// plot, millimetres of paper at the plot scale. Fonts in `paper` that are not fitted to a printer
 /// are estimated.

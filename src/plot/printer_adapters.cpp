@@ -1,6 +1,7 @@
 #include "plot/printer_adapters.h"
 
 #include "plot/application_printer.h"
+#include "plot/legend_place.h"
 #include "text/length_units.h"
 #include "view/extents.h"
 
@@ -61,7 +62,12 @@ PaperExtent PaperTextOnDesk::text_size(std::string_view text) {
 void ComputeSheetDivision(Session& session, const Desk& desk) {
     PaperTextOnDesk text(session, desk.measurer, desk.printer);
     auto sheets = sheets_of(session, desk);
-    ComputeSheetDivision(session, text, sheets ? &*sheets : nullptr);
+    const bool never_plotted = session.plot.plot_ausrichtung == -99;
+    const SheetGeometry paper = ComputeSheetDivision(session, text, sheets ? &*sheets : nullptr);
+    if (never_plotted) {
+        choose_legend_place(session, desk, paper);
+        plot_merken(session, 2);
+    }
 }
 
 void choose_plot_scale(Session& session, const Desk& desk) {

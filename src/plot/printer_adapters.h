@@ -54,7 +54,8 @@ class PaperTextOnDesk final : public PaperTextSize {
     std::int16_t points_ = 0;
 };
 
-/// Division into sheets with the application printer of the desk, or without one.
+/// Division into sheets with the application printer of the desk, or without one. A part without
+/// plot settings also gets a place for its legend (see choose_legend_place).
 void ComputeSheetDivision(Session& session, const Desk& desk);
 
 /// `choose_plot_scale` with the application printer of the desk, or without one.

@@ -60,7 +60,8 @@ class SheetDivision {
     SheetDivision(Session& session, PaperTextSize& paper_text, SheetPrinter* printer)
         : session_(session), plot_(session.plot), paper_text_(paper_text), printer_(printer) {}
 
-    void run() {
+    /// Gives the paper of the orientation taken.
+    SheetGeometry run() {
         if (part_is_empty(session_)) {
             compute_extents();
         } else if (plot_.plot_ausrichtung != -99) {
@@ -77,6 +78,8 @@ class SheetDivision {
             count_sheets();
         }
         plot_merken(session_, 2);
+        return plot_.plot_ausrichtung == querformat && tried_landscape_ ? *tried_landscape_
+                                                                        : session_.sheet;
     }
 
     void choose_scale_of_orientation() { largest_fitting_scale(bare_span(session_)); }
@@ -147,6 +150,7 @@ class SheetDivision {
         const BareSpan bare = bare_span(session_);
         set_landscape();
         const std::size_t landscape = largest_fitting_scale(bare);
+        tried_landscape_ = session_.sheet;
         reset_printer();
         set_portrait();
         const std::size_t portrait = largest_fitting_scale(bare);
@@ -173,6 +177,7 @@ class SheetDivision {
         compute_extents();
         set_landscape();
         const std::int16_t landscape = sheets_of_extents();
+        tried_landscape_ = session_.sheet;
         set_portrait();
         const std::int16_t portrait = sheets_of_extents();
         if (portrait > landscape) {
@@ -205,6 +210,7 @@ class SheetDivision {
     PaperTextSize& paper_text_;
     SheetPrinter* printer_;
     std::array<std::optional<Extents>, std::tuple_size_v<ScaleList>> extents_at_;
+    std::optional<SheetGeometry> tried_landscape_;  ///< ahead of the upright sheet
 };
 
 }  // namespace
@@ -250,8 +256,9 @@ bool sheets_can_be_counted(const Session& session) {
            within_16_bits(sheets_on_axis(session, up, sheet.papier_hoehe));
 }
 
-void ComputeSheetDivision(Session& session, PaperTextSize& paper_text, SheetPrinter* printer) {
-    SheetDivision(session, paper_text, printer).run();
+SheetGeometry ComputeSheetDivision(Session& session, PaperTextSize& paper_text,
+                                   SheetPrinter* printer) {
+    return SheetDivision(session, paper_text, printer).run();
 }
 
 void choose_plot_scale(Session& session, PaperTextSize& paper_text, SheetPrinter* printer) {

@@ -62,9 +62,12 @@ void take_off_margins(SheetGeometry& sheet, std::int16_t heftrand);
 [[nodiscard]] bool sheets_can_be_counted(const Session& session);
 
 /// Brings the current part's plot settings to a consistent state: chooses orientation and scale
-/// where there are none, fills the extents, and counts the sheets. Throws SheetOverflow when a
-/// count leaves 16 bits. For an empty part it only fills the extents.
-void ComputeSheetDivision(Session& session, PaperTextSize& paper_text, SheetPrinter* printer);
+/// where there are none, fills the extents, and counts the sheets. Gives the net area and margins
+/// of the orientation taken; where it was chosen here, `papier_*` and the counts stay those of the
+/// last one tried. Throws SheetOverflow when a count leaves 16 bits. For an empty part it only
+/// fills the extents.
+SheetGeometry ComputeSheetDivision(Session& session, PaperTextSize& paper_text,
+                                   SheetPrinter* printer);
 /// The same without a printer.
 void ComputeSheetDivision(Session& session, TextMeasurer& measurer);
 

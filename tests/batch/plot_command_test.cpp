@@ -271,6 +271,45 @@ TEST_F(PlotCommand, LegendStandsOnTheSheetOfItsCorner) {
     }
 }
 
+TEST_F(PlotCommand, LegendOfANewPartMakesWayEverywhereAlike) {
+    // At 1:1000 the part lies on one upright sheet, with a point in its lower right corner. The
+    // record of the sheets holds 1 (upright) + 4 * 2 (bound on the left) + 16 * 3 (right above).
+    const std::string path = file(
+        "NETZTEIL Neu\n"
+        "MAßSTABGRUNDRISS 1000\n"
+        "OBJEKTE 0 0 0 0 0 0 0 0 0 0 0 0 0\n"
+        "PUNKTSIGNATUR 0 0 0 0 0 \"A\"\n"
+        "PUNKTSIGNATUR 100 200 0 0 0 \"B\"\n"
+        "PUNKTSIGNATUR 160 8 0 0 0 \"C\"\n");
+    const std::string stored = folder.path("stored.dat");
+    ASSERT_EQ(testing_support::run_veldra(folder, {"normalform", path, "-o", stored}).exit_code, 0);
+    std::istringstream record(
+        file_bytes(stored).substr(file_bytes(stored).find(from_utf8("MaßstabGrundriss"))));
+    std::string keyword;
+    double scale = 0;
+    double rechts = 0;
+    double hoch = 0;
+    int code = 0;
+    record >> keyword >> scale >> rechts >> hoch >> code;
+    EXPECT_EQ(code, 57);
+
+    const auto legend_line = [this](const std::string& plotted) {
+        EXPECT_EQ(run({plotted, "-o", folder.path("p.pdf")}).exit_code, 0);
+        const std::vector<ShownPage> all = pages(folder.path("p.pdf"));
+        EXPECT_EQ(all.size(), 1U);
+        for (const auto& text : all.at(0).texts) {
+            if (text.bytes == "Grundriss 1: 1000") {
+                return std::pair(text.base.x, text.base.y);
+            }
+        }
+        return std::pair(0.0, 0.0);
+    };
+    // Millimetres from the upper left corner of A4.
+    EXPECT_GT(legend_line(path).first, 105);
+    EXPECT_LT(legend_line(path).second, 50);
+    EXPECT_EQ(legend_line(path), legend_line(stored));
+}
+
 /// "0.5" and "0.5 0.5 0.5" are greys.
 bool is_grey(const std::string& colour) {
     std::istringstream parts(colour);
