@@ -83,7 +83,8 @@ void check_paths(const PlotArguments& arguments, const std::vector<std::string>&
     const bool protocol_over_plot =
         !arguments.protocol.empty() &&
         std::any_of(outputs.begin(), outputs.end(), [&](const std::string& output) {
-            return !output.empty() && absolute_path(output) == absolute_path(arguments.protocol);
+            return !output.empty() && (absolute_path(output) == absolute_path(arguments.protocol) ||
+                                       same_file(output, arguments.protocol));
         });
     if (protocol_over_plot) {
         throw UsageError(arguments.protocol + ": Protokoll und Plot sind dieselbe Datei");

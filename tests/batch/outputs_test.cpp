@@ -108,27 +108,38 @@ TEST_F(Outputs, LongestNamesAreWritten) {
 }
 
 TEST_F(Outputs, OwnerAndGroupThatAreLostInASharedFolderAreTold) {
-    const int code = testing_support::run_in_child([this] {
-        namespace who = testing_support;
-        const std::string output = folder.file("aus.dat", "alt");
-        const bool shared = ::chmod(folder.path().c_str(), 0777) == 0 &&
-                            ::chmod(output.c_str(), 0666) == 0 &&
-                            ::chown(output.c_str(), who::anna, who::surveyors) == 0 &&
-                            ::setgroups(0, nullptr) == 0 && ::setgid(who::others) == 0 &&
-                            ::setuid(who::bert) == 0 && ::access(VELDRA_CLI, X_OK) == 0;
-        if (!shared) {
-            return not_permitted;
+    const std::vector<std::vector<std::string>> writers{
+        {"normalform", network, "-o", folder.path("aus.dat")},
+        {"plot", network, "-o", folder.path("aus.pdf")},
+        {"plot", network, "-o", folder.path("neu.pdf"), "--protokoll", folder.path("aus.json")}};
+    for (const std::vector<std::string>& command : writers) {
+        const int code = testing_support::run_in_child([&] {
+            namespace who = testing_support;
+            const std::string output =
+                folder.file(std::filesystem::path(command.back()).filename().string(), "alt");
+            const bool shared = ::chmod(folder.path().c_str(), 0777) == 0 &&
+                                ::chmod(output.c_str(), 0666) == 0 &&
+                                ::chown(output.c_str(), who::anna, who::surveyors) == 0 &&
+                                ::setgroups(0, nullptr) == 0 && ::setgid(who::others) == 0 &&
+                                ::setuid(who::bert) == 0 && ::access(VELDRA_CLI, X_OK) == 0;
+            if (!shared) {
+                return not_permitted;
+            }
+            const ProgramRun result = run(command);
+            const bool told = result.err == "veldra-cli: " + output +
+                                                ": behält den Besitzer 64101 und die Gruppe 64201 "
+                                                "nicht und gehört danach dem, der sie schreibt\n";
+            return result.exit_code == 0 && told ? 0 : 1;
+        });
+        if (code == not_permitted) {
+            GTEST_SKIP() << "this system does not let the test become another user";
         }
-        const ProgramRun result = run({"normalform", network, "-o", output});
-        const bool told = result.err == "veldra-cli: " + output +
-                                            ": behält den Besitzer 64101 und die Gruppe 64201 "
-                                            "nicht und gehört danach dem, der sie schreibt\n";
-        return result.exit_code == 0 && told ? 0 : 1;
-    });
-    if (code == not_permitted) {
-        GTEST_SKIP() << "this system does not let the test become another user";
+        EXPECT_EQ(code, 0) << command.back();
+        // What the other user left is in the way of the next one.
+        for (const char* left : {"stdin", "stdout", "stderr"}) {
+            std::filesystem::remove(folder.path(left));
+        }
     }
-    EXPECT_EQ(code, 0);
 }
 
 }  // namespace

@@ -217,6 +217,15 @@ TEST_F(PlotCommand, BindingMarginMovesTheNetArea) {
     EXPECT_NEAR(corner("kein").y, 5.5, 0.01);
 }
 
+TEST_F(PlotCommand, NewPartIsBoundOnTheLeftOrAboveWhenItLies) {
+    const pdf_test::Point upright = net_corner(plot({"--ausrichtung", "hoch"}).at(0));
+    EXPECT_NEAR(upright.x, 20, 0.01);
+    EXPECT_NEAR(upright.y, 5.5, 0.01);
+    const pdf_test::Point lying = net_corner(plot({"--ausrichtung", "quer"}).at(0));
+    EXPECT_NEAR(lying.x, 5.5, 0.01);
+    EXPECT_NEAR(lying.y, 20, 0.01);
+}
+
 TEST_F(PlotCommand, NewPartWithAnOrientationGetsItsLargestScale) {
     // Two points 100 m apart from west to east: across 286 mm there is room for a larger scale than
     // across 185 mm.
