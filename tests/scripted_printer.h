@@ -29,12 +29,12 @@ struct ScriptedDevice {
     std::int16_t own_bin = 7;
     /// Upright papers by their code, mm: width and height. 256 is always taken.
     std::map<std::int16_t, std::pair<double, double>> papers{{8, {297, 420}}, {9, {210, 297}}};
-    double margin = 5;              ///< mm at the sides of upright paper that cannot be printed on
+    double margin = 5;  ///< mm at the sides of upright paper that cannot be printed on
     std::optional<double> margin_ends;  ///< mm at its top and bottom, if not as much
-    double pixel = 25.4 / 300;      ///< mm
-    bool cancels_jobs = false;      ///< the user gives no file name
-    int unreachable_at_page = 0;    ///< page, counted over all documents, that cannot be opened
-    std::set<std::string> failing;  ///< members that throw, named as in the list of calls
+    double pixel = 25.4 / 300;          ///< mm
+    bool cancels_jobs = false;          ///< the user gives no file name
+    int unreachable_at_page = 0;        ///< page, counted over all documents, that cannot be opened
+    std::set<std::string> failing;      ///< members that throw, named as in the list of calls
 };
 
 /// A document, sent off or not.
