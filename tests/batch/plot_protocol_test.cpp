@@ -237,6 +237,64 @@ TEST_F(PlotProtocol, EachLineOfTheFileHasOneKind) {
         {"zeile": 13, "art": "LAGEFEHLERELLIPSE", "angabe": 3, "text": "-"}])"));
 }
 
+TEST_F(PlotProtocol, OnlyRecordsOfTheWholeFileMayStandBeforeTheParts) {
+    const json file = protocol(
+        "MAßSTABGRUNDRISS 1000 0 0 73\n"
+        "MAßSTABVEKTOREN 1 1 1 1 1 1\n"
+        "TITEL1 Netz\n"
+        "TITEL2 Teil\n"
+        "OBJEKTE 1 1 7 0 0 0 0 1 0 1 0 1 1\n"
+        "NETZTEIL a\n"
+        "PUNKTSIGNATUR 1050 2050 0 0 1\n",
+        everything_used);
+    EXPECT_EQ(file["zeilen"]["arten"], (json{{"MAßSTABGRUNDRISS", 1},
+                                             {"MAßSTABVEKTOREN", 1},
+                                             {"TITEL1", 1},
+                                             {"NETZTEIL", 1},
+                                             {"PUNKTSIGNATUR", 1},
+                                             {"unbekannt", 2}}));
+    EXPECT_EQ(file["unbekannt"], json::parse(R"([{"zeile": 4, "wort": "TITEL2"},
+        {"zeile": 5, "wort": "OBJEKTE"}])"));
+}
+
+TEST_F(PlotProtocol, CoordinatesOfEveryKindAreLookedAt) {
+    std::string lines;
+    std::vector<std::string> expected;
+    int number = 0;
+    const auto add = [&](const std::string& kind, int token, const std::string& rest) {
+        ++number;
+        lines += kind + ' ' + std::to_string(1000 + number) + rest + '\n';
+        expected.push_back(std::to_string(number) + ' ' + kind + ' ' + std::to_string(token));
+    };
+    for (const char* line :
+         {"DISTANZ", "GPS-STRECKE", "RICHTUNG", "GPS-RICHTUNG", "ORIENTIERUNGSRICHTUNG",
+          "ZENITWINKEL", "HÖHENUNTERSCHIED", "GPS-HÖHENUNTERSCHIED", "GPS-RAUMVEKTOR"}) {
+        add(line, 5, " 2050 1100 x");
+    }
+    for (const char* point :
+         {"PUNKTSIGNATUR", "LAGEÄNDERUNG", "HÖHENÄNDERUNG", "LAGERESTKLAFFUNGEN",
+          "HÖHENRESTKLAFFUNGEN", "LAGEFEHLERELLIPSE", "HÖHENFEHLER"}) {
+        add(point, 3, " x 1 1 1 1");
+    }
+    const json file = protocol(lines, everything_used);
+    std::vector<std::string> odd;
+    for (const json& found : file["koordinaten"]) {
+        odd.push_back(std::to_string(found["zeile"].get<int>()) + ' ' +
+                      found["art"].get<std::string>() + ' ' +
+                      std::to_string(found["angabe"].get<int>()));
+    }
+    EXPECT_EQ(odd, expected);
+}
+
+TEST_F(PlotProtocol, EmptyLabelReplacesTheOneBefore) {
+    const json part = protocol(
+        "PUNKTSIGNATUR 1050 2050 0 0 1 \"A\"\n"
+        "PUNKTSIGNATUR 1050 2050 0 0 1 \" \"\n",
+        everything_used)["netzteile"][0];
+    EXPECT_EQ(replaced_of(part), (Replaced{{1, "PUNKTSIGNATUR"}, {1, "Punktbezeichnung"}}));
+    EXPECT_EQ(counts(part)["Punktbezeichnung"], (Counts{1, 0, 0, 0, 0}));
+}
+
 TEST_F(PlotProtocol, FileWithoutPartsTakesItsRecordsFromTheFirstLineOn) {
     const json file = protocol("PUNKTSIGNATUR 1050 2050 0 0 1\n", everything_used);
     EXPECT_EQ(file["zeilen"]["arten"], (json{{"PUNKTSIGNATUR", 1}}));

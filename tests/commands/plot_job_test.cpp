@@ -9,6 +9,7 @@
 #include "recording_interface.h"
 #include "scripted_printer.h"
 #include "session_fixture.h"
+#include "text/codepage.h"
 #include "text/fatal_error.h"
 
 namespace veldra {
@@ -267,6 +268,38 @@ TEST_F(PlotJobTest, AllMarkedPartsTogetherAreAskedAbout) {
                 ::testing::AllOf(HasSubstr("273 Blätter"),
                                  HasSubstr("Punkt \"wild\" (50000.00, 180.00), Zeile 10 "
                                            "(PUNKTSIGNATUR), Netzteil \"B\"")));
+}
+
+TEST_F(PlotJobTest, CopiesOfAllMarkedPartsCountAmongTheSheets) {
+    open(wild_parts);
+    mark({true, true, false});
+    session.printer.exemplare = 2;
+    EXPECT_TRUE(plotten_alle(session, desk));
+    EXPECT_EQ(pages().size(), 546U);
+    ASSERT_EQ(ui.texts.size(), 2U);
+    EXPECT_THAT(ui.texts[1], HasSubstr("546 Blätter"));
+}
+
+TEST_F(PlotJobTest, PartWithoutASelectionBeginsWithTheOneInView) {
+    open(
+        "NETZTEIL A\nPUNKTSIGNATUR 10 20 0 0 1\n"
+        "NETZTEIL B\nMAßSTABGRUNDRISS 1000 0 0 73\n"
+        "PUNKTSIGNATUR 10 20 0 0 1 \"1\"\nPUNKTSIGNATUR 40 60 0 0 0 \"2\"\n"
+        "NETZTEIL C\nMAßSTABGRUNDRISS 1000 0 0 73\nOBJEKTE 0 1 0 0 0 0 0 0 0 0 0 0 0\n"
+        "PUNKTSIGNATUR 10 20 0 0 1 \"3\"\nPUNKTSIGNATUR 40 60 0 0 0 \"4\"\n");
+    mark({false, true, true});
+    ASSERT_EQ(session.part.obj.obj_pube, 1);
+    EXPECT_TRUE(plotten_alle(session, desk));
+    const auto labels = [this](std::size_t page) {
+        std::vector<std::string> captions;
+        for (const auto& placed :
+             printer.documents.front().pages.at(page).all<operation::LabelPlaced>()) {
+            captions.emplace_back(trim(placed.caption));
+        }
+        return captions;
+    };
+    EXPECT_THAT(labels(0), ElementsAre("1", "2"));
+    EXPECT_THAT(labels(1), ElementsAre("", ""));
 }
 
 TEST_F(PlotJobTest, ADeclinedJobLeavesThePartInView) {

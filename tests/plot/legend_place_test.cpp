@@ -117,6 +117,17 @@ TEST_F(ChosenLegendPlace, WhereAllCoverSomethingTheLeastCovered) {
     EXPECT_EQ(place_after_division(), 2);
 }
 
+TEST_F(ChosenLegendPlace, LineAndPointAreTwoThoughBothAreTheFirstOfTheirKind) {
+    session.part.obj.obj_beob = 1;
+    add_line(session, {5, 5, 20, 5}).lin_typ_seite = 1;  // left below, as the first point
+    for (const double rechts : {150, 155}) {
+        add_point(session, rechts, 10);
+        add_point(session, rechts, 260);
+        add_point(session, rechts - 140, 260);
+    }
+    EXPECT_EQ(place_after_division(), 4);
+}
+
 TEST_F(ChosenLegendPlace, OfPlacesThatCoverAsMuchTheFirst) {
     add_point(session, 150, 10);
     add_point(session, 150, 260);
