@@ -97,13 +97,18 @@ void geaenderte_datei_pruefen(Session& session, const Desk& desk) {
     if (session.datei_geladen != 1 || desk.watch == nullptr || !desk.watch->rewritten()) {
         return;
     }
+    const std::string without_reading =
+        desk.watch->read_only().is_read_only()
+            ? "Nein: Gezeigt wird weiter der bisherige Stand; die Datei ist schreibgeschützt und "
+              "bleibt, wie sie jetzt ist."
+            : "Nein: Beim Verlassen wird sie mit dem hier gezeigten Stand überschrieben.";
     const bool reload = desk.ui.message_box(
         MessageStyle::question_yes_no, "VELDRA - Graphikdatei geändert",
         "Ein anderes Programm hat die Graphikdatei\n" + session.graphikdatei +
             "\ngeändert. Soll sie neu gelesen werden?\n\n"
             "Ja: Verschobene Beschriftungen, Auswahl, Titel und Ploteinstellungen werden dabei "
-            "übernommen.\n"
-            "Nein: Beim Verlassen wird sie mit dem hier gezeigten Stand überschrieben.");
+            "übernommen.\n" +
+            without_reading);
     if (reload) {
         read_anew(session, desk);
     } else {

@@ -6,6 +6,7 @@
 #include <set>
 #include <utility>
 
+#include "commands/file_watch.h"
 #include "commands/write_back.h"
 #include "drawing/fonts.h"
 #include "graphikdatei/observation_pass.h"
@@ -419,6 +420,9 @@ bool plotten_alle(Session& session, const Desk& desk) {
                              "werden?")) {
         return false;
     }
+    if (desk.watch != nullptr) {
+        desk.watch->read_only().note_changes(session);
+    }
     MarkedParts parts(session, desk);
     bool begun = false;
     const auto confirm = [&] { return confirm_job(session, desk.ui, parts.survey()); };
@@ -430,6 +434,10 @@ bool plotten_alle(Session& session, const Desk& desk) {
         });
     if (!begun) {
         parts.restore();
+    }
+    if (desk.watch != nullptr) {
+        // The settings that parts without any have got are nobody's change.
+        desk.watch->read_only().take_as_read(session);
     }
     return plotted;
 }

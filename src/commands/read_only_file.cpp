@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "graphikdatei/working_copies.h"
+#include "graphikdatei/written_records.h"
 #include "os/files.h"
 
 namespace veldra {
@@ -48,15 +49,9 @@ void add_selection(Fingerprint& print, const ObjectSelection& obj) {
     }
 }
 
+/// As the file would hold them: what is counted or measured anew each time is no part of it.
 void add_plot_settings(Fingerprint& print, const PlotSettings& plot) {
-    for (const double number : {plot.plot_massstab, plot.plot_null_rechts, plot.plot_null_hoch}) {
-        print.add(number);
-    }
-    for (const std::int16_t code :
-         {plot.plot_ausrichtung, plot.plot_heftrand, plot.plot_legendenlage, plot.plot_blatt_auto,
-          plot.plot_blatt_rechts, plot.plot_blatt_hoch}) {
-        print.add(std::int64_t{code});
-    }
+    print.add(plot_scale_record(plot).value_or(""));
 }
 
 /// All that writing the file back would put into it from the session.

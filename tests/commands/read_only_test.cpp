@@ -7,12 +7,16 @@
 #include <gmock/gmock.h>
 #include <unistd.h>
 
+#include "commands/file_commands.h"
 #include "commands/file_watch.h"
 #include "commands/lifecycle.h"
+#include "commands/plot_job.h"
 #include "commands/write_back.h"
 #include "fake_measurer.h"
 #include "other_user.h"
+#include "plot/application_printer.h"
 #include "recording_interface.h"
+#include "scripted_printer.h"
 #include "session_fixture.h"
 #include "text/fatal_error.h"
 
@@ -22,6 +26,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Not;
 using ::testing::SizeIs;
 using testing_support::AsUser;
 using testing_support::file_bytes;
@@ -78,6 +83,17 @@ class UnwritableFile : public testing_support::SessionOnFile {
             ASSERT_TRUE(user->became());
         }
         datei_neu_laden(session, path, OpenedBy::open_command, desk);
+    }
+    /// Another program, which may write there, puts other bytes in the file's place.
+    void rewrite_elsewhere(std::string_view utf8) {
+        user.reset();
+        allow(true);
+        std::filesystem::rename(folder.file("frei/neu", from_utf8(utf8)), path);
+        allow(false);
+        if (::geteuid() == 0) {
+            user.emplace(testing_support::anna, testing_support::others);
+            ASSERT_TRUE(user->became());
+        }
     }
     void move_label() { session.part.pu[2].pu_bez_rechts = 70; }
     void leave() { datei_zurueckschreiben(session, desk); }
@@ -182,6 +198,85 @@ TEST_F(UnwritableFile, EachKindOfHandWorkIsAChange) {
         EXPECT_EQ(session.datei_geladen, 0);
     }
     EXPECT_EQ(file_bytes(path), before);
+}
+
+TEST_F(UnwritableFile, PlottingIsNoChange) {
+    path =
+        folder.file("netze/ve.dat",
+                    "NETZTEIL A\nPUNKTSIGNATUR 10 20 0 0 1 \"1\"\nPUNKTSIGNATUR 40 60 0 0 0 \"2\"\n"
+                    "NETZTEIL B\nPUNKTSIGNATUR 110 120 0 0 1 \"3\"\nPUNKTSIGNATUR 160 180 0 0 0\n");
+    test::ScriptedPrinter printer;
+    desk.printer = &printer;
+    take_printer(session, &printer);
+    answers = {{Choice::discard, {}}};
+    open_read_only();
+    session.netz[2].netz_plotmarke = table_true;
+    ASSERT_TRUE(plotten_alle(session, desk));
+    ASSERT_TRUE(plotten_aktuell(session, desk));
+    leave();
+    EXPECT_THAT(asked, IsEmpty());
+}
+
+TEST_F(UnwritableFile, AChangeBeforeThePlotStaysOne) {
+    test::ScriptedPrinter printer;
+    desk.printer = &printer;
+    take_printer(session, &printer);
+    open_read_only();
+    move_label();
+    ASSERT_TRUE(plotten_alle(session, desk));
+    answers = {{Choice::discard, {}}};
+    leave();
+    EXPECT_THAT(asked, SizeIs(1));
+}
+
+TEST_F(UnwritableFile, CountedSheetsAreNoChange) {
+    answers = {{Choice::discard, {}}};
+    open_read_only();
+    ASSERT_EQ(session.part.plot.plot_blatt_auto, table_true);
+    ++session.part.plot.plot_blatt_rechts;  // as another paper has it
+    leave();
+    EXPECT_THAT(asked, IsEmpty());
+}
+
+TEST_F(UnwritableFile, SettingsTakenOverAreAChange) {
+    const std::string other =
+        folder.file("frei/ve_alt.dat", "NETZTEIL A\nPUNKTSIGNATUR 40 60 0 0 0 \"2\" 12 34\n");
+    open_read_only();
+    einstellungen_uebernehmen(session, other, desk);
+    ASSERT_EQ(session.part.pu[2].pu_bez_rechts, 12);
+    netzteil_anzeigen(session, 2, desk);
+    answers = {{Choice::elsewhere, folder.path("frei/ve_neu.dat")}};
+    leave();
+    EXPECT_THAT(asked, SizeIs(1));
+    EXPECT_EQ(file_bytes(path), before);
+    EXPECT_THAT(squeezed_bytes(folder.path("frei/ve_neu.dat")), HasSubstr("\"2\" 12.0 34.0"));
+}
+
+TEST_F(UnwritableFile, SettingsKeptAcrossARewriteAreAChange) {
+    const std::string rewritten = "NETZTEIL A\nPUNKTSIGNATUR 40 61 0 0 0 \"2\"\n";
+    open_read_only();
+    move_label();
+    rewrite_elsewhere(rewritten);
+    geaenderte_datei_pruefen(session, desk);
+    ASSERT_EQ(session.part.pu[1].pu_hoch, 61);
+    answers = {{Choice::elsewhere, folder.path("frei/ve_neu.dat")}};
+    leave();
+    EXPECT_THAT(asked, SizeIs(1));
+    EXPECT_EQ(file_bytes(path), rewritten);
+    EXPECT_THAT(squeezed_bytes(folder.path("frei/ve_neu.dat")), HasSubstr("\"2\" 70.0 0.0"));
+}
+
+TEST_F(UnwritableFile, ARewriteThatIsNotReadIsNotSaidToBeOverwritten) {
+    open_read_only();
+    rewrite_elsewhere("NETZTEIL A\n");
+    ui.answer = false;
+    geaenderte_datei_pruefen(session, desk);
+    ASSERT_THAT(ui.texts, SizeIs(1));
+    EXPECT_THAT(ui.texts[0], Not(HasSubstr("überschrieben")));
+    EXPECT_THAT(ui.texts[0], HasSubstr("schreibgeschützt"));
+    leave();
+    EXPECT_THAT(asked, IsEmpty());
+    EXPECT_EQ(file_bytes(path), "NETZTEIL A\n");
 }
 
 TEST_F(UnwritableFile, WhatFailsIsAskedAboutAgain) {
