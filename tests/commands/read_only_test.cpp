@@ -377,5 +377,42 @@ TEST_F(UnwritableFile, AFolderThatHasVanishedMayBeGivenUp) {
     EXPECT_EQ(file_bytes(path), before);
 }
 
+TEST_F(UnwritableFile, OfAFolderThatHasVanishedAnotherFileTakesWhatIsInMemory) {
+    datei_neu_laden(session, path, OpenedBy::open_command, desk);
+    move_label();
+    std::filesystem::rename(folder.path("netze"), folder.path("weg"));
+    answers = {{Choice::elsewhere, folder.path("frei/ve_neu.dat")}, {Choice::discard, {}}};
+    leave();
+    EXPECT_THAT(asked, SizeIs(1));
+    EXPECT_EQ(session.datei_geladen, 0);
+    EXPECT_THAT(squeezed_bytes(folder.path("frei/ve_neu.dat")),
+                HasSubstr("Punktsignatur 10.000 20.000 0 0 1 \"1\" 0.0 0.0\r\n"
+                          "Punktsignatur 40.000 60.000 0 0 0 \"2\" 70.0 0.0\r\n"
+                          "NETZTEIL B\r\n"));
+    ASSERT_THAT(ui.texts, SizeIs(1));
+    EXPECT_THAT(ui.texts[0],
+                HasSubstr(folder.path("frei/ve_neu.dat") + "\nenthält, was im Speicher war"));
+    std::filesystem::rename(folder.path("weg"), folder.path("netze"));
+    EXPECT_EQ(file_bytes(path), before);
+}
+
+TEST_F(UnwritableFile, AFolderThatComesBackAfterAnotherPlaceFailedLosesNothing) {
+    datei_neu_laden(session, path, OpenedBy::open_command, desk);
+    move_label();
+    std::filesystem::rename(folder.path("netze"), folder.path("weg"));
+    answers = {{Choice::elsewhere, folder.path("fort/ve_neu.dat")}, {Choice::again, {}}};
+    at_question = [this] {
+        if (asked.size() == 2) {
+            std::filesystem::rename(folder.path("weg"), folder.path("netze"));
+        }
+    };
+    leave();
+    EXPECT_THAT(asked, SizeIs(2));
+    EXPECT_EQ(session.datei_geladen, 0);
+    EXPECT_THAT(squeezed_bytes(path), HasSubstr("\"2\" 70.0 0.0"));
+    EXPECT_THAT(squeezed_bytes(path), HasSubstr("PUNKTSIGNATUR 160 180 0 0 0 \"4\""));
+    EXPECT_THAT(ui.texts, IsEmpty());
+}
+
 }  // namespace
 }  // namespace veldra
