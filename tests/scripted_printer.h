@@ -3,6 +3,7 @@
 #include <cmath>
 #include <deque>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <tuple>
@@ -28,11 +29,12 @@ struct ScriptedDevice {
     std::int16_t own_bin = 7;
     /// Upright papers by their code, mm: width and height. 256 is always taken.
     std::map<std::int16_t, std::pair<double, double>> papers{{8, {297, 420}}, {9, {210, 297}}};
-    double margin = 5;              ///< mm on each side that cannot be printed on
-    double pixel = 25.4 / 300;      ///< mm
-    bool cancels_jobs = false;      ///< the user gives no file name
-    int unreachable_at_page = 0;    ///< page, counted over all documents, that cannot be opened
-    std::set<std::string> failing;  ///< members that throw, named as in the list of calls
+    double margin = 5;  ///< mm at the sides of upright paper that cannot be printed on
+    std::optional<double> margin_ends;  ///< mm at its top and bottom, if not as much
+    double pixel = 25.4 / 300;          ///< mm
+    bool cancels_jobs = false;          ///< the user gives no file name
+    int unreachable_at_page = 0;        ///< page, counted over all documents, that cannot be opened
+    std::set<std::string> failing;      ///< members that throw, named as in the list of calls
 };
 
 /// A document, sent off or not.
@@ -92,10 +94,10 @@ class ScriptedPrinter final : public Printer {
     [[nodiscard]] float Height() override { return twips(lying() ? width_ : height_); }
     void set_Height(float value) override { set_side("Height", value, lying() ? width_ : height_); }
     [[nodiscard]] float ScaleWidth(std::int16_t scale_mode) override {
-        return printable(lying() ? height_ : width_, scale_mode);
+        return lying() ? printable_height(scale_mode) : printable_width(scale_mode);
     }
     [[nodiscard]] float ScaleHeight(std::int16_t scale_mode) override {
-        return printable(lying() ? width_ : height_, scale_mode);
+        return lying() ? printable_width(scale_mode) : printable_height(scale_mode);
     }
     [[nodiscard]] std::int16_t ColorMode() override { return colour_mode_; }
     void set_ColorMode(std::int16_t mode) override {
@@ -222,8 +224,14 @@ class ScriptedPrinter final : public Printer {
             side = static_cast<double>(value) / twips_per_inch * millimetres_per_inch;
         }
     }
-    [[nodiscard]] float printable(double side, std::int16_t scale_mode) {
-        const double millimetres = side - 2 * device().margin;
+    /// Of the upright paper.
+    [[nodiscard]] float printable_width(std::int16_t scale_mode) {
+        return in_unit(width_ - 2 * device().margin, scale_mode);
+    }
+    [[nodiscard]] float printable_height(std::int16_t scale_mode) {
+        return in_unit(height_ - 2 * device().margin_ends.value_or(device().margin), scale_mode);
+    }
+    [[nodiscard]] static float in_unit(double millimetres, std::int16_t scale_mode) {
         return scale_mode == 1 ? twips(millimetres) : static_cast<float>(millimetres);
     }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <vector>
 
 #include <fmt/format.h>
@@ -38,10 +39,37 @@ double median(std::vector<double>& values) {
     return (*std::max_element(values.begin(), upper) + *upper) / 2;
 }
 
+/// No number stands for infinitely far.
+double length(double across, double up) {
+    const double length = std::hypot(across, up);
+    return std::isnan(length) ? std::numeric_limits<double>::infinity() : length;
+}
+
+/// How far out a point lies: from the middle, and from the origin.
+struct FarOut {
+    double from_middle;
+    double from_origin;
+};
+
+/// Two points alone have their middle between them, so the larger coordinates are the wild ones.
+bool is_farther(const FarOut& a, const FarOut& b) {
+    constexpr double rounding = 1 + 1e-9;
+    if (a.from_middle > b.from_middle * rounding || b.from_middle > a.from_middle * rounding) {
+        return a.from_middle > b.from_middle;
+    }
+    return a.from_origin > b.from_origin;
+}
+
 /// Lines hold their ends in centimetres.
 bool is_near(double a, double b) {
     constexpr double a_centimetre = 0.0051;
     return std::abs(a - b) <= a_centimetre;
+}
+
+/// To the centimetre; one that is none of this earth by its size.
+std::string coordinate(double value) {
+    constexpr double longest = 1e12;
+    return std::abs(value) < longest ? fmt::format("{:.2f}", value) : fmt::format("{:g}", value);
 }
 
 /// Whether the record has the point's coordinates in tokens n and n + 1.
@@ -81,11 +109,11 @@ std::optional<FarPoint> point_farthest_out(const Session& session) {
     const double middle_rechts = median(rechts);
     const double middle_hoch = median(hoch);
     FarPoint farthest;
-    double largest = -1;
+    FarOut largest{-1, -1};
     visit_places(session, [&](double r, double h) {
-        const double distance = std::hypot(r - middle_rechts, h - middle_hoch);
-        if (distance > largest) {
-            largest = distance;
+        const FarOut far_out{length(r - middle_rechts, h - middle_hoch), length(r, h)};
+        if (is_farther(far_out, largest)) {
+            largest = far_out;
             farthest.rechts = r;
             farthest.hoch = h;
         }
@@ -107,7 +135,8 @@ std::optional<FarPoint> point_farthest_out(const Session& session) {
 std::string describe(const Session& session, const FarPoint& point) {
     const std::string name =
         point.bez.empty() ? "ohne Bezeichnung" : '"' + to_utf8(point.bez) + '"';
-    std::string text = fmt::format("Punkt {} ({:.2f}, {:.2f})", name, point.rechts, point.hoch);
+    std::string text =
+        fmt::format("Punkt {} ({}, {})", name, coordinate(point.rechts), coordinate(point.hoch));
     try {
         if (const std::string record = record_at(session, point); !record.empty()) {
             text += ", " + record;

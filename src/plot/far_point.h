@@ -18,7 +18,8 @@ struct FarPoint {
 };
 
 /// What lies farthest from the middle of the current part, which is the medians of its coordinates:
-/// a wild one moves these hardly. None if there is nothing.
+/// a wild one moves these hardly. Of points equally far from it, as two alone are, the one with the
+/// larger coordinates. None if there is nothing.
 [[nodiscard]] std::optional<FarPoint> point_farthest_out(const Session& session);
 
 /// The point with its part and the first record of the file that has its coordinates, as far as

@@ -184,6 +184,25 @@ TEST_F(PlotProtocol, ResidualsAndHeightErrorsAreReplacedToo) {
     EXPECT_EQ(replaced_of(errors), (Replaced{{3, "HÖHENFEHLER"}}));
 }
 
+TEST_F(PlotProtocol, HeightValuesCountByWhetherTheyAreOnASheet) {
+    const std::string points =
+        "PUNKTSIGNATUR 1050 2050 0 0 1\n"
+        "PUNKTSIGNATUR 1500 2500 0 0 1\n";  // outside
+    const auto heights = [&](const std::string& mode, const std::string& kind,
+                             const std::string& values) {
+        return counts(protocol("OBJEKTE 1 1 " + mode + " 0 0 0 0 0 0 1 0 1 1\n" + points + values,
+                               everything_used)["netzteile"][0])[kind];
+    };
+    EXPECT_EQ(heights("6", "HÖHENRESTKLAFFUNGEN",
+                      "HÖHENRESTKLAFFUNGEN 1050 2050 3 1\nHÖHENRESTKLAFFUNGEN 1500 2500 3 1\n"),
+              (Counts{2, 1, 0, 1, 0}));
+    EXPECT_EQ(heights("8", "HÖHENFEHLER", "HÖHENFEHLER 1050 2050 3\nHÖHENFEHLER 1500 2500 3\n"),
+              (Counts{2, 1, 0, 1, 0}));
+    EXPECT_EQ(
+        heights("2", "HÖHENÄNDERUNG", "HÖHENÄNDERUNG 1050 2050 3 0\nHÖHENÄNDERUNG 1500 2500 3 0\n"),
+        (Counts{2, 1, 0, 1, 0}));
+}
+
 TEST_F(PlotProtocol, EachLineOfTheFileHasOneKind) {
     const std::string lines =
         "VERFAHRENLEGENDE Test\n"                // 1

@@ -113,6 +113,16 @@ TEST_F(PlotJobTest, AutomaticCountsFollowTheRealPaper) {
     EXPECT_EQ(pages().size(), 3U);
 }
 
+TEST_F(PlotJobTest, PointsAndDistrictsHaveFontsOfTheirOwnSize) {
+    open();
+    session.settings.pubsizplo = 2.5F;
+    session.settings.nubsizplo = 5;
+    const PartOnPaper part = prepare_part(session, printer, desk);
+    // Lines of (2.5 + 0.05) * 1.68 = 4.28 mm and of 8.48 mm; a point is 0.353 mm.
+    EXPECT_EQ(part.fonts.point_labels, 12);
+    EXPECT_EQ(part.fonts.district_labels, 24);
+}
+
 TEST_F(PlotJobTest, UndoIsClearedAfterwards) {
     open();
     session.window.undo.undo_art = 4;

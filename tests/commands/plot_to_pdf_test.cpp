@@ -119,6 +119,31 @@ TEST_F(PlotToPdf, LyingPaperOfAnotherSize) {
     EXPECT_NEAR(circles[0].y, 5 + 12 + 20, 0.01);
 }
 
+TEST_F(PlotToPdf, MarginsOfThePrinterStayAtTheSidesOfThePaperAsItLies) {
+    printer.device().margin = 3;
+    printer.device().margin_ends = 12;
+    open();
+    // Upright: 210 - 2 * 3 - 15.5 = 188.5 mm across, bound at the left.
+    const auto upright = plotted();
+    ASSERT_EQ(upright.size(), 2U);
+    ASSERT_EQ(circle_centres(upright[0]).size(), 1U);
+    EXPECT_NEAR(circle_centres(upright[0])[0].x, 3 + 15 + 10, 0.01);
+    EXPECT_NEAR(circle_centres(upright[0])[0].y, 12 + 12 + 20, 0.01);
+    session.part.plot.plot_ausrichtung = 2;
+    session.part.plot.plot_heftrand = 1;
+    settle();
+    // Lying, 297 - 2 * 12 - 1 = 272 mm across.
+    const auto lying = plotted();
+    ASSERT_EQ(lying.size(), 2U);
+    EXPECT_NEAR(lying[0].width, 297, 0.01);
+    ASSERT_EQ(circle_centres(lying[0]).size(), 1U);
+    EXPECT_NEAR(circle_centres(lying[0])[0].x, 12 + 0.5 + 10, 0.01);
+    EXPECT_NEAR(circle_centres(lying[0])[0].y, 3 + 12 + 20, 0.01);
+    ASSERT_EQ(circle_centres(lying[1]).size(), 1U);
+    EXPECT_NEAR(circle_centres(lying[1])[0].x, 12 + 0.5 + 363 - 272, 0.01);
+    EXPECT_NEAR(circle_centres(lying[1])[0].y, 3 + 12 + 60, 0.01);
+}
+
 TEST_F(PlotToPdf, PaperThatOnlyTheDriverKnows) {
     printer.device().papers[300] = {600, 900};
     open();

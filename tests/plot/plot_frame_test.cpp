@@ -71,6 +71,22 @@ TEST_F(PlotFrameTest, LandscapeWithABindingMarginAtTheTop) {
     expect_line(lines[6], 286.5F, 188, 286.5F, 183);
 }
 
+TEST_F(PlotFrameTest, LandscapeOnADeviceThatLeavesMoreOfTheShortSides) {
+    printer.device().margin = 3;
+    printer.device().margin_ends = 12;
+    session.part.plot.plot_ausrichtung = 2;
+    session.part.plot.plot_heftrand = 1;
+    ComputePaperArea(session, desk);
+    session.part.plot.plot_legendenlage = 0;
+    // 273 x 204 mm can be printed on.
+    const std::vector<Line> lines = frame(place(1, 1)).all<Line>();
+    ASSERT_EQ(lines.size(), 8U);
+    expect_line(lines[0], 0.5F, 15, 0.5F, 20);
+    expect_line(lines[3], 0.5F, 192, 5.5F, 192);
+    expect_line(lines[4], 272.5F, 15, 272.5F, 20);
+    expect_line(lines[6], 272.5F, 192, 272.5F, 187);
+}
+
 TEST_F(PlotFrameTest, OneSheetHasNoNumberOfItsOwn) {
     session.part.plot.plot_legendenlage = 0;
     EXPECT_THAT(frame(place(1, 1)).printed_texts(), IsEmpty());

@@ -31,7 +31,7 @@ class PlotPageTest : public test::PlotFixture {
 
     test::RecordedPage& plot(std::int16_t column, std::int16_t row) {
         PartOnPaper part;
-        part.fonts = {10, 10};
+        part.fonts = {10, 14};
         part.legend = measure_legend();
         printer.begin_sheet({});
         PlotPage(session, printer, ui, part, place(column, row));
