@@ -1,5 +1,6 @@
 // Files that cannot be written back: read-only ones, and those whose folder has vanished.
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <optional>
 #include <vector>
@@ -12,6 +13,9 @@
 #include "commands/lifecycle.h"
 #include "commands/plot_job.h"
 #include "commands/write_back.h"
+#include "dialogs/display_options.h"
+#include "dialogs/legend_options.h"
+#include "dialogs/object_selection.h"
 #include "fake_measurer.h"
 #include "other_user.h"
 #include "plot/application_printer.h"
@@ -213,6 +217,31 @@ TEST_F(UnwritableFile, PlottingIsNoChange) {
     session.netz[2].netz_plotmarke = table_true;
     ASSERT_TRUE(plotten_alle(session, desk));
     ASSERT_TRUE(plotten_aktuell(session, desk));
+    leave();
+    EXPECT_THAT(asked, IsEmpty());
+}
+
+TEST_F(UnwritableFile, OkInADialogIsNoChange) {
+    answers = {{Choice::discard, {}}};
+    path = folder.file(
+        "netze/ve.dat",
+        from_utf8("VERFAHRENLEGENDE  Netz \nMAßSTABVEKTOREN 2.5 1 1 1 1 3\n"
+                  "OBJEKTE 1 1 3 0 1 1 0 1 1 3 1 1 1 3 1\nTITEL3 drei\n"
+                  "MAßSTABGRUNDRISS 5000.4 3499900.0004 5599950 73\n"
+                  "PUNKTSIGNATUR 3500000 5600000 0 0 1 \"1\" 33.33 4\n"
+                  "PUNKTSIGNATUR 3500100 5600100 0 0 0 \"2\"\nNUMBEZOFFSET \"L\" 5707 10 20\n"
+                  "LAGEÄNDERUNG 3500000 5600000 1 1 1 \"2018\" 5 6\n"
+                  "DISTANZ 3500000 5600000 3500100 5600100 42.0 0.8 0.6\n"));
+    open_read_only();
+    const ObjectSelection before_ok = session.part.obj;
+    auswahl_uebernehmen(session, before_ok, SelectionLeft::by_ok, desk);
+    static_cast<void>(display_begin(session));
+    ASSERT_TRUE(display_accept(session, measurer, nullptr));
+    std::array<LegendEntry, legend_line_count> lines;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        lines[i] = legend_entry(session, i + 1);
+    }
+    legend_accept(session, lines, session.part.plot.plot_legendenlage);
     leave();
     EXPECT_THAT(asked, IsEmpty());
 }
