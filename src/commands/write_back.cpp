@@ -115,15 +115,18 @@ Rescue keep_working_copy(Session& session, const Desk& desk, WorkingCopy copy) {
     return rescue;
 }
 
+/// What the user is told of a file made by write_from_memory.
+constexpr const char* memory_holds =
+    "was im Speicher war: das angezeigte Netzteil mit seinen Punkten und den "
+    "dargestellten Beobachtungen und Werten.";
+
 std::string rescue_text(const Rescue& rescue) {
     if (rescue.path.empty()) {
         return "Auch eine Arbeitskopie konnte nicht geschrieben werden:" + rescue.reasons;
     }
     std::string text = "Ihr Stand bleibt in der Arbeitskopie\n" + rescue.path + "\nerhalten.";
     if (rescue.from_memory) {
-        text +=
-            " Sie enthält, was im Speicher war: das angezeigte Netzteil mit seinen Punkten und den "
-            "dargestellten Beobachtungen und Werten.";
+        text += std::string(" Sie enthält, ") + memory_holds;
     }
     return text;
 }
@@ -202,14 +205,43 @@ void leave_unwritten(Session& session, const Desk& desk, Attendance attendance,
 
 /// The current part's state goes into a copy in a folder of its own, which the final form is made
 /// from: beside the file there may be no room.
-void write_elsewhere(Session& session, const std::string& target) {
+void write_elsewhere(Session& session, const std::string& target, CopyWriter write_copy) {
     const auto folder = std::make_shared<const TemporaryFolder>();
     const std::string base = unused_base(folder->path(), file_name(session.graphikdatei));
-    write_working_copy(session, base + "_1");
+    write_copy(session, base + "_1");
     session.arbeitsdatei_basis = base;
     session.arbeitsdatei_suffix = "_1";
     session.arbeitsordner = folder;
     endfassung_schreiben(session, target);
+}
+
+/// Writes what is in memory. As long as it has found no place the session goes on reading its file,
+/// which holds more and may come back.
+void write_memory_elsewhere(Session& session, const Desk& desk, const std::string& target) {
+    const std::string base = session.arbeitsdatei_basis;
+    const std::string suffix = session.arbeitsdatei_suffix;
+    const auto folder = session.arbeitsordner;
+    try {
+        write_elsewhere(session, target, write_from_memory);
+    } catch (const FatalError&) {
+        if (session.datei_geladen == 1) {
+            session.arbeitsdatei_basis = base;
+            session.arbeitsdatei_suffix = suffix;
+            session.arbeitsordner = folder;
+        }
+        throw;
+    }
+    desk.ui.message_box(MessageStyle::information, "VELDRA - Graphikdatei",
+                        "Die Datei\n" + target + "\nenthält, " + memory_holds);
+}
+
+/// The state goes into a file of another name; without a file to merge it into, what is in memory.
+void save_as(Session& session, const Desk& desk, const std::string& target) {
+    if (datei_vorhanden(working_path(session))) {
+        write_elsewhere(session, target, write_working_copy);
+    } else {
+        write_memory_elsewhere(session, desk, target);
+    }
 }
 
 /// Nothing of the session reaches the file, and no copy stays.
@@ -230,13 +262,13 @@ std::string question_text(const std::string& reason) {
 }
 
 /// True when the answer has been followed.
-bool follow_answer(Session& session, const UnwrittenAnswer& answer) {
+bool follow_answer(Session& session, const Desk& desk, const UnwrittenAnswer& answer) {
     switch (answer.choice) {
         case UnwrittenAnswer::Choice::again:
-            write_elsewhere(session, session.graphikdatei);
+            write_elsewhere(session, session.graphikdatei, write_working_copy);
             return true;
         case UnwrittenAnswer::Choice::elsewhere:
-            write_elsewhere(session, answer.path);
+            save_as(session, desk, answer.path);
             return true;
         case UnwrittenAnswer::Choice::discard:
             drop_file(session);
@@ -291,7 +323,7 @@ void settle_unwritten(Session& session, const Desk& desk, std::string reason) {
         const UnwrittenAnswer answer =
             desk.ask_unwritten ? desk.ask_unwritten(question_text(reason)) : UnwrittenAnswer();
         try {
-            if (!follow_answer(session, answer)) {
+            if (!follow_answer(session, desk, answer)) {
                 throw abandon_file(session, desk, reason, WorkingCopy::outdated);
             }
             return;

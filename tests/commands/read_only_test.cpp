@@ -1,5 +1,6 @@
 // Files that cannot be written back: read-only ones, and those whose folder has vanished.
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <optional>
 #include <vector>
@@ -12,6 +13,9 @@
 #include "commands/lifecycle.h"
 #include "commands/plot_job.h"
 #include "commands/write_back.h"
+#include "dialogs/display_options.h"
+#include "dialogs/legend_options.h"
+#include "dialogs/object_selection.h"
 #include "fake_measurer.h"
 #include "other_user.h"
 #include "plot/application_printer.h"
@@ -217,6 +221,31 @@ TEST_F(UnwritableFile, PlottingIsNoChange) {
     EXPECT_THAT(asked, IsEmpty());
 }
 
+TEST_F(UnwritableFile, OkInADialogIsNoChange) {
+    answers = {{Choice::discard, {}}};
+    path = folder.file(
+        "netze/ve.dat",
+        from_utf8("VERFAHRENLEGENDE  Netz \nMAßSTABVEKTOREN 2.5 1 1 1 1 3\n"
+                  "OBJEKTE 1 1 3 0 1 1 0 1 1 3 1 1 1 3 1\nTITEL3 drei\n"
+                  "MAßSTABGRUNDRISS 5000.4 3499900.0004 5599950 73\n"
+                  "PUNKTSIGNATUR 3500000 5600000 0 0 1 \"1\" 33.33 4\n"
+                  "PUNKTSIGNATUR 3500100 5600100 0 0 0 \"2\"\nNUMBEZOFFSET \"L\" 5707 10 20\n"
+                  "LAGEÄNDERUNG 3500000 5600000 1 1 1 \"2018\" 5 6\n"
+                  "DISTANZ 3500000 5600000 3500100 5600100 42.0 0.8 0.6\n"));
+    open_read_only();
+    const ObjectSelection before_ok = session.part.obj;
+    auswahl_uebernehmen(session, before_ok, SelectionLeft::by_ok, desk);
+    static_cast<void>(display_begin(session));
+    ASSERT_TRUE(display_accept(session, measurer, nullptr));
+    std::array<LegendEntry, legend_line_count> lines;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        lines[i] = legend_entry(session, i + 1);
+    }
+    legend_accept(session, lines, session.part.plot.plot_legendenlage);
+    leave();
+    EXPECT_THAT(asked, IsEmpty());
+}
+
 TEST_F(UnwritableFile, AChangeBeforeThePlotStaysOne) {
     test::ScriptedPrinter printer;
     desk.printer = &printer;
@@ -346,6 +375,43 @@ TEST_F(UnwritableFile, AFolderThatHasVanishedMayBeGivenUp) {
     EXPECT_EQ(session.datei_geladen, 0);
     std::filesystem::rename(folder.path("weg"), folder.path("netze"));
     EXPECT_EQ(file_bytes(path), before);
+}
+
+TEST_F(UnwritableFile, OfAFolderThatHasVanishedAnotherFileTakesWhatIsInMemory) {
+    datei_neu_laden(session, path, OpenedBy::open_command, desk);
+    move_label();
+    std::filesystem::rename(folder.path("netze"), folder.path("weg"));
+    answers = {{Choice::elsewhere, folder.path("frei/ve_neu.dat")}, {Choice::discard, {}}};
+    leave();
+    EXPECT_THAT(asked, SizeIs(1));
+    EXPECT_EQ(session.datei_geladen, 0);
+    EXPECT_THAT(squeezed_bytes(folder.path("frei/ve_neu.dat")),
+                HasSubstr("Punktsignatur 10.000 20.000 0 0 1 \"1\" 0.0 0.0\r\n"
+                          "Punktsignatur 40.000 60.000 0 0 0 \"2\" 70.0 0.0\r\n"
+                          "NETZTEIL B\r\n"));
+    ASSERT_THAT(ui.texts, SizeIs(1));
+    EXPECT_THAT(ui.texts[0],
+                HasSubstr(folder.path("frei/ve_neu.dat") + "\nenthält, was im Speicher war"));
+    std::filesystem::rename(folder.path("weg"), folder.path("netze"));
+    EXPECT_EQ(file_bytes(path), before);
+}
+
+TEST_F(UnwritableFile, AFolderThatComesBackAfterAnotherPlaceFailedLosesNothing) {
+    datei_neu_laden(session, path, OpenedBy::open_command, desk);
+    move_label();
+    std::filesystem::rename(folder.path("netze"), folder.path("weg"));
+    answers = {{Choice::elsewhere, folder.path("fort/ve_neu.dat")}, {Choice::again, {}}};
+    at_question = [this] {
+        if (asked.size() == 2) {
+            std::filesystem::rename(folder.path("weg"), folder.path("netze"));
+        }
+    };
+    leave();
+    EXPECT_THAT(asked, SizeIs(2));
+    EXPECT_EQ(session.datei_geladen, 0);
+    EXPECT_THAT(squeezed_bytes(path), HasSubstr("\"2\" 70.0 0.0"));
+    EXPECT_THAT(squeezed_bytes(path), HasSubstr("PUNKTSIGNATUR 160 180 0 0 0 \"4\""));
+    EXPECT_THAT(ui.texts, IsEmpty());
 }
 
 }  // namespace
