@@ -51,12 +51,6 @@ std::string comparable(const std::string& path) {
     return folded;
 }
 
-void clear_part_titles(Session& session) {
-    for (std::size_t i = 1; i < session.part.titel.size(); ++i) {
-        session.part.titel[i].setTitelText("");
-    }
-}
-
 }  // namespace
 
 void datei_setzen(Session& session, const std::string& path) {
@@ -224,7 +218,7 @@ void arbeitskopie_einlesen(Session& session, const Desk& desk) {
 }
 
 void netzteil_daten_lesen(Session& session, const SelectionChange& change) {
-    clear_part_titles(session);
+    clear_part_titles(session.part);
     set_selection_defaults(session.part.obj);
     punkt_lesen(session);
     if (change) {

@@ -101,12 +101,6 @@ void visit_marked(Session& session, Visit&& visit) {
     }
 }
 
-void clear_part_titles(Session& session) {
-    for (std::size_t i = 1; i < session.part.titel.size(); ++i) {
-        session.part.titel[i].setTitelText("");
-    }
-}
-
 /// As long as this lives, the session has a part of its own for the job; the part in view is put
 /// aside whole and comes back.
 class JobPart {
@@ -222,7 +216,7 @@ class MarkedParts {
 
     void read(std::int32_t part) {
         make_current(session_, part);
-        clear_part_titles(session_);
+        clear_part_titles(session_.part);
         read_part(session_);
         divide_and_resolve(session_, desk_);
     }

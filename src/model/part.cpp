@@ -17,4 +17,10 @@ Part begun_after(const Part& former) {
     return part;
 }
 
+void clear_part_titles(Part& part) {
+    for (std::size_t i = 1; i < part.titel.size(); ++i) {
+        part.titel[i].setTitelText("");
+    }
+}
+
 }  // namespace veldra

@@ -74,4 +74,7 @@ struct Part {
 /// set for `former`, and no rows.
 [[nodiscard]] Part begun_after(const Part& former);
 
+/// Empties title lines 2 to 4, which are the part's own.
+void clear_part_titles(Part& part);
+
 }  // namespace veldra

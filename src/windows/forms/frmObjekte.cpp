@@ -51,6 +51,10 @@ FrmObjekte::FrmObjekte(QWidget* window, Session& session, std::function<void(Sel
     synchronise();
 }
 
+FrmObjekte::~FrmObjekte() {
+    hide();  // the box loses the focus now, while what it would be read by is still there
+}
+
 void FrmObjekte::build() {
     auto* contents = new QWidget;
     auto* columns = new QHBoxLayout(contents);

@@ -26,6 +26,9 @@ class FrmObjekte final : public QDialog, public SessionEditor {
 
  public:
     FrmObjekte(QWidget* window, Session& session, std::function<void(SelectionLeft)> taken);
+    ~FrmObjekte() override;
+    FrmObjekte(const FrmObjekte&) = delete;
+    FrmObjekte& operator=(const FrmObjekte&) = delete;
 
     void done(int result) override;
     void give_up_edits() override;

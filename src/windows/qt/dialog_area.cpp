@@ -25,6 +25,11 @@ DialogArea::DialogArea(QWidget* contents, QWidget* parent) : QScrollArea(parent)
             [this](QWidget* /*from*/, QWidget* to) { show_focus(to); });
 }
 
+/// The contents give the keyboard up while they go, after this has gone.
+DialogArea::~DialogArea() {
+    disconnect(qApp, nullptr, this, nullptr);
+}
+
 /// What the dialog's frame, margins and buttons leave of the screen.
 QSize DialogArea::room_on_screen() const {
     const auto metric = [this](QStyle::PixelMetric which) {

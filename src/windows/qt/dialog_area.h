@@ -12,6 +12,9 @@ class DialogArea final : public QScrollArea {
 
  public:
     DialogArea(QWidget* contents, QWidget* parent);
+    ~DialogArea() override;
+    DialogArea(const DialogArea&) = delete;
+    DialogArea& operator=(const DialogArea&) = delete;
     [[nodiscard]] QSize sizeHint() const override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
