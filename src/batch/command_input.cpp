@@ -5,6 +5,7 @@
 
 #include "batch/options.h"
 #include "os/files.h"
+#include "os/process.h"
 #include "text/fatal_error.h"
 
 namespace veldra::batch {
@@ -13,13 +14,22 @@ namespace {
 
 constexpr const char* standard_input_path = "/dev/stdin";
 
-void copy_all(const std::string& path, SpoolFile& copy) {
+template <typename Read>
+void copy_all(SpoolFile& copy, const Read& read) {
     constexpr std::size_t piece = std::size_t{1} << 18U;
-    InputFile source(path);
     std::vector<char> bytes(piece);
-    while (const std::size_t count = source.read(bytes.data(), bytes.size())) {
+    while (const std::size_t count = read(bytes.data(), bytes.size())) {
         copy.append({bytes.data(), count});
     }
+}
+
+void copy_input(const std::string& path, SpoolFile& copy) {
+    if (path == standard_input_path) {
+        copy_all(copy, read_standard_input);
+        return;
+    }
+    InputFile source(path);
+    copy_all(copy, [&source](char* bytes, std::size_t size) { return source.read(bytes, size); });
 }
 
 /// The message with `to` in the place of each `from`.
@@ -52,7 +62,7 @@ CommandInput::CommandInput(const std::string& argument)
     }
     copy_.emplace();
     try {
-        copy_all(source, *copy_);
+        copy_input(source, *copy_);
     } catch (const FatalError& error) {
         throw FatalError(replaced(error.what(), source, name_));
     }

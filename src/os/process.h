@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <thread>
 
 #include "os/termination.h"
@@ -11,6 +12,11 @@ namespace veldra {
 /// unusable, but its number is taken: else the next file that is opened would get it, and messages
 /// would go into that file.
 void prepare_process();
+
+/// Reads up to `size` bytes from the standard input as the process was given it; 0 at its end. A
+/// stream that is closed, a socket or another user's pipe cannot be opened anew by a path. Throws
+/// FatalError.
+std::size_t read_standard_input(char* buffer, std::size_t size);
 
 /// Ends the process by the signal that asks for it (SIGTERM, SIGHUP, SIGINT), as long as this
 /// lives, after all temporary files and folders have been removed. Signals that the process was

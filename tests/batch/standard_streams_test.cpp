@@ -138,6 +138,20 @@ TEST_F(StandardStreams, FailuresNameTheInputAsItWasGiven) {
     EXPECT_THAT(unreadable.err, HasSubstr("Standardeingabe: Datei kann nicht gelesen werden"));
 }
 
+TEST_F(StandardStreams, ClosedInputIsNoEmptyFile) {
+    for (const std::string input : {"-", "/dev/stdin"}) {
+        for (const std::string command : {"tabellen ", "normalform -o n.dat "}) {
+            const ProgramRun result = script("cd " + shell_quoted(folder.path()) +
+                                             " && \"$VELDRA_CLI\" " + command + input + " <&-");
+            EXPECT_EQ(result.exit_code, 1) << command << input;
+            EXPECT_THAT(result.out, IsEmpty());
+            EXPECT_THAT(result.err,
+                        HasSubstr(": Datei kann nicht gelesen werden: ist nicht geöffnet"));
+        }
+    }
+    EXPECT_THAT(left_in(folder.path()), Not(::testing::Contains("n.dat")));
+}
+
 TEST_F(StandardStreams, StandardInputIsOneFile) {
     const std::string path = file();
     const std::string before = file_bytes(path);

@@ -7,6 +7,8 @@
 #include <unistd.h>
 
 #include "os/posix/temporaries.h"
+#include "os/system_error.h"
+#include "text/fatal_error.h"
 
 namespace veldra {
 
@@ -52,6 +54,18 @@ void prepare_process() {
     set_aside(SIGXFSZ);
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         keep_taken(stream);
+    }
+}
+
+std::size_t read_standard_input(char* buffer, std::size_t size) {
+    while (true) {
+        const ssize_t count = ::read(STDIN_FILENO, buffer, size);
+        if (count >= 0) {
+            return static_cast<std::size_t>(count);
+        }
+        if (errno != EINTR) {
+            throw file_error("Datei kann nicht gelesen werden", "/dev/stdin", errno);
+        }
     }
 }
 
