@@ -336,12 +336,14 @@ void FrmDrucker::choose_printer_at(int index) {
     cbo_drucker_->setCurrentIndex(choose_printer(session_, *printer_, options_, index));
     show_colour_and_output();
     show_paper();
+    lbl_hinweis_->tell({});  // was about the printer before
 }
 
 void FrmDrucker::choose_standard() {
     cbo_drucker_->setCurrentIndex(choose_standard_printer(session_, *printer_, options_));
     show_colour_and_output();
     show_paper();
+    lbl_hinweis_->tell({});  // was about the printer before
 }
 
 void FrmDrucker::choose_paper_at(int row, int by) {

@@ -3,6 +3,8 @@
 #include <QAccessible>
 #include <QResizeEvent>
 
+#include "windows/qt/plain_tool_tip.h"
+
 namespace veldra {
 
 HintLine::HintLine(QWidget* parent) : QLabel(parent) {
@@ -28,8 +30,7 @@ void HintLine::tell(const QString& hint) {
 void HintLine::show_hint() {
     const QString shown = fontMetrics().elidedText(hint_, Qt::ElideRight, contentsRect().width());
     setText(shown);
-    // A tool tip is shown as it is, not as rich text.
-    setToolTip(shown == hint_ ? QString() : hint_.toHtmlEscaped());
+    setToolTip(shown == hint_ ? QString() : plain_tool_tip(hint_));
 }
 
 void HintLine::resizeEvent(QResizeEvent* event) {

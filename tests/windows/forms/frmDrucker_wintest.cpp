@@ -289,6 +289,19 @@ class FrmDruckerTest : public DialogFixture<FrmDrucker> {
         QCOMPARE(hint(), QString());
     }
 
+    void another_printer_has_refused_nothing_yet() {
+        open();
+        click_item("cbo_papierformat", 45);
+        QVERIFY(!hint().isEmpty());
+        choose("cbo_drucker", 1);
+        QCOMPARE(hint(), QString());
+        choose("cbo_drucker", 0);
+        click_item("cbo_papierformat", 45);
+        QVERIFY(!hint().isEmpty());
+        button("cmd_standard").click();
+        QCOMPARE(hint(), QString());
+    }
+
     void limited_copies_and_refused_sizes_are_told() {
         open();
         for (const char* wrong : {"0", "500", "abc", "-3"}) {
