@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -89,6 +90,12 @@ inline void type_and_enter(QComboBox& box, const char* text) {
 /// Clicks with the mouse, so that the focus moves as it would.
 inline void click(QWidget& widget) {
     QTest::mouseClick(&widget, Qt::LeftButton);
+}
+
+/// Puts a path into the name box of a file dialog. The dialog's own way leaves the box alone once
+/// the keyboard has come to it.
+inline void name_file(QFileDialog& chooser, const QString& path) {
+    control<QLineEdit>(chooser, "fileNameEdit").setText(path);
 }
 
 /// Runs `act` as soon as a dialog of class `Dialog` is the active modal one.

@@ -15,6 +15,7 @@
 using namespace veldra;
 using test::text;
 using veldra_test::control;
+using veldra_test::name_file;
 using veldra_test::when_shown;
 
 namespace {
@@ -179,7 +180,7 @@ class FrmTorvelPdfTest : public test::TorvelFixture {
     void name_without_an_ending_gets_one() {
         start_in_plot_mode();
         when_shown<QFileDialog>([&](QFileDialog& chooser) {
-            chooser.selectFile(path("netz/plan"));
+            name_file(chooser, path("netz/plan"));
             static_cast<QDialog&>(chooser).accept();
         });
         action("m_datei_plot")->trigger();
@@ -216,7 +217,7 @@ class FrmTorvelPdfTest : public test::TorvelFixture {
                 types << type.currentText();
                 endings << chooser.defaultSuffix();
             }
-            chooser.selectFile(path("plan"));
+            name_file(chooser, path("plan"));
             static_cast<QDialog&>(chooser).accept();
         });
         QString folder;
