@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "commands/lifecycle.h"
 #include "commands/offered_commands.h"
 #include "fake_measurer.h"
 #include "model/long_work.h"
