@@ -4,7 +4,6 @@
 #include <functional>
 #include <optional>
 #include <set>
-#include <utility>
 
 #include "commands/file_watch.h"
 #include "commands/write_back.h"
@@ -13,6 +12,7 @@
 #include "graphikdatei/point_pass.h"
 #include "graphikdatei/value_pass.h"
 #include "graphikdatei/writer.h"
+#include "model/former_part.h"
 #include "model/hourglass.h"
 #include "plot/application_printer.h"
 #include "plot/fitted_font.h"
@@ -101,25 +101,6 @@ void visit_marked(Session& session, Visit&& visit) {
     }
 }
 
-/// As long as this lives, the session has a part of its own for the job; the part in view is put
-/// aside whole and comes back.
-class JobPart {
- public:
-    explicit JobPart(Session& session)
-        : session_(session), in_view_(std::exchange(session.part, begun_after(session.part))) {}
-    ~JobPart() {
-        // Whoever has looked at a part of the job must not take the one in view for it.
-        in_view_.tables_revision = session_.part.tables_revision + 1;
-        session_.part = std::move(in_view_);
-    }
-    JobPart(const JobPart&) = delete;
-    JobPart& operator=(const JobPart&) = delete;
-
- private:
-    Session& session_;
-    Part in_view_;
-};
-
 /// The marked parts of a job, which begins with reading them for their sheets and ends with the
 /// part in view as it was before.
 class MarkedParts {
@@ -134,7 +115,7 @@ class MarkedParts {
             arbeitskopie_schreiben(session_);
         }
         store_plot_settings(session_);
-        part_of_job_.emplace(session_);
+        in_view_.emplace(session_, FormerPart::Points::moved, session_.part.obj);
         selection_ = session_.part.obj;
         JobSize size;
         keep_file_whole([&] {
@@ -161,8 +142,8 @@ class MarkedParts {
 
     /// Nothing if survey() has not begun.
     void restore() {
-        if (part_of_job_) {
-            part_of_job_.reset();
+        if (in_view_) {
+            in_view_.reset();
             load_plot_settings(session_);
         }
     }
@@ -175,7 +156,7 @@ class MarkedParts {
         try {
             work();
         } catch (const FatalError& error) {
-            part_of_job_.reset();
+            in_view_.reset();
             throw abandon_file(session_, desk_, error.what(), WorkingCopy::written);
         }
     }
@@ -232,7 +213,8 @@ class MarkedParts {
 
     Session& session_;
     const Desk& desk_;
-    std::optional<JobPart> part_of_job_;
+    /// Put aside whole while the session has a part of the job; comes back as it was.
+    std::optional<FormerPart> in_view_;
     /// The one that parts without a record of their own begin with; counting leaves no trace in it.
     ObjectSelection selection_;
     std::set<std::int32_t> overflowing_;

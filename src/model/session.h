@@ -90,7 +90,7 @@ struct Session {
     std::string arbeitsdatei_suffix;  ///< "", "_1" or "_2"
     /// Working copies are this path and the suffix; usually the graphic file itself.
     std::string arbeitsdatei_basis;
-    std::vector<OwnCopy> arbeitskopien;  ///< those there are; shell/working_copies.h
+    std::vector<OwnCopy> arbeitskopien;  ///< those there are; graphikdatei/working_copies.h
     /// Where the working copies lie if not beside their file; goes with the open file.
     std::shared_ptr<const TemporaryFolder> arbeitsordner;
     /// Files that the user lets become their own when they are written.
